@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+/// The system's rules for numbers in texts: one home, C locale always, used everywhere.
+namespace corvane::numbers {
+
+/// The longest leading decimal number of the text, after leading blanks: an optional sign, digits
+/// with an optional point, an optional exponent. 0 when there is none; never infinite or NaN.
+double leadingNumber(QStringView text);
+
+/// The leading number rounded towards nearest even to a whole number and clamped to 32 bits.
+int leadingInteger(QStringView text);
+
+/// True when the whole text, blanks at its ends aside, is one finite decimal number.
+bool isNumeric(QStringView text);
+/// The number that the whole text is, or nothing when it is not one.
+std::optional<double> numericValue(QStringView text);
+
+/// A number as text with one leading blank when it is not negative and no zero before the point of
+/// a fraction: " 3", " .5", "-2", "-.25".
+QString numberText(double value);
+QString numberText(int value);
+
+/// Five decimals, at least one digit before the point: "0.00000" and "#0.00000" alike.
+QString fixed5(double value);
+/// A text as the format "0.00000" leaves it: a numeric text becomes fixed5, any other stays.
+QString fixed5(const QString &text);
+
+/// A number written in hexadecimal, upper case, no prefix, no leading zero.
+QString toHex(int value);
+/// The text, blanks at its ends aside, read as a hexadecimal number: its leading hexadecimal
+/// digits; 0 when there are none. Longer than 32 bits: nothing.
+std::optional<qint64> fromHex(QStringView text);
+
+} // namespace corvane::numbers

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+namespace corvane {
+
+/// The states of a TCP client, numbered as the status texts are.
+enum class SocketState {
+    Closed = 0,
+    Open = 1,
+    Listening = 2,
+    ConnectionPending = 3,
+    ResolvingHost = 4,
+    HostResolved = 5,
+    Connecting = 6,
+    Connected = 7,
+    PeerClosing = 8,
+    Error = 9
+};
+
+/// One TCP client socket as the Channels see it.
+class TcpClient : public QObject
+{
+    Q_OBJECT
+
+public:
+    [[nodiscard]] virtual QString remoteHost() const = 0;
+    virtual void setRemoteHost(const QString &host) = 0;
+    /// Any number may be set; one outside 1..65535 is a fault at connecting.
+    [[nodiscard]] virtual qint32 remotePort() const = 0;
+    virtual void setRemotePort(qint32 port) = 0;
+
+    [[nodiscard]] virtual SocketState state() const = 0;
+
+    /// Starts connecting to the remote host and port and returns at once; the state tells the
+    /// progress, errorOccurred a failure. Throws PlatformError when it cannot even start (port out
+    /// of range, host empty, socket not closed).
+    virtual void connectToPeer() = 0;
+    /// Closes the socket at once from any state; unsent and unread bytes are dropped. The state is
+    /// Closed afterwards.
+    virtual void close() = 0;
+
+    /// Queues the bytes for sending; returns at once. Throws PlatformError unless connected.
+    virtual void sendData(const QByteArray &bytes) = 0;
+    /// Takes everything that has arrived.
+    virtual QByteArray getData() = 0;
+
+Q_SIGNALS:
+    void stateChanged();
+    void dataArrived();
+    /// Connecting or the connection failed; the state is Error until closed. Queued, never inside a
+    /// driver's slot, once for each failure. A peer that closes is no error.
+    void errorOccurred(int number, const QString &description);
+};
+
+} // namespace corvane

@@ -1,0 +1,1 @@
+corvane_test(common SOURCES NumbersTest.cpp USES common)

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/GpibAdapter.h"
+#include "platform/PlatformError.h"
+#include "platform/WaitGroup.h"
+
+#include <QStringList>
+
+#include <deque>
+#include <map>
+
+namespace corvane {
+
+/// What the fake adapters of one test share: the record of every call and the scripted replies.
+struct FakeGpibBus
+{
+    /// "open GPIB0::5", "clear GPIB0::5", "write GPIB0::5 *IDN?", "read GPIB0::5"; in order.
+    QStringList calls;
+    /// The replies waiting at an address ("GPIB0::5"), first one next. No reply: the read waits for
+    /// its time-out and returns nothing.
+    std::map<QString, std::deque<QByteArray>> replies;
+    /// Answers a write with a reply for the next read; may be empty.
+    std::function<std::optional<QByteArray>(const QString &address, const QByteArray &text)>
+        onWrite;
+    /// Not empty: every call fails with this description.
+    QString fault;
+};
+
+class FakeGpibAdapter : public GpibAdapter
+{
+public:
+    explicit FakeGpibAdapter(FakeGpibBus &bus)
+        : m_bus(bus)
+    {
+    }
+
+    [[nodiscard]] QString description() const override { return QStringLiteral("fake adapter"); }
+    QString version(WaitGroup &) override
+    {
+        record(QStringLiteral("version"));
+        return QStringLiteral("fake 1.0");
+    }
+    void open(const GpibAddress &address, WaitGroup &) override
+    {
+        record(QStringLiteral("open ") + address.toString());
+    }
+    void clear(const GpibAddress &address, WaitGroup &) override
+    {
+        record(QStringLiteral("clear ") + address.toString());
+    }
+    void write(const GpibAddress &address, const QByteArray &bytes, int, WaitGroup &) override
+    {
+        record(QStringLiteral("write %1 %2").arg(address.toString(), QString::fromLatin1(bytes)));
+        if (!m_bus.onWrite)
+            return;
+        if (const auto reply = m_bus.onWrite(address.toString(), bytes))
+            m_bus.replies[address.toString()].push_back(*reply);
+    }
+    QByteArray read(const GpibAddress &address, int timeoutMs, WaitGroup &waits) override
+    {
+        record(QStringLiteral("read ") + address.toString());
+        auto &queue = m_bus.replies[address.toString()];
+        if (waits.waitUntil([&queue] { return !queue.empty(); }, timeoutMs) != WaitEnd::Done)
+            return {};
+        const QByteArray reply = queue.front();
+        queue.pop_front();
+        return reply;
+    }
+
+private:
+    void record(const QString &call)
+    {
+        m_bus.calls.append(call);
+        if (!m_bus.fault.isEmpty())
+            throw PlatformError(m_bus.fault);
+    }
+
+    FakeGpibBus &m_bus;
+};
+
+} // namespace corvane

@@ -1,0 +1,39 @@
+#include "FakeSerialPort.h"
+
+#include "platform/PlatformError.h"
+
+namespace corvane {
+
+void FakeSerialPort::setPortOpen(bool open)
+{
+    if (open == m_open)
+        return;
+    if (open && !failOpen.isEmpty())
+        throw PlatformError(failOpen);
+    m_open = open;
+    ++(open ? opened : closed);
+}
+
+void FakeSerialPort::output(const QByteArray &bytes)
+{
+    if (!failWrite.isEmpty())
+        throw PlatformError(failWrite);
+    if (!m_open)
+        throw PlatformError(QStringLiteral("the port is closed"));
+    written.push_back(bytes);
+}
+
+void FakeSerialPort::feed(const QByteArray &bytes)
+{
+    m_buffer += bytes;
+    if (m_rThreshold > 0 && m_buffer.size() >= m_rThreshold)
+        Q_EMIT onComm(CommEvent::receive);
+}
+
+void FakeSerialPort::unplug(const QString &description)
+{
+    m_open = false;
+    Q_EMIT lost(description);
+}
+
+} // namespace corvane

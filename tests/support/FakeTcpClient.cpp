@@ -1,0 +1,49 @@
+#include "FakeTcpClient.h"
+
+#include "platform/PlatformError.h"
+
+namespace corvane {
+
+void FakeTcpClient::connectToPeer()
+{
+    ++connects;
+    if (!failConnect.isEmpty())
+        throw PlatformError(failConnect);
+    setState(stateAfterConnect);
+}
+
+void FakeTcpClient::close()
+{
+    ++closes;
+    m_buffer.clear();
+    setState(SocketState::Closed);
+}
+
+void FakeTcpClient::sendData(const QByteArray &bytes)
+{
+    if (!failSend.isEmpty())
+        throw PlatformError(failSend);
+    if (m_state != SocketState::Connected)
+        throw PlatformError(QStringLiteral("the socket is not connected"));
+    sent.push_back(bytes);
+}
+
+void FakeTcpClient::setState(SocketState state)
+{
+    m_state = state;
+    Q_EMIT stateChanged();
+}
+
+void FakeTcpClient::feed(const QByteArray &bytes)
+{
+    m_buffer += bytes;
+    Q_EMIT dataArrived();
+}
+
+void FakeTcpClient::fail(int number, const QString &description)
+{
+    setState(SocketState::Error);
+    Q_EMIT errorOccurred(number, description);
+}
+
+} // namespace corvane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/TcpClient.h"
+
+#include <vector>
+
+namespace corvane {
+
+/// A TCP client in memory: set its state, feed it bytes, read what was sent, let it fail.
+class FakeTcpClient : public TcpClient
+{
+public:
+    [[nodiscard]] QString remoteHost() const override { return m_host; }
+    void setRemoteHost(const QString &host) override { m_host = host; }
+    [[nodiscard]] qint32 remotePort() const override { return m_port; }
+    void setRemotePort(qint32 port) override { m_port = port; }
+    [[nodiscard]] SocketState state() const override { return m_state; }
+    void connectToPeer() override;
+    void close() override;
+    void sendData(const QByteArray &bytes) override;
+    QByteArray getData() override { return std::exchange(m_buffer, {}); }
+
+    void setState(SocketState state);
+    /// Bytes arrive in one piece.
+    void feed(const QByteArray &bytes);
+    /// The connection fails: state Error, then the error event.
+    void fail(int number, const QString &description);
+
+    /// Everything sent, one entry a call.
+    std::vector<QByteArray> sent;
+    /// The state that connecting leads to at once.
+    SocketState stateAfterConnect = SocketState::Connected;
+    /// Not empty: connecting (sending) fails with this description.
+    QString failConnect;
+    QString failSend;
+    int connects = 0;
+    int closes = 0;
+
+private:
+    QString m_host;
+    qint32 m_port = 0;
+    SocketState m_state = SocketState::Closed;
+    QByteArray m_buffer;
+};
+
+} // namespace corvane
