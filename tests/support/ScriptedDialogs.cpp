@@ -63,7 +63,7 @@ Dialogs::FileChoice ScriptedDialogs::takeChoice(std::deque<FileChoice> &choices,
         ADD_FAILURE() << "unexpected file dialog";
         return {};
     }
-    const FileChoice choice = choices.front();
+    FileChoice choice = choices.front();
     choices.pop_front();
     return choice;
 }
