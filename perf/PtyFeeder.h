@@ -1,0 +1,97 @@
+#pragma once
+
+#include "perf/Harness.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
+#include <string>
+#include <system_error>
+#include <termios.h>
+#include <thread>
+#include <unistd.h>
+
+namespace corvane::perf {
+
+/// A pseudo terminal whose other end is fed by a thread: the device of a serial benchmark. The
+/// kernel holds only some kB, so the time a feed takes is the time its reader needed.
+class PtyFeeder
+{
+public:
+    /// Throws std::system_error when the system has no pseudo terminal left.
+    PtyFeeder()
+        : m_master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        if (m_master < 0 || grantpt(m_master) != 0 || unlockpt(m_master) != 0)
+            throw std::system_error(errno, std::generic_category(), "no pseudo terminal");
+        m_path = ptsname(m_master);
+        // Raw before anybody opens it: a fresh one echoes and waits for whole lines.
+        m_slave = open(m_path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        termios settings{};
+        tcgetattr(m_slave, &settings);
+        cfmakeraw(&settings);
+        tcsetattr(m_slave, TCSANOW, &settings);
+    }
+    ~PtyFeeder()
+    {
+        join();
+        close(m_slave);
+        close(m_master);
+    }
+    PtyFeeder(const PtyFeeder &) = delete;
+    PtyFeeder &operator=(const PtyFeeder &) = delete;
+
+    /// The device that the reader opens.
+    [[nodiscard]] const std::string &path() const { return m_path; }
+
+    /// Starts to write `bytes` bytes of printable text, `piece` at a time; at `bytesPerSecond`, or
+    /// as fast as they are read with 0.
+    void start(size_t bytes, size_t piece, double bytesPerSecond = 0)
+    {
+        join();
+        m_thread = std::thread([this, bytes, piece, bytesPerSecond] {
+            const double begin = now();
+            feed(bytes, piece, bytesPerSecond);
+            m_seconds = now() - begin;
+        });
+    }
+    /// Waits until everything is written; the seconds that took.
+    double join()
+    {
+        if (m_thread.joinable())
+            m_thread.join();
+        return m_seconds;
+    }
+
+private:
+    void feed(size_t bytes, size_t piece, double bytesPerSecond) const
+    {
+        std::string text(piece, 'x');
+        for (size_t i = 0; i < piece; ++i)
+            text[i] = static_cast<char>('!' + i % 90);
+        const double begin = now();
+        for (size_t written = 0; written < bytes;) {
+            if (bytesPerSecond > 0)
+                sleepUntil(begin + static_cast<double>(written) / bytesPerSecond);
+            const ssize_t size = write(m_master, text.data(), std::min(piece, bytes - written));
+            if (size < 0 && errno != EINTR)
+                return;
+            written += size > 0 ? static_cast<size_t>(size) : 0;
+        }
+    }
+    static void sleepUntil(double time)
+    {
+        const double left = time - now();
+        if (left > 0)
+            std::this_thread::sleep_for(std::chrono::duration<double>(left));
+    }
+
+    int m_master;
+    int m_slave = -1;
+    std::string m_path;
+    std::thread m_thread;
+    double m_seconds = 0;
+};
+
+} // namespace corvane::perf
