@@ -1,0 +1,38 @@
+#include "platform/FileDialog.h"
+
+#include "platform/FileQuestions.h"
+
+#include <QFileInfo>
+
+namespace corvane {
+
+FileDialog::FileDialog(const Dialogs::FileQuestion &question, AcceptMode mode)
+{
+    setAcceptMode(mode);
+    setFileMode(AnyFile);
+    setOption(DontConfirmOverwrite);
+    setDirectory(question.folder);
+    setNameFilters(fileQuestions::nameFilters(question.filter));
+    selectFile(question.name);
+}
+
+QString FileDialog::path() const
+{
+    const QString chosen = selectedFiles().value(0);
+    const QString extension = fileQuestions::extensionOf(selectedNameFilter());
+    const bool bare = !QFileInfo(chosen).fileName().contains(u'.');
+    return acceptMode() == AcceptSave && bare && !extension.isEmpty() && !chosen.isEmpty()
+               ? chosen + u'.' + extension
+               : chosen;
+}
+
+void FileDialog::accept()
+{
+    const QString chosen = selectedFiles().value(0);
+    if (QFileInfo(chosen).isDir())
+        QFileDialog::accept(); // steps into the folder
+    else
+        done(Accepted);
+}
+
+} // namespace corvane

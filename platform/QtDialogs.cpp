@@ -1,0 +1,137 @@
+#include "platform/QtDialogs.h"
+
+#include "platform/FileDialog.h"
+#include "platform/FileQuestions.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QWindow>
+
+#include <ranges>
+
+namespace corvane {
+
+namespace {
+
+QMessageBox::Icon toQt(Dialogs::Icon icon)
+{
+    switch (icon) {
+    case Dialogs::Icon::Stop:
+        return QMessageBox::Critical;
+    case Dialogs::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Dialogs::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// Places the dialog over the window it speaks for; there is no parent that would do it.
+void placeOver(QDialog &dialog, const QWidget *parent)
+{
+    if (!parent)
+        return;
+    const QWidget *window = parent->window();
+    dialog.setWindowIcon(window->windowIcon());
+    dialog.winId(); // makes the native window that is to follow the other one
+    dialog.windowHandle()->setTransientParent(window->windowHandle());
+    if (!window->isVisible())
+        return;
+    dialog.ensurePolished();
+    dialog.adjustSize();
+    QRect place(QPoint(), dialog.size());
+    place.moveCenter(window->frameGeometry().center());
+    dialog.move(place.topLeft());
+}
+
+} // namespace
+
+bool QtDialogs::run(QDialog &dialog, QWidget *parent)
+{
+    OpenDialog entry{dialog};
+    m_open.push_back(&entry);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    placeOver(dialog, parent);
+    dialog.exec();
+    std::erase(m_open, &entry);
+    return !entry.dismissed;
+}
+
+Dialogs::Answer QtDialogs::showMessage(QWidget *parent, const MessageBox &box)
+{
+    const bool asks = box.buttons == Buttons::YesNo;
+    QMessageBox dialog;
+    dialog.setObjectName(QStringLiteral("messageBox"));
+    dialog.setTextFormat(Qt::PlainText);
+    dialog.setText(box.text);
+    dialog.setWindowTitle(box.title);
+    dialog.setIcon(toQt(box.icon));
+    dialog.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+    dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (!run(dialog, parent))
+        return Answer::Dismissed;
+    switch (dialog.standardButton(dialog.clickedButton())) {
+    case QMessageBox::Ok:
+        return Answer::Ok;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Dismissed;
+    }
+}
+
+Dialogs::FileChoice QtDialogs::openFile(QWidget *parent, const FileQuestion &question)
+{
+    FileDialog dialog(question, QFileDialog::AcceptOpen);
+    while (run(dialog, parent) && dialog.result() == QDialog::Accepted) {
+        const QString path = dialog.path();
+        if (QFileInfo(path).isFile())
+            return {FileChoice::Outcome::Chosen, path};
+        const MessageBox missing{
+            .text = QStringLiteral("%1\nFile not found.").arg(QDir::toNativeSeparators(path)),
+            .icon = Icon::Exclamation};
+        if (showMessage(parent, missing) == Answer::Dismissed)
+            break;
+    }
+    return {};
+}
+
+Dialogs::FileChoice QtDialogs::saveFile(QWidget *parent, const FileQuestion &question)
+{
+    FileDialog dialog(question, QFileDialog::AcceptSave);
+    while (run(dialog, parent) && dialog.result() == QDialog::Accepted) {
+        const QString path = dialog.path();
+        if (fileQuestions::isRefusedName(path))
+            return {FileChoice::Outcome::InvalidName, path};
+        if (!QFileInfo::exists(path))
+            return {FileChoice::Outcome::Chosen, path};
+        const MessageBox replace{
+            .text = QStringLiteral("%1 already exists.\nDo you want to replace it?")
+                        .arg(QDir::toNativeSeparators(path)),
+            .icon = Icon::Exclamation,
+            .buttons = Buttons::YesNo};
+        const Answer answer = showMessage(parent, replace);
+        if (answer == Answer::Yes)
+            return {FileChoice::Outcome::Chosen, path};
+        if (answer == Answer::Dismissed)
+            break;
+    }
+    return {};
+}
+
+void QtDialogs::dismissAll()
+{
+    for (OpenDialog *open : std::views::reverse(m_open)) {
+        open->dismissed = true;
+        // The toolkit's own questions inside a file dialog ("New folder", "Delete") go first.
+        for (QDialog *inner : open->dialog.findChildren<QDialog *>())
+            inner->reject();
+        open->dialog.reject();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/TcpClient.h"
+
+#include <QTcpSocket>
+#include <QTimer>
+
+namespace corvane {
+
+/// The TCP client on a real socket. It keeps a state of its own, since the toolkit's socket is
+/// already unconnected when "closed by the peer" and "error" must still be seen, and a time limit
+/// for connecting.
+///
+/// stateChanged and dataArrived come straight out of the socket's slots: a receiver takes the bytes
+/// and neither waits nor shows a box.
+class QtTcpClient : public TcpClient
+{
+    Q_OBJECT
+
+public:
+    static constexpr int defaultConnectTimeoutMs = 10'000;
+
+    explicit QtTcpClient(int connectTimeoutMs = defaultConnectTimeoutMs);
+    ~QtTcpClient() override;
+
+    [[nodiscard]] QString remoteHost() const override { return m_host; }
+    void setRemoteHost(const QString &host) override { m_host = host; }
+    [[nodiscard]] qint32 remotePort() const override { return m_port; }
+    void setRemotePort(qint32 port) override { m_port = port; }
+    [[nodiscard]] SocketState state() const override { return m_state; }
+    void connectToPeer() override;
+    void close() override;
+    void sendData(const QByteArray &bytes) override;
+    QByteArray getData() override;
+
+private:
+    [[nodiscard]] bool isActive() const;
+    void setState(SocketState state);
+    void followSocket(QAbstractSocket::SocketState state);
+    void handleError(QAbstractSocket::SocketError error);
+    void readArrived();
+    void peerClosed();
+    void fail(QAbstractSocket::SocketError error);
+
+    QTcpSocket m_socket;
+    QTimer m_connectLimit;
+    QString m_host;
+    qint32 m_port = 0;
+    SocketState m_state = SocketState::Closed;
+    QString m_peer;    ///< host and port of the running attempt, for messages
+    int m_attempt = 0; ///< tells reports of an earlier attempt from this one's
+};
+
+} // namespace corvane

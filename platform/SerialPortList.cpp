@@ -1,0 +1,138 @@
+#include "platform/SerialPortList.h"
+
+#include "platform/PlatformError.h"
+
+#include <QSerialPortInfo>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+/// Orders "ttyS2" before "ttyS10": runs of digits compare as numbers.
+bool naturallyBefore(QStringView a, QStringView b)
+{
+    const auto digitRun = [](QStringView text) {
+        const auto end = std::ranges::find_if_not(text, [](QChar c) { return c.isDigit(); });
+        return text.first(end - text.begin());
+    };
+    while (!a.isEmpty() && !b.isEmpty()) {
+        const QStringView runA = digitRun(a);
+        const QStringView runB = digitRun(b);
+        if (!runA.isEmpty() && !runB.isEmpty()) {
+            const auto numberA = runA.toULongLong();
+            const auto numberB = runB.toULongLong();
+            if (numberA != numberB)
+                return numberA < numberB;
+            a = a.sliced(runA.size());
+            b = b.sliced(runB.size());
+        } else if (a.front() != b.front()) {
+            return a.front() < b.front();
+        } else {
+            a = a.sliced(1);
+            b = b.sliced(1);
+        }
+    }
+    return a.size() < b.size();
+}
+
+/// The number that a device's own name gives it ("COM12"), or 0.
+int numberInName(const QString &device)
+{
+    const QString prefix = QStringLiteral("COM");
+    const QString name = device.mid(device.lastIndexOf(u'\\') + 1);
+    return name.startsWith(prefix) ? name.mid(prefix.size()).toInt() : 0;
+}
+
+} // namespace
+
+QList<SerialPortEntry> SerialPortList::systemPorts()
+{
+    QList<SerialPortEntry> ports;
+    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts())
+        ports.append({0, info.systemLocation(), info.manufacturer(), info.description()});
+    return ports;
+}
+
+SerialPortList::SerialPortList(Source source)
+    : m_source(std::move(source))
+{
+}
+
+void SerialPortList::pin(int number, const QString &device)
+{
+    m_pinned[number] = device;
+}
+
+void SerialPortList::pin(const QString &assignment)
+{
+    const auto equals = assignment.indexOf(u'=');
+    bool ok = false;
+    const int number = assignment.left(equals).trimmed().toInt(&ok);
+    const QString device = assignment.mid(equals + 1).trimmed();
+    if (equals < 0 || device.isEmpty())
+        throw PlatformError(
+            QStringLiteral("\"%1\": a port number and a device are needed, as in 3=/dev/ttyUSB0")
+                .arg(assignment));
+    if (!ok || number < 1)
+        throw PlatformError(
+            QStringLiteral("\"%1\": the port number must be a whole number from 1 up")
+                .arg(assignment));
+    pin(number, device);
+}
+
+std::map<int, SerialPortEntry> SerialPortList::byNumber() const
+{
+    QList<SerialPortEntry> ports = m_source();
+    std::ranges::sort(ports, naturallyBefore, &SerialPortEntry::device);
+    std::map<int, SerialPortEntry> numbered;
+    int position = 0;
+    for (SerialPortEntry &port : ports) {
+        ++position;
+        const int own = numberInName(port.device);
+        port.number = own > 0 ? own : position;
+        numbered[port.number] = port;
+    }
+    for (const auto &[number, device] : m_pinned) {
+        const auto listed = std::ranges::find(ports, device, &SerialPortEntry::device);
+        SerialPortEntry entry = listed == ports.end() ? SerialPortEntry{} : *listed;
+        entry.number = number;
+        entry.device = device;
+        numbered[number] = entry;
+    }
+    return numbered;
+}
+
+QList<SerialPortEntry> SerialPortList::entries() const
+{
+    QList<SerialPortEntry> result;
+    for (const auto &[number, entry] : byNumber())
+        result.append(entry);
+    return result;
+}
+
+QString SerialPortList::device(int number) const
+{
+    // A pinned number asks nothing of the system: listing touches ports that are none of our own.
+    if (const auto pinned = m_pinned.find(number); pinned != m_pinned.end())
+        return pinned->second;
+    const auto ports = byNumber();
+    if (const auto found = ports.find(number); found != ports.end())
+        return found->second.device;
+    QStringList known;
+    for (const auto &[portNumber, entry] : ports)
+        known.append(QStringLiteral("%1 = %2").arg(portNumber).arg(entry.device));
+    throw PlatformError(
+        known.isEmpty()
+            ? QStringLiteral("serial port %1: the system lists no serial ports; plug the adapter "
+                             "in, or pin the number to a device (--com N=DEVICE)")
+                  .arg(number)
+            : QStringLiteral("serial port %1: there is no such port; the system lists %2 (%3)")
+                  .arg(number)
+                  .arg(known.size())
+                  .arg(known.join(QStringLiteral(", "))));
+}
+
+} // namespace corvane

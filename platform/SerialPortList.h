@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <map>
+
+namespace corvane {
+
+/// One serial port of this computer.
+struct SerialPortEntry
+{
+    int number = 0;
+    QString device; ///< "/dev/ttyUSB0", "COM3"
+    QString maker;
+    QString description;
+
+    bool operator==(const SerialPortEntry &) const = default;
+};
+
+/// Gives serial ports their numbers: COMn is n; where ports have no such names, the n-th port that
+/// the system lists in natural order. Numbers pinned to a device win.
+class SerialPortList
+{
+public:
+    /// Lists the ports there are now; numbers and order do not matter.
+    using Source = std::function<QList<SerialPortEntry>()>;
+
+    /// The ports of the system. Listing them opens built-in ports for a moment.
+    static QList<SerialPortEntry> systemPorts();
+
+    explicit SerialPortList(Source source = systemPorts);
+
+    /// Lets the number mean the device from now on.
+    void pin(int number, const QString &device);
+    /// Pins as a text says, "3=/dev/ttyUSB0". Throws PlatformError that names what is wrong with
+    /// it.
+    void pin(const QString &assignment);
+
+    /// All ports by number, pinned ones included. A port that lost its number to a pinned one
+    /// is left out.
+    [[nodiscard]] QList<SerialPortEntry> entries() const;
+    /// The device of a number. Throws PlatformError that tells the numbers there are.
+    [[nodiscard]] QString device(int number) const;
+
+private:
+    [[nodiscard]] std::map<int, SerialPortEntry> byNumber() const;
+
+    Source m_source;
+    std::map<int, QString> m_pinned;
+};
+
+} // namespace corvane
