@@ -18,7 +18,8 @@ bool isRefusedCharacter(QChar c)
 #ifdef Q_OS_WIN
     return c < u' ' || QStringLiteral("<>:\"|?*").contains(c);
 #else
-    return c.isNull();
+    Q_UNUSED(c)
+    return false;
 #endif
 }
 

@@ -1,0 +1,182 @@
+#include "platform/QtTcpClient.h"
+
+#include "Faults.h"
+
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTest>
+
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+using namespace corvane;
+
+class QtTcpClientTest : public testing::Test
+{
+protected:
+    QtTcpClientTest()
+    {
+        EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
+        client.setRemoteHost(QStringLiteral(" 127.0.0.1 "));
+        client.setRemotePort(server.serverPort());
+        QObject::connect(&client, &TcpClient::stateChanged, &client,
+                         [this] { states.push_back(static_cast<int>(client.state())); });
+    }
+
+    /// Connects and gives the server's end.
+    QTcpSocket &connected()
+    {
+        client.connectToPeer();
+        EXPECT_TRUE(QTest::qWaitFor([this] {
+            return client.state() == SocketState::Connected && server.hasPendingConnections();
+        }));
+        return *server.nextPendingConnection();
+    }
+
+    bool reaches(SocketState state)
+    {
+        return QTest::qWaitFor([this, state] { return client.state() == state; });
+    }
+
+    QTcpServer server;
+    QtTcpClient client{200};
+    QSignalSpy errors{&client, &TcpClient::errorOccurred};
+    QSignalSpy arrivals{&client, &TcpClient::dataArrived};
+    std::vector<int> states;
+};
+
+TEST_F(QtTcpClientTest, ConnectsExchangesAndClosesThroughItsStatesInOrder)
+{
+    QTcpSocket &far = connected();
+    EXPECT_EQ(states, (std::vector{4, 5, 6, 7}));
+    EXPECT_THROW(client.connectToPeer(), PlatformError);
+    client.sendData(QByteArray("\0\xff?\r", 4));
+    EXPECT_TRUE(QTest::qWaitFor([&far] { return far.bytesAvailable() == 4; }));
+    EXPECT_EQ(far.readAll(), QByteArray("\0\xff?\r", 4));
+    far.write("reply");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !arrivals.empty(); }));
+    EXPECT_EQ(client.getData(), "reply");
+    EXPECT_EQ(client.getData(), "");
+    client.close();
+    client.close();
+    EXPECT_EQ(states, (std::vector{4, 5, 6, 7, 0}));
+    EXPECT_THROW(client.sendData("x"), PlatformError);
+    EXPECT_TRUE(QTest::qWaitFor([&far] { return far.state() == QTcpSocket::UnconnectedState; }));
+    EXPECT_TRUE(errors.empty());
+}
+
+TEST_F(QtTcpClientTest, APeerThatClosesIsNoErrorAndItsLastWordsStayReadable)
+{
+    for (const bool reset : {false, true}) {
+        arrivals.clear();
+        states.clear();
+        QTcpSocket &far = connected();
+        far.write("bye");
+        far.flush();
+        if (reset) {
+            EXPECT_TRUE(QTest::qWaitFor([this] { return !arrivals.empty(); }));
+            const linger atOnce = {1, 0};
+            setsockopt(static_cast<int>(far.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
+                       sizeof atOnce);
+            far.abort();
+        } else {
+            far.disconnectFromHost();
+        }
+        EXPECT_TRUE(reaches(SocketState::PeerClosing));
+        QTest::qWait(20);
+        EXPECT_EQ(states, (std::vector{4, 5, 6, 7, 8}));
+        EXPECT_GE(arrivals.size(), 1);
+        EXPECT_EQ(client.getData(), "bye");
+        EXPECT_THROW(client.sendData("x"), PlatformError);
+        EXPECT_TRUE(errors.empty());
+        client.close();
+        EXPECT_EQ(client.state(), SocketState::Closed);
+    }
+}
+
+TEST_F(QtTcpClientTest, AFailureToConnectIsReportedOnceWithItsNumber)
+{
+    struct Row
+    {
+        const char *host;
+        int number;
+        const char *said;
+    };
+    const Row rows[] = {{"127.0.0.1", 10061, "127.0.0.1 port"},
+                        {"no-such-host.invalid", 11001, "no such host"},
+                        {"not a host", 11001, "no such host"}};
+    server.close();
+    QtTcpClient patient;
+    QSignalSpy reports(&patient, &TcpClient::errorOccurred);
+    for (const Row &row : rows) {
+        reports.clear();
+        patient.setRemoteHost(QLatin1String(row.host));
+        patient.setRemotePort(client.remotePort());
+        patient.connectToPeer();
+        EXPECT_TRUE(QTest::qWaitFor([&reports] { return !reports.empty(); }, 9000)) << row.host;
+        QTest::qWait(20);
+        ASSERT_EQ(reports.size(), 1) << row.host;
+        EXPECT_EQ(reports[0][0].toInt(), row.number) << row.host;
+        EXPECT_TRUE(reports[0][1].toString().contains(QLatin1String(row.said))) << row.host;
+        EXPECT_EQ(patient.state(), SocketState::Error);
+        patient.close();
+    }
+}
+
+TEST_F(QtTcpClientTest, APeerThatNeverAnswersTimesOutAndCanBeGivenUp)
+{
+    // A listener whose queue is full neither takes nor refuses a connection.
+    const int deaf = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    ASSERT_EQ(bind(deaf, reinterpret_cast<sockaddr *>(&address), length), 0);
+    ASSERT_EQ(listen(deaf, 0), 0);
+    getsockname(deaf, reinterpret_cast<sockaddr *>(&address), &length);
+    QTcpSocket fillers[3];
+    for (QTcpSocket &filler : fillers) {
+        filler.connectToHost(QHostAddress::LocalHost, ntohs(address.sin_port));
+        QTest::qWait(20);
+    }
+    client.setRemotePort(ntohs(address.sin_port));
+    client.connectToPeer();
+    EXPECT_TRUE(reaches(SocketState::Connecting));
+    client.close();
+    EXPECT_EQ(client.state(), SocketState::Closed);
+    QTest::qWait(250);
+    EXPECT_TRUE(errors.empty());
+
+    client.connectToPeer();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !errors.empty(); }));
+    EXPECT_EQ(errors[0][0].toInt(), 10060);
+    EXPECT_EQ(client.state(), SocketState::Error);
+    ::close(deaf);
+}
+
+TEST_F(QtTcpClientTest, AFailureIsNotReportedAfterClosing)
+{
+    server.close();
+    client.connectToPeer();
+    QObject::connect(&client, &TcpClient::stateChanged, &client, [this] {
+        if (client.state() == SocketState::Error)
+            client.close();
+    });
+    EXPECT_TRUE(reaches(SocketState::Closed));
+    QTest::qWait(20);
+    EXPECT_TRUE(errors.empty());
+}
+
+TEST_F(QtTcpClientTest, APeerThatCannotBeTriedIsRefusedAtOnce)
+{
+    for (const int port : {0, -1, 65536, 70000}) {
+        client.setRemotePort(port);
+        EXPECT_NE(faultOf([this] { client.connectToPeer(); }).find("1 to 65535"),
+                  std::string::npos);
+    }
+    client.setRemotePort(1);
+    client.setRemoteHost(QStringLiteral("  "));
+    EXPECT_NE(faultOf([this] { client.connectToPeer(); }).find("host is empty"), std::string::npos);
+    EXPECT_EQ(client.state(), SocketState::Closed);
+}

@@ -1,0 +1,10 @@
+corvane_test(
+  platform
+  SOURCES
+  Pty.cpp
+  QtDialogsTest.cpp
+  QtSerialPortTest.cpp
+  QtTcpClientTest.cpp
+  SerialSettingsTest.cpp
+  USES
+  platform)
