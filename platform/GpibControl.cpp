@@ -4,7 +4,8 @@
 
 namespace corvane {
 
-/// One use of the control: refused while another one runs, ended by going out of scope.
+/// One use of the control: refused while another one runs, ended by going out of scope. Clicks and
+/// keys wait meanwhile.
 class GpibControl::Use
 {
 public:
@@ -18,17 +19,20 @@ public:
                 QStringLiteral("the GPIB control is busy with another exchange; try again"));
         control.m_waits.reopen();
         control.m_busy = true;
+        m_hold.emplace(control.m_inputHold);
     }
     ~Use() { m_control.m_busy = false; }
     Q_DISABLE_COPY_MOVE(Use)
 
 private:
     GpibControl &m_control;
+    std::optional<InputHold::Scope> m_hold;
 };
 
 GpibControl::GpibControl(Clock &clock, AdapterFactory factory, QObject *parent)
     : QObject(parent)
     , m_waits(clock)
+    , m_inputHold(clock)
     , m_factory(std::move(factory))
 {
 }

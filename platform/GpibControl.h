@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/GpibAdapter.h"
+#include "platform/InputHold.h"
 #include "platform/WaitGroup.h"
 
 #include <QObject>
@@ -69,6 +70,7 @@ private:
     GpibAdapter &adapter(int board);
 
     WaitGroup m_waits;
+    InputHold m_inputHold;
     AdapterFactory m_factory;
     std::array<std::unique_ptr<GpibAdapter>, GpibAddress::boardCount> m_adapters;
     QString m_connectString = QStringLiteral("GPIB0::0");

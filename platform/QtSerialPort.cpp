@@ -112,7 +112,8 @@ void QtSerialPort::open()
 {
     const auto wanted = SerialSettings::parse(m_settings);
     const QString device = m_list.device(m_commPort);
-    m_label = QStringLiteral("serial port %1 (%2)").arg(m_commPort).arg(device);
+    m_label =
+        m_commPort > 0 ? QStringLiteral("serial port %1 (%2)").arg(m_commPort).arg(device) : device;
     m_port.clearError();
     m_port.setPortName(canonical(device));
     applySettings(wanted);

@@ -32,7 +32,7 @@ public:
 
     explicit SerialPortList(Source source = systemPorts);
 
-    /// Lets the number mean the device from now on.
+    /// Lets the number mean the device from now on; 0 for a device that needs none.
     void pin(int number, const QString &device);
     /// Pins as a text says, "3=/dev/ttyUSB0". Throws PlatformError that names what is wrong with
     /// it.

@@ -1,0 +1,91 @@
+#include "platform/GpibAdapterFactory.h"
+
+#include "platform/IbBus.h"
+#include "platform/LibraryAdapter.h"
+#include "platform/NoGpibAdapter.h"
+#include "platform/PlatformError.h"
+#include "platform/PlusPlusAdapter.h"
+#include "platform/SerialGpibStream.h"
+#include "platform/TcpGpibStream.h"
+#include "platform/VisaBus.h"
+
+namespace corvane {
+
+GpibAdapterFactory::GpibAdapterFactory(Libraries libraries)
+    : m_libraries(std::move(libraries))
+{
+}
+
+std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &choice,
+                                                      int board) const
+{
+    using Kind = GpibAdapterChoice::Kind;
+    try {
+        switch (choice.kind) {
+        case Kind::Auto:
+            return makeFromLibraries(board);
+        case Kind::Tcp:
+            return std::make_unique<PlusPlusAdapter>(
+                std::make_unique<TcpGpibStream>(choice.host, choice.port));
+        case Kind::Serial:
+            return std::make_unique<PlusPlusAdapter>(
+                std::make_unique<SerialGpibStream>(choice.device));
+        case Kind::Library:
+            return std::make_unique<LibraryAdapter>(
+                std::make_shared<IbBus>(std::make_shared<const IbLibrary>(m_libraries.ib),
+                                        choice.libraryBoard.value_or(board)));
+        case Kind::Visa:
+            return std::make_unique<LibraryAdapter>(std::make_shared<VisaBus>(
+                std::make_shared<const VisaLibrary>(m_libraries.visa), board));
+        case Kind::None:
+            break;
+        }
+    } catch (const PlatformError &fault) {
+        return std::make_unique<NoGpibAdapter>(fault.description());
+    }
+    return std::make_unique<NoGpibAdapter>(
+        QStringLiteral("board GPIB%1 has no adapter; choose one (--gpib %1=ADAPTER)").arg(board));
+}
+
+std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) const
+{
+    QString why;
+    try {
+        auto bus =
+            std::make_shared<IbBus>(std::make_shared<const IbLibrary>(m_libraries.ib), board);
+        why = bus->missing();
+        if (why.isEmpty())
+            return std::make_unique<LibraryAdapter>(std::move(bus));
+    } catch (const PlatformError &) {
+        why = QStringLiteral("no GPIB library is installed");
+    }
+    try {
+        return std::make_unique<LibraryAdapter>(std::make_shared<VisaBus>(
+            std::make_shared<const VisaLibrary>(m_libraries.visa), board));
+    } catch (const PlatformError &) {
+        return std::make_unique<NoGpibAdapter>(
+            QStringLiteral("nothing serves board GPIB%1: %2, and no VISA library. Install the "
+                           "library of your board, or choose a \"++\" controller (--gpib "
+                           "%1=tcp:HOST or --gpib %1=serial:DEVICE)")
+                .arg(board)
+                .arg(why));
+    }
+}
+
+QList<GpibAdapterFactory::Installed> GpibAdapterFactory::installed() const
+{
+    QList<Installed> found;
+    try {
+        found.append({QStringLiteral("ib*"), IbLibrary(m_libraries.ib).file});
+    } catch (const PlatformError &) {
+        // not installed
+    }
+    try {
+        found.append({QStringLiteral("VISA"), VisaLibrary(m_libraries.visa).file});
+    } catch (const PlatformError &) {
+        // not installed
+    }
+    return found;
+}
+
+} // namespace corvane

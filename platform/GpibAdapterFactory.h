@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/GpibAdapter.h"
+#include "platform/GpibAdapterChoice.h"
+
+#include <QList>
+
+#include <memory>
+
+namespace corvane {
+
+/// Makes the adapters that choices name, out of what is installed on this computer.
+class GpibAdapterFactory
+{
+public:
+    /// Files to load instead of the system's own ones; empty: the system's.
+    struct Libraries
+    {
+        QString ib;
+        QString visa;
+    };
+
+    struct Installed
+    {
+        QString kind; ///< "ib*", "VISA"
+        QString file; ///< with its version where the name tells it
+
+        bool operator==(const Installed &) const = default;
+    };
+
+    GpibAdapterFactory() = default;
+    explicit GpibAdapterFactory(Libraries libraries);
+
+    /// The adapter of a board (0..3). Never null and never throws: where nothing serves the board,
+    /// the adapter's calls say so and what to do. Loads libraries, which may take a moment.
+    [[nodiscard]] std::unique_ptr<GpibAdapter> make(const GpibAdapterChoice &choice,
+                                                    int board) const;
+
+    /// The GPIB libraries found on this computer; loads them.
+    [[nodiscard]] QList<Installed> installed() const;
+
+private:
+    [[nodiscard]] std::unique_ptr<GpibAdapter> makeFromLibraries(int board) const;
+
+    Libraries m_libraries;
+};
+
+} // namespace corvane
