@@ -21,10 +21,10 @@ struct GpibAdapterChoice
     static constexpr int defaultPort = 1234;
 
     Kind kind = Kind::Auto;
-    QString host;
+    QString host = {};
     int port = defaultPort; ///< 1..65535
-    QString device;
-    std::optional<int> libraryBoard; ///< 0..15; none: the board's own number
+    QString device = {};
+    std::optional<int> libraryBoard = {}; ///< 0..15; none: the board's own number
 
     /// Reads such a text; an address with colons stands in brackets. Throws PlatformError that
     /// names what is wrong with it.

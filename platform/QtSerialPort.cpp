@@ -18,6 +18,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// A device that stops reading must not fill the memory of a loop that runs for days.
+constexpr qint64 mostUnsent = 16 * 1024 * 1024;
+
 /// Whether the user may use the device file; systems without such files decide at opening.
 bool isPermitted(const QString &device)
 {
@@ -182,6 +185,8 @@ void QtSerialPort::output(const QByteArray &bytes)
 {
     if (!m_open)
         throw PlatformError(QStringLiteral("serial port %1 is not open").arg(m_commPort));
+    if (m_port.bytesToWrite() > mostUnsent)
+        throw PlatformError(QStringLiteral("%1: the device takes no more data").arg(m_label));
     if (m_port.write(bytes) != bytes.size())
         throw PlatformError(
             QStringLiteral("%1: cannot send: %2").arg(m_label, m_port.errorString()));

@@ -39,6 +39,9 @@ constexpr Failure failures[] = {
 
 constexpr int otherFailures = 10000;
 
+/// A peer that stops reading must not fill the memory of a loop that runs for days.
+constexpr qint64 mostUnsent = 16 * 1024 * 1024;
+
 } // namespace
 
 QtTcpClient::QtTcpClient(int connectTimeoutMs)
@@ -96,6 +99,8 @@ void QtTcpClient::sendData(const QByteArray &bytes)
 {
     if (m_state != SocketState::Connected)
         throw PlatformError(QStringLiteral("the socket is not connected"));
+    if (m_socket.bytesToWrite() > mostUnsent)
+        throw PlatformError(QStringLiteral("%1 takes no more data; disconnect it").arg(m_peer));
     if (m_socket.write(bytes) != bytes.size())
         throw PlatformError(
             QStringLiteral("%1: cannot send: %2").arg(m_peer, m_socket.errorString()));
@@ -103,7 +108,7 @@ void QtTcpClient::sendData(const QByteArray &bytes)
 
 QByteArray QtTcpClient::getData()
 {
-    return m_socket.read(m_socket.bytesAvailable());
+    return m_socket.isOpen() ? m_socket.read(m_socket.bytesAvailable()) : QByteArray();
 }
 
 bool QtTcpClient::isActive() const

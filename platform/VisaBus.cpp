@@ -158,8 +158,10 @@ void VisaBus::fail(const GpibAddress &address, Status status)
         m_sessions.erase(known);
     }
     const auto hint = std::ranges::find(hints, status, &Hint::status);
-    const QString why = hint != std::end(hints) ? QString(hint->text)
-                                                : QString::fromLocal8Bit(text.data()).trimmed();
+    QString why = hint != std::end(hints) ? QString(hint->text)
+                                          : QString::fromLocal8Bit(text.data()).trimmed();
+    if (why.isEmpty())
+        why = QStringLiteral("the VISA library does not start; check its installation");
     throw PlatformError(QStringLiteral("%1: %2 (VISA status %3)")
                             .arg(address.toString(), why)
                             .arg(static_cast<std::uint32_t>(status), 8, 16, QChar(u'0')));

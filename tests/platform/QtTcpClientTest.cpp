@@ -104,7 +104,6 @@ TEST_F(QtTcpClientTest, AFailureToConnectIsReportedOnceWithItsNumber)
         const char *said;
     };
     const Row rows[] = {{"127.0.0.1", 10061, "127.0.0.1 port"},
-                        {"no-such-host.invalid", 11001, "no such host"},
                         {"not a host", 11001, "no such host"}};
     server.close();
     QtTcpClient patient;
@@ -179,4 +178,5 @@ TEST_F(QtTcpClientTest, APeerThatCannotBeTriedIsRefusedAtOnce)
     client.setRemoteHost(QStringLiteral("  "));
     EXPECT_NE(faultOf([this] { client.connectToPeer(); }).find("host is empty"), std::string::npos);
     EXPECT_EQ(client.state(), SocketState::Closed);
+    EXPECT_EQ(client.getData(), "");
 }

@@ -1,0 +1,232 @@
+#include "platform/LibraryAdapter.h"
+
+#include "Faults.h"
+#include "platform/GpibAdapterFactory.h"
+#include "platform/IbBus.h"
+#include "platform/SystemClock.h"
+#include "platform/WaitGroup.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+class LibraryAdapterTest : public testing::Test
+{
+protected:
+    LibraryAdapterTest()
+    {
+        for (const char *name : {"STANDIN_REPLY", "STANDIN_DELAY", "STANDIN_FAIL"})
+            qunsetenv(name);
+        qputenv("STANDIN_LOG", folder.filePath(QStringLiteral("log")).toUtf8());
+        QFile(deviceFiles + u'2').open(QIODevice::WriteOnly);
+        makeIb(2);
+    }
+
+    static QString standIn(const char *name)
+    {
+        return QCoreApplication::applicationDirPath() + u'/' + QLatin1String(name);
+    }
+
+    void makeIb(int board)
+    {
+        adapter = std::make_unique<LibraryAdapter>(std::make_shared<IbBus>(
+            std::make_shared<const IbLibrary>(standIn("libstandin_ib.so")), board, deviceFiles));
+    }
+
+    void makeVisa()
+    {
+        GpibAdapterFactory factory({.ib = {}, .visa = standIn("libstandin_visa.so")});
+        adapter = factory.make({.kind = GpibAdapterChoice::Kind::Visa}, 2);
+    }
+
+    void fail(const char *text) { qputenv("STANDIN_FAIL", text); }
+
+    /// The calls since the last time.
+    QByteArrayList calls()
+    {
+        QFile file(folder.filePath(QStringLiteral("log")));
+        file.open(QIODevice::ReadWrite);
+        const QByteArrayList lines = file.readAll().trimmed().split('\n');
+        file.resize(0);
+        return lines;
+    }
+
+    QByteArray read(int timeoutMs = 1000) { return adapter->read(meter, timeoutMs, waits); }
+    void write(const QByteArray &text = "x") { adapter->write(meter, text, 1000, waits); }
+
+    QTemporaryDir folder;
+    QString deviceFiles = folder.filePath(QStringLiteral("gpib"));
+    SystemClock clock;
+    WaitGroup waits{clock};
+    std::unique_ptr<GpibAdapter> adapter;
+    const GpibAddress meter{2, 5, {}};
+};
+
+TEST_F(LibraryAdapterTest, IbCallsCarryTheAddressAndTheTimeOutRoundedUp)
+{
+    qputenv("STANDIN_REPLY", "12.5\r\n");
+    write("*IDN?");
+    write("");
+    EXPECT_EQ(read(2500), "12.5\r\n");
+    EXPECT_EQ(read(3000), "12.5\r\n");
+    adapter->clear({2, 30, 126}, waits);
+    EXPECT_EQ(calls(),
+              (QByteArrayList{"ibdev 2 5 0 11 1 0", "ibwrt 105 *IDN?", "ibconfig 105 3 12",
+                              "ibrd 105", "ibrd 105", "ibdev 2 30 126 11 1 0", "ibclr 130"}));
+    adapter.reset();
+    EXPECT_EQ(calls(), (QByteArrayList{"ibonl 130 0", "ibonl 105 0"}));
+}
+
+TEST_F(LibraryAdapterTest, TimeOutCodesAreNeverShorterAndNeverEndless)
+{
+    const int rows[][2] = {{1, 5},     {2, 6},      {3, 6},      {4, 7},      {30, 8},
+                           {31, 9},    {100, 9},    {101, 10},   {1000, 11},  {1001, 12},
+                           {3001, 13}, {10000, 13}, {10001, 14}, {30001, 15}, {59999, 15}};
+    for (const auto &[ms, code] : rows)
+        EXPECT_EQ(IbLibrary::timeoutCode(ms), code) << ms;
+}
+
+TEST_F(LibraryAdapterTest, LongRepliesComeInPartsAndAPartIsKeptAtATimeOut)
+{
+    const QByteArray longReply(100'000, 'y');
+    qputenv("STANDIN_REPLY", longReply);
+    EXPECT_EQ(read(), longReply);
+    qputenv("STANDIN_REPLY", "12.");
+    fail("ibrd 6");
+    EXPECT_EQ(read(), "12.");
+    makeVisa();
+    qunsetenv("STANDIN_FAIL");
+    qputenv("STANDIN_REPLY", longReply);
+    EXPECT_EQ(read(), longReply);
+    qputenv("STANDIN_REPLY", "12.");
+    fail("viRead 0x15");
+    EXPECT_EQ(read(), "12.");
+}
+
+TEST_F(LibraryAdapterTest, ErrorsOfTheLibrariesBecomeWordsThatHelp)
+{
+    struct Row
+    {
+        bool visa;
+        const char *failure;
+        const char *said; ///< null: no fault
+    };
+    const Row rows[] = {
+        {false, "ibdev 7", "no such board"},
+        {false, "ibdev 0x0d00", "add your user to the group"}, // errno 13 above error 0
+        {false, "ibdev 0x0200", "(error 2)"},
+        {false, "ibwrt 2", "no device listens"},
+        {false, "ibwrt 6", "did not take the bytes"},
+        {false, "ibwrt 14", "check the cables"},
+        {false, "ibwrt 99", "error 99"},
+        {false, "ibclr 2", nullptr},
+        {false, "ibclr 5", "system controller"},
+        {true, "viOpenDefaultRM 0", "does not start"},
+        {true, "viOpen 0x3c", "described by the library (VISA status bfff003c)"},
+        {true, "viOpen 0x11", "not there"},
+        {true, "viWrite 0x5f", "no device listens"},
+        {true, "viWrite 0x15", "in time"},
+        {true, "viClear 0x5f", nullptr},
+        {true, "viSetAttribute 0xa6", "lost"},
+    };
+    for (const Row &row : rows) {
+        row.visa ? makeVisa() : makeIb(2);
+        fail(row.failure);
+        const std::string fault = faultOf([this] {
+            adapter->clear(meter, waits);
+            write();
+        });
+        EXPECT_EQ(fault.empty(), !row.said) << row.failure << fault;
+        EXPECT_NE(fault.find(row.said ? row.said : ""), std::string::npos) << fault;
+        EXPECT_EQ(fault.find("GPIB2::5: "), row.said ? 0U : std::string::npos) << fault;
+        qunsetenv("STANDIN_FAIL");
+        EXPECT_EQ(faultOf([this] { write(); }), "") << row.failure;
+    }
+    fail("ibrd 1");
+    makeIb(2);
+    EXPECT_NE(faultOf([this] { read(); }).find("controller in charge"), std::string::npos);
+}
+
+TEST_F(LibraryAdapterTest, VisaCallsNameTheDeviceAndTheTimeOut)
+{
+    makeVisa();
+    qputenv("STANDIN_REPLY", "12.5\n");
+    write("*IDN?");
+    EXPECT_EQ(read(2500), "12.5\n");
+    adapter->clear({2, 5, 98}, waits);
+    adapter.reset();
+    EXPECT_EQ(calls(), (QByteArrayList{"viOpenDefaultRM", "viOpen 1 GPIB2::5::INSTR 0",
+                                       "viSetAttribute 2 3fff001a 1000", "viWrite 2 *IDN?",
+                                       "viSetAttribute 2 3fff001a 2500", "viRead 2",
+                                       "viOpen 1 GPIB2::5::2::INSTR 0", "viClear 2", "viClose 2",
+                                       "viClose 2", "viClose 1"}));
+}
+
+TEST_F(LibraryAdapterTest, ALibraryIsNotEvenAskedForABoardWithoutADeviceFileOrAWrongAddress)
+{
+    makeIb(3);
+    EXPECT_NE(faultOf([this] { write(); }).find("gpib3; load the board's kernel driver"),
+              std::string::npos);
+    makeIb(2);
+    EXPECT_NE(faultOf([this] { adapter->open({2, 31, {}}, waits); }), "");
+    EXPECT_NE(faultOf([this] { adapter->open({2, 5, 95}, waits); }), "");
+    EXPECT_EQ(calls(), QByteArrayList{""});
+}
+
+TEST_F(LibraryAdapterTest, AStuckCallKeepsItsCallerNoLongerThanItsTimeAndBlocksTheBusUntilItReturns)
+{
+    write();
+    qputenv("STANDIN_DELAY", "900");
+    qputenv("STANDIN_REPLY", "late");
+    int ticks = 0;
+    QTimer tick;
+    QObject::connect(&tick, &QTimer::timeout, &tick, [&ticks] { ++ticks; });
+    tick.start(10);
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(read(100), "");
+    EXPECT_LT(time.elapsed(), 450);
+    EXPECT_GT(ticks, 5);
+    EXPECT_NE(faultOf([this] { adapter->write(meter, "x", 50, waits); }).find("earlier call"),
+              std::string::npos);
+    qunsetenv("STANDIN_DELAY");
+    write("after");
+    EXPECT_GE(time.elapsed(), 850);
+    EXPECT_EQ(calls().last(), "ibwrt 105 after");
+
+    qputenv("STANDIN_DELAY", "400");
+    QTimer::singleShot(50, &tick, [this] { waits.close(); });
+    time.restart();
+    EXPECT_EQ(read(5000), "");
+    EXPECT_LT(time.elapsed(), 300);
+    adapter.reset();
+    EXPECT_EQ(calls().last(), "ibonl 105 0");
+}
+
+TEST_F(LibraryAdapterTest, AMissingLibraryIsAFaultThatSaysWhatToDo)
+{
+    using Kind = GpibAdapterChoice::Kind;
+    const QString none = folder.filePath(QStringLiteral("none.so"));
+    const GpibAdapterFactory factory({.ib = none, .visa = none});
+    EXPECT_TRUE(factory.installed().empty());
+    const std::pair<Kind, const char *> rows[] = {
+        {Kind::Auto, "choose a \"++\" controller (--gpib 1=tcp:HOST"},
+        {Kind::None, "choose one (--gpib 1=ADAPTER)"},
+        {Kind::Library, "no GPIB library is installed"},
+        {Kind::Visa, "no VISA library is installed"}};
+    for (const auto &[kind, said] : rows) {
+        const auto made = factory.make({.kind = kind}, 1);
+        EXPECT_NE(faultOf([&] { made->open(meter, waits); }).find(said), std::string::npos) << said;
+    }
+    const GpibAdapterFactory found(
+        {.ib = standIn("libstandin_ib.so"), .visa = standIn("libstandin_visa.so")});
+    EXPECT_EQ(found.installed().value(0).file, standIn("libstandin_ib.so"));
+    // The ib* library is there, its board is not.
+    EXPECT_TRUE(found.make({}, 1)->description().startsWith(QStringLiteral("GPIB1 of the VISA")));
+}

@@ -1,0 +1,222 @@
+#include "Faults.h"
+#include "Pty.h"
+#include "ScriptedController.h"
+#include "platform/GpibAdapterFactory.h"
+#include "platform/SystemClock.h"
+#include "platform/WaitGroup.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using Fault = ScriptedController::Fault;
+
+class PlusPlusAdapterTest : public testing::Test
+{
+protected:
+    static constexpr int timeoutMs = 300;
+
+    PlusPlusAdapterTest()
+    {
+        const GpibAdapterChoice choice{.kind = GpibAdapterChoice::Kind::Tcp,
+                                       .host = QStringLiteral("127.0.0.1"),
+                                       .port = controller.port()};
+        adapter = GpibAdapterFactory().make(choice, 0);
+    }
+
+    QByteArray ask(const QByteArray &question)
+    {
+        adapter->write(meter, question, timeoutMs, waits);
+        return adapter->read(meter, timeoutMs, waits);
+    }
+
+    ScriptedController controller;
+    SystemClock clock;
+    WaitGroup waits{clock};
+    std::unique_ptr<GpibAdapter> adapter;
+    const GpibAddress meter{0, 5, {}};
+};
+
+TEST_F(PlusPlusAdapterTest, SetsTheControllerUpOnceAndEscapesWhatHasAMeaning)
+{
+    controller.replies = {"12.5\r\n"};
+    EXPECT_EQ(ask("a+\r\n\x1b\xff"), "12.5\r\n");
+    adapter->clear({0, 7, 96}, waits);
+    EXPECT_EQ(adapter->version(waits), u"AR488 GPIB controller, ver. 0.53");
+    EXPECT_EQ(
+        controller.lines,
+        (QByteArrayList{"++ver", "++mode 1", "++auto 0", "++eoi 1", "++eos 3", "++eot_enable 0",
+                        "++addr 5", "a\x1b+\x1b\r\x1b\n\x1b\x1b\xff", "++read_tmo_ms 300",
+                        "++read eoi", "++ver", "++addr 7 96", "++clr", "++ver"}));
+    EXPECT_EQ(controller.connections, 1);
+    EXPECT_EQ(adapter->description(),
+              QStringLiteral("\"++\" controller at 127.0.0.1:%1").arg(controller.port()));
+}
+
+TEST_F(PlusPlusAdapterTest, ControllersThatSaveEverySettingAreToldNotTo)
+{
+    controller.versionText = "Prologix GPIB-ETHERNET Controller version 01.06.06.00\r\n";
+    adapter->open(meter, waits);
+    EXPECT_EQ(adapter->version(waits).left(8), u"Prologix");
+    EXPECT_EQ(controller.lines.value(1), "++savecfg 0");
+}
+
+TEST_F(PlusPlusAdapterTest, ADeviceThatDoesNotAnswerIsAnEmptyReplyInTime)
+{
+    adapter->open(meter, waits);
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(ask("?"), "");
+    EXPECT_GE(time.elapsed(), timeoutMs);
+    EXPECT_LT(time.elapsed(), timeoutMs + 300);
+}
+
+TEST_F(PlusPlusAdapterTest, LongTimeOutsAreReadInSlicesThatEveryControllerTakes)
+{
+    controller.versionText = "clone\r\n";
+    adapter->write(meter, "?", 59999, waits);
+    QTimer::singleShot(100, &controller, [this] { waits.close(); });
+    EXPECT_EQ(adapter->read(meter, 59999, waits), "");
+    EXPECT_TRUE(controller.lines.contains("++read_tmo_ms 3000"));
+    waits.reopen();
+    controller.replies = {"fresh"};
+    EXPECT_EQ(ask("?"), "fresh"); // nothing of the cancelled read is left
+    EXPECT_EQ(controller.connections, 2);
+}
+
+TEST_F(PlusPlusAdapterTest, FaultyControllersNeverHoldAReadLongerThanASecondPastItsTime)
+{
+    struct Row
+    {
+        Fault fault;
+        QByteArray reply; ///< of the device
+        QByteArray read;
+        const char *said; ///< by the fault; null: none
+        int latestMs;
+    };
+    const Row rows[] = {
+        {Fault::Mute, "x", "", "does not answer any more", timeoutMs + 1000},
+        {Fault::Gone, "x", "", "went away", 200},
+        {Fault::Late, "late\n", "late\n", nullptr, timeoutMs},
+        {Fault::Twice, "once\n", "once\n", nullptr, 200},
+        {Fault::Garbage, "x", "\x01\xff\x80garbage", nullptr, timeoutMs + 1000},
+        {Fault::DropsMark, "12\n", "12\n", nullptr, timeoutMs + 1000},
+        {Fault::DropsMark, "", "", nullptr, timeoutMs + 1000},
+        {Fault::MarkFirst, "12\n", "12\n", nullptr, 200},
+    };
+    for (const Row &row : rows) {
+        const int number = static_cast<int>(row.fault);
+        adapter->write(meter, "?", timeoutMs, waits);
+        EXPECT_TRUE(waits.wait(20) == WaitEnd::TimedOut);
+        controller.fault = row.fault;
+        controller.replies = {row.reply};
+        QElapsedTimer time;
+        time.start();
+        QByteArray read;
+        const std::string fault = faultOf([&] { read = adapter->read(meter, timeoutMs, waits); });
+        EXPECT_LT(time.elapsed(), row.latestMs + 150) << number;
+        EXPECT_EQ(read, row.read) << number;
+        EXPECT_EQ(fault.empty(), !row.said) << fault;
+        EXPECT_NE(fault.find(row.said ? row.said : ""), std::string::npos) << fault;
+
+        controller.fault = Fault::None;
+        controller.replies = {"next\n"};
+        EXPECT_EQ(ask("?"), "next\n") << number;
+    }
+}
+
+TEST_F(PlusPlusAdapterTest, ADeviceThatTalksWithoutEndIsCut)
+{
+    controller.fault = Fault::Endless;
+    QElapsedTimer time;
+    time.start();
+    EXPECT_TRUE(ask("?").startsWith("endless endless "));
+    EXPECT_LT(time.elapsed(), timeoutMs + 1300);
+    controller.fault = Fault::None;
+    controller.replies = {"12\n"};
+    EXPECT_EQ(ask("?"), "12\n");
+    EXPECT_EQ(controller.connections, 2);
+}
+
+TEST_F(PlusPlusAdapterTest, AControllerThatCannotBeReachedIsAFaultThatSaysSo)
+{
+    controller.fault = Fault::Mute;
+    EXPECT_NE(faultOf([this] { adapter->open(meter, waits); }).find("does not answer \"++ver\""),
+              std::string::npos);
+    controller.stop();
+    EXPECT_NE(faultOf([this] { adapter->write(meter, "x", 100, waits); }).find("refused"),
+              std::string::npos);
+    waits.close();
+    EXPECT_EQ(adapter->read(meter, timeoutMs, waits), "");
+    EXPECT_EQ(adapter->version(waits), QString());
+}
+
+TEST_F(PlusPlusAdapterTest, ASerialControllerIsGivenTimeToStartAndSmallPieces)
+{
+    const Pty far;
+    QByteArray sent;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
+        const QByteArray news = far.read();
+        EXPECT_LE(news.size(), 250);
+        sent += news;
+        if (news.contains("++ver"))
+            far.write("AR488\r\n");
+    });
+    answer.start(1);
+    QTimer::singleShot(500, &answer, [&far] { far.write("boot noise"); });
+    const auto serial = GpibAdapterFactory().make(
+        {.kind = GpibAdapterChoice::Kind::Serial, .device = far.device()}, 0);
+    serial->write(meter, QByteArray(200, 'x'), timeoutMs, waits);
+    EXPECT_EQ(serial->version(waits), u"AR488");
+    EXPECT_TRUE(sent.startsWith("++ver\n++mode 1\n"));
+    EXPECT_TRUE(sent.contains("++addr 5\n" + QByteArray(200, 'x') + '\n'));
+    const auto missing = GpibAdapterFactory().make(
+        {.kind = GpibAdapterChoice::Kind::Serial, .device = QStringLiteral("/dev/no")}, 0);
+    EXPECT_EQ(faultOf([&] { missing->open(meter, waits); }).find("GPIB controller: /dev/no: there"),
+              0U);
+}
+
+TEST(GpibAdapterChoice, IsReadAndWrittenAsText)
+{
+    using Kind = GpibAdapterChoice::Kind;
+    struct Row
+    {
+        const char *text;
+        GpibAdapterChoice choice;
+        const char *written;
+    };
+    const auto tcp = [](const char *host, int port) {
+        return GpibAdapterChoice{.kind = Kind::Tcp, .host = QLatin1String(host), .port = port};
+    };
+    const Row rows[] = {
+        {" Auto ", {}, "auto"},
+        {"none", {.kind = Kind::None}, "none"},
+        {"tcp:box", tcp("box", 1234), "tcp:box:1234"},
+        {"tcp:10.0.0.5:23", tcp("10.0.0.5", 23), "tcp:10.0.0.5:23"},
+        {"tcp:[fe80::1]:99", tcp("fe80::1", 99), "tcp:[fe80::1]:99"},
+        {"tcp:[::1]", tcp("::1", 1234), "tcp:[::1]:1234"},
+        {"serial:/dev/a:b",
+         {.kind = Kind::Serial, .device = QStringLiteral("/dev/a:b")},
+         "serial:/dev/a:b"},
+        {"library", {.kind = Kind::Library}, "library"},
+        {"library:3", {.kind = Kind::Library, .libraryBoard = 3}, "library:3"},
+        {"visa", {.kind = Kind::Visa}, "visa"},
+    };
+    for (const Row &row : rows) {
+        EXPECT_EQ(GpibAdapterChoice::parse(QLatin1String(row.text)), row.choice) << row.text;
+        EXPECT_EQ(row.choice.toString(), QLatin1String(row.written));
+    }
+    const char *const faults[][2] = {
+        {"", "it must be"},        {"usb", "it must be"},
+        {"tcp", "a host"},         {"tcp::1", "a host"},
+        {"tcp:a:0", "port \"0\""}, {"tcp:a:x", "port \"x\""},
+        {"serial:", "a device"},   {"library:16", "board number \"16\""},
+        {"visa:1", "nothing may"}, {"auto:x", "nothing may"}};
+    for (const auto &[text, said] : faults)
+        EXPECT_NE(faultOf([&] { GpibAdapterChoice::parse(QLatin1String(text)); }).find(said),
+                  std::string::npos)
+            << text;
+}
