@@ -2,7 +2,7 @@
 
 #include "platform/PlatformError.h"
 
-#include <string>
+#include <gtest/gtest.h>
 
 namespace corvane {
 
@@ -16,6 +16,16 @@ std::string faultOf(const Action &action)
         return fault.what();
     }
     return {};
+}
+
+/// Passes when the action fails and its fault says the text; a null text: when it does not fail.
+template <typename Action>
+testing::AssertionResult failsSaying(const char *text, const Action &action)
+{
+    const std::string fault = faultOf(action);
+    const bool asExpected =
+        text ? !fault.empty() && fault.find(text) != std::string::npos : fault.empty();
+    return asExpected ? testing::AssertionSuccess() : testing::AssertionFailure() << fault;
 }
 
 } // namespace corvane

@@ -161,12 +161,7 @@ TEST_F(QtDialogsTest, SavingAppendsTheExtensionAndAsksBeforeReplacing)
     });
     EXPECT_EQ(dialogs.saveFile(nullptr, question),
               (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(QStringLiteral("x.txt"))}));
-    question.name = QStringLiteral("old.kms");
-    whenOpen<QFileDialog>([](QFileDialog &dialog) {
-        dialog.findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"))
-            ->button(QDialogButtonBox::Save)
-            ->click();
-    });
+    answerFile(QStringLiteral("old.kms"));
     whenOpen<QMessageBox>([](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); });
     EXPECT_EQ(dialogs.saveFile(nullptr, question), (Dialogs::FileChoice{Outcome::Chosen, old}));
 }
