@@ -32,7 +32,7 @@ protected:
     Q_DISABLE_COPY_MOVE(BlockingBus)
 
     /// A device that talks without end is cut here.
-    static constexpr qsizetype longestReply = 16 * 1024 * 1024;
+    static constexpr qsizetype longestReply = 16'000'000;
     static constexpr int readBlock = 65536;
 };
 

@@ -78,7 +78,7 @@ GpibAdapterChoice GpibAdapterChoice::parse(const QString &text)
 
 QString GpibAdapterChoice::toString() const
 {
-    const QString word =
+    QString word =
         std::ranges::find(kinds, kind, [](const auto &row) { return row.second; })->first;
     if (kind == Kind::Tcp)
         return QStringLiteral("%1:%2:%3")

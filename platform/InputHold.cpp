@@ -86,7 +86,7 @@ bool InputHold::eventFilter(QObject *watched, QEvent *event)
 bool InputHold::boxOpened() const
 {
     const QWindow *modal = QGuiApplication::modalWindow();
-    return modal && modal != m_modal;
+    return modal != nullptr && modal != m_modal;
 }
 
 bool InputHold::isHolding() const

@@ -20,7 +20,7 @@ QString fileOf(QFunctionPointer function, const QString &loadedName)
 #ifdef Q_OS_UNIX
     Dl_info info = {};
     if (function && dladdr(reinterpret_cast<void *>(function), &info) != 0 && info.dli_fname) {
-        const QString path = QFileInfo(QFile::decodeName(info.dli_fname)).canonicalFilePath();
+        QString path = QFileInfo(QFile::decodeName(info.dli_fname)).canonicalFilePath();
         if (!path.isEmpty())
             return path;
     }

@@ -115,7 +115,7 @@ std::optional<QByteArray> LibraryWorker::call(Job job, int limitMs, WaitGroup &w
 void LibraryWorker::post(Job job)
 {
     const std::lock_guard lock(m_state->mutex);
-    m_state->jobs.push_back([job = std::move(job)] {
+    m_state->jobs.emplace_back([job = std::move(job)] {
         try {
             job();
         } catch (const PlatformError &) {

@@ -9,8 +9,8 @@ namespace corvane {
 class NoGpibAdapter : public GpibAdapter
 {
 public:
-    explicit NoGpibAdapter(const QString &reason)
-        : m_reason(reason)
+    explicit NoGpibAdapter(QString reason)
+        : m_reason(std::move(reason))
     {
     }
 

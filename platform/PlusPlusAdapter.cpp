@@ -186,7 +186,7 @@ QByteArray PlusPlusAdapter::askVersion(int attempts, int limitMs, WaitGroup &wai
         if (!m_stream->isConnected() && !waits.isClosed())
             fail(QStringLiteral("closed the connection; is another program connected to it?"));
         const auto lineStart = answer.lastIndexOf('\n', -2) + 1;
-        const QByteArray line = answer.mid(lineStart);
+        QByteArray line = answer.mid(lineStart);
         if (line.endsWith('\n') && !line.trimmed().isEmpty())
             return line;
     }

@@ -1,6 +1,7 @@
 #include "platform/PlusPlusReply.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 
@@ -11,8 +12,8 @@ constexpr int pauseMs = 100;
 
 } // namespace
 
-PlusPlusReply::PlusPlusReply(const QByteArray &endMark, bool marked, int timeoutMs, int limitMs)
-    : m_mark(endMark)
+PlusPlusReply::PlusPlusReply(QByteArray endMark, bool marked, int timeoutMs, int limitMs)
+    : m_mark(std::move(endMark))
     , m_marked(marked)
     , m_timeoutMs(timeoutMs)
     , m_lastVerdictMs(limitMs + lateMs)

@@ -21,12 +21,12 @@ public:
     static constexpr int graceMs = 400;
     static constexpr int lateMs = 1000;
     /// A reply longer than this is cut: the device talks without end.
-    static constexpr qsizetype longestReply = 16 * 1024 * 1024;
+    static constexpr qsizetype longestReply = 16'000'000;
 
     /// `marked`: the mark is expected behind the reply; otherwise a line feed or a pause ends it.
     /// `timeoutMs` is the controller's, the longest pause between two bytes; a device that still
     /// talks `limitMs` and a second after the start is cut.
-    PlusPlusReply(const QByteArray &endMark, bool marked, int timeoutMs, int limitMs);
+    PlusPlusReply(QByteArray endMark, bool marked, int timeoutMs, int limitMs);
 
     void append(const QByteArray &bytes, int nowMs);
     Verdict judge(int nowMs);
@@ -40,7 +40,7 @@ public:
 
 private:
     bool takeMark(int nowMs, Verdict &verdict);
-    Verdict judgeUnmarked(int nowMs) const;
+    [[nodiscard]] Verdict judgeUnmarked(int nowMs) const;
 
     QByteArray m_mark;
     bool m_marked;

@@ -9,7 +9,7 @@
 #include <QMessageBox>
 #include <QWindow>
 
-#include <ranges>
+#include <algorithm>
 
 namespace corvane {
 
@@ -125,7 +125,9 @@ Dialogs::FileChoice QtDialogs::saveFile(QWidget *parent, const FileQuestion &que
 
 void QtDialogs::dismissAll()
 {
-    for (OpenDialog *open : std::views::reverse(m_open)) {
+    auto innermostFirst = m_open;
+    std::ranges::reverse(innermostFirst);
+    for (OpenDialog *open : innermostFirst) {
         open->dismissed = true;
         // The toolkit's own questions inside a file dialog ("New folder", "Delete") go first.
         for (QDialog *inner : open->dialog.findChildren<QDialog *>())

@@ -19,7 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// A device that stops reading must not fill the memory of a loop that runs for days.
-constexpr qint64 mostUnsent = 16 * 1024 * 1024;
+constexpr qint64 mostUnsent = 16'000'000;
 
 /// Whether the user may use the device file; systems without such files decide at opening.
 bool isPermitted(const QString &device)

@@ -40,7 +40,7 @@ constexpr Failure failures[] = {
 constexpr int otherFailures = 10000;
 
 /// A peer that stops reading must not fill the memory of a loop that runs for days.
-constexpr qint64 mostUnsent = 16 * 1024 * 1024;
+constexpr qint64 mostUnsent = 16'000'000;
 
 } // namespace
 

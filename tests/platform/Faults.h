@@ -6,25 +6,17 @@
 
 namespace corvane {
 
-/// What the PlatformError of an action says; empty when there was none.
-template <typename Action>
-std::string faultOf(const Action &action)
-{
-    try {
-        action();
-    } catch (const PlatformError &fault) {
-        return fault.what();
-    }
-    return {};
-}
-
 /// Passes when the action fails and its fault says the text; a null text: when it does not fail.
 template <typename Action>
 testing::AssertionResult failsSaying(const char *text, const Action &action)
 {
-    const std::string fault = faultOf(action);
-    const bool asExpected =
-        text ? !fault.empty() && fault.find(text) != std::string::npos : fault.empty();
+    std::string fault;
+    try {
+        action();
+    } catch (const PlatformError &error) {
+        fault = error.what();
+    }
+    const bool asExpected = fault.empty() ? !text : text && fault.find(text) != std::string::npos;
     return asExpected ? testing::AssertionSuccess() : testing::AssertionFailure() << fault;
 }
 

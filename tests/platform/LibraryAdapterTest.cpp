@@ -45,8 +45,6 @@ protected:
                       .make({.kind = GpibAdapterChoice::Kind::Visa}, 2);
     }
 
-    void fail(const char *text) { qputenv("STANDIN_FAIL", text); }
-
     /// The calls since the last time.
     QByteArrayList calls()
     {
@@ -94,18 +92,15 @@ TEST_F(LibraryAdapterTest, TimeOutCodesAreNeverShorterAndNeverEndless)
 TEST_F(LibraryAdapterTest, LongRepliesComeInPartsAndAPartIsKeptAtATimeOut)
 {
     const QByteArray longReply(100'000, 'y');
-    qputenv("STANDIN_REPLY", longReply);
-    EXPECT_EQ(read(), longReply);
-    qputenv("STANDIN_REPLY", "12.");
-    fail("ibrd 6");
-    EXPECT_EQ(read(), "12.");
-    makeVisa();
-    qunsetenv("STANDIN_FAIL");
-    qputenv("STANDIN_REPLY", longReply);
-    EXPECT_EQ(read(), longReply);
-    qputenv("STANDIN_REPLY", "12.");
-    fail("viRead 0x15");
-    EXPECT_EQ(read(), "12.");
+    for (const char *timeOut : {"ibrd 6", "viRead 0x15"}) {
+        qputenv("STANDIN_FAIL", "");
+        qputenv("STANDIN_REPLY", longReply);
+        EXPECT_EQ(read(), longReply);
+        qputenv("STANDIN_FAIL", timeOut);
+        qputenv("STANDIN_REPLY", "12.");
+        EXPECT_EQ(read(), "12.");
+        makeVisa();
+    }
 }
 
 TEST_F(LibraryAdapterTest, ErrorsOfTheLibrariesBecomeWordsThatHelp)
@@ -132,7 +127,7 @@ TEST_F(LibraryAdapterTest, ErrorsOfTheLibrariesBecomeWordsThatHelp)
     };
     for (const auto &[visa, failure, said] : rows) {
         visa ? makeVisa() : makeIb(2);
-        fail(failure);
+        qputenv("STANDIN_FAIL", failure);
         EXPECT_TRUE(failsSaying(said, [this] {
             adapter->clear(meter, waits);
             write();

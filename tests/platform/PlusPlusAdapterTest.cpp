@@ -71,15 +71,8 @@ TEST_F(PlusPlusAdapterTest, LongTimeOutsAreReadInSlicesThatEveryControllerTakes)
 
 TEST_F(PlusPlusAdapterTest, FaultyControllersNeverHoldAReadLongerThanASecondPastItsTime)
 {
-    struct Row
-    {
-        Fault fault;
-        QByteArray reply; ///< of the device
-        QByteArray read;
-        const char *said; ///< by the fault; null: none
-        int latestMs;
-    };
-    const Row rows[] = {
+    // Fault, the device's reply, what is read, what the error says, the latest end in ms.
+    const std::tuple<Fault, QByteArray, QByteArray, const char *, int> rows[] = {
         {Fault::None, "", "", nullptr, timeoutMs},
         {Fault::Mute, "x", "", "does not answer any more", timeoutMs + 1000},
         {Fault::Gone, "x", "", "went away", 200},
@@ -90,19 +83,19 @@ TEST_F(PlusPlusAdapterTest, FaultyControllersNeverHoldAReadLongerThanASecondPast
         {Fault::DropsMark, "", "", nullptr, timeoutMs + 1000},
         {Fault::MarkFirst, "12\n", "12\n", nullptr, 200},
     };
-    for (const Row &row : rows) {
-        const int number = static_cast<int>(row.fault);
+    for (const auto &[fault, reply, expected, said, latestMs] : rows) {
+        const int number = static_cast<int>(fault);
         adapter->write(meter, "?", timeoutMs, waits);
         EXPECT_TRUE(waits.wait(20) == WaitEnd::TimedOut);
-        controller.fault = row.fault;
-        controller.replies = {row.reply};
+        controller.fault = fault;
+        controller.replies = {reply};
         QElapsedTimer time;
         time.start();
         QByteArray read;
-        EXPECT_TRUE(failsSaying(row.said, [&] { read = adapter->read(meter, timeoutMs, waits); }))
+        EXPECT_TRUE(failsSaying(said, [&] { read = adapter->read(meter, timeoutMs, waits); }))
             << number;
-        EXPECT_LT(time.elapsed(), row.latestMs + 150) << number;
-        EXPECT_EQ(read, row.read) << number;
+        EXPECT_LT(time.elapsed(), latestMs + 150) << number;
+        EXPECT_EQ(read, expected) << number;
 
         controller.fault = Fault::None;
         controller.replies = {"next\n"};
@@ -127,7 +120,7 @@ TEST_F(PlusPlusAdapterTest, AControllerThatCannotBeReachedIsAFaultThatSaysSo)
 {
     controller.fault = Fault::Mute;
     EXPECT_TRUE(failsSaying("not answer \"++ver\"", [this] { adapter->open(meter, waits); }));
-    controller.stop();
+    controller.close();
     EXPECT_TRUE(failsSaying("refused", [this] { adapter->write(meter, "x", 100, waits); }));
     waits.close();
     EXPECT_EQ(adapter->read(meter, timeoutMs, waits), "");

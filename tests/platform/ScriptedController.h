@@ -39,12 +39,6 @@ public:
         });
     }
 
-    void stop()
-    {
-        close();
-        m_client->abort();
-    }
-
     Fault fault = Fault::None;
     QByteArray versionText = "AR488 GPIB controller, ver. 0.53\r\n";
     std::deque<QByteArray> replies; ///< what the device answers, one a read
