@@ -1,0 +1,22 @@
+#include "bench/DeviceLink.h"
+
+#include "bench/LineReader.h"
+#include "bench/ReplySender.h"
+
+namespace corvane::bench {
+
+void DeviceLink::attach(ByteStream &stream)
+{
+    auto *sender = new ReplySender(stream, m_faults);
+    const auto reader = std::make_shared<LineReader>();
+    connect(&stream, &ByteStream::closed, this, [reader] { reader->take(); });
+    connect(&stream, &ByteStream::received, this, [this, sender, reader](const QByteArray &bytes) {
+        for (const QByteArray &line : reader->feed(bytes)) {
+            const auto reply = m_device.answer(line);
+            if (reply && !sender->send(*reply + "\r\n"))
+                return;
+        }
+    });
+}
+
+} // namespace corvane::bench

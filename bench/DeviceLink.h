@@ -1,0 +1,32 @@
+#pragma once
+
+#include "bench/BenchDevice.h"
+#include "bench/ByteStream.h"
+#include "bench/FaultLine.h"
+
+namespace corvane::bench {
+
+/// Puts a device behind streams: cuts what arrives into command lines and sends the replies, each
+/// ended by CR LF, to the stream that asked, as the fault in force leaves them.
+class DeviceLink : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The device outlives the link.
+    explicit DeviceLink(BenchDevice &device, QObject *parent = nullptr)
+        : QObject(parent)
+        , m_device(device)
+    {
+    }
+
+    /// The stream must not outlive the link.
+    void attach(ByteStream &stream);
+    [[nodiscard]] FaultLine &faults() { return m_faults; }
+
+private:
+    BenchDevice &m_device;
+    FaultLine m_faults;
+};
+
+} // namespace corvane::bench

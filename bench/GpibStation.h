@@ -1,0 +1,58 @@
+#pragma once
+
+#include "bench/BenchDevice.h"
+#include "bench/ByteStream.h"
+#include "bench/LineReader.h"
+#include "bench/PieceQueue.h"
+
+namespace corvane::bench {
+
+/// One instrument on the GPIB bus: takes messages, and keeps what its device answers, the last byte
+/// of a reply marked with END, until it is addressed to talk.
+class GpibStation : public QObject, public Plug
+{
+    Q_OBJECT
+
+public:
+    /// The device outlives the station.
+    explicit GpibStation(BenchDevice &device, QObject *parent = nullptr);
+
+    /// Bytes for the device; `end`: the last one came with END, which ends a command like a line
+    /// end. While no fault is in force a new message discards a reply nobody read, as instruments
+    /// do that are asked anew.
+    void listen(const QByteArray &bytes, bool end);
+
+    struct Talk
+    {
+        QByteArray bytes;
+        bool end = false;
+    };
+    /// The next bytes of the device: up to END, or up to and including `stop`; empty when it has
+    /// nothing to say now.
+    Talk talk(std::optional<char> stop = std::nullopt);
+
+    /// Selected device clear: forgets commands begun and replies not read.
+    void clear();
+
+    [[nodiscard]] FaultLine &faults() { return m_faults; }
+    void unplug() override;
+    bool replug() override;
+    [[nodiscard]] bool isPlugged() const override { return m_plugged; }
+    void discardOutput() override { clear(); }
+
+Q_SIGNALS:
+    /// There is something to read.
+    void ready();
+
+private:
+    void answer(const QByteArray &line);
+
+    BenchDevice &m_device;
+    FaultLine m_faults;
+    LineReader m_reader;
+    PieceQueue m_pieces;
+    std::deque<Talk> m_output;
+    bool m_plugged = true;
+};
+
+} // namespace corvane::bench

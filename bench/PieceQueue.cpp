@@ -1,0 +1,43 @@
+#include "bench/PieceQueue.h"
+
+namespace corvane::bench {
+
+PieceQueue::PieceQueue(Sink sink, QObject *parent)
+    : QObject(parent)
+    , m_sink(std::move(sink))
+{
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_pieces.front().afterMs = 0;
+        run();
+    });
+}
+
+void PieceQueue::add(const std::vector<TimedPiece> &pieces)
+{
+    m_pieces.insert(m_pieces.end(), pieces.begin(), pieces.end());
+    if (!m_timer.isActive())
+        run();
+}
+
+void PieceQueue::clear()
+{
+    m_timer.stop();
+    m_pieces.clear();
+}
+
+void PieceQueue::run()
+{
+    while (!m_pieces.empty()) {
+        if (m_pieces.front().afterMs > 0) {
+            m_timer.start(m_pieces.front().afterMs);
+            return;
+        }
+        const TimedPiece piece = m_pieces.front();
+        m_pieces.pop_front();
+        m_sink(piece);
+    }
+}
+
+} // namespace corvane::bench

@@ -1,0 +1,174 @@
+#include "bench/PtyPort.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+#endif
+
+namespace corvane::bench {
+
+PtyPort::PtyPort(const QString &link, QObject *parent)
+    : ByteStream(parent)
+    , m_link(link)
+{
+}
+
+PtyPort::~PtyPort()
+{
+    close();
+}
+
+void PtyPort::unplug()
+{
+    close();
+    Q_EMIT closed();
+}
+
+void PtyPort::dropPeer()
+{
+    unplug();
+    replug();
+}
+
+#ifdef Q_OS_UNIX
+
+namespace {
+
+void closeDescriptor(int &descriptor)
+{
+    if (descriptor >= 0)
+        ::close(std::exchange(descriptor, -1));
+}
+
+/// A notifier may be closed from inside its own signal, so it goes later.
+void drop(QSocketNotifier *&notifier)
+{
+    if (!notifier)
+        return;
+    notifier->setEnabled(false);
+    notifier->deleteLater();
+    notifier = nullptr;
+}
+
+} // namespace
+
+bool PtyPort::replug()
+{
+    if (isPlugged())
+        return true;
+    if (!openPair()) {
+        close();
+        return false;
+    }
+    m_readable = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
+    m_writable = new QSocketNotifier(m_master, QSocketNotifier::Write, this);
+    m_writable->setEnabled(false);
+    connect(m_readable, &QSocketNotifier::activated, this, &PtyPort::readInput);
+    connect(m_writable, &QSocketNotifier::activated, this, &PtyPort::writeOutput);
+    return true;
+}
+
+bool PtyPort::openPair()
+{
+    m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    std::array<char, 128> slave{};
+    if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0 ||
+        ::ptsname_r(m_master, slave.data(), slave.size()) != 0)
+        return fail(QStringLiteral("no pseudo terminal"));
+    // Raw before anybody opens it: a fresh one echoes and waits for whole lines.
+    termios settings{};
+    ::tcgetattr(m_master, &settings);
+    ::cfmakeraw(&settings);
+    ::tcsetattr(m_master, TCSANOW, &settings);
+    m_keeper = ::open(slave.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (m_keeper < 0 || ::fcntl(m_master, F_SETFL, O_NONBLOCK) != 0)
+        return fail(QStringLiteral("cannot open %1").arg(QString::fromLocal8Bit(slave.data())));
+    if (QFileInfo(m_link).isSymLink())
+        QFile::remove(m_link);
+    if (!QFile::link(QString::fromLocal8Bit(slave.data()), m_link))
+        return fail(QStringLiteral("cannot make the link %1").arg(m_link));
+    return true;
+}
+
+bool PtyPort::fail(const QString &what)
+{
+    m_error = what + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(errno));
+    return false;
+}
+
+void PtyPort::readInput()
+{
+    std::array<char, 65536> buffer;
+    const ssize_t count = ::read(m_master, buffer.data(), buffer.size());
+    if (count > 0)
+        Q_EMIT received(QByteArray(buffer.data(), count));
+}
+
+void PtyPort::send(const QByteArray &bytes)
+{
+    if (!isPlugged() || m_output.size() > mostBacklog)
+        return;
+    m_output.append(bytes);
+    // Otherwise the notifier goes on with it.
+    if (!m_writable->isEnabled())
+        writeOutput();
+}
+
+void PtyPort::writeOutput()
+{
+    const bool waited = m_writable->isEnabled();
+    while (!m_output.isEmpty()) {
+        const ssize_t count =
+            ::write(m_master, m_output.constData(), static_cast<size_t>(m_output.size()));
+        if (count <= 0)
+            break;
+        m_output.remove(0, count);
+    }
+    m_writable->setEnabled(!m_output.isEmpty());
+    if (waited && m_output.isEmpty())
+        Q_EMIT drained();
+}
+
+void PtyPort::discardOutput()
+{
+    m_output.clear();
+    if (!isPlugged())
+        return;
+    m_writable->setEnabled(false);
+    ::tcflush(m_keeper, TCIFLUSH);
+}
+
+void PtyPort::close()
+{
+    drop(m_readable);
+    drop(m_writable);
+    m_output.clear();
+    if (isPlugged() && QFileInfo(m_link).isSymLink())
+        QFile::remove(m_link);
+    closeDescriptor(m_keeper);
+    closeDescriptor(m_master);
+}
+
+#else
+
+bool PtyPort::replug()
+{
+    m_error = QStringLiteral("This system has no pseudo terminals.");
+    return false;
+}
+
+void PtyPort::send(const QByteArray &) {}
+void PtyPort::discardOutput() {}
+void PtyPort::close() {}
+
+#endif
+
+} // namespace corvane::bench

@@ -1,0 +1,63 @@
+#include "bench/TcpPort.h"
+
+namespace corvane::bench {
+
+TcpStream::TcpStream(QTcpSocket *socket, QObject *parent)
+    : ByteStream(parent)
+    , m_socket(socket)
+{
+    socket->setParent(this);
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    connect(socket, &QTcpSocket::readyRead, this, [this] { Q_EMIT received(m_socket->readAll()); });
+    connect(socket, &QTcpSocket::bytesWritten, this, [this] {
+        if (m_socket->bytesToWrite() == 0)
+            Q_EMIT drained();
+    });
+    connect(socket, &QTcpSocket::disconnected, this, [this] {
+        Q_EMIT closed();
+        deleteLater();
+    });
+}
+
+void TcpStream::send(const QByteArray &bytes)
+{
+    if (m_socket->state() != QAbstractSocket::ConnectedState)
+        return;
+    m_socket->write(bytes);
+    // At once, so that pieces ordered apart arrive apart.
+    m_socket->flush();
+}
+
+bool TcpPort::listen(quint16 preferred)
+{
+    if (!m_connected)
+        connect(&m_server, &QTcpServer::newConnection, this, &TcpPort::accept);
+    m_connected = true;
+    m_server.setProxy(QNetworkProxy::NoProxy);
+    const bool listening = m_server.listen(QHostAddress::LocalHost, preferred) ||
+                           m_server.listen(QHostAddress::LocalHost, 0);
+    if (listening)
+        m_port = m_server.serverPort();
+    return listening;
+}
+
+void TcpPort::unplug()
+{
+    m_server.close();
+    const auto streams = findChildren<TcpStream *>();
+    for (TcpStream *stream : streams)
+        stream->dropPeer();
+}
+
+bool TcpPort::replug()
+{
+    return isPlugged() || m_server.listen(QHostAddress::LocalHost, m_port);
+}
+
+void TcpPort::accept()
+{
+    while (QTcpSocket *socket = m_server.nextPendingConnection())
+        Q_EMIT opened(*new TcpStream(socket, this));
+}
+
+} // namespace corvane::bench
