@@ -1,0 +1,142 @@
+#include "bench/Bench.h"
+
+#include "bench/BenchOrders.h"
+
+#include <QDir>
+
+namespace corvane::bench {
+
+Bench::Bench(BenchOptions options, QObject *parent)
+    : QObject(parent)
+    , m_options(std::move(options))
+    , m_temporaryLinks(QDir::tempPath() + QStringLiteral("/corvane-bench-XXXXXX"))
+    , m_chamber(m_options.time, 5, "CH-10421")
+    , m_secondChamber(m_options.time, 1, "CH-10422")
+    , m_thirdChamber(m_options.time, 2, "CH-10423")
+    , m_meter([this](int channel) { return m_board.analog().outputVolts(channel); })
+    , m_rs485Bus({&m_secondChamber, &m_chamber})
+    , m_rs485Link(m_rs485Bus)
+    , m_rs232Link(m_chamber)
+    , m_boardSerialLink(m_board)
+    , m_chamberTcpLink(m_chamber)
+    , m_boardTcpLink(m_board)
+    , m_chamberStation(m_chamber)
+    , m_boardStation(m_board)
+    , m_meterStation(m_meter)
+    , m_secondStation(m_thirdChamber)
+    , m_rs485(link(QStringLiteral("rs485")))
+    , m_rs232(link(QStringLiteral("rs232")))
+    , m_boardSerial(link(QStringLiteral("rs232-board")))
+    , m_gpibPty(link(QStringLiteral("gpib-serial")))
+{
+    wire();
+}
+
+QString Bench::link(const QString &name) const
+{
+    const QString folder =
+        m_options.linkFolder.isEmpty() ? m_temporaryLinks.path() : m_options.linkFolder;
+    return folder + u'/' + name;
+}
+
+void Bench::wire()
+{
+    m_rs485Link.attach(m_rs485);
+    m_rs232Link.attach(m_rs232);
+    m_boardSerialLink.attach(m_boardSerial);
+    connect(&m_chamberTcp, &TcpPort::opened, &m_chamberTcpLink, &DeviceLink::attach);
+    connect(&m_boardTcp, &TcpPort::opened, &m_boardTcpLink, &DeviceLink::attach);
+    for (PlusPlusController *controller : {&m_gpib, &m_gpibSerial}) {
+        controller->connectStation(chamberGpibAddress, m_chamberStation);
+        controller->connectStation(boardGpibAddress, m_boardStation);
+        controller->connectStation(meterGpibAddress, m_meterStation);
+    }
+    m_secondGpib.connectStation(secondBoardGpibAddress, m_secondStation);
+    connect(&m_gpibTcp, &TcpPort::opened, &m_gpib, &PlusPlusController::attach);
+    connect(&m_secondGpibTcp, &TcpPort::opened, &m_secondGpib, &PlusPlusController::attach);
+    m_gpibSerial.attach(m_gpibPty);
+}
+
+bool Bench::start()
+{
+    m_errors.clear();
+    for (PtyPort *port : {&m_rs485, &m_rs232, &m_boardSerial, &m_gpibPty})
+        startSerial(*port);
+    startTcp(m_chamberTcp, m_options.chamberPort);
+    startTcp(m_boardTcp, m_options.boardPort);
+    startTcp(m_gpibTcp, m_options.gpibPort);
+    if (m_options.secondGpibPort)
+        startTcp(m_secondGpibTcp, *m_options.secondGpibPort);
+    listPlaces();
+    return m_errors.isEmpty();
+}
+
+void Bench::startSerial(PtyPort &port)
+{
+    if (!port.replug())
+        m_errors.append(QStringLiteral("%1: %2").arg(port.path(), port.errorString()));
+}
+
+void Bench::startTcp(TcpPort &port, quint16 preferred)
+{
+    if (!port.listen(preferred))
+        m_errors.append(QStringLiteral("TCP port %1: %2").arg(preferred).arg(port.errorString()));
+}
+
+void Bench::listPlaces()
+{
+    const QString board0 = QStringLiteral("GPIB0::%1");
+    const auto tcp = [](const TcpPort &port) {
+        return QStringLiteral("%1:%2").arg(host()).arg(port.port());
+    };
+    const QString chamber = QStringLiteral("chamber controller");
+    const QString board = QStringLiteral("board");
+    const QString controller = QStringLiteral("\"++\" GPIB controller");
+    m_places = {
+        {QStringLiteral("rs485"), QStringLiteral("chamber controllers 01 and 05"), m_rs485.path(),
+         &m_rs485Link.faults(), &m_rs485},
+        {QStringLiteral("rs232"), chamber, m_rs232.path(), &m_rs232Link.faults(), &m_rs232},
+        {QStringLiteral("rs232-board"), board, m_boardSerial.path(), &m_boardSerialLink.faults(),
+         &m_boardSerial},
+        {QStringLiteral("tcp-chamber"), chamber, tcp(m_chamberTcp), &m_chamberTcpLink.faults(),
+         &m_chamberTcp},
+        {QStringLiteral("tcp-board"), board, tcp(m_boardTcp), &m_boardTcpLink.faults(),
+         &m_boardTcp},
+        {QStringLiteral("gpib"), controller, tcp(m_gpibTcp), &m_gpib.faults(), &m_gpibTcp},
+        {QStringLiteral("gpib-serial"), controller, m_gpibPty.path(), &m_gpibSerial.faults(),
+         &m_gpibPty},
+        {QStringLiteral("gpib:5"), chamber, board0.arg(chamberGpibAddress),
+         &m_chamberStation.faults(), &m_chamberStation},
+        {QStringLiteral("gpib:9"), board, board0.arg(boardGpibAddress), &m_boardStation.faults(),
+         &m_boardStation},
+        {QStringLiteral("gpib:16"), QStringLiteral("meter"), board0.arg(meterGpibAddress),
+         &m_meterStation.faults(), &m_meterStation},
+    };
+    if (!m_options.secondGpibPort)
+        return;
+    m_places.push_back({QStringLiteral("gpib2"), controller, tcp(m_secondGpibTcp),
+                        &m_secondGpib.faults(), &m_secondGpibTcp});
+    m_places.push_back({QStringLiteral("gpib2:0"), chamber, QStringLiteral("GPIB1::0"),
+                        &m_secondStation.faults(), &m_secondStation});
+}
+
+QStringList Bench::programArguments() const
+{
+    QStringList arguments{
+        QStringLiteral("--com"),  QStringLiteral("1=") + m_rs485.path(),
+        QStringLiteral("--com"),  QStringLiteral("2=") + m_rs232.path(),
+        QStringLiteral("--com"),  QStringLiteral("3=") + m_boardSerial.path(),
+        QStringLiteral("--gpib"), QStringLiteral("0=tcp:%1:%2").arg(host()).arg(gpibPort())};
+    if (m_options.secondGpibPort) {
+        arguments << QStringLiteral("--gpib")
+                  << QStringLiteral("1=tcp:%1:%2").arg(host()).arg(secondGpibPort());
+    }
+    return arguments;
+}
+
+QString Bench::order(const QString &text)
+{
+    return BenchOrders(*this).run(text);
+}
+
+} // namespace corvane::bench
