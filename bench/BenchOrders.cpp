@@ -74,11 +74,13 @@ QString BenchOrders::list(const QStringList &)
 {
     QStringList lines;
     for (const Bench::Place &place : m_bench.places()) {
-        lines.append(QStringLiteral("%1 %2 %3 %4")
+        const QString state = place.plug->state();
+        lines.append(QStringLiteral("%1 %2 %3 %4%5")
                          .arg(place.name, -12)
                          .arg(place.what, -30)
-                         .arg(place.where, -46)
-                         .arg(place.faults->fault().toString()));
+                         .arg(place.where, -38)
+                         .arg(place.faults->fault().toString(),
+                              state.isEmpty() ? QString() : QStringLiteral(", ") + state));
     }
     const BoardPorts &ports = m_bench.board().ports();
     lines.append(QStringLiteral("connector %1, %2 stuck bits, sensor on channel %3, serial %4")

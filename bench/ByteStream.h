@@ -37,6 +37,8 @@ public:
     /// At the same place again; false when that is not possible now.
     virtual bool replug() = 0;
     [[nodiscard]] virtual bool isPlugged() const = 0;
+    /// How the other end uses it, for people: "9600 baud, 1 stop bit", "2 connected". May be empty.
+    [[nodiscard]] virtual QString state() const = 0;
     /// Forgets what waits to be taken by the other end.
     virtual void discardOutput() = 0;
 };

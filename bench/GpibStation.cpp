@@ -20,7 +20,7 @@ void GpibStation::listen(const QByteArray &bytes, bool end)
 {
     if (!m_plugged)
         return;
-    if (m_faults.fault().kind == Fault::Kind::None)
+    if (!m_keepUnread)
         m_output.clear();
     for (const QByteArray &line : m_reader.feed(bytes))
         answer(line);
@@ -34,6 +34,7 @@ void GpibStation::answer(const QByteArray &line)
     const auto reply = m_device.answer(line);
     if (!reply)
         return;
+    m_keepUnread = m_faults.fault().kind != Fault::Kind::None;
     const SpoiltReply spoilt = m_faults.spoil(*reply + "\r\n");
     m_pieces.add(spoilt.pieces);
     if (spoilt.floodBytes > 0)

@@ -18,8 +18,8 @@ public:
     explicit GpibStation(BenchDevice &device, QObject *parent = nullptr);
 
     /// Bytes for the device; `end`: the last one came with END, which ends a command like a line
-    /// end. While no fault is in force a new message discards a reply nobody read, as instruments
-    /// do that are asked anew.
+    /// end. A new message discards a reply that nobody read, as instruments do that are asked
+    /// anew, unless a fault spoilt it.
     void listen(const QByteArray &bytes, bool end);
 
     struct Talk
@@ -38,6 +38,7 @@ public:
     void unplug() override;
     bool replug() override;
     [[nodiscard]] bool isPlugged() const override { return m_plugged; }
+    [[nodiscard]] QString state() const override { return {}; }
     void discardOutput() override { clear(); }
 
 Q_SIGNALS:
@@ -52,6 +53,7 @@ private:
     LineReader m_reader;
     PieceQueue m_pieces;
     std::deque<Talk> m_output;
+    bool m_keepUnread = false;
     bool m_plugged = true;
 };
 

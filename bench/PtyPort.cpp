@@ -1,5 +1,7 @@
 #include "bench/PtyPort.h"
 
+#include "bench/PtyLine.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -83,6 +85,7 @@ bool PtyPort::openPair()
     if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0 ||
         ::ptsname_r(m_master, slave.data(), slave.size()) != 0)
         return fail(QStringLiteral("no pseudo terminal"));
+    m_slave = QString::fromLocal8Bit(slave.data());
     // Raw before anybody opens it: a fresh one echoes and waits for whole lines.
     termios settings{};
     ::tcgetattr(m_master, &settings);
@@ -90,10 +93,10 @@ bool PtyPort::openPair()
     ::tcsetattr(m_master, TCSANOW, &settings);
     m_keeper = ::open(slave.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (m_keeper < 0 || ::fcntl(m_master, F_SETFL, O_NONBLOCK) != 0)
-        return fail(QStringLiteral("cannot open %1").arg(QString::fromLocal8Bit(slave.data())));
+        return fail(QStringLiteral("cannot open %1").arg(m_slave));
     if (QFileInfo(m_link).isSymLink())
         QFile::remove(m_link);
-    if (!QFile::link(QString::fromLocal8Bit(slave.data()), m_link))
+    if (!QFile::link(m_slave, m_link))
         return fail(QStringLiteral("cannot make the link %1").arg(m_link));
     return true;
 }
@@ -102,6 +105,17 @@ bool PtyPort::fail(const QString &what)
 {
     m_error = what + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(errno));
     return false;
+}
+
+QString PtyPort::state() const
+{
+    const auto line = isPlugged() ? lineOf(m_master) : std::nullopt;
+    if (!line)
+        return {};
+    return QStringLiteral("%1 baud, %2 stop bit%3")
+        .arg(line->rate)
+        .arg(line->stopBits)
+        .arg(line->stopBits == 1 ? QString() : QStringLiteral("s"));
 }
 
 void PtyPort::readInput()
@@ -151,7 +165,8 @@ void PtyPort::close()
     drop(m_readable);
     drop(m_writable);
     m_output.clear();
-    if (isPlugged() && QFileInfo(m_link).isSymLink())
+    // Another bench may have taken the link over.
+    if (isPlugged() && QFileInfo(m_link).symLinkTarget() == m_slave)
         QFile::remove(m_link);
     closeDescriptor(m_keeper);
     closeDescriptor(m_master);
@@ -163,6 +178,11 @@ bool PtyPort::replug()
 {
     m_error = QStringLiteral("This system has no pseudo terminals.");
     return false;
+}
+
+QString PtyPort::state() const
+{
+    return {};
 }
 
 void PtyPort::send(const QByteArray &) {}

@@ -30,6 +30,8 @@ public:
     void unplug() override;
     bool replug() override;
     [[nodiscard]] bool isPlugged() const override { return m_master >= 0; }
+    /// What whoever has it open set the line to. A pseudo terminal keeps rate and stop bits alone.
+    [[nodiscard]] QString state() const override;
     void discardOutput() override;
 
 private:
@@ -43,6 +45,8 @@ private:
     static constexpr qsizetype mostBacklog = 1 << 20;
 
     QString m_link;
+    /// What the link leads to.
+    QString m_slave;
     QString m_error;
     QByteArray m_output;
     int m_master = -1;

@@ -54,6 +54,11 @@ bool TcpPort::replug()
     return isPlugged() || m_server.listen(QHostAddress::LocalHost, m_port);
 }
 
+QString TcpPort::state() const
+{
+    return QStringLiteral("%1 connected").arg(findChildren<TcpStream *>().size());
+}
+
 void TcpPort::accept()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection())

@@ -42,6 +42,7 @@ public:
     void unplug() override;
     bool replug() override;
     [[nodiscard]] bool isPlugged() const override { return m_server.isListening(); }
+    [[nodiscard]] QString state() const override;
     /// What a client has not taken yet is in its own connection: nothing waits here.
     void discardOutput() override {}
 
