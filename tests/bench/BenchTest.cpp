@@ -1,0 +1,162 @@
+#include "bench/Bench.h"
+
+#include "BenchSupport.h"
+
+#include <QFileInfo>
+#include <QTcpServer>
+
+#include <gtest/gtest.h>
+
+using namespace corvane::bench;
+
+namespace {
+
+BenchOptions anyPorts()
+{
+    BenchOptions options;
+    options.chamberPort = 0;
+    options.boardPort = 0;
+    options.gpibPort = 0;
+    options.secondGpibPort = 0;
+    return options;
+}
+
+class WholeBench : public testing::Test
+{
+protected:
+    WholeBench() { EXPECT_TRUE(bench.start()) << bench.errorString().toStdString(); }
+    std::string order(const char *text) { return bench.order(QLatin1String(text)).toStdString(); }
+
+    Bench bench{anyPorts()};
+};
+
+} // namespace
+
+TEST_F(WholeBench, EveryDeviceAnswersWhereTheBenchSaysItIs)
+{
+    const QByteArray chamber = "BRENNICK,KT2000,R4.10,P2.30,CH-10421\r\n";
+    const QByteArray board = "BRENNICK,P/N_25010-1,R2.14,P3.02,07/0123\r\n";
+    PtyUser rs485(bench.rs485Device());
+    rs485.send(">05 *IDN?\r>01 ? SN\r");
+    rs485.expect("<05:" + chamber + "<01:CH-10422\r\n");
+    PtyUser rs232(bench.rs232Device());
+    rs232.send("*IDN?\r");
+    rs232.expect(chamber);
+    PtyUser serialBoard(bench.boardDevice());
+    serialBoard.send("*IDN?\r");
+    serialBoard.expect(board);
+    TcpUser chamberTcp(bench.chamberPort());
+    chamberTcp.send("*IDN?\r");
+    chamberTcp.expect(chamber);
+    TcpUser boardTcp(bench.boardPort());
+    boardTcp.send("*IDN?\r");
+    boardTcp.expect(board);
+    TcpUser gpib(bench.gpibPort());
+    gpib.send("++addr 5\n*IDN?\n++read eoi\n++addr 9\n*IDN?\n++read eoi\n");
+    gpib.expect(chamber + board);
+    gpib.send("++addr 16\ndata?\n++read eoi\n");
+    gpib.expect("+1.00000E-02\r\n");
+    TcpUser second(bench.secondGpibPort());
+    second.send("++addr 0\n? SN\n++read eoi\n");
+    second.expect("CH-10423\r\n");
+    PtyUser gpibSerial(bench.gpibDevice());
+    gpibSerial.send("++addr 9\n*IDN?\n++read eoi\n");
+    gpibSerial.expect(board);
+}
+
+TEST_F(WholeBench, OneDeviceBehindSeveralPlacesIsTheSame)
+{
+    TcpUser tcp(bench.boardPort());
+    tcp.send("DAC 2,0.5\rDAC? 2\r");
+    tcp.expect("0.50000,1.00000,0.00000\r\n");
+    EXPECT_EQ(order("sensor 2"), "done");
+    TcpUser gpib(bench.gpibPort());
+    // 0.5 * 1.0045 + 0.012
+    gpib.send("++addr 16\ndata?\n++read eoi\n");
+    gpib.expect("+5.14250E-01\r\n");
+    PtyUser rs232(bench.rs232Device());
+    rs232.send("= SP 31\r");
+    rs232.expect("OK\r\n");
+    PtyUser rs485(bench.rs485Device());
+    rs485.send(">05 ? SP\r");
+    rs485.expect("<05:31.0\r\n");
+}
+
+TEST_F(WholeBench, OrdersChangeTheDevices)
+{
+    for (const char *text : {"connector on", "stuck data 1 7 0", "stuck dir 0 0 1", "sensor 7",
+                             "meter overflow", "serial 08/0042", "POWER", "connector off"})
+        EXPECT_EQ(order(text), "done") << text;
+    EXPECT_EQ(ask(bench.meter(), "data?"), "OVERFLOW");
+    EXPECT_EQ(bench.meter().sensorChannel(), 7);
+    EXPECT_EQ(bench.board().serial(), "08/0042");
+    EXPECT_EQ(bench.board().ports().stuckBits().size(), 2U);
+    EXPECT_EQ(order("stuck none"), "done");
+    EXPECT_TRUE(bench.board().ports().stuckBits().empty());
+    for (const char *text : {"connector", "stuck data 4 0 0", "stuck data 0 8 0", "stuck up 0 0 0",
+                             "sensor 8", "sensor", "meter loud", "serial", "serial 1,2"})
+        EXPECT_EQ(order(text).substr(0, 5), "Use: ") << text;
+    EXPECT_NE(order("rs486 silent").find("no place \"rs486\""), std::string::npos);
+    EXPECT_NE(order("").find("help"), std::string::npos);
+    EXPECT_NE(order("rs485 loud").find("no fault \"loud\""), std::string::npos);
+}
+
+TEST_F(WholeBench, FaultsActAtTheirPlaceUntilTheyAreCleared)
+{
+    PtyUser rs485(bench.rs485Device());
+    PtyUser rs232(bench.rs232Device());
+    EXPECT_EQ(order("rs485 silent"), "done");
+    rs485.send(">05 ? SN\r");
+    rs232.send("? SN\r");
+    rs232.expect("CH-10421\r\n");
+    EXPECT_EQ(rs485.input(), QByteArray());
+    EXPECT_NE(order("list").find("silent"), std::string::npos);
+    EXPECT_EQ(order("RS485 none"), "done");
+    rs485.send(">05 ? SN\r");
+    rs485.expect("<05:CH-10421\r\n");
+
+    EXPECT_EQ(order("rs485 unplug"), "done");
+    EXPECT_EQ(order("tcp-chamber unplug"), "done");
+    EXPECT_TRUE(rs485.hungUp());
+    EXPECT_FALSE(QFileInfo::exists(bench.rs485Device()));
+    EXPECT_EQ(order("clear"), "done");
+    PtyUser again(bench.rs485Device());
+    again.send(">01 ? SN\r");
+    again.expect("<01:CH-10422\r\n");
+    TcpUser tcp(bench.chamberPort());
+    tcp.send("? SN\r");
+    tcp.expect("CH-10421\r\n");
+}
+
+TEST_F(WholeBench, ATakenPortGivesWayToAFreeOne)
+{
+    BenchOptions options = anyPorts();
+    options.boardPort = bench.boardPort();
+    Bench second(options);
+    ASSERT_TRUE(second.start());
+    EXPECT_NE(second.boardPort(), bench.boardPort());
+    EXPECT_NE(second.boardPort(), 0);
+    EXPECT_NE(second.rs485Device(), bench.rs485Device());
+
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    options.gpibPort = server.serverPort();
+    server.close();
+    Bench third(options);
+    ASSERT_TRUE(third.start());
+    EXPECT_EQ(third.gpibPort(), options.gpibPort);
+}
+
+TEST(Bench, SaysWhatCouldNotStartAndRunsTheRest)
+{
+    BenchOptions options = anyPorts();
+    options.linkFolder = QStringLiteral("/nowhere");
+    Bench bench(options);
+    EXPECT_FALSE(bench.start());
+    EXPECT_TRUE(bench.errorString().contains(QStringLiteral("/nowhere/rs485")));
+    TcpUser tcp(bench.chamberPort());
+    tcp.send("? SN\r");
+    tcp.expect("CH-10421\r\n");
+    EXPECT_EQ(bench.order(QStringLiteral("rs485 none")).toStdString(),
+              "rs485 cannot come back now.");
+}

@@ -1,0 +1,94 @@
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <gtest/gtest.h>
+
+namespace {
+
+class Console : public testing::Test
+{
+protected:
+    ~Console() override
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+    void start(const QStringList &more = {})
+    {
+        QStringList arguments = {QStringLiteral("--chamber-port"), QStringLiteral("0"),
+                                 QStringLiteral("--board-port"),   QStringLiteral("0"),
+                                 QStringLiteral("--gpib-port"),    QStringLiteral("0")};
+        process.start(QStringLiteral(BENCH_PROGRAM), arguments + more);
+    }
+    bool prints(const char *text)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                output += process.readAllStandardOutput();
+                return output.contains(text);
+            },
+            20000);
+    }
+    QStringList links() const
+    {
+        return QDir(folder.path())
+            .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    }
+
+    QProcess process;
+    QByteArray output;
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+TEST_F(Console, SaysWhatIsWhereAndTakesOrdersUntilItQuits)
+{
+    start(
+        {QStringLiteral("--links"), folder.path(), QStringLiteral("--gpib2"), QStringLiteral("0")});
+    ASSERT_TRUE(prints("\"quit\" ends."));
+    EXPECT_EQ(links().size(), 4);
+    const QByteArray com = "corvane --com 1=" + folder.path().toLocal8Bit() + "/rs485 ";
+    EXPECT_TRUE(output.contains(com)) << output.toStdString();
+    EXPECT_TRUE(output.contains("--gpib 1=tcp:127.0.0.1:"));
+    process.write("sensor 3\nlist\nnonsense\n");
+    EXPECT_TRUE(prints("sensor on channel 3"));
+    EXPECT_TRUE(prints("no place \"nonsense\""));
+    process.write("quit\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20000));
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(links().isEmpty());
+}
+
+TEST_F(Console, SignalsEndItCleanlyAndTheEndOfItsInputDoesNot)
+{
+    for (const int signal : {SIGINT, SIGTERM}) {
+        output.clear();
+        start({QStringLiteral("--links"), folder.path()});
+        ASSERT_TRUE(prints("\"quit\" ends."));
+        process.closeWriteChannel();
+        QTest::qWait(100);
+        ASSERT_EQ(process.state(), QProcess::Running);
+        ::kill(static_cast<pid_t>(process.processId()), signal);
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_TRUE(links().isEmpty());
+    }
+}
+
+TEST_F(Console, WrongOptionsAreRefusedAndHelpExplains)
+{
+    for (const char *port : {"70000", "abc", "-1", ""}) {
+        start({QStringLiteral("--gpib2"), QLatin1String(port)});
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 2) << port;
+        EXPECT_TRUE(process.readAllStandardError().contains("is no port for --gpib2"));
+    }
+    start({QStringLiteral("--help")});
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_TRUE(process.readAllStandardOutput().contains("Orders on its standard"));
+}

@@ -1,0 +1,162 @@
+#include "bench/DeviceLink.h"
+
+#include "BenchSupport.h"
+#include "bench/FloodPattern.h"
+#include "bench/LineReader.h"
+#include "bench/TcpPort.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane::bench;
+
+namespace {
+
+class EchoOnTcp : public testing::Test
+{
+protected:
+    EchoOnTcp()
+    {
+        QObject::connect(&port, &TcpPort::opened, &link, &DeviceLink::attach);
+        EXPECT_TRUE(port.listen(0));
+    }
+    void order(const char *fault) { link.faults().order(*Fault::parse(QLatin1String(fault))); }
+
+    EchoDevice device;
+    DeviceLink link{device};
+    TcpPort port;
+};
+
+} // namespace
+
+TEST(LineReader, EndsLinesAtCarriageReturnsAndLineFeedsInAnyPieces)
+{
+    LineReader reader;
+    EXPECT_EQ(reader.feed("*ID"), QList<QByteArray>());
+    EXPECT_EQ(reader.feed("N?\r\n\r\rA\nB"), (QList<QByteArray>{"*IDN?", "A"}));
+    EXPECT_EQ(reader.take(), "B");
+    EXPECT_EQ(reader.feed(QByteArray(LineReader::longest + 1, 'x') + "\rC\r"),
+              QList<QByteArray>{"C"});
+}
+
+TEST_F(EchoOnTcp, AnswersEachOfSeveralClientsWithItsOwnReplies)
+{
+    TcpUser first(port.port());
+    TcpUser second(port.port());
+    first.send("on");
+    second.send("two\rthree\r");
+    first.send("e\r");
+    first.expect("one\r\n");
+    second.expect("two\r\nthree\r\n");
+    EXPECT_EQ(port.state().toStdString(), "2 connected");
+    first.send(QByteArray(100'000, 'y') + '\r');
+    first.expect(QByteArray(100'000, 'y') + "\r\n");
+}
+
+TEST_F(EchoOnTcp, FaultsReachTheClientAsOrdered)
+{
+    struct Row
+    {
+        const char *fault;
+        const char *received;
+    };
+    const Row rows[] = {
+        {"silent once", "2\r\n"},
+        {"twice", "1\r\n1\r\n2\r\n2\r\n"},
+        {"late", "1\r\n"},
+        {"noend", "12"},
+        {"garbage no\\r", "no\r\r\nno\r\r\n"},
+        {"slow 30", "1\r\n2\r\n"},
+        {"split 10", "1\r\n2\r\n"},
+        {"none", "1\r\n2\r\n"},
+    };
+    TcpUser user(port.port());
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.fault);
+        order(row.fault);
+        user.send("1\r2\r");
+        user.expect(row.received);
+    }
+}
+
+TEST_F(EchoOnTcp, ASlowReplyIsNotThereBeforeItsTimeNorASplitOneWhole)
+{
+    TcpUser user(port.port());
+    order("slow 120");
+    QElapsedTimer timer;
+    timer.start();
+    user.send("A\r");
+    user.expect("A\r\n");
+    EXPECT_GE(timer.elapsed(), 119);
+
+    order("split 60");
+    user.send("<05:ABCD\r");
+    QStringList seen;
+    EXPECT_TRUE(soon([&] {
+        const QString now = QString::fromLatin1(user.input());
+        if (!now.isEmpty() && (seen.isEmpty() || seen.constLast() != now))
+            seen.append(now);
+        return now.endsWith(u'\n');
+    }));
+    EXPECT_EQ(seen.join(u'|').toStdString(), "<0|<05:A|<05:ABCD|<05:ABCD\r|<05:ABCD\r\n");
+}
+
+TEST_F(EchoOnTcp, ADroppedClientMayComeBack)
+{
+    TcpUser user(port.port());
+    TcpUser other(port.port());
+    order("drop");
+    user.send("1\r2\r3\r");
+    EXPECT_TRUE(soon([&] { return !user.connected(); }));
+    other.send("here\r");
+    other.expect("here\r\n");
+    TcpUser again(port.port());
+    again.send("4\r");
+    again.expect("4\r\n");
+}
+
+TEST_F(EchoOnTcp, UnpluggedRefusesEverybodyAndComesBackAtTheSamePort)
+{
+    const quint16 number = port.port();
+    TcpUser user(number);
+    port.unplug();
+    EXPECT_TRUE(soon([&] { return !user.connected(); }));
+    QTcpSocket refused;
+    refused.connectToHost(QStringLiteral("127.0.0.1"), number);
+    EXPECT_TRUE(soon([&] { return refused.error() == QAbstractSocket::ConnectionRefusedError; }));
+    ASSERT_TRUE(port.replug());
+    EXPECT_EQ(port.port(), number);
+    TcpUser again(number);
+    again.send("5\r");
+    again.expect("5\r\n");
+}
+
+TEST_F(EchoOnTcp, AFloodArrivesWholeWhileOthersAreServed)
+{
+    TcpUser user(port.port());
+    TcpUser other(port.port());
+    order("flood 10000000 4096");
+    user.send("go\r");
+    EXPECT_TRUE(soon([&] { return !user.input().isEmpty(); }));
+    other.send("still here\r");
+    other.expect("still here\r\n");
+    EXPECT_LT(user.input().size(), 10'000'000);
+    EXPECT_TRUE(soon([&] { return user.input().size() >= 10'000'000; }));
+    EXPECT_TRUE(user.input() == floodPattern(0, 10'000'000));
+    user.clear();
+    order("flood 100000 1");
+    user.send("go\r");
+    EXPECT_TRUE(soon([&] { return user.input().size() >= 100'000; }));
+    EXPECT_TRUE(user.input() == floodPattern(0, 100'000));
+}
+
+TEST_F(EchoOnTcp, ANewOrderEndsAFlood)
+{
+    TcpUser user(port.port());
+    order("flood 100000000 64");
+    user.send("go\r");
+    EXPECT_TRUE(soon([&] { return user.input().size() > 1000; }));
+    order("none");
+    user.send("quiet\r");
+    EXPECT_TRUE(soon([&] { return user.input().endsWith("quiet\r\n"); }));
+    EXPECT_LT(user.input().size(), 50'000'000);
+}

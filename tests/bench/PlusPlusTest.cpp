@@ -1,0 +1,200 @@
+#include "BenchSupport.h"
+#include "bench/PlusPlusController.h"
+#include "bench/PtyPort.h"
+#include "bench/TcpPort.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace corvane::bench;
+
+namespace {
+
+/// Keeps what it was told; a line that ends in "?" is answered with itself.
+class NotingDevice : public BenchDevice
+{
+public:
+    std::optional<QByteArray> answer(const QByteArray &line) override
+    {
+        heard.append(line);
+        return line.endsWith('?') ? std::optional(line) : std::nullopt;
+    }
+    QList<QByteArray> heard;
+};
+
+class PlusPlus : public testing::Test
+{
+protected:
+    PlusPlus()
+    {
+        controller.setVersion("V1");
+        controller.connectStation(5, five);
+        controller.connectStation(9, nine);
+        QObject::connect(&port, &TcpPort::opened, &controller, &PlusPlusController::attach);
+        EXPECT_TRUE(port.listen(0));
+    }
+    /// Sends the lines, and "++ver" to see that nothing else comes before its reply.
+    void dialogue(const QByteArray &lines, const QByteArray &replies)
+    {
+        if (!user)
+            user = std::make_unique<TcpUser>(port.port());
+        SCOPED_TRACE(lines.toStdString());
+        user->send(lines + "++ver\n");
+        user->expect(replies + "V1\r\n");
+    }
+
+    NotingDevice atFive;
+    NotingDevice atNine;
+    GpibStation five{atFive};
+    GpibStation nine{atNine};
+    PlusPlusController controller;
+    TcpPort port;
+    std::unique_ptr<TcpUser> user;
+};
+
+} // namespace
+
+TEST_F(PlusPlus, SettingsAreShownSetAndRefused)
+{
+    struct Row
+    {
+        const char *lines;
+        const char *replies;
+    };
+    const Row rows[] = {
+        {"++mode\n++auto\n++eoi\n++eos\n++eot_enable\n", "1\r\n0\r\n1\r\n3\r\n0\r\n"},
+        {"++read_tmo_ms 3000\n++read_tmo_ms\n", "3000\r\n"},
+        {"++eos 2\r\n++eos\r\n", "2\r\n"},
+        {"++addr 30\n++addr\n++addr 5 96\n++addr\n", "30\r\n5 96\r\n"},
+        {"++savecfg 0\n++savecfg\n++ifc\n++loc\n++spoll\n", "0\r\n0\r\n"},
+    };
+    for (const Row &row : rows)
+        dialogue(row.lines, row.replies);
+    for (const char *wrong : {"++eos 4", "++addr 31", "++addr 5 6", "++read_tmo_ms 0", "++read x",
+                              "++AUTO", "++", "++nonsense 1"})
+        dialogue(QByteArray(wrong) + '\n', "Unrecognized command\r\n");
+    dialogue("++addr\n++eos\n", "5 96\r\n2\r\n");
+}
+
+TEST_F(PlusPlus, AReplyWaitsAtItsAddressUntilItIsRead)
+{
+    dialogue("++addr 5\nA?\n++addr 9\nB?\n++read eoi\n++addr 5\n++read eoi\n", "B?\r\nA?\r\n");
+    dialogue("C?\nD?\n++read eoi\n++read_tmo_ms 20\n++read eoi\n", "D?\r\n");
+    dialogue("E?\n++clr\n++read eoi\n", "");
+}
+
+TEST_F(PlusPlus, EscapedBytesReachTheDeviceAsTheyAre)
+{
+    dialogue("++addr 5\n\x1b+\x1b+ver\n", "");
+    dialogue("a+b++c\x1b\x1b\n+\x1b+x\n\n\r\n+y\n", "");
+    // An escaped line end is the device's own and ends its first command.
+    dialogue("one\x1b\rtwo\x1b\n\n", "");
+    EXPECT_EQ(atFive.heard, (QList<QByteArray>{"++ver", "a+b++c\x1b", "++x", "+y", "one", "two"}));
+}
+
+TEST_F(PlusPlus, AMessageEndsByItsMarkOrItsTerminator)
+{
+    dialogue("++addr 5\n++eoi 0\nA\nB\n++eos 1\nC\n++eoi 1\n++eos 3\nD\n", "");
+    EXPECT_EQ(atFive.heard, (QList<QByteArray>{"ABC", "D"}));
+}
+
+TEST_F(PlusPlus, ReadingEndsWhereItIsToldTo)
+{
+    dialogue("++addr 5\n++read_tmo_ms 20\nA,B?\n++read 44\n++read eoi\n", "A,B?\r\n");
+    dialogue("A,B?\n++read 44\n", "A,");
+    dialogue("++read 44\n", "B?\r\n");
+    dialogue("A?\n++read\n", "A?\r\n");
+    dialogue("++eot_enable 1\n++eot_char 36\nA?\n++read eoi\n", "A?\r\n$");
+    dialogue("++eot_enable 0\n++auto 1\nA?\n", "A?\r\n");
+    dialogue("++auto 0\nA?\n", "");
+}
+
+TEST_F(PlusPlus, AbsentDevicesAreSilentForTheTimeOut)
+{
+    dialogue("", "");
+    QElapsedTimer timer;
+    timer.start();
+    dialogue("++addr 7\n*IDN?\n++read_tmo_ms 150\n++read eoi\n", "");
+    EXPECT_GE(timer.elapsed(), 149);
+    dialogue("++addr 5\n++read_tmo_ms 20\n++mode 0\nA?\n++read eoi\n++mode 1\n", "");
+    EXPECT_TRUE(atFive.heard.isEmpty());
+}
+
+TEST_F(PlusPlus, TheTimeOutCountsFromByteToByte)
+{
+    five.faults().order(*Fault::parse(QStringLiteral("split 60")));
+    dialogue("++addr 5\n++read_tmo_ms 100\nABCD?\n++read eoi\n", "ABCD?\r\n");
+    dialogue("++read_tmo_ms 30\nABCD?\n++read eoi\n", "AB");
+}
+
+TEST_F(PlusPlus, FaultsOfAnInstrumentShowAtItsAddressOnly)
+{
+    const auto order = [this](const char *fault) {
+        five.clear();
+        five.faults().order(*Fault::parse(QLatin1String(fault)));
+    };
+    dialogue("++addr 5\n++read_tmo_ms 20\n", "");
+    order("silent");
+    dialogue("A?\n++read eoi\n", "");
+    order("twice once");
+    dialogue("A?\n++read eoi\nB?\n++read eoi\n++read eoi\nC?\n++read eoi\n",
+             "A?\r\nA?\r\nB?\r\nC?\r\n");
+    order("late");
+    dialogue("A?\n++read eoi\nB?\n++read eoi\n", "A?\r\n");
+    order("slow 60");
+    dialogue("A?\n++read eoi\n", "");
+    QTest::qWait(100);
+    dialogue("++read eoi\n", "A?\r\n");
+    order("noend");
+    dialogue("A?\n++read eoi\n", "A?");
+    order("flood 300000");
+    dialogue("++addr 9\nA?\n++read eoi\n++addr 5\n", "A?\r\n");
+    user->send("A?\n++read eoi\n++ver\n");
+    EXPECT_TRUE(soon([&] { return user->input().size() >= 300'004; }));
+    user->clear();
+    order("none");
+    five.unplug();
+    dialogue("A?\n++read eoi\n", "");
+    five.replug();
+    dialogue("A?\n++read eoi\n", "A?\r\n");
+}
+
+TEST_F(PlusPlus, FaultsOfTheControllerItselfSpoilItsReplies)
+{
+    const auto order = [this](const char *fault) {
+        controller.faults().order(*Fault::parse(QLatin1String(fault)));
+    };
+    dialogue("", "");
+    order("twice");
+    dialogue("", "V1\r\n");
+    order("garbage ?");
+    user->send("++ver\n");
+    user->expect("?\r\n");
+    order("drop");
+    user->send("++ver\n++ver\n");
+    EXPECT_TRUE(soon([&] { return !user->connected(); }));
+    user.reset();
+    dialogue("", "");
+}
+
+TEST_F(PlusPlus, SettingsOutliveTheConnectionAndACutReadDisturbsNobody)
+{
+    dialogue("++addr 7\n++read_tmo_ms 3000\n", "");
+    user->send("++read eoi\n++addr 9\n");
+    QTest::qWait(50);
+    user.reset();
+    dialogue("++addr\n", "7\r\n");
+}
+
+TEST_F(PlusPlus, RunsOverASerialPortAlike)
+{
+    QTemporaryDir folder;
+    PtyPort serial(folder.filePath(QStringLiteral("gpib")));
+    ASSERT_TRUE(serial.replug());
+    controller.attach(serial);
+    PtyUser serialUser(serial.path());
+    serialUser.send("++addr 9\nA?\n++read eoi\n++ver\n");
+    serialUser.expect("A?\r\nV1\r\n");
+    dialogue("++addr\n", "9\r\n");
+}

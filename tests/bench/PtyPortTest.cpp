@@ -1,0 +1,123 @@
+#include "bench/PtyPort.h"
+
+#include "BenchSupport.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <termios.h>
+
+using namespace corvane::bench;
+
+namespace {
+
+class Pty : public testing::Test
+{
+protected:
+    Pty()
+    {
+        EXPECT_TRUE(port.replug()) << port.errorString().toStdString();
+        QObject::connect(&port, &ByteStream::received,
+                         [this](const QByteArray &bytes) { received += bytes; });
+    }
+
+    QTemporaryDir folder;
+    PtyPort port{folder.filePath(QStringLiteral("port"))};
+    QByteArray received;
+};
+
+} // namespace
+
+TEST_F(Pty, CarriesEveryByteValueBothWaysWithoutAnEcho)
+{
+    QByteArray all;
+    for (int value = 0; value < 256; ++value)
+        all.append(static_cast<char>(value));
+    PtyUser user(port.path());
+    user.send(all);
+    EXPECT_TRUE(soon([&] { return received.size() >= all.size(); }));
+    EXPECT_EQ(received, all);
+    port.send(all);
+    user.expect(all);
+}
+
+TEST_F(Pty, KeepsWhatTheOtherEndIsSlowToTakeAndSaysWhenItIsGone)
+{
+    const QByteArray much(500'000, 'x');
+    int drained = 0;
+    QObject::connect(&port, &ByteStream::drained, [&] { ++drained; });
+    PtyUser user(port.path());
+    port.send(much);
+    EXPECT_GT(port.backlog(), 0);
+    EXPECT_EQ(drained, 0);
+    user.expect(much);
+    EXPECT_TRUE(soon([&] { return drained == 1; }));
+    EXPECT_EQ(port.backlog(), 0);
+
+    // Without a reader nothing grows without end, and clearing forgets it all.
+    for (int i = 0; i < 10; ++i)
+        port.send(much);
+    EXPECT_LT(port.backlog(), 2'000'000);
+    port.discardOutput();
+    port.send("fresh");
+    user.expect("fresh");
+}
+
+TEST_F(Pty, OutlivesAnyNumberOfUsers)
+{
+    for (int i = 0; i < 3; ++i) {
+        PtyUser user(port.path());
+        user.send("hello");
+        EXPECT_TRUE(soon([&] { return received == "hello"; }));
+        port.send("there");
+        user.expect("there");
+        received.clear();
+    }
+}
+
+TEST_F(Pty, PulledOutIsAHangUpAndPutBackIsTheSamePath)
+{
+    PtyUser user(port.path());
+    port.unplug();
+    EXPECT_TRUE(user.hungUp());
+    EXPECT_FALSE(QFileInfo::exists(port.path()));
+    port.send("lost");
+    EXPECT_EQ(port.state(), QString());
+    ASSERT_TRUE(port.replug());
+    PtyUser again(port.path());
+    port.send("back");
+    again.expect("back");
+    port.dropPeer();
+    EXPECT_TRUE(again.hungUp());
+    EXPECT_TRUE(port.isPlugged());
+}
+
+TEST_F(Pty, TellsTheRateThatItsUserSet)
+{
+    const PtyUser user(port.path());
+    termios settings{};
+    ::tcgetattr(user.descriptor(), &settings);
+    ::cfsetspeed(&settings, B19200);
+    settings.c_cflag |= CSTOPB;
+    ::tcsetattr(user.descriptor(), TCSANOW, &settings);
+    EXPECT_EQ(port.state().toStdString(), "19200 baud, 2 stop bits");
+}
+
+TEST_F(Pty, NeitherReplacesAFileNorRemovesAnothersLink)
+{
+    const QString path = folder.filePath(QStringLiteral("file"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    PtyPort onFile(path);
+    EXPECT_FALSE(onFile.replug());
+    EXPECT_TRUE(onFile.errorString().contains(path)) << onFile.errorString().toStdString();
+    EXPECT_FALSE(onFile.isPlugged());
+
+    PtyPort successor(port.path());
+    ASSERT_TRUE(successor.replug());
+    port.unplug();
+    PtyUser user(successor.path());
+    successor.send("mine");
+    user.expect("mine");
+}

@@ -1,0 +1,16 @@
+corvane_test(
+  bench
+  SOURCES
+  BenchTest.cpp
+  BoardTest.cpp
+  ChamberTest.cpp
+  ConsoleTest.cpp
+  DeviceLinkTest.cpp
+  FaultTest.cpp
+  PlusPlusTest.cpp
+  PtyPortTest.cpp
+  TextTest.cpp
+  USES
+  bench)
+add_dependencies(test_bench corvane-bench)
+target_compile_definitions(test_bench PRIVATE BENCH_PROGRAM="$<TARGET_FILE:corvane-bench>")
