@@ -64,6 +64,8 @@ void BenchConsole::listenToSignals()
     connect(m_signals.get(), &QSocketNotifier::activated, this, [] { QCoreApplication::quit(); });
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
         std::signal(signal, wake);
+    // Nobody may be reading what is printed; the links must go all the same.
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 void BenchConsole::readOrders()

@@ -49,7 +49,7 @@ Board::Board()
 bool Board::setSerial(const QByteArray &serial)
 {
     const bool plain = std::all_of(serial.begin(), serial.end(),
-                                   [](char c) { return c > ' ' && c <= '~' && c != ','; });
+                                   [](char c) { return c >= ' ' && c <= '~' && c != ','; });
     if (serial.isEmpty() || serial.size() > 20 || !plain)
         return false;
     m_serial = serial;
