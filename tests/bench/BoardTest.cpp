@@ -52,20 +52,16 @@ protected:
 
 TEST_F(BoardOnTheBench, QueriesAreAnsweredAndSettingsAreNot)
 {
-    expectReplies(board, {
-                             {"*IDN?", "BRENNICK,P/N_25010-1,R2.14,P3.02,07/0123"},
-                             {"DAC  4, .5,1.0,0.0", "(silent)"},
-                             {"DAC? 4", "0.50000,1.00000,0.00000"},
-                             {"DAC  4,2.50000", "(silent)"},
-                             {"DAC?  4", "2.50000,1.00000,0.00000"},
-                             {"ADC 4,0.99256,-0.01500", "(silent)"},
-                             {"ADC?  4", "2.46651,0.99256,-0.01500"},
-                             {"adc? 4", "2.46651,0.99256,-0.01500"},
-                             {"TCPIP?", "192.0.2.25,255.255.255.0,192.0.2.1,5001"},
-                             {":CALibrate:PICSerialNumber 7/5", "(silent)"},
-                             {"*IDN?", "BRENNICK,P/N_25010-1,R2.14,P3.02,7/5"},
-                             {"SYST:ERR?", "0,\"No error\""},
-                         });
+    expectReplies(board, {{"*IDN?", "BRENNICK,P/N_25010-1,R2.14,P3.02,07/0123"},
+                          {"DAC  4, .5,1.0,0.0", "(silent)"},
+                          {"DAC? 4", "0.50000,1.00000,0.00000"},
+                          {"DAC  4,2.50000;DAC?  4", "2.50000,1.00000,0.00000"},
+                          {"ADC 4,0.99256,-0.01500;ADC?  4", "2.46651,0.99256,-0.01500"},
+                          {"adc? 4", "2.46651,0.99256,-0.01500"},
+                          {"TCPIP?", "192.0.2.25,255.255.255.0,192.0.2.1,5001"},
+                          {":CALibrate:PICSerialNumber 7/5", "(silent)"},
+                          {"*IDN?", "BRENNICK,P/N_25010-1,R2.14,P3.02,7/5"},
+                          {"SYST:ERR?", "0,\"No error\""}});
 }
 
 TEST_F(BoardOnTheBench, TheJoinedCommandSetCountsInHexadecimal)
