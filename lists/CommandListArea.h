@@ -5,14 +5,13 @@
 
 #include <QWidget>
 
-#include <memory>
+#include <vector>
 
 class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
-class QSplitter;
 
 namespace corvane {
 
@@ -98,6 +97,8 @@ protected:
 private:
     void makeControls();
     void layOut();
+    void orderTabs();
+    void setColumnWidths();
     void connectControls();
     void setKind(int kind);
     void showContents(ListContents &contents);

@@ -25,8 +25,8 @@ public:
     /// The whole text of txtIn of the Channel, a byte a character.
     [[nodiscard]] virtual QByteArray response(int index) const = 0;
 
-    /// Starts or stops TimerTransfer of the Channel, which ticks TransferEngine::TimerTransfer_Timer.
-    /// Starting a running timer leaves its phase alone.
+    /// Starts or stops TimerTransfer of the Channel, which ticks
+    /// TransferEngine::TimerTransfer_Timer. Starting a running timer leaves its phase alone.
     virtual void setTransferTimer(int index, bool running) = 0;
     /// Runs cmdStop_Click of the Channel, which calls TransferEngine::ResetTransferData.
     virtual void stopOperation(int index) = 0;

@@ -70,7 +70,7 @@ public:
     [[nodiscard]] int runningChannel() const { return m_module.transferRunning() ? m_channel : -1; }
     /// True while a message box of the run is open or its send has not returned: the window must
     /// not be destroyed.
-    [[nodiscard]] bool isBusy() const { return m_holds > 0; }
+    [[nodiscard]] bool isBusy() const { return m_boxOpen || m_sending; }
 
 Q_SIGNALS:
     void runStarted(int index);
@@ -83,18 +83,31 @@ Q_SIGNALS:
 private:
     enum class Mode { Get, Send };
 
+    /// How much of the response box the reply cell holds: lengths after the last piece.
+    struct Mirror
+    {
+        qsizetype box = -1;
+        qsizetype cell = -1;
+    };
+
     void start(int index, Mode mode);
-    bool refuse(int index, Outcome outcome, const QString &message);
+    void begin(int index, Mode mode);
+    void refuse(int index, Outcome outcome, const QString &message);
+    void clearOptions(int index);
+    void reset(int index);
+
+    void startRow(int index, int row);
+    void finishRow(RowVerdict verdict);
     void send(int index, const QString &command);
     void skip(int index, RowVerdict verdict);
     void check(int index);
     void syntaxError(int index);
     void complete(int index);
-    void finishRow(RowVerdict verdict);
+    void stopRun(int index);
+    void mirror(int index, int row, qsizetype keep, QByteArrayView tail);
     bool showMessage(const QString &text);
-    void stopRun(int index, Outcome outcome);
-    void reset(int index);
-    void showProgress();
+
+    [[nodiscard]] bool isOn(quint64 run) const;
     [[nodiscard]] ListStep currentStep() const;
     [[nodiscard]] int replyColumn() const;
 
@@ -105,12 +118,13 @@ private:
     Dialogs &m_dialogs;
 
     int m_channel = -1;
-    quint64 m_run = 0;          // counts starts, so that a frame below knows whether its run is on
-    int m_holds = 0;            // frames in which the run may not move on
-    bool m_rowOpen = false;     // the current row has started and not finished
-    bool m_rowJudged = false;   // the current row's reply cell holds a verdict
-    qsizetype m_mirrored = -1;  // length of the reply cell while it equals the response box
-    bool m_settling = false;    // the end of the run is being shown; its outcome is known
+    quint64 m_run = 0;        // counts starts, so that a frame below knows whether its run is on
+    bool m_boxOpen = false;   // a message box of the run is open
+    bool m_sending = false;   // the host's send has not returned
+    bool m_settling = false;  // the run is being stopped with an outcome that is already known
+    bool m_rowOpen = false;   // the current row has started and not finished
+    bool m_rowJudged = false; // the current row's reply cell holds a verdict
+    Mirror m_mirror;
 };
 
 } // namespace corvane

@@ -43,8 +43,8 @@ private:
     void moveEnds(int row, int fromColumn, qsizetype by);
 
     int m_columns = 0;
-    std::vector<QString> m_rows;  // the cells' texts, one after the other
-    std::vector<quint32> m_ends;  // where each cell ends in its row's text
+    std::vector<QString> m_rows; // the cells' texts, one after the other
+    std::vector<quint32> m_ends; // where each cell ends in its row's text
 };
 
 } // namespace corvane

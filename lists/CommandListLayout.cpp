@@ -1,0 +1,171 @@
+// How the command-list area looks: its controls, their names and places.
+#include "lists/CommandListArea.h"
+#include "platform/TextGrid.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include <limits>
+
+namespace corvane {
+
+namespace {
+
+struct ButtonRow
+{
+    QPushButton *CommandListArea::*member;
+    const char *name;
+    const char *caption;
+    const char *purpose;
+};
+
+constexpr ButtonRow buttonRows[] = {
+    {&CommandListArea::cmdLoad, "cmdLoad", "L&oad...", "Load a command list file"},
+    {&CommandListArea::cmdSave, "cmdSave", "Sav&e...", "Save the chamber settings to a file"},
+    {&CommandListArea::cmdEditList, "cmdEditList", "E&dit List...", "Edit the list as text"},
+    {&CommandListArea::cmdSaveList, "cmdSaveList", "Save Lis&t...", "Save the list as text"},
+    {&CommandListArea::cmdAddRow, "cmdAddRow", "Add &Row", "Add a row at the end of the list"},
+    {&CommandListArea::cmdDeleteRow, "cmdDeleteRow", "Delete Ro&w", "Delete the current row"},
+    {&CommandListArea::cmdClearCol, "cmdClearCol", "Clear Col&umn", "Empty the current column"},
+    {&CommandListArea::cmdClear, "cmdClear", "Clear &List", "Clear the whole list"},
+    {&CommandListArea::cmdMaxGrid, "cmdMaxGrid", "&Max Grid", "Widen the grid over the comments"},
+    {&CommandListArea::cmdMinGrid, "cmdMinGrid", "&Min Grid", "Show the comments again"},
+    {&CommandListArea::cmdGetList, "cmdGetList", "&Get List",
+     "Fill the list with the values of the device on the showing channel"},
+    {&CommandListArea::cmdSendList, "cmdSendList", "Se&nd List",
+     "Send the list to the device on the showing channel"},
+    {&CommandListArea::cmdStopSend, "cmdStopSend", "Sto&p", "Stop the run"},
+};
+
+struct ColumnWidth
+{
+    QLatin1StringView title;
+    int characters;
+};
+
+constexpr ColumnWidth columnWidths[] = {
+    {QLatin1StringView("Line"), 7},       {QLatin1StringView("Operator"), 9},
+    {QLatin1StringView("Command"), 18},   {QLatin1StringView("Value"), 18},
+    {QLatin1StringView("Tolerance"), 10},
+};
+
+template <typename Widget>
+Widget *named(Widget *widget, const char *name, const QString &accessibleName)
+{
+    widget->setObjectName(QLatin1StringView(name));
+    widget->setAccessibleName(accessibleName);
+    return widget;
+}
+
+QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
+{
+    auto *layout = new QHBoxLayout;
+    for (QWidget *widget : widgets)
+        layout->addWidget(widget);
+    return layout;
+}
+
+} // namespace
+
+void CommandListArea::makeControls()
+{
+    for (const ButtonRow &button : buttonRows) {
+        auto *made =
+            named(new QPushButton(tr(button.caption), this), button.name, tr(button.purpose));
+        made->setToolTip(tr(button.purpose));
+        made->setAutoDefault(false);
+        this->*button.member = made;
+    }
+    lblFileName = named(new QLabel(this), "lblFileName", tr("Name of the list file"));
+    lblFileName->setTextFormat(Qt::PlainText);
+    lblFileName->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QFont bold = lblFileName->font();
+    bold.setBold(true);
+    lblFileName->setFont(bold);
+    lblProgress = named(new QLabel(this), "lblProgress", tr("Progress of the run"));
+    txtVDL = named(new QPlainTextEdit(this), "txtVDL", tr("Comments of the list"));
+    txtVDL->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtVDL->setTabChangesFocus(true);
+    flexgridVDL = named(new TextGrid(this), "flexgridVDL", tr("Command list"));
+    flexgridVDL->horizontalHeader()->setStretchLastSection(true);
+    txtFlexText = named(new QLineEdit(flexgridVDL->viewport()), "txtFlexText", tr("Cell text"));
+    txtFlexText->setMaxLength(std::numeric_limits<int>::max());
+    txtFlexText->setFrame(false);
+    txtFlexText->hide();
+    chkStripOpr = named(new QCheckBox(tr("Str&ip operator"), this), "chkStripOpr",
+                        tr("Send the commands of a test list without their leading operator"));
+    chkStripOpr->setToolTip(chkStripOpr->accessibleName());
+}
+
+void CommandListArea::layOut()
+{
+    auto *title = new QLabel(tr("Command list:"), this);
+    auto *top = row({title, lblFileName, lblProgress, cmdMaxGrid, cmdMinGrid});
+    top->setStretchFactor(lblFileName, 1);
+    lblFileName->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    cmdMinGrid->hide();
+
+    m_leftHand = new QWidget(this);
+    auto *files = new QGridLayout;
+    files->addWidget(cmdLoad, 0, 0);
+    files->addWidget(cmdSave, 0, 1);
+    files->addWidget(cmdEditList, 1, 0);
+    files->addWidget(cmdSaveList, 1, 1);
+    auto *left = new QVBoxLayout(m_leftHand);
+    left->setContentsMargins(0, 0, 0, 0);
+    left->addWidget(txtVDL);
+    left->addLayout(files);
+
+    auto *list = new QWidget(this);
+    auto *buttons = row({cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear});
+    buttons->addStretch();
+    for (QWidget *widget :
+         std::initializer_list<QWidget *>{chkStripOpr, cmdGetList, cmdSendList, cmdStopSend})
+        buttons->addWidget(widget);
+    auto *right = new QVBoxLayout(list);
+    right->setContentsMargins(0, 0, 0, 0);
+    right->addWidget(flexgridVDL);
+    right->addLayout(buttons);
+
+    auto *splitter = new QSplitter(this);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(m_leftHand);
+    splitter->addWidget(list);
+    splitter->setStretchFactor(1, 1);
+
+    auto *all = new QVBoxLayout(this);
+    all->addLayout(top);
+    all->addWidget(splitter, 1);
+    orderTabs();
+}
+
+void CommandListArea::orderTabs()
+{
+    QWidget *const order[] = {cmdMaxGrid,  cmdMinGrid,   txtVDL,      cmdLoad,
+                              cmdSave,     cmdEditList,  cmdSaveList, flexgridVDL,
+                              cmdAddRow,   cmdDeleteRow, cmdClearCol, cmdClear,
+                              chkStripOpr, cmdGetList,   cmdSendList, cmdStopSend};
+    for (std::size_t at = 1; at < std::size(order); ++at)
+        setTabOrder(order[at - 1], order[at]);
+}
+
+void CommandListArea::setColumnWidths()
+{
+    const int character = fontMetrics().horizontalAdvance(u'0');
+    for (int column = 0; column < flexgridVDL->colCount() - 1; ++column) {
+        const QString title = flexgridVDL->text(0, column);
+        const auto found = std::ranges::find(columnWidths, QLatin1StringView(title.toLatin1()),
+                                             &ColumnWidth::title);
+        if (found != std::end(columnWidths))
+            flexgridVDL->setColumnWidth(column, found->characters * character);
+    }
+}
+
+} // namespace corvane

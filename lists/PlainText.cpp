@@ -1,0 +1,14 @@
+#include "lists/PlainText.h"
+
+#include <QPlainTextEdit>
+
+namespace corvane {
+
+QString plainText::of(const QPlainTextEdit &box)
+{
+    QString text = box.document()->toRawText();
+    text.replace(QChar::LineSeparator, QChar::ParagraphSeparator);
+    return text.replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"));
+}
+
+} // namespace corvane

@@ -1,0 +1,378 @@
+#include "lists/TransferEngine.h"
+
+#include "lists/CheckRow.h"
+#include "lists/CommandListArea.h"
+#include "lists/ListHost.h"
+#include "lists/ListKinds.h"
+#include "lists/ListStep.h"
+#include "lists/ListTexts.h"
+#include "platform/Dialogs.h"
+#include "platform/TextGrid.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr int gpibChannel = 2;
+constexpr int firstTcpChannel = 3;
+
+bool isChannel(int index)
+{
+    return index >= 0 && index < channelCount;
+}
+
+QByteArray oneLine(QByteArrayView text)
+{
+    QByteArray line = text.toByteArray();
+    line.removeIf([](char c) { return c == '\r' || c == '\n'; });
+    return line;
+}
+
+QLatin1StringView latin1(QByteArrayView bytes)
+{
+    return QLatin1StringView(bytes.data(), bytes.size());
+}
+
+} // namespace
+
+TransferEngine::TransferEngine(Module1 &module, CommandListArea &area, ListHost &host,
+                               Dialogs &dialogs, QObject *parent)
+    : QObject(parent)
+    , m_module(module)
+    , m_area(area)
+    , m_grid(*area.flexgridVDL)
+    , m_host(host)
+    , m_dialogs(dialogs)
+{
+    using Engine = TransferEngine;
+    connect(area.cmdGetList, &QPushButton::clicked, this, &Engine::cmdGetList_Click);
+    connect(area.cmdSendList, &QPushButton::clicked, this, &Engine::cmdSendList_Click);
+    connect(area.cmdStopSend, &QPushButton::clicked, this, &Engine::cmdStopSend_Click);
+    connect(&area, &CommandListArea::listAboutToChange, this,
+            [this] { ResetTransferData(runningChannel()); });
+}
+
+// Starting and stopping
+
+void TransferEngine::cmdGetList_Click()
+{
+    cmdLoadFrmChmber_Click(m_host.showingChannel());
+}
+
+void TransferEngine::cmdSendList_Click()
+{
+    cmdLoadToChmber_Click(m_host.showingChannel());
+}
+
+void TransferEngine::cmdStopSend_Click()
+{
+    m_host.stopOperation(m_host.showingChannel());
+}
+
+void TransferEngine::cmdLoadFrmChmber_Click(int index)
+{
+    start(index, Mode::Get);
+}
+
+void TransferEngine::cmdLoadToChmber_Click(int index)
+{
+    start(index, Mode::Send);
+}
+
+void TransferEngine::start(int index, Mode mode)
+{
+    if (!isChannel(index) || m_boxOpen)
+        return;
+    ResetTransferData(index);
+    const QString first = m_grid.text(1, listKinds::firstColumn);
+    const bool sends = mode == Mode::Send;
+    if (first.isEmpty())
+        refuse(index, Outcome::Empty, sends ? listTexts::emptyAtSend() : listTexts::emptyAtGet());
+    else if (sends && m_grid.textLength(1, 2) == 0 &&
+             ListStep::needsSecondCell(m_module.ListKind, first))
+        refuse(index, Outcome::Incomplete, listTexts::incompleteAtSend());
+    else
+        begin(index, mode);
+}
+
+void TransferEngine::begin(int index, Mode mode)
+{
+    ++m_run;
+    m_channel = index;
+    (mode == Mode::Get ? m_module.GetMode : m_module.SendMode) = true;
+    m_module.ResponseReady = true;
+    m_area.flexgridVDL_Acted(); // a cell that is being edited is left as it was
+    m_grid.setCurrentCell(1, listKinds::firstColumn);
+    clearOptions(index);
+    m_host.setTransferTimer(index, true);
+    Q_EMIT runStarted(index);
+}
+
+void TransferEngine::refuse(int index, Outcome outcome, const QString &message)
+{
+    m_grid.setCurrentCell(0, 0);
+    m_module.CurrentListRow = 0;
+    showMessage(message);
+    ResetTransferData(index);
+    clearOptions(index);
+    Q_EMIT runEnded(outcome);
+}
+
+void TransferEngine::clearOptions(int index)
+{
+    m_host.clearLoop(index);
+    if (index >= firstTcpChannel)
+        m_host.clearLog(index);
+}
+
+void TransferEngine::ResetTransferData(int index)
+{
+    if (!isChannel(index))
+        return;
+    const bool ended = m_module.transferRunning() && !m_settling;
+    if (ended && m_module.ResponseReady)
+        finishRow(RowVerdict::None);
+    reset(index);
+    if (ended)
+        Q_EMIT runEnded(Outcome::Stopped);
+}
+
+void TransferEngine::reset(int index)
+{
+    m_module.CurrentListRow = 0;
+    m_host.setTransferTimer(index, false);
+    // The flags are one set for all Channels: a run elsewhere ends with them, and so must its
+    // timer.
+    if (const int other = runningChannel(); isChannel(other) && other != index)
+        m_host.setTransferTimer(other, false);
+    m_module.GetMode = false;
+    m_module.SendMode = false;
+    m_module.GpibTransfer = false;
+    m_module.TransferWaitCount[static_cast<std::size_t>(index)] = 0;
+    m_module.ResponseReady = false;
+    m_rowOpen = false;
+    m_grid.setMarkedRow(0);
+    m_grid.setCurrentCell(0, 0);
+    m_area.showProgress(0, 0);
+}
+
+// One step
+
+void TransferEngine::TimerTransfer_Timer(int index)
+{
+    if (!isChannel(index) || index != runningChannel() || isBusy())
+        return;
+    if (index == gpibChannel)
+        m_module.GpibTransfer = true;
+    const int next = m_module.CurrentListRow + 1;
+    if (next >= m_grid.rowCount()) {
+        complete(index);
+        return;
+    }
+    m_grid.setCurrentCell(next, listKinds::firstColumn);
+    if (!m_module.ResponseReady)
+        return;
+    const quint64 run = m_run;
+    finishRow(RowVerdict::None);
+    if (isOn(run))
+        startRow(index, next);
+}
+
+void TransferEngine::startRow(int index, int row)
+{
+    m_module.CurrentListRow = row;
+    m_module.ResponseReady = false;
+    m_rowOpen = true;
+    m_rowJudged = false;
+    m_mirror = {};
+    m_grid.setMarkedRow(row);
+    m_area.showProgress(row, m_grid.rowCount() - 1);
+    const ListStep step = currentStep();
+    const quint64 run = m_run;
+    Q_EMIT rowStarted(row, step.command);
+    if (!isOn(run))
+        return;
+    switch (step.kind) {
+    case ListStep::Kind::Send:
+        send(index, step.command);
+        break;
+    case ListStep::Kind::Nothing:
+        skip(index, RowVerdict::None);
+        break;
+    case ListStep::Kind::Check:
+        check(index);
+        break;
+    case ListStep::Kind::SyntaxError:
+        syntaxError(index);
+    }
+}
+
+ListStep TransferEngine::currentStep() const
+{
+    const int row = m_module.CurrentListRow;
+    const ListStep::Cells cells{m_grid.text(row, 1), m_grid.text(row, 2), m_grid.text(row, 3)};
+    if (m_module.GetMode)
+        return ListStep::toGet(cells.first);
+    return ListStep::toSend(m_module.ListKind, cells, m_area.chkStripOpr->isChecked());
+}
+
+void TransferEngine::send(int index, const QString &command)
+{
+    const quint64 run = m_run;
+    m_host.setCommand(index, command);
+    {
+        const QScopedValueRollback sending(m_sending, true);
+        m_host.cmdSend_Click_Public(index);
+    }
+    // Whatever became of the send: without a reply no tick may move on.
+    if (isOn(run) && !m_module.ResponseReady)
+        m_host.setTransferTimer(index, false);
+}
+
+void TransferEngine::skip(int index, RowVerdict verdict)
+{
+    m_host.setCommand(index, QString());
+    m_module.ResponseReady = true;
+    finishRow(verdict);
+}
+
+void TransferEngine::check(int index)
+{
+    using Cell = CheckRow::Cell;
+    const int row = m_module.CurrentListRow;
+    const int column = replyColumn();
+    const CheckRow::Verdict verdict =
+        CheckRow{m_grid.text(row - 1, column), m_grid.text(row, listKinds::valueColumnOfTests),
+                 m_grid.text(row, listKinds::toleranceColumn)}
+            .judge();
+    m_rowJudged = true;
+    if (verdict.cell != Cell::Untouched)
+        m_grid.setText(row, column,
+                       verdict.cell == Cell::Passed ? listTexts::passed() : listTexts::failed());
+    m_grid.setVerdict(row, column,
+                      verdict.passed ? TextGrid::Verdict::Passed : TextGrid::Verdict::Failed);
+    if (verdict.passed) {
+        skip(index, RowVerdict::Passed);
+        return;
+    }
+    const quint64 run = m_run;
+    finishRow(RowVerdict::Failed);
+    if (isOn(run) && showMessage(listTexts::testFailed())) {
+        stopRun(index);
+        Q_EMIT runEnded(Outcome::Failed);
+    }
+}
+
+void TransferEngine::syntaxError(int index)
+{
+    if (!showMessage(listTexts::syntaxErrorBox()))
+        return;
+    stopRun(index);
+    m_host.setCommand(index, listTexts::syntaxError());
+    Q_EMIT runEnded(Outcome::SyntaxError);
+}
+
+void TransferEngine::complete(int index)
+{
+    const quint64 run = m_run;
+    finishRow(RowVerdict::None);
+    if (!isOn(run))
+        return;
+    const bool test = m_module.ListKind == listKinds::testList;
+    reset(index);
+    m_host.setResponse(index, listTexts::transferComplete());
+    if (test)
+        showMessage(listTexts::testPassed());
+    Q_EMIT runEnded(test ? Outcome::Passed : Outcome::Complete);
+}
+
+// Replies
+
+void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail)
+{
+    if (!isChannel(index) || index != runningChannel() || m_boxOpen)
+        return;
+    m_module.ResponseReady = true;
+    m_host.setTransferTimer(index, true);
+    const int row = m_module.CurrentListRow;
+    // The verdict of a check stands, whatever still arrives for the row before it.
+    if (row > 0 && !m_rowJudged)
+        mirror(index, row, keep, tail);
+}
+
+void TransferEngine::mirror(int index, int row, qsizetype keep, QByteArrayView tail)
+{
+    const int column = replyColumn();
+    const bool untouched = m_grid.textLength(row, column) == m_mirror.cell;
+    const bool appends = untouched && keep == m_mirror.box;
+    const bool sameText = untouched && m_mirror.cell == m_mirror.box && keep < m_mirror.box;
+    QByteArray line;
+    if (keep == 0 || appends || sameText) {
+        line = oneLine(tail);
+        m_grid.replaceTail(row, column, appends ? m_mirror.cell : keep, latin1(line));
+        m_mirror.box = keep + tail.size();
+    } else {
+        const QByteArray whole = m_host.response(index);
+        line = oneLine(whole);
+        m_grid.replaceTail(row, column, 0, latin1(line));
+        m_mirror.box = whole.size();
+    }
+    m_mirror.cell = m_grid.textLength(row, column);
+}
+
+void TransferEngine::replyTimedOut(int index)
+{
+    if (!isChannel(index) || index != runningChannel() || m_boxOpen)
+        return;
+    reset(index);
+    Q_EMIT runEnded(Outcome::TimedOut);
+}
+
+int TransferEngine::replyColumn() const
+{
+    return m_module.GetMode ? listKinds::getColumn
+                            : listKinds::layout(m_module.ListKind).replyColumn;
+}
+
+// Ends and messages
+
+void TransferEngine::finishRow(RowVerdict verdict)
+{
+    if (!std::exchange(m_rowOpen, false))
+        return;
+    const int row = m_module.CurrentListRow;
+    Q_EMIT rowFinished(row, m_grid.text(row, replyColumn()), verdict);
+}
+
+bool TransferEngine::showMessage(const QString &text)
+{
+    const quint64 run = m_run;
+    if (const int index = runningChannel(); isChannel(index))
+        m_host.setTransferTimer(index, false);
+    {
+        const QScopedValueRollback open(m_boxOpen, true);
+        m_dialogs.showMessage(&m_area, text);
+    }
+    return isOn(run);
+}
+
+void TransferEngine::stopRun(int index)
+{
+    const QScopedValueRollback settling(m_settling, true);
+    cmdStopSend_Click();
+    if (m_module.transferRunning())
+        reset(index);
+}
+
+bool TransferEngine::isOn(quint64 run) const
+{
+    return m_module.transferRunning() && m_run == run;
+}
+
+} // namespace corvane
