@@ -35,15 +35,12 @@ public:
         : m_line(line)
     {
         qsizetype from = 0;
-        while (m_count < most) {
-            qsizetype end = line.indexOf(' ', from);
-            if (end < 0)
-                end = line.size();
-            m_words[static_cast<std::size_t>(m_count)] = line.sliced(from, end - from);
+        for (qsizetype at = 0; m_count < most && at <= line.size(); ++at) {
+            if (at < line.size() && line[at] != ' ')
+                continue;
+            m_words[static_cast<std::size_t>(m_count)] = line.sliced(from, at - from);
             ++m_count;
-            if (end == line.size())
-                break;
-            from = end + 1;
+            from = at + 1;
         }
     }
 

@@ -4,6 +4,12 @@
 
 namespace corvane {
 
+namespace {
+
+constexpr qsizetype usualBlock = 32 * 1024;
+
+} // namespace
+
 TextTable::TextTable(int rows, int columns)
     : m_columns(std::max(columns, 0))
 {
@@ -64,15 +70,26 @@ void TextTable::replaceTail(int row, int column, qsizetype keep, QLatin1StringVi
     moveEnds(row, column, kept + tail.size() - old);
 }
 
+QChar *TextTable::room(qsizetype size)
+{
+    if (m_blocks.empty() || m_blocks.back().size - m_blocks.back().used < size) {
+        const qsizetype blockSize = std::max(size, usualBlock);
+        m_blocks.push_back(
+            {std::shared_ptr<QChar[]>(new QChar[static_cast<std::size_t>(blockSize)]), blockSize,
+             0});
+    }
+    Block &block = m_blocks.back();
+    return block.characters.get() + std::exchange(block.used, block.used + size);
+}
+
 void TextTable::appendRow(std::span<const QLatin1StringView> cells)
 {
     const auto used = cells.first(std::min(cells.size(), static_cast<std::size_t>(m_columns)));
     qsizetype size = 0;
     for (const QLatin1StringView cell : used)
         size += cell.size();
-    QString row(size, Qt::Uninitialized);
-    QChar *at = row.data();
-    const QChar *const start = at;
+    QChar *const start = room(size);
+    QChar *at = start;
     for (const QLatin1StringView cell : used) {
         for (const char c : cell)
             *at++ = QLatin1Char(c);
@@ -80,7 +97,7 @@ void TextTable::appendRow(std::span<const QLatin1StringView> cells)
     }
     m_ends.resize(m_ends.size() + static_cast<std::size_t>(m_columns) - used.size(),
                   static_cast<quint32>(size));
-    m_rows.push_back(std::move(row));
+    m_rows.push_back(QString::fromRawData(start, size)); // copied when the row is first changed
 }
 
 void TextTable::removeRow(int row)

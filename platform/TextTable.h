@@ -4,14 +4,15 @@
 #include <QString>
 #include <QStringView>
 
+#include <memory>
 #include <span>
 #include <vector>
 
 namespace corvane {
 
-/// Text cells by (row, column), each row in one block of memory, so that a list of a million rows
-/// stays small. Knows nothing of a view. A cell outside the table reads as empty and is not
-/// written.
+/// Text cells by (row, column), a row's cells in one text, so that a list of a million rows stays
+/// small and loads fast. Knows nothing of a view. A cell outside the table reads as empty and is
+/// not written.
 class TextTable
 {
 public:
@@ -41,8 +42,19 @@ private:
     [[nodiscard]] std::size_t end(int row, int column) const;
     [[nodiscard]] qsizetype begin(int row, int column) const;
     void moveEnds(int row, int fromColumn, qsizetype by);
+    QChar *room(qsizetype size);
+
+    /// A block that the texts of appended rows lie in. A row that is changed gets a text of its
+    /// own.
+    struct Block
+    {
+        std::shared_ptr<QChar[]> characters;
+        qsizetype size = 0;
+        qsizetype used = 0;
+    };
 
     int m_columns = 0;
+    std::vector<Block> m_blocks;
     std::vector<QString> m_rows; // the cells' texts, one after the other
     std::vector<quint32> m_ends; // where each cell ends in its row's text
 };
