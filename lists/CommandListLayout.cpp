@@ -91,13 +91,13 @@ void CommandListArea::makeControls()
     lblFileName->setFont(bold);
     lblProgress = named(new QLabel(this), "lblProgress", tr("Progress of the run"));
     txtVDL = named(new QPlainTextEdit(this), "txtVDL", tr("Comments of the list"));
+    txtVDL->setPlaceholderText(tr("Comments"));
     txtVDL->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtVDL->setTabChangesFocus(true);
     flexgridVDL = named(new TextGrid(this), "flexgridVDL", tr("Command list"));
     flexgridVDL->horizontalHeader()->setStretchLastSection(true);
     txtFlexText = named(new QLineEdit(flexgridVDL->viewport()), "txtFlexText", tr("Cell text"));
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
-    txtFlexText->setFrame(false);
     txtFlexText->hide();
     chkStripOpr = named(new QCheckBox(tr("Str&ip operator"), this), "chkStripOpr",
                         tr("Send the commands of a test list without their leading operator"));

@@ -56,24 +56,6 @@ qsizetype splitOnly(const QString &path)
     return lines.size();
 }
 
-/// The least that splitting can cost: views of the words, nothing copied, no line kept.
-qsizetype splitIntoViews(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    const QByteArray text = file.readAll();
-    std::vector<QByteArrayView> words;
-    qsizetype from = 0;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if (text[at] != '\n' && text[at] != ' ')
-            continue;
-        words.push_back(QByteArrayView(text).sliced(from, at - from));
-        from = at + 1;
-    }
-    return static_cast<qsizetype>(words.size());
-}
-
 void load(TextGrid &grid, const QString &path)
 {
     grid.setTable(listFile::read(path).table);
@@ -98,13 +80,6 @@ void splitLinesAndWords(benchmark::State &state)
     const TestListFile file(static_cast<int>(state.range(0)));
     for (auto _ : state)
         benchmark::DoNotOptimize(splitOnly(file.path()));
-}
-
-void splitWithoutCopying(benchmark::State &state)
-{
-    const TestListFile file(static_cast<int>(state.range(0)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(splitIntoViews(file.path()));
 }
 
 void loadIntoGrid(benchmark::State &state)
@@ -174,7 +149,6 @@ void replyInPieces(benchmark::State &state)
 } // namespace
 
 BENCHMARK(splitLinesAndWords)->Arg(shortList)->Unit(benchmark::kMillisecond);
-BENCHMARK(splitWithoutCopying)->Arg(shortList)->Unit(benchmark::kMillisecond);
 BENCHMARK(loadIntoGrid)->Arg(shortList)->Arg(2 * shortList)->Unit(benchmark::kMillisecond);
 BENCHMARK(loadRatios)->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(memoryOfARow)->Iterations(1)->Unit(benchmark::kMillisecond);

@@ -1,0 +1,276 @@
+#include "lists/ListFile.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using End = ListContents::End;
+
+/// Files of one test.
+class ListFile : public testing::Test
+{
+protected:
+    QString path(const char *name) { return m_folder.filePath(QString::fromLatin1(name)); }
+
+    QString file(const char *name, const QByteArray &text)
+    {
+        QFile out(path(name));
+        EXPECT_TRUE(out.open(QIODevice::WriteOnly));
+        EXPECT_EQ(out.write(text), text.size());
+        return out.fileName();
+    }
+
+    ListContents read(const char *name, const QByteArray &text)
+    {
+        return listFile::read(file(name, text));
+    }
+
+    QTemporaryDir m_folder;
+};
+
+/// A row without its number, "|" between the cells.
+std::string row(const ListContents &list, int at)
+{
+    QStringList cells;
+    for (int column = 1; column < list.table.columnCount() - 1; ++column)
+        cells.append(list.table.text(at, column).toString());
+    return cells.join(u'|').toStdString();
+}
+
+struct Line
+{
+    const char *line;
+    const char *cells; // null: takes no row
+};
+
+void expectRow(const ListContents &list, const Line &line)
+{
+    EXPECT_EQ(list.end, End::Complete) << line.line;
+    EXPECT_EQ(list.table.rowCount(), line.cells ? 2 : 1) << line.line;
+    if (line.cells) {
+        EXPECT_EQ(row(list, 1), line.cells) << line.line;
+    }
+}
+
+} // namespace
+
+TEST_F(ListFile, ChamberSettingsAreCutByTheNumberOfTheirWords)
+{
+    const Line lines[] = {{"SP", "SP|"},
+                          {"= SP 50", "= SP|50"},
+                          {"SP 50", "SP 50|"},
+                          {"SP ", "SP |"},
+                          {"A B C D", "|"},
+                          {"A  B C", "|"},
+                          {"A  B", "A |B"},
+                          {" ", " |"},
+                          {"UUT1 serial 4711 x", "UUT1|serial 4711 x"},
+                          {"uut a uut b", "uut|a  b"},
+                          {"uUtX", "uUtX|"},
+                          {"UUT UUT", "UUT|"},
+                          {"\t", "\t|"},
+                          {"! SP 5", "! SP|5"},
+                          {"/ no comment", "/ no|comment"},
+                          {"", nullptr},
+                          {"//", nullptr},
+                          {"\\\\ x", nullptr}};
+    for (const Line &line : lines) {
+        expectRow(read("list.kms", line.line), line);
+        expectRow(read("list.txt", line.line), line);
+    }
+}
+
+TEST_F(ListFile, AProfileLineBeginsWithTheEqualsSignAndAnyOtherLeavesItsRowEmpty)
+{
+    const Line lines[] = {{"= SP 50", "=|SP|50"}, {"= SP 50 60  70 ", "=|SP|50 60  70"},
+                          {"= SP", "=|SP|"},      {"= ", "=||"},
+                          {"=SP 50", "=SP|50|"},  {"? SP 50", "||"},
+                          {" = SP 50", "||"},     {"word", "||"}};
+    for (const Line &line : lines)
+        expectRow(read("list.KMP", line.line), line);
+}
+
+TEST_F(ListFile, ATestLineIsAStepAConstantOrNothing)
+{
+    const Line lines[] = {{"= SP 25", "=|SP|25|"},
+                          {"= SP 25 0.5 x ", "=|SP|25 0.5 x|"},
+                          {"= SP", "=|SP||"},
+                          {"? SP x", "?|SP|x|"},
+                          {"? SP ", "?|SP||"},
+                          {"! SP 25 0.5", "!|SP|25|0.5"},
+                          {"! SP 5 0.1 extra", "!|SP|5|"},
+                          {"! SP 5 ", "!|SP|5|"},
+                          {"! ID \"READY  OR NOT\" 1", "!|ID|\"READY  OR NOT\" 1|"},
+                          {"! ID \"READY", "!|ID|\"READY|"},
+                          {"! ID a\" b c", "!|ID|a\" b c|"},
+                          {"! ID a \"b c\"", "!|ID|a|"},
+                          {"# PAUSE", "#|||"},
+                          {"wait a # PAUSE b", "wait|||"},
+                          {" # PAUSE", "|||"},
+                          {"=SP 25", "=SP|||"},
+                          {"# CONST A = 1 # PAUSE", "#|||"},
+                          {"# CONST A = 1", nullptr},
+                          {"# CONST A 1", nullptr},
+                          {"any other line", nullptr},
+                          {" ! SP 25", nullptr},
+                          {"#PAUSE", nullptr}};
+    for (const Line &line : lines)
+        expectRow(read("LIST.TST", line.line), line);
+}
+
+TEST_F(ListFile, ALineWithoutAWordThatIsTakenEndsTheReadingAndKeepsTheRowsBefore)
+{
+    for (const char *bad : {"? SP", "! SP", "?", "!", "="}) {
+        const ListContents list =
+            read("a.tst", QByteArray("= SP 1\nnothing\n") + bad + "\n= SP 2\n");
+        EXPECT_EQ(list.end, End::BadLine) << bad;
+        EXPECT_EQ(list.kind, 2);
+        EXPECT_EQ(row(list, 1), "=|SP|1|");
+        EXPECT_EQ(list.table.text(2, 0), u"2");
+        EXPECT_EQ(row(list, 2), "|||");
+        EXPECT_EQ(list.table.rowCount(), 100);
+    }
+    EXPECT_EQ(read("a.kmp", "=").end, End::BadLine);
+    // The row that is used up last brings the next hundred.
+    EXPECT_EQ(read("a.tst", QByteArray("# PAUSE\n").repeated(98) + "?").table.rowCount(), 100);
+    EXPECT_EQ(read("a.tst", QByteArray("# PAUSE\n").repeated(99) + "?").table.rowCount(), 200);
+}
+
+TEST_F(ListFile, ConstantsAreKeptWithTheirLeadingNumberAndThereIsRoomForTwentyOne)
+{
+    const ListContents list = read("a.tst", "# CONST NAME = 1.5\n"
+                                            "# CONST BAD = abc\n"
+                                            "# CONST UNIT = -2e1V\n"
+                                            "# CONST HUGE = 1e99\n"
+                                            "# CONST SPACED  = 1\n"
+                                            "# CONST A = 1 2\n"
+                                            "x # CONST A = 1\n"
+                                            "# CONST A : 1\n"
+                                            "# CONST  = 7\n"
+                                            "= SP 1\n");
+    EXPECT_EQ(list.end, End::Complete);
+    const std::vector<ListConstant> expected{{u"NAME"_s, 1.5F},
+                                             {u"BAD"_s, 0.0F},
+                                             {u"UNIT"_s, -20.0F},
+                                             {u"HUGE"_s, std::numeric_limits<float>::max()},
+                                             {QString(), 7.0F}};
+    EXPECT_EQ(list.constants, expected);
+    EXPECT_EQ(list.table.text(1, 0), u"1"); // constants leave no gap
+
+    const QByteArray constant("# CONST A = 1\n");
+    EXPECT_EQ(read("a.tst", constant.repeated(21)).end, End::Complete);
+    EXPECT_EQ(read("a.tst", constant.repeated(22)).end, End::BadLine);
+    EXPECT_EQ(read("a.tst", constant.repeated(21) + "# CONST A 1").end, End::Complete);
+}
+
+TEST_F(ListFile, EveryMarkerIsTakenOutOfACommentAndItsBlanksStay)
+{
+    const ListContents list = read("a.tst", "// a // b\r\n= SP 1\n\\\\x\\\\y // z\r////\n//\\\\\n");
+    EXPECT_EQ(list.comments, u" a  b\r\nxy // z\r\n\r\n\\\\\r\n");
+    EXPECT_EQ(list.table.rowCount(), 2);
+}
+
+TEST_F(ListFile, AnyLineEndEndsALineAndTheLastMayLackIt)
+{
+    for (const char *text : {"A\nB\n\nC", "A\rB\rC\r", "A\r\nB\r\nC\r\n", "A\r\n\nB\n\rC"}) {
+        const ListContents list = read("a.kms", text);
+        EXPECT_EQ(list.table.rowCount(), 4) << text;
+        EXPECT_EQ(row(list, 3), "C|") << text;
+    }
+    // A line end that falls between two pieces of the file is still one.
+    for (const int size : {65535, 65536}) {
+        const QByteArray line(size, 'x');
+        const ListContents list = read("a.kms", (line + "\r\n").repeated(9) + "end");
+        EXPECT_EQ(list.end, End::Complete);
+        EXPECT_EQ(list.table.rowCount(), 11);
+        EXPECT_EQ(row(list, 10), "end|");
+    }
+}
+
+TEST_F(ListFile, TheKindSetsTitlesAndRowsAreNumberedFromOne)
+{
+    const ListContents list = read("a.kms", QByteArray("SP\n").repeated(250));
+    EXPECT_EQ(list.table.rowCount(), 251);
+    EXPECT_EQ(list.table.columnCount(), 4);
+    EXPECT_EQ(list.table.text(0, 3), u"Response");
+    EXPECT_EQ(list.table.text(250, 0), u"250");
+    EXPECT_EQ(read("a.kmp", "").table.columnCount(), 5);
+    EXPECT_EQ(read("a.Tst", "").table.text(0, 4), u"Tolerance");
+    EXPECT_EQ(read("a.tst", "").table.rowCount(), 1);
+}
+
+TEST_F(ListFile, WhatIsNoReadableFileIsNotOpened)
+{
+    QStringList paths{path("missing.tst"), m_folder.path(), QString()};
+#ifdef Q_OS_UNIX
+    paths.append(path("pipe.tst"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(paths.back()).constData(), 0600), 0);
+    paths.append(QStringLiteral("/dev/zero"));
+#endif
+    for (const QString &each : paths) {
+        const ListContents list = listFile::read(each);
+        EXPECT_EQ(list.end, End::NotOpened) << each.toStdString();
+        EXPECT_EQ(list.table.rowCount(), 100);
+    }
+}
+
+TEST_F(ListFile, HostileFilesEndQuicklyAndKeepTheRowsBefore)
+{
+    QElapsedTimer time;
+    time.start();
+    QByteArray garbage(10 << 20, '\0');
+    QRandomGenerator random(4711);
+    random.fillRange(reinterpret_cast<quint32 *>(garbage.data()), garbage.size() / 4);
+    for (const char *name : {"garbage.kms", "garbage.kmp", "garbage.tst"})
+        EXPECT_NE(read(name, garbage).end, End::NotOpened);
+
+    const ListContents wide = read("wide.kms", "A\nB\n" + QByteArray(50 << 20, 'x') + "\nC\n");
+    EXPECT_EQ(wide.end, End::Failed);
+    EXPECT_EQ(row(wide, 2), "B|");
+    EXPECT_EQ(wide.table.rowCount(), 100);
+
+    const ListContents nul = read("nul.kms", QByteArray("A\0B 1\n\xff\xa0\n", 9));
+    EXPECT_EQ(nul.table.text(1, 1), QString::fromLatin1("A\0B 1", 5));
+    EXPECT_EQ(nul.table.text(2, 1), QString::fromLatin1("\xff\xa0"));
+
+    EXPECT_EQ(read("only.tst", QByteArray("// c\n").repeated(100000)).comments.size(), 400000);
+    EXPECT_EQ(read("long.tst", QByteArray("? SP x\n").repeated(1000000)).table.rowCount(), 1000001);
+    EXPECT_LT(time.elapsed(), 60000);
+}
+
+TEST_F(ListFile, SettingsAreWrittenDownToTheFirstRowWithoutACommand)
+{
+    TextTable table = read("a.kms", "= SP 50\nSP\nA B C D\nT\n").table;
+    table.setText(2, 2, u"\xe9");
+    EXPECT_EQ(listFile::settingsText(table, QStringLiteral(" a\r\n\r\n//b\r\nlast")),
+              u"\\\\ a\r\n\\\\//b\r\n\\\\last\r\n= SP 50\r\nSP \u00e9\r\n");
+    table.setText(3, 1, u"X");
+    EXPECT_EQ(listFile::settingsText(table, {}), u"= SP 50\r\nSP \u00e9\r\nX \r\nT \r\n");
+}
+
+TEST_F(ListFile, AFailedWriteLeavesTheOldFileWhole)
+{
+    const QString old = file("old.kms", "old");
+    EXPECT_FALSE(listFile::write(old, QStringLiteral("SP \u20ac\r\n")));
+    EXPECT_FALSE(listFile::write(m_folder.path(), QStringLiteral("x")));
+    EXPECT_FALSE(listFile::write(path("missing/new.kms"), QStringLiteral("x")));
+    EXPECT_EQ(row(listFile::read(old), 1), "old|");
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_TRUE(listFile::write(old, QStringLiteral("\u00e9 \u00ff\r\n")));
+    QFile written(old);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_EQ(written.readAll(), "\xe9 \xff\r\n");
+}

@@ -1,0 +1,153 @@
+#include "platform/TextGrid.h"
+
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QClipboard>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Verdict = TextGrid::Verdict;
+
+/// A grid of 4 rows and 3 columns, each cell named after its place.
+class Grid : public testing::Test
+{
+protected:
+    Grid()
+    {
+        m_grid.setColCount(3);
+        m_grid.setRowCount(4);
+        for (int row = 0; row < 4; ++row) {
+            for (int column = 0; column < 3; ++column)
+                m_grid.setText(row, column, u"%1.%2"_s.arg(row).arg(column));
+        }
+    }
+
+    QString texts() const
+    {
+        QStringList all;
+        for (int row = 0; row < m_grid.rowCount(); ++row) {
+            for (int column = 0; column < m_grid.colCount(); ++column)
+                all.append(m_grid.text(row, column));
+        }
+        return all.join(u' ');
+    }
+
+    TextGrid m_grid;
+};
+
+} // namespace
+
+TEST_F(Grid, EachCellHoldsItsTextWhateverItsNeighboursDo)
+{
+    m_grid.setText(2, 1, u"a longer text"_s);
+    m_grid.setText(2, 0, QString());
+    m_grid.setText(2, 2, u"\u20ac"_s);
+    m_grid.setText(9, 0, u"outside"_s);
+    m_grid.setText(0, -1, u"outside"_s);
+    EXPECT_EQ(texts(), u"0.0 0.1 0.2 1.0 1.1 1.2  a longer text \u20ac 3.0 3.1 3.2");
+    m_grid.setColCount(2);
+    m_grid.removeRow(1);
+    m_grid.setRowCount(4);
+    m_grid.setText(3, 1, u"new"_s);
+    EXPECT_EQ(texts(), u"0.0 0.1  a longer text 3.0 3.1  new");
+    m_grid.clear();
+    EXPECT_EQ(texts().trimmed(), u"0.0 0.1");
+    m_grid.setRowCount(0);
+    m_grid.removeRow(0);
+    EXPECT_EQ(m_grid.rowCount(), 4);
+}
+
+TEST_F(Grid, ATailIsReplacedInPlace)
+{
+    m_grid.replaceTail(1, 1, 2, "xyz"_L1);
+    EXPECT_EQ(m_grid.text(1, 1), u"1.xyz");
+    m_grid.replaceTail(1, 1, 99, "\xff"_L1);
+    EXPECT_EQ(m_grid.text(1, 1), u"1.xyz\u00ff");
+    m_grid.replaceTail(1, 1, 0, ""_L1);
+    EXPECT_EQ(m_grid.text(1, 1), QString());
+    EXPECT_EQ(m_grid.text(1, 2), u"1.2");
+}
+
+TEST_F(Grid, RowZeroIsTheHeaderAndAsCurrentRowNothingIsSelected)
+{
+    EXPECT_EQ(m_grid.model()->headerData(1, Qt::Horizontal).toString(), u"0.1");
+    EXPECT_EQ(m_grid.model()->rowCount(), 3);
+    QSignalSpy changed(&m_grid, &TextGrid::currentCellChanged);
+    m_grid.setCurrentCell(2, 1);
+    EXPECT_EQ(m_grid.currentIndex().row(), 1);
+    m_grid.setCurrentCell(4, 1);
+    m_grid.setCurrentCell(1, 3);
+    EXPECT_EQ(m_grid.currentRow(), 2);
+    m_grid.setCurrentCell(0, 2);
+    EXPECT_FALSE(m_grid.currentIndex().isValid());
+    EXPECT_EQ(m_grid.currentCol(), 2);
+    EXPECT_EQ(changed.count(), 2);
+    m_grid.setCurrentCell(3, 0);
+    m_grid.removeRow(3);
+    EXPECT_EQ(m_grid.currentRow(), 2);
+    m_grid.setRowCount(1);
+    EXPECT_EQ(m_grid.currentRow(), 0);
+}
+
+TEST_F(Grid, VerdictsAreToldApartByReadableColoursAndMoveWithTheirRows)
+{
+    m_grid.setVerdict(2, 2, Verdict::Passed);
+    m_grid.setVerdict(3, 2, Verdict::Failed);
+    m_grid.setMarkedRow(1);
+    const auto colour = [this](int row, int role) {
+        return m_grid.model()->index(row - 1, 2).data(role).value<QColor>();
+    };
+    QList<QRgb> papers;
+    for (int row = 1; row <= 3; ++row) {
+        papers.append(colour(row, Qt::BackgroundRole).rgb());
+        EXPECT_GT(qGray(papers.back()) - qGray(colour(row, Qt::ForegroundRole).rgb()), 150) << row;
+    }
+    EXPECT_TRUE(papers[0] != papers[1] && papers[1] != papers[2] && papers[0] != papers[2]);
+    m_grid.removeRow(1);
+    EXPECT_EQ(m_grid.verdict(1, 2), Verdict::Passed);
+    EXPECT_EQ(m_grid.verdict(2, 2), Verdict::Failed);
+    EXPECT_EQ(m_grid.verdict(2, 1), Verdict::None);
+    m_grid.setText(1, 2, u"x"_s);
+    EXPECT_EQ(m_grid.verdict(1, 2), Verdict::None);
+    m_grid.clearColumn(2);
+    EXPECT_EQ(m_grid.verdict(2, 2), Verdict::None);
+}
+
+TEST_F(Grid, AHugeCellIsKeptWholeAndShownInPart)
+{
+    m_grid.setText(1, 1, QString(10'000'000, u'x'));
+    EXPECT_EQ(m_grid.textLength(1, 1), 10'000'000);
+    EXPECT_LE(m_grid.model()->index(0, 1).data().toString().size(), 1000);
+}
+
+TEST_F(Grid, KeysAndClicksAskForAnEditOrMove)
+{
+    m_grid.resize(400, 300);
+    m_grid.show();
+    QSignalSpy edits(&m_grid, &TextGrid::editRequested);
+    QSignalSpy acted(&m_grid, &TextGrid::acted);
+    m_grid.setCurrentCell(1, 1);
+    for (const int key : {Qt::Key_F2, Qt::Key_Return, Qt::Key_Enter})
+        QTest::keyClick(&m_grid, static_cast<Qt::Key>(key));
+    QTest::keyClicks(&m_grid, u"x "_s);
+    QTest::mouseDClick(m_grid.viewport(), Qt::LeftButton, {}, m_grid.cellRect(2, 2).center());
+    QStringList asked;
+    for (const auto &edit : edits)
+        asked.append(edit.front().toString());
+    EXPECT_EQ(asked, (QStringList{{}, {}, {}, u"x"_s, u" "_s, {}}));
+    acted.clear();
+    QTest::keyClick(&m_grid, Qt::Key_Down);
+    EXPECT_EQ(m_grid.currentRow(), 3);
+    EXPECT_GT(acted.count(), 0);
+    QTest::keyClick(&m_grid, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), m_grid.text(3, m_grid.currentCol()));
+    QTest::keyClick(&m_grid, Qt::Key_A, Qt::AltModifier);
+    EXPECT_EQ(edits.count(), 6);
+}

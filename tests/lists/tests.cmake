@@ -1,0 +1,12 @@
+corvane_test(
+  lists
+  SOURCES
+  CheckRowTest.cpp
+  CommandListAreaTest.cpp
+  ListFileTest.cpp
+  ListStepTest.cpp
+  ListTextTest.cpp
+  TextGridTest.cpp
+  TransferEngineTest.cpp
+  USES
+  lists)
