@@ -60,6 +60,22 @@ protected:
         m_grid.setCurrentCell(1, 1);
     }
 
+    void save(Outcome outcome, QPushButton *button)
+    {
+        m_dialogs.answerSave({outcome, path("b.kms")});
+        button->click();
+    }
+
+    /// The grid's size and current cell, the name and the caption.
+    QString shown() const
+    {
+        return u"%1x%2 at %3.%4, %5, %6"_s.arg(m_grid.rowCount())
+            .arg(m_grid.colCount())
+            .arg(m_grid.currentRow())
+            .arg(m_grid.currentCol())
+            .arg(m_area.lblFileName->text(), m_host.caption);
+    }
+
     void key(int code) { QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code)); }
     bool editing() const { return m_area.txtFlexText->isVisible(); }
 
@@ -81,65 +97,51 @@ TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailable)
     EXPECT_EQ(
         m_dialogs.questions[0].filter,
         u"KMX Chamber Settings (*.kms)|*.kms|KMX Profile (*.kmp)|*.kmp|Test List (*.tst)|*.tst");
-    EXPECT_EQ(m_grid.currentRow(), 0);
-    EXPECT_EQ(m_area.lblFileName->text(), u"sub.tst");
-    EXPECT_EQ(m_host.caption, u"Corvane - sub.tst");
+    EXPECT_EQ(shown(), u"2x6 at 0.0, sub.tst, Corvane - sub.tst");
     EXPECT_EQ(m_area.comments(), u" c\r\n");
-    EXPECT_TRUE(m_area.chkStripOpr->isEnabled());
-    EXPECT_FALSE(m_area.cmdGetList->isEnabled());
+    EXPECT_TRUE(m_area.chkStripOpr->isEnabled() && !m_area.cmdGetList->isEnabled());
     load("b.kms", "SP\n");
-    EXPECT_FALSE(m_area.chkStripOpr->isEnabled());
-    EXPECT_TRUE(m_area.cmdGetList->isEnabled());
+    EXPECT_TRUE(!m_area.chkStripOpr->isEnabled() && m_area.cmdGetList->isEnabled());
     m_dialogs.answerOpen({Outcome::Cancelled, {}});
     m_area.cmdLoad_Click();
-    EXPECT_EQ(m_area.lblFileName->text(), u"b.kms");
+    EXPECT_EQ(shown(), u"2x4 at 0.0, b.kms, Corvane - b.kms");
 }
 
 TEST_F(Area, AFailedLoadSaysSoAndTheNameBeforeStaysWhenNothingWasOpened)
 {
     const QString start = u"Error occurred while trying to open file."_s;
+    const QString hint = u"  Please check string format on each line: command space value."
+                         "  Comments are proceeded by //"_s;
     const QString end = u"\r\nFunction cmdLoad_Click"_s;
     load("a.kms", "SP\n");
     m_dialogs.expectMessage(start + end);
     m_dialogs.answerOpen({Outcome::Chosen, path("missing.tst")});
     m_area.cmdLoad->click();
-    EXPECT_EQ(m_area.lblFileName->text(), u"a.kms");
+    EXPECT_EQ(shown(), u"100x6 at 0.0, a.kms, Corvane - a.kms");
     EXPECT_EQ(m_module.ListKind, 2);
-    EXPECT_EQ(m_grid.rowCount(), 100);
-
-    m_dialogs.expectMessage(start +
-                            u"  Please check string format on each line: command space value."
-                            "  Comments are proceeded by //"_s +
-                            end);
+    m_dialogs.expectMessage(start + hint + end);
     load("bad.tst", "? SP x\n? SP\n");
-    EXPECT_EQ(m_area.lblFileName->text(), u"bad.tst");
-    EXPECT_EQ(m_grid.text(1, 3), u"x");
+    EXPECT_EQ(shown(), u"100x6 at 0.0, bad.tst, Corvane - bad.tst");
 }
 
 TEST_F(Area, SavingWritesSettingsUnderTheChosenNameAndTheCaptionKeepsTheOldOne)
 {
     load("a.kms", "// one\n= SP 50\n");
-    m_dialogs.answerSave({Outcome::Cancelled, path("b.kms")});
-    m_area.cmdSave->click();
+    m_grid.setCurrentCell(1, 2);
+    save(Outcome::Cancelled, m_area.cmdSave);
     EXPECT_FALSE(QFile::exists(path("b.kms")));
-    EXPECT_EQ(m_area.lblFileName->text(), u"a.kms");
+    EXPECT_EQ(shown(), u"2x4 at 1.2, a.kms, Corvane - a.kms");
     EXPECT_EQ(m_dialogs.questions[1].filter, u"KMX Chamber Settings(*.kms)|*.kms");
     EXPECT_EQ(m_dialogs.questions[1].name, u"a.kms");
 
     m_area.txtVDL->setPlainText(u"\u00a0one\n\ntwo"_s);
-    m_grid.setCurrentCell(1, 2);
-    m_dialogs.answerSave({Outcome::Chosen, path("b.kms")});
-    m_area.cmdSave->click();
+    save(Outcome::Chosen, m_area.cmdSave);
     EXPECT_EQ(contents(path("b.kms")), "\\\\\xa0one\r\n\\\\two\r\n= SP 50\r\n");
-    EXPECT_EQ(m_area.lblFileName->text(), u"b.kms");
-    EXPECT_EQ(m_host.caption, u"Corvane - a.kms");
-    EXPECT_EQ(m_grid.currentRow(), 0);
-
+    EXPECT_EQ(shown(), u"2x4 at 0.0, b.kms, Corvane - a.kms");
     m_grid.setText(1, 2, u"\u20ac"_s);
     for (const Outcome outcome : {Outcome::Chosen, Outcome::InvalidName}) {
-        m_dialogs.answerSave({outcome, path("b.kms")});
         m_dialogs.expectMessage(u"Error occurred while trying to save file."_s);
-        m_area.cmdSave->click();
+        save(outcome, m_area.cmdSave);
         EXPECT_TRUE(contents(path("b.kms")).endsWith("= SP 50\r\n"));
     }
     load("t.tst", "= SP 1\n");
@@ -149,14 +151,11 @@ TEST_F(Area, SavingWritesSettingsUnderTheChosenNameAndTheCaptionKeepsTheOldOne)
 TEST_F(Area, RowsAreAddedUpToAHundredAndDeletedWithTheirNumbers)
 {
     load("a.kms", QByteArray("SP\n").repeated(98));
-    m_area.cmdAddRow->click();
-    EXPECT_EQ(m_grid.rowCount(), 100);
-    EXPECT_EQ(m_grid.currentRow(), 99);
-    EXPECT_EQ(m_grid.text(99, 0), u"99");
-    m_area.cmdAddRow->click();
-    EXPECT_EQ(m_grid.rowCount(), 100);
-
-    load("a.kms", "A\nB\nC\n");
+    for (int click = 0; click < 2; ++click) {
+        m_area.cmdAddRow->click();
+        EXPECT_EQ(shown(), u"100x4 at 99.1, a.kms, Corvane - a.kms");
+    }
+    load("b.kms", "A\nB\nC\n");
     m_area.cmdDeleteRow->click(); // no row is selected
     m_grid.setCurrentCell(1, 1);
     m_module.SendMode = true;
@@ -164,8 +163,7 @@ TEST_F(Area, RowsAreAddedUpToAHundredAndDeletedWithTheirNumbers)
     EXPECT_EQ(m_grid.rowCount(), 4);
     m_module.SendMode = false;
     m_area.cmdDeleteRow->click();
-    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_grid.text(2, 0) + m_grid.text(2, 1),
-              u"1B2C");
+    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_grid.text(2, 0), u"1B2");
     EXPECT_EQ(m_grid.currentRow(), 1);
     for (int row = 0; row < 3; ++row)
         m_area.cmdDeleteRow->click();
@@ -181,26 +179,20 @@ TEST_F(Area, AColumnIsClearedUnlessGetListRuns)
     EXPECT_EQ(m_grid.text(1, 2), u"50");
     m_module = {.SendMode = true};
     m_area.cmdClearCol->click();
-    EXPECT_EQ(m_grid.text(1, 2) + m_grid.text(2, 2), QString());
-    EXPECT_EQ(m_grid.currentRow() + m_grid.currentCol(), 0);
     m_area.cmdClearCol->click(); // the numbers stay
-    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(0, 2), u"1Value");
+    EXPECT_EQ(shown(), u"3x4 at 0.0, a.kms, Corvane - a.kms");
+    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 2) + m_grid.text(2, 2) + m_grid.text(0, 2),
+              u"1Value");
 }
 
 TEST_F(Area, AClearedListIsTheEmptySettingsListOfTheStart)
 {
-    for (const bool cleared : {false, true}) {
-        EXPECT_EQ(m_grid.colCount(), 5) << cleared;
-        EXPECT_EQ(m_grid.rowCount(), 2) << cleared;
-        EXPECT_EQ(m_grid.text(1, 0), QString()) << cleared;
-        EXPECT_EQ(m_grid.currentRow(), 1) << cleared;
-        EXPECT_EQ(m_grid.currentCol(), 0) << cleared;
-        EXPECT_EQ(m_module.ListKind, 0) << cleared;
-        load("a.tst", "= SP 50\n");
-        m_area.cmdClear->click();
-    }
-    EXPECT_EQ(m_area.lblFileName->text() + m_area.ListFileName, QString());
-    EXPECT_EQ(m_host.caption, u"Corvane");
+    EXPECT_EQ(shown(), u"2x5 at 1.0, , ");
+    load("a.tst", "= SP 50\n");
+    m_area.cmdClear->click();
+    EXPECT_EQ(shown(), u"2x5 at 1.0, , Corvane");
+    EXPECT_EQ(m_module.ListKind, 0);
+    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_area.ListFileName, QString());
 }
 
 TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
@@ -209,23 +201,20 @@ TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
     showWithFocus();
     key(Qt::Key_Right);
     key(Qt::Key_7);
-    EXPECT_TRUE(editing());
-    EXPECT_EQ(QApplication::focusWidget(), m_area.txtFlexText);
+    EXPECT_TRUE(editing() && m_area.txtFlexText->hasFocus());
     EXPECT_TRUE(m_area.txtFlexText->geometry().contains(m_grid.cellRect(1, 2).center()));
     key(Qt::Key_5);
     key(Qt::Key_Return);
     EXPECT_EQ(m_grid.text(1, 2), u"75");
-    EXPECT_FALSE(editing());
     EXPECT_EQ(m_grid.currentRow(), 2);
     key(Qt::Key_F2);
     EXPECT_EQ(m_area.txtFlexText->text(), u"5");
     key(Qt::Key_9);
     key(Qt::Key_Escape);
     EXPECT_EQ(m_grid.text(2, 2), u"5");
-    EXPECT_EQ(QApplication::focusWidget(), &m_grid);
-    key(Qt::Key_Enter);
-    key(Qt::Key_8);
-    key(Qt::Key_Enter);
+    EXPECT_TRUE(!editing() && m_grid.hasFocus());
+    for (const int code : {Qt::Key_Enter, Qt::Key_8, Qt::Key_Enter})
+        key(code);
     EXPECT_EQ(m_grid.text(2, 2), u"8");
     EXPECT_EQ(m_grid.currentRow(), 2); // the last row
 }
@@ -236,10 +225,7 @@ TEST_F(Area, TextLeftInTheCellBoxIsLost)
     showWithFocus();
     const std::function<void()> leavings[] = {
         [this] { m_area.cmdLoad->setFocus(); },
-        [this] {
-            QTest::mouseClick(m_grid.viewport(), Qt::LeftButton, {},
-                              m_grid.cellRect(2, 1).center());
-        },
+        [this] { QTest::mouseClick(m_grid.viewport(), Qt::LeftButton); },
         [this] { m_grid.setCurrentCell(2, 1); },
         [this] { m_grid.setColumnWidth(1, 50); },
     };
@@ -265,46 +251,36 @@ TEST_F(Area, TheGridWidensOverTheCommentsAndBack)
 {
     m_area.show();
     const int narrow = m_grid.width();
-    QTest::mouseClick(m_area.cmdMaxGrid, Qt::LeftButton);
-    QApplication::processEvents();
-    EXPECT_GT(m_grid.width(), narrow + 50);
-    EXPECT_TRUE(m_area.cmdStopSend->isVisible() && !m_area.txtVDL->isVisible());
-    EXPECT_TRUE(m_area.cmdMinGrid->isVisible() && !m_area.cmdMaxGrid->isVisible());
-    QTest::mouseClick(m_area.cmdMinGrid, Qt::LeftButton);
-    QApplication::processEvents();
-    EXPECT_EQ(m_grid.width(), narrow);
-    EXPECT_TRUE(m_area.cmdMaxGrid->isVisible() && !m_area.cmdMinGrid->isVisible());
+    for (const bool wide : {true, false}) {
+        (wide ? m_area.cmdMaxGrid : m_area.cmdMinGrid)->click();
+        QApplication::processEvents();
+        EXPECT_EQ(m_grid.width() > narrow, wide);
+        EXPECT_EQ(m_area.txtVDL->isVisible(), !wide);
+        EXPECT_NE(m_area.cmdMaxGrid->isVisible(), m_area.cmdMinGrid->isVisible());
+        EXPECT_TRUE(m_area.cmdStopSend->isVisible());
+    }
 }
 
 TEST_F(Area, TheEditorSavesTheTextAsItStandsAndTheListIsReadBackFromTheFile)
 {
     load("a.tst", "// c\n? SP x\n! SP 25 0.5\n");
     m_area.cmdEditList->click();
-    EXPECT_TRUE(m_editor.isVisible() && m_editor.isModal());
+    EXPECT_TRUE(m_editor.isModal());
     EXPECT_EQ(m_editor.windowTitle(), u"Edit List");
     EXPECT_EQ(m_editor.text(), u"\\\\ c\r\n? SP x\r\n! SP 25 0.5\r\n");
-    m_dialogs.answerSave({Outcome::Cancelled, {}});
-    m_editor.cmdSave->click();
-    EXPECT_TRUE(m_editor.isVisible());
+    save(Outcome::Cancelled, m_editor.cmdSave);
     EXPECT_EQ(m_dialogs.questions.back().filter, u"Test List (*.tst)|*.tst");
     EXPECT_EQ(m_dialogs.questions.back().name, QString());
-
     m_editor.txtList->setPlainText(u"= SP \u20ac"_s);
-    m_dialogs.answerSave({Outcome::Chosen, path("b.kms")});
     m_dialogs.expectMessage(u"Error occurred while trying to save file."_s);
-    m_editor.cmdSave->click();
+    save(Outcome::Chosen, m_editor.cmdSave);
     EXPECT_TRUE(m_editor.isVisible());
-    EXPECT_EQ(m_area.ListFileName, u"a.tst");
 
     m_editor.txtList->setPlainText(u"= SP\u00a0 50\nT"_s);
-    m_dialogs.answerSave({Outcome::Chosen, path("b.kms")});
-    m_editor.cmdSave->click();
+    save(Outcome::Chosen, m_editor.cmdSave); // read by its extension, whatever was edited
     EXPECT_FALSE(m_editor.isVisible());
     EXPECT_EQ(contents(path("b.kms")), "= SP\xa0 50\r\nT");
-    EXPECT_EQ(m_area.ListFilePath, path("b.kms"));
-    EXPECT_EQ(m_module.ListKind, 0); // by the file's extension, whatever was edited
-    EXPECT_EQ(m_grid.text(2, 1), u"T");
-
+    EXPECT_EQ(shown(), u"3x4 at 0.0, b.kms, Corvane - b.kms");
     m_area.cmdSaveList->click(); // shows the text and only saves it
     EXPECT_TRUE(m_editor.isVisible() && m_editor.txtList->isReadOnly());
     m_editor.cmdCAncel->click();

@@ -4,7 +4,6 @@
 
 #include <QStringList>
 
-#include <array>
 #include <functional>
 
 namespace corvane {
@@ -13,31 +12,30 @@ namespace corvane {
 class FakeListHost : public ListHost
 {
 public:
-    [[nodiscard]] int showingChannel() const override { return showing; }
+    int showingChannel() const override { return showing; }
     void cmdSend_Click_Public(int index) override
     {
-        sent.append(commands[at(index)]);
-        responses[at(index)].clear();
+        sent.append(commands[index]);
+        responses[index].clear();
         if (onSend)
             onSend(index);
-        timers[at(index)] = timerAfterSend;
+        timers[index] = timerAfterSend;
     }
-    void setCommand(int index, const QString &text) override { commands[at(index)] = text; }
+    void setCommand(int index, const QString &text) override { commands[index] = text; }
     void setResponse(int index, const QString &text) override
     {
-        responses[at(index)] = text.toLatin1();
+        responses[index] = text.toLatin1();
     }
-    [[nodiscard]] QByteArray response(int index) const override
+    QByteArray response(int index) const override
     {
         ++wholeResponses;
-        return responses[at(index)];
+        return responses[index];
     }
-    void setTransferTimer(int index, bool running) override { timers[at(index)] = running; }
+    void setTransferTimer(int index, bool running) override { timers[index] = running; }
     void stopOperation(int index) override
     {
         stopped.append(index);
-        if (onStop)
-            onStop(index);
+        onStop(index);
     }
     void clearLoop(int index) override { cleared.append(QStringLiteral("loop %1").arg(index)); }
     void clearLog(int index) override { cleared.append(QStringLiteral("log %1").arg(index)); }
@@ -51,16 +49,13 @@ public:
     bool timerAfterSend = false;
 
     QStringList sent;
-    std::array<QString, 5> commands;
-    std::array<QByteArray, 5> responses;
-    std::array<bool, 5> timers{};
+    QStringList commands = QStringList(5);
+    QByteArrayList responses = QByteArrayList(5);
+    QList<bool> timers = QList<bool>(5);
     QList<int> stopped;
     QStringList cleared;
     QString caption;
     mutable int wholeResponses = 0;
-
-private:
-    static std::size_t at(int index) { return static_cast<std::size_t>(index); }
 };
 
 } // namespace corvane

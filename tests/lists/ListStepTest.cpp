@@ -1,5 +1,7 @@
 #include "lists/ListStep.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 using namespace corvane;
@@ -12,62 +14,48 @@ using Kind = ListStep::Kind;
 struct Row
 {
     int listKind;
-    ListStep::Cells cells;
+    const char *cells; // "|" between them
     Kind kind;
-    QString command;
-    QString stripped; // the command with the strip-operator option
+    const char *command;
 };
 
-QString text(const ListStep::Cells &cells)
+void expectAll(std::initializer_list<Row> rows, bool stripOperator)
 {
-    return cells.first + u'|' + cells.second + u'|' + cells.third;
+    for (const Row &row : rows) {
+        const QStringList cells = QString::fromLatin1(row.cells).split(u'|');
+        EXPECT_EQ(ListStep::toSend(row.listKind, {cells[0], cells[1], cells[2]}, stripOperator),
+                  (ListStep{row.kind, QString::fromLatin1(row.command)}))
+            << row.listKind << ": " << row.cells;
+    }
 }
 
 } // namespace
 
 TEST(ListStep, GetListAsksForTheFirstCell)
 {
-    EXPECT_EQ(ListStep::toGet(QStringLiteral("SP")),
-              (ListStep{Kind::Send, QStringLiteral("? SP")}));
-    EXPECT_EQ(ListStep::toGet(QStringLiteral("SP 50 ")).command, u"? SP 50 ");
+    EXPECT_EQ(ListStep::toGet(u"SP 50 "_s), (ListStep{Kind::Send, u"? SP 50 "_s}));
     EXPECT_EQ(ListStep::toGet(QString()).kind, Kind::SyntaxError);
 }
 
 TEST(ListStep, SendListBuildsItsCommandsByTheKindOfList)
 {
-    const Row rows[] = {
-        {0, {u"SP"_s, u"50"_s, {}}, Kind::Send, u"= SP 50"_s, u"SP 50"_s},
-        {0, {u"= SP"_s, u"50"_s, {}}, Kind::Send, u"= SP 50"_s, u"SP 50"_s},
-        {0, {u"A=B"_s, u"50 "_s, {}}, Kind::Send, u"A=B 50"_s, u"A=B 50"_s},
-        {0, {u"SP"_s, {}, u"x"_s}, Kind::SyntaxError, {}, {}},
-        {0, {{}, u"50"_s, {}}, Kind::SyntaxError, {}, {}},
-        {1, {u"="_s, u"SP"_s, u"50 60"_s}, Kind::Send, u"= SP 50 60"_s, u"SP 50 60"_s},
-        {1, {u"="_s, u"SP"_s, {}}, Kind::SyntaxError, {}, {}},
-        {1, {u"="_s, {}, u"50"_s}, Kind::SyntaxError, {}, {}},
-        {1, {{}, u"SP"_s, u"50"_s}, Kind::SyntaxError, {}, {}},
-        {2, {u"="_s, u"SP"_s, u"25"_s}, Kind::Send, u"= SP 25"_s, u"SP 25"_s},
-        {2, {u"?"_s, u"SP"_s, u"x"_s}, Kind::Send, u"? SP x"_s, u"SP x"_s},
-        {2, {u"?"_s, u"SP"_s, {}}, Kind::Send, u"? SP"_s, u"SP"_s},
-        {2, {u"="_s, {}, u"25"_s}, Kind::SyntaxError, {}, {}},
-        {2, {u"!"_s, u"SP"_s, {}}, Kind::Check, {}, {}},
-        {2, {u"!"_s, {}, u"25"_s}, Kind::SyntaxError, {}, {}},
-        {2, {u"#"_s, {}, {}}, Kind::Nothing, {}, {}},
-        {2, {u"wait"_s, {}, {}}, Kind::Nothing, {}, {}},
-        {2, {u"wait"_s, u"SP"_s, {}}, Kind::Nothing, {}, {}},
-        {2, {u"=SP"_s, {}, {}}, Kind::SyntaxError, {}, {}}, // a blank forgotten is no pause
-        {2, {{}, u"SP"_s, u"25"_s}, Kind::SyntaxError, {}, {}},
-    };
-    for (const Row &row : rows) {
-        EXPECT_EQ(ListStep::toSend(row.listKind, row.cells, false),
-                  (ListStep{row.kind, row.command}))
-            << row.listKind << text(row.cells).toStdString();
-        EXPECT_EQ(ListStep::toSend(row.listKind, row.cells, true),
-                  (ListStep{row.kind, row.stripped}))
-            << row.listKind << text(row.cells).toStdString();
-    }
-}
-
-TEST(ListStep, AStripThatLeavesNothingSendsNothing)
-{
-    EXPECT_EQ(ListStep::toSend(2, {u"?"_s, u" "_s, {}}, true), (ListStep{Kind::Nothing, {}}));
+    // clang-format off
+    expectAll({
+        {0, "SP|50|", Kind::Send, "= SP 50"}, {0, "= SP|50|", Kind::Send, "= SP 50"},
+        {0, "A=B|50 |", Kind::Send, "A=B 50"}, {1, "=|SP|50 60", Kind::Send, "= SP 50 60"},
+        {2, "=|SP|25", Kind::Send, "= SP 25"}, {2, "?|SP|x", Kind::Send, "? SP x"},
+        {2, "?|SP|", Kind::Send, "? SP"}, {2, "!|SP|", Kind::Check, ""},
+        {2, "#||", Kind::Nothing, ""}, {2, "wait||", Kind::Nothing, ""},
+        {2, "wait|SP|", Kind::Nothing, ""}}, false);
+    expectAll({
+        {0, "SP||x", Kind::SyntaxError, ""}, {0, "|50|", Kind::SyntaxError, ""},
+        {1, "=|SP|", Kind::SyntaxError, ""}, {1, "=||50", Kind::SyntaxError, ""},
+        {1, "|SP|50", Kind::SyntaxError, ""}, {2, "=||25", Kind::SyntaxError, ""},
+        {2, "!||25", Kind::SyntaxError, ""}, {2, "|SP|25", Kind::SyntaxError, ""},
+        {2, "=SP||", Kind::SyntaxError, ""}}, false); // a blank forgotten is no pause
+    expectAll({
+        {0, "SP|50|", Kind::Send, "SP 50"}, {1, "=|SP|50", Kind::Send, "SP 50"},
+        {2, "?|SP|x", Kind::Send, "SP x"}, {0, "A=B|50|", Kind::Send, "A=B 50"},
+        {2, "?| |", Kind::Nothing, ""}}, true);
+    // clang-format on
 }

@@ -62,7 +62,7 @@ protected:
     /// A piece of a reply, as a serial Channel appends it to its box.
     void piece(const QByteArray &bytes, int index = 0)
     {
-        QByteArray &box = m_host.responses[static_cast<std::size_t>(index)];
+        QByteArray &box = m_host.responses[index];
         const qsizetype keep = box.size();
         box += bytes;
         m_engine.replyArrived(index, keep, bytes);
@@ -73,7 +73,7 @@ protected:
         EXPECT_FALSE(m_module.transferRunning() || m_module.GpibTransfer);
         EXPECT_FALSE(m_module.ResponseReady);
         EXPECT_EQ(m_module.CurrentListRow, 0);
-        EXPECT_EQ(m_host.timers, (std::array<bool, 5>{}));
+        EXPECT_EQ(m_host.timers, QList<bool>(5));
         EXPECT_EQ(m_grid.currentRow(), 0);
         EXPECT_EQ(m_grid.markedRow(), 0);
         EXPECT_EQ(m_area.lblProgress->text(), QString());
@@ -109,9 +109,8 @@ TEST_F(Transfer, GetListFillsTheValueColumnWithTheRepliesOfItsQueries)
     tick(3);
     EXPECT_FALSE(m_module.ResponseReady || m_host.timers[3]);
     EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 2");
-    EXPECT_EQ(m_grid.markedRow(), 1);
     piece("50\r\n", 3);
-    EXPECT_TRUE(m_module.ResponseReady && m_host.timers[3]);
+    EXPECT_TRUE(m_module.ResponseReady && m_host.timers[3] && m_grid.markedRow() == 1);
     tick(3);
     piece("5", 3);
     tick(3);
@@ -269,7 +268,7 @@ TEST_F(Transfer, ARunIsStoppedByItsButtonByAStartElsewhereAndByAnotherList)
     m_engine.cmdLoadFrmChmber_Click(4);
     piece("for channel 0");
     tick(0);
-    EXPECT_EQ(m_host.timers, (std::array<bool, 5>{false, false, false, false, true}));
+    EXPECT_EQ(m_host.timers, (QList<bool>{false, false, false, false, true}));
     EXPECT_EQ(m_module.CurrentListRow, 0);
     load("b.kms", "X\n");
     piece("late", 4);
@@ -280,7 +279,7 @@ TEST_F(Transfer, ARunIsStoppedByItsButtonByAStartElsewhereAndByAnotherList)
     EXPECT_FALSE(m_module.transferRunning() || m_host.timers[4]);
 }
 
-TEST_F(Transfer, AStopInsideASendABoxOrAListenerEndsTheRunForGood)
+TEST_F(Transfer, AStopInsideASendOrABoxEndsTheRunForGood)
 {
     m_host.onSend = [this](int) { m_engine.ResetTransferData(0); };
     send("a.tst", "= SP 50\n! SP 25\n");
@@ -306,12 +305,6 @@ TEST_F(Transfer, AStopInsideASendABoxOrAListenerEndsTheRunForGood)
                             [this] { m_engine.ResetTransferData(0); });
     tick();
     EXPECT_TRUE(m_host.stopped.isEmpty());
-    expectEnd(Outcome::Stopped);
-
-    QObject::connect(&m_engine, &TransferEngine::rowStarted, &m_area,
-                     [this] { m_engine.ResetTransferData(0); });
-    m_engine.cmdLoadToChmber_Click(0);
-    tick();
     expectEnd(Outcome::Stopped);
 }
 
