@@ -48,7 +48,12 @@ CommandListArea::CommandListArea(Module1 &module, ListHost &host, Dialogs &dialo
     initialiseGrid();
 }
 
-CommandListArea::~CommandListArea() = default;
+CommandListArea::~CommandListArea()
+{
+    // The grid hides and the box loses the focus after this object is no area any more.
+    flexgridVDL->disconnect(this);
+    txtFlexText->removeEventFilter(this);
+}
 
 void CommandListArea::connectControls()
 {

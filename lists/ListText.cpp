@@ -97,7 +97,7 @@ QString listText::ofList(int listKind, const TextTable &table, const QString &co
                     lineEnd();
     }
     for (int row = 1; row < table.rowCount(); ++row)
-        text += rowLine(listKind, table, row) + lineEnd();
+        text += rowLine(listKind, table, row).left(listFile::maximumLine) + lineEnd();
     return text;
 }
 

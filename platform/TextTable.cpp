@@ -75,8 +75,7 @@ QChar *TextTable::room(qsizetype size)
     if (m_blocks.empty() || m_blocks.back().size - m_blocks.back().used < size) {
         const qsizetype blockSize = std::max(size, usualBlock);
         m_blocks.push_back(
-            {std::shared_ptr<QChar[]>(new QChar[static_cast<std::size_t>(blockSize)]), blockSize,
-             0});
+            {std::make_unique<QChar[]>(static_cast<std::size_t>(blockSize)), blockSize, 0});
     }
     Block &block = m_blocks.back();
     return block.characters.get() + std::exchange(block.used, block.used + size);

@@ -18,6 +18,8 @@ class TextTable
 public:
     TextTable() = default;
     TextTable(int rows, int columns);
+    TextTable(TextTable &&) = default;
+    TextTable &operator=(TextTable &&) = default;
 
     [[nodiscard]] int rowCount() const { return static_cast<int>(m_rows.size()); }
     [[nodiscard]] int columnCount() const { return m_columns; }
@@ -48,7 +50,7 @@ private:
     /// own.
     struct Block
     {
-        std::shared_ptr<QChar[]> characters;
+        std::unique_ptr<QChar[]> characters;
         qsizetype size = 0;
         qsizetype used = 0;
     };

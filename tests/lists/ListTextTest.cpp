@@ -1,27 +1,22 @@
 #include "lists/ListText.h"
 
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "ListFixture.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const char *const extensions[] = {"a.kms", "a.kmp", "a.tst"};
+const char *const names[] = {"a.kms", "a.kmp", "a.tst"};
 
 /// Writes the list as text and reads the text back.
-class ListText : public testing::Test
+class ListText : public ListFolder
 {
 protected:
     ListContents readBack(const ListContents &list)
     {
-        const QString path =
-            m_folder.filePath(QString::fromLatin1(extensions[static_cast<std::size_t>(list.kind)]));
         m_text = listText::ofList(list.kind, list.table, list.comments, list.constants);
-        EXPECT_TRUE(listFile::write(path, m_text));
-        return listFile::read(path);
+        return listFile::read(file(names[list.kind], m_text.toLatin1()));
     }
 
     /// A list of the rows given as lines, "|" between their cells.
@@ -51,7 +46,6 @@ protected:
         return all;
     }
 
-    QTemporaryDir m_folder;
     QString m_text;
 };
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "lists/CommandListArea.h"
+#include "platform/TextGrid.h"
+#include "tests/lists/FakeListHost.h"
+#include "tests/support/ScriptedDialogs.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtWidgets>
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+
+/// The list files of one test.
+class ListFolder : public testing::Test
+{
+protected:
+    QString path(const char *name) { return m_folder.filePath(QString::fromLatin1(name)); }
+
+    QString file(const char *name, const QByteArray &text)
+    {
+        QFile out(path(name));
+        EXPECT_TRUE(out.open(QIODevice::WriteOnly));
+        EXPECT_EQ(out.write(text), text.size());
+        return out.fileName();
+    }
+
+    QTemporaryDir m_folder;
+};
+
+/// The real list area over a fake main window.
+class ListFixture : public ListFolder
+{
+protected:
+    Module1 m_module;
+    FakeListHost m_host;
+    ScriptedDialogs m_dialogs;
+    CommandListArea m_area{m_module, m_host, m_dialogs};
+    TextGrid &m_grid = *m_area.flexgridVDL;
+};
+
+} // namespace corvane
