@@ -27,6 +27,12 @@ TextGrid::TextGrid(QWidget *parent)
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TextGrid::acted);
 }
 
+TextGrid::~TextGrid()
+{
+    // The header may still be laid out after this object is no grid any more.
+    horizontalHeader()->disconnect(this);
+}
+
 int TextGrid::rowCount() const
 {
     return table().rowCount();

@@ -22,6 +22,7 @@ public:
     enum class Verdict : quint8 { None, Passed, Failed };
 
     explicit TextGrid(QWidget *parent = nullptr);
+    ~TextGrid() override;
 
     /// All rows, the header too.
     [[nodiscard]] int rowCount() const;
