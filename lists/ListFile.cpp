@@ -82,6 +82,15 @@ private:
     ListContents &m_contents;
 };
 
+/// Rows from which the length of the whole list is foretold, so that its table need not grow.
+constexpr int sampleRows = 1000;
+
+int expectedRows(qint64 fileSize, qsizetype sampleSize)
+{
+    constexpr qint64 most = 10'000'000; // a file's size is no reason to take all memory
+    return static_cast<int>(std::min(fileSize * sampleRows / sampleSize * 21 / 20, most));
+}
+
 bool fitsLatin1(const QString &text)
 {
     return std::ranges::all_of(text, [](QChar c) { return c.unicode() <= 0xff; });
@@ -112,8 +121,13 @@ ListContents listFile::read(const QString &path)
     LineReader lines(file, maximumLine);
     ListBuilder builder(contents);
     bool good = true;
-    while (good && lines.next())
+    qsizetype taken = 0;
+    while (good && lines.next()) {
         good = builder.add(lines.line());
+        taken += lines.line().size() + 1;
+        if (contents.table.rowCount() == sampleRows)
+            contents.table.reserve(expectedRows(file.size(), taken));
+    }
     if (!good)
         contents.end = ListContents::End::BadLine;
     else if (lines.failed())
