@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+
+#include <QString>
+
+namespace corvane {
+
+class SocketsApi;
+
+/// Finds the computer's own IPv4 address and words the failures of the sockets library. It leaves
+/// the calls to the operating system to SocketsApi and has nothing to do with the Channels'
+/// sockets.
+class modWinsockAPI
+{
+public:
+    /// The mask that goes with the address.
+    static constexpr auto subnetMask = u"255.255.255.0";
+
+    modWinsockAPI(SocketsApi &sockets, Dialogs &dialogs)
+        : m_sockets(sockets)
+        , m_dialogs(dialogs)
+    {
+    }
+
+    /// The computer's first IPv4 address as "192.168.1.20"; empty after any failure, which has then
+    /// been shown in one message.
+    QString GetLocalIPAddress();
+
+    /// Starts the sockets library, version 1.1. A failure is shown and gives false.
+    bool SocketsInitialize();
+
+    /// Shows the message for a code of the sockets library; an unknown one is shown by its number.
+    void ReportSocketError(int code);
+
+private:
+    SocketsApi &m_sockets;
+    Dialogs &m_dialogs;
+};
+
+} // namespace corvane

@@ -1,0 +1,1 @@
+corvane_test(setup SOURCES modWinsockAPITest.cpp USES setup)
