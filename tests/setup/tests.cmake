@@ -1,1 +1,1 @@
-corvane_test(setup SOURCES modWinsockAPITest.cpp USES setup)
+corvane_test(setup SOURCES frmPortConfigTest.cpp modWinsockAPITest.cpp USES setup)

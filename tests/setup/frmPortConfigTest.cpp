@@ -1,0 +1,130 @@
+#include "setup/frmPortConfig.h"
+
+#include "tests/support/FakeSerialPort.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QtTest>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+struct PortConfig : testing::Test
+{
+    FakeSerialPort port;
+
+    static QString shown(const frmPortConfig &window)
+    {
+        QStringList texts;
+        for (const QComboBox *box : window.cboCfg)
+            texts.append(box->currentText());
+        return texts.join(u'|');
+    }
+};
+
+void choose(QComboBox *box, const char16_t *text)
+{
+    box->setCurrentIndex(box->findText(QString::fromUtf16(text)));
+}
+
+} // namespace
+
+TEST_F(PortConfig, TheWindowOpensWithTheFourPartsOfThePortsSettings)
+{
+    struct Row
+    {
+        const char16_t *settings;
+        const char16_t *boxes;
+    };
+    const Row rows[] = {
+        {u"9600,N,8,1", u"9600|N|8|1"}, {u"9600,n,8,1", u"9600|N|8|1"},
+        {u"9600,Q,9", u"9600|Q|9|"},    {u"", u"|||"},
+        {u"abc,N,8,1,7", u"abc|N|8|1"},
+    };
+    frmPortConfig window(0, port);
+    for (const Row &row : rows) {
+        port.setSettings(QString::fromUtf16(row.settings));
+        window.openWindow();
+        EXPECT_EQ(shown(window), QString::fromUtf16(row.boxes));
+        EXPECT_TRUE(window.cmdPortConfig[0]->isEnabled());
+        EXPECT_TRUE(window.cmdPortConfig[1]->isEnabled());
+        EXPECT_FALSE(window.cmdPortConfig[2]->isEnabled());
+        window.cmdPortConfig_Click(1);
+        EXPECT_EQ(port.settings(), QString::fromUtf16(row.settings)) << "cancelled, so unchanged";
+    }
+}
+
+TEST_F(PortConfig, OnlyThePresetsOfTheServedChannelAreShown)
+{
+    port.setSettings(QStringLiteral("9600,N,8,1"));
+    frmPortConfig rs485(0, port);
+    rs485.openWindow();
+    EXPECT_TRUE(rs485.fraPresets485->isVisible());
+    EXPECT_FALSE(rs485.fraPresets232->isVisible());
+    rs485.cmdPreset485[0]->click();
+    EXPECT_EQ(shown(rs485), u"9600|N|8|1");
+
+    frmPortConfig rs232(1, port);
+    rs232.openWindow();
+    EXPECT_FALSE(rs232.fraPresets485->isVisible());
+    EXPECT_TRUE(rs232.fraPresets232->isVisible());
+    for (std::size_t i = 0; i < rs232.cmdPreset232.size(); ++i) {
+        rs232.cmdPreset232[i]->click();
+        EXPECT_EQ(shown(rs232), i == 1 ? u"57600|N|8|1" : u"19200|N|8|1");
+    }
+    EXPECT_EQ(port.settings(), u"9600,N,8,1") << "a preset alone applies nothing";
+}
+
+TEST_F(PortConfig, ApplyStoresTheSettingsAndClosesUnlessTheWindowShallStay)
+{
+    port.setSettings(QStringLiteral("19200,N,8,1"));
+    frmPortConfig window(1, port);
+    window.openWindow();
+    QTest::mouseClick(window.cmdPreset232[1], Qt::LeftButton);
+    ASSERT_TRUE(window.cmdPortConfig[2]->isEnabled()) << "something was changed";
+    window.cmdPortConfig[2]->click();
+    EXPECT_EQ(port.settings(), u"57600,N,8,1");
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(window.cmdPortConfig[2]->isEnabled()) << "nothing is left to apply";
+
+    window.cboCfg[0]->setEditText(QStringLiteral(" 1200 "));
+    choose(window.cboCfg[1], u"S - Space");
+    choose(window.cboCfg[3], u"1.5");
+    QTest::keyClick(window.cboCfg[0], Qt::Key_Return);
+    EXPECT_EQ(port.settings(), u"1200,S,8,1.5");
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(PortConfig, EveryParityEntryGivesItsLetterAndOtherTextsStayAsTheyStand)
+{
+    port.setSettings(QStringLiteral("9600,N,8,1"));
+    frmPortConfig window(0, port);
+    window.openWindow();
+    QString letters;
+    for (int i = 0; i < window.cboCfg[1]->count(); ++i) {
+        window.cboCfg[1]->setCurrentIndex(i);
+        window.cmdPortConfig_Click(2);
+        letters += port.settings().section(u',', 1, 1);
+    }
+    EXPECT_EQ(letters, u"EMNOS");
+    window.cboCfg[1]->setEditText(QStringLiteral("e - even"));
+    window.cmdPortConfig_Click(2);
+    EXPECT_EQ(port.settings(), u"9600,e - even,8,1");
+}
+
+TEST_F(PortConfig, OpeningTheWindowAgainKeepsWhatWasTyped)
+{
+    port.setSettings(QStringLiteral("9600,N,8,1"));
+    frmPortConfig window(0, port);
+    window.openWindow();
+    window.cboCfg[2]->setEditText(QStringLiteral("7"));
+    window.openWindow();
+    EXPECT_EQ(shown(window), u"9600|N|7|1");
+    QTest::keyClick(&window, Qt::Key_Escape);
+    window.openWindow();
+    EXPECT_EQ(shown(window), u"9600|N|8|1");
+}
