@@ -1,0 +1,201 @@
+#include "setup/GpibSearch.h"
+
+#include "common/Module1.h"
+#include "platform/GpibControl.h"
+#include "platform/PlatformError.h"
+#include "setup/GpibSearchHost.h"
+#include "setup/SetupTexts.h"
+
+#include <QScopeGuard>
+#include <QStringList>
+
+namespace corvane {
+
+namespace {
+
+QString text(const char16_t *fixed)
+{
+    return QString::fromUtf16(fixed);
+}
+
+QString boardName(int board)
+{
+    return QStringLiteral("GPIB%1").arg(board);
+}
+
+QString textOf(GpibSearchHost::OtherUse use)
+{
+    switch (use) {
+    case GpibSearchHost::OtherUse::None:
+        break;
+    case GpibSearchHost::OtherUse::ListRun:
+        return text(setupTexts::listRuns);
+    case GpibSearchHost::OtherUse::Loop:
+        return text(setupTexts::channelLoops);
+    case GpibSearchHost::OtherUse::PendingRead:
+        return text(setupTexts::readPends);
+    case GpibSearchHost::OtherUse::BoardExchange:
+        return text(setupTexts::boardExchanges);
+    }
+    return {};
+}
+
+} // namespace
+
+GpibSearch::GpibSearch(GpibSearchHost &host, Module1 &module, Clock &clock, QObject *parent)
+    : QObject(parent)
+    , m_host(host)
+    , m_module(module)
+    , m_waits(clock)
+{
+}
+
+QString GpibSearch::refusal() const
+{
+    const auto use = m_host.otherGpibUse();
+    if (use == GpibSearchHost::OtherUse::None && m_host.QBXControl1().isBusy())
+        return textOf(GpibSearchHost::OtherUse::PendingRead);
+    return textOf(use);
+}
+
+void GpibSearch::SearchGPIBLoop()
+{
+    if (m_running)
+        return;
+    m_running = true;
+    const auto ended = qScopeGuard([this] { m_running = false; });
+    m_waits.reopen();
+    m_faults.clear();
+    const QByteArray reply = probeBoards();
+    m_host.stopSearchTimer();
+    if (reply.isEmpty())
+        reportNothing();
+    else
+        reportFound(reply);
+}
+
+void GpibSearch::cancel()
+{
+    m_module.SearchCancelled = true;
+    m_waits.close();
+    if (m_running)
+        m_host.QBXControl1().cancel();
+}
+
+QByteArray GpibSearch::probeBoards()
+{
+    for (int board = 0; board < GpibAddress::boardCount; ++board) {
+        try {
+            const QByteArray reply = probeBoard(board);
+            if (!reply.isEmpty() || isCancelled())
+                return reply;
+        } catch (const PlatformError &error) {
+            if (isCancelled())
+                return {};
+            m_faults.push_back({board, error.description()});
+        }
+    }
+    return {};
+}
+
+QByteArray GpibSearch::probeBoard(int board)
+{
+    for (int address = 0; address < addressesPerBoard; ++address) {
+        processPendingEvents();
+        if (isCancelled())
+            return {};
+        Q_EMIT positionChanged(board * addressesPerBoard + address + 1);
+        const QByteArray reply = probe({.board = board, .primary = address, .secondary = {}});
+        if (!reply.isEmpty())
+            return reply;
+    }
+    return {};
+}
+
+QByteArray GpibSearch::probe(const GpibAddress &address)
+{
+    GpibControl &control = m_host.QBXControl1();
+    setStatus(address.toString());
+    control.setConnectString(address.toString());
+    control.reset();
+    if (isCancelled())
+        return {};
+    const bool written = writeQuery(control);
+    if (isCancelled() || m_waits.wait(replyDelayMs) == WaitEnd::Cancelled || isCancelled())
+        return {};
+    return written ? control.read() : QByteArray();
+}
+
+/// False when no device took the query: some adapters call an address without a device a fault. An
+/// adapter that has gone fails at the next probe's reset as well, and is reported there.
+bool GpibSearch::writeQuery(GpibControl &control)
+{
+    try {
+        control.write(QByteArrayLiteral("*IDN?"));
+        return true;
+    } catch (const PlatformError &) {
+        return false;
+    }
+}
+
+/// One batch of events: what was posted or clicked before now has been handled on return.
+void GpibSearch::processPendingEvents()
+{
+    bool reached = false;
+    QObject marker; // takes the posted call with it when the wait ends early
+    QMetaObject::invokeMethod(
+        &marker, [&reached] { reached = true; }, Qt::QueuedConnection);
+    m_waits.waitUntil([&reached] { return reached; }, 1);
+}
+
+bool GpibSearch::isCancelled() const
+{
+    return m_module.SearchCancelled || m_waits.isClosed();
+}
+
+void GpibSearch::reportFound(const QByteArray &reply)
+{
+    const QString connectString = m_host.QBXControl1().connectString();
+    const QStringList parts = connectString.split(QStringLiteral("::"));
+    m_host.setGpibResponse(QString::fromLatin1(reply).remove(u'\r').remove(u'\n'));
+    setStatus(text(setupTexts::foundAt) + connectString);
+    m_host.setGpibAddress(parts.value(0), parts.value(1));
+}
+
+void GpibSearch::reportNothing()
+{
+    const GpibAddress first{.board = 0, .primary = 0, .secondary = {}};
+    m_host.QBXControl1().setConnectString(first.toString());
+    m_host.setGpibAddress(boardName(first.board), QString::number(first.primary));
+    if (isCancelled())
+        setStatus(text(setupTexts::cancelled));
+    else if (m_faults.size() == GpibAddress::boardCount)
+        setStatus(m_faults.front().description);
+    else
+        setStatus(text(setupTexts::nothingFound));
+}
+
+QString GpibSearch::faults() const
+{
+    QStringList lines;
+    std::vector<Fault> remaining = m_faults;
+    while (!remaining.empty()) {
+        const QString description = remaining.front().description;
+        QStringList boards;
+        std::erase_if(remaining, [&](const Fault &fault) {
+            if (fault.description != description)
+                return false;
+            boards.append(boardName(fault.board));
+            return true;
+        });
+        lines.append(boards.join(QStringLiteral(", ")) + QStringLiteral(": ") + description);
+    }
+    return lines.join(u'\n');
+}
+
+void GpibSearch::setStatus(const QString &text)
+{
+    Q_EMIT statusChanged(QString::fromUtf16(setupTexts::status) + text);
+}
+
+} // namespace corvane

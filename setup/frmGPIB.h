@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QTimer;
+
+namespace corvane {
+
+class Dialogs;
+class GpibSearch;
+struct Module1;
+
+/// The "GPIB Address Search" window: starts a search as soon as it is shown, displays its progress,
+/// cancels and repeats it. The search itself is GpibSearch's.
+///
+/// The window must not be destroyed while the search runs; closed meanwhile it only hides.
+class frmGPIB : public QDialog
+{
+    Q_OBJECT
+
+public:
+    frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget *parent = nullptr);
+
+    /// Shows the window and starts a search; one that is already open only comes to the front.
+    void openWindow();
+
+    // Event handlers
+    void Form_Load();
+    void tmrStart_Timer();
+    void cmdSearch_Click();
+    void cmdCancel_Click();
+    void cmdClose_Click();
+
+    /// Every way of closing ends here: a running search is cancelled.
+    void done(int result) override;
+
+    QLabel *lblSearch = nullptr;
+    QProgressBar *progress = nullptr; ///< addresses probed, of 124
+    QLabel *lblFaults = nullptr;      ///< boards that could not be searched, and why
+    QPushButton *cmdSearch = nullptr;
+    QPushButton *cmdCancel = nullptr;
+    QPushButton *cmdClose = nullptr;
+    QTimer *tmrStart = nullptr;
+
+private:
+    void createControls();
+    void connectControls();
+    void startSearch();
+    void showFaults(const QString &faults);
+    void showButtons(bool searching);
+
+    GpibSearch &m_search;
+    Module1 &m_module;
+    Dialogs &m_dialogs;
+};
+
+} // namespace corvane

@@ -1,0 +1,272 @@
+#include "setup/GpibSearch.h"
+
+#include "common/Module1.h"
+#include "platform/GpibControl.h"
+#include "setup/GpibSearchHost.h"
+#include "setup/frmGPIB.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeGpibAdapter.h"
+#include "tests/support/ScriptedDialogs.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+class FakeHost : public GpibSearchHost
+{
+public:
+    explicit FakeHost(GpibControl &gpib)
+        : control(gpib)
+    {
+    }
+    GpibControl &QBXControl1() override { return control; }
+    [[nodiscard]] OtherUse otherGpibUse() const override { return use; }
+    void stopSearchTimer() override { ++timerStops; }
+    void setGpibResponse(const QString &text) override { response = text; }
+    void setGpibAddress(const QString &board, const QString &address) override
+    {
+        chosen = board + u' ' + address;
+    }
+
+    GpibControl &control;
+    OtherUse use = OtherUse::None;
+    int timerStops = 0;
+    QString response = QStringLiteral("untouched");
+    QString chosen;
+};
+
+/// A search over four boards, each a bus of its own, with its window.
+struct Search : testing::Test
+{
+    FakeClock clock;
+    std::array<FakeGpibBus, 4> buses;
+    GpibControl control{clock, [this](int board) {
+                            return std::make_unique<FakeGpibAdapter>(
+                                buses.at(static_cast<std::size_t>(board)));
+                        }};
+    FakeHost host{control};
+    Module1 module;
+    ScriptedDialogs dialogs;
+    GpibSearch search{host, module, clock};
+    frmGPIB window{search, module, dialogs};
+
+    void openAndSearch()
+    {
+        window.openWindow();
+        window.tmrStart_Timer();
+    }
+    /// Puts an instrument at an address of a board.
+    void place(std::size_t board, const QString &address, const QByteArray &reply)
+    {
+        buses.at(board).onWrite = [address, reply](const QString &to, const QByteArray &text) {
+            return to == address && text == "*IDN?" ? std::optional(reply) : std::nullopt;
+        };
+    }
+    [[nodiscard]] qsizetype probes(std::size_t board) const
+    {
+        return buses.at(board).calls.filter(QStringLiteral("clear ")).size();
+    }
+    void expectAtRest(const QString &status)
+    {
+        EXPECT_EQ(window.lblSearch->text().toStdString(), status.toStdString());
+        EXPECT_TRUE(window.cmdSearch->isEnabled());
+        EXPECT_TRUE(window.cmdClose->isVisibleTo(&window));
+        EXPECT_FALSE(window.cmdCancel->isVisibleTo(&window));
+        EXPECT_FALSE(search.isRunning());
+    }
+    void expectNothingChosen()
+    {
+        EXPECT_EQ(control.connectString(), u"GPIB0::0");
+        EXPECT_EQ(host.chosen, u"GPIB0 0");
+        EXPECT_EQ(host.response, u"untouched");
+    }
+};
+
+} // namespace
+
+TEST_F(Search, AnEmptyBusIsProbedInOrderAndTakesJustItsWaits)
+{
+    control.setTimeout(200);
+    const quint32 start = clock.MS_TIMER();
+    openAndSearch();
+    EXPECT_EQ(clock.MS_TIMER() - start, 124U * (75 + 200));
+    for (std::size_t board = 0; board < 4; ++board) {
+        QStringList expected;
+        for (int address = 0; address <= 30; ++address) {
+            const auto at = QStringLiteral("GPIB%1::%2").arg(board).arg(address);
+            expected << QStringLiteral("clear ") + at << QStringLiteral("write %1 *IDN?").arg(at)
+                     << QStringLiteral("read ") + at;
+        }
+        EXPECT_EQ(buses.at(board).calls, expected);
+    }
+    expectAtRest(QStringLiteral("Status: No Device Found"));
+    expectNothingChosen();
+    EXPECT_EQ(window.progress->value(), 124);
+    EXPECT_EQ(host.timerStops, 1);
+}
+
+TEST_F(Search, TheFirstInstrumentThatAnswersIsChosen)
+{
+    place(1, QStringLiteral("GPIB1::0"), "ACME,\r\nVX,\n1\r\n");
+    openAndSearch();
+    EXPECT_EQ(probes(0), 31);
+    EXPECT_EQ(probes(1), 1);
+    EXPECT_EQ(probes(2), 0);
+    expectAtRest(QStringLiteral("Status: Found device at: GPIB1::0"));
+    EXPECT_EQ(host.response, u"ACME,VX,1");
+    EXPECT_EQ(host.chosen, u"GPIB1 0");
+    EXPECT_EQ(control.connectString(), u"GPIB1::0");
+    EXPECT_EQ(host.timerStops, 1);
+}
+
+TEST_F(Search, TheWindowTellsWhatIsProbedWhileItSearches)
+{
+    clock.after(1, [this] {
+        EXPECT_EQ(window.lblSearch->text(), u"Status: GPIB0::0");
+        EXPECT_EQ(window.progress->text(), u"Address 1 of 124");
+        EXPECT_FALSE(window.cmdSearch->isEnabled());
+        EXPECT_FALSE(window.cmdClose->isVisibleTo(&window));
+        EXPECT_TRUE(window.cmdCancel->isVisibleTo(&window));
+        window.openWindow(); // only comes to the front
+        window.cmdSearch_Click();
+        EXPECT_TRUE(search.isRunning());
+        window.cmdCancel->click();
+    });
+    openAndSearch();
+    expectAtRest(QStringLiteral("Status: User canceled search."));
+}
+
+TEST_F(Search, CancellingEndsTheSearchBeforeAnotherExchange)
+{
+    struct Row
+    {
+        int at; ///< ms after the start
+        const char *lastCall;
+    };
+    // In the first pause, in the first read, in the second address's pause.
+    for (const Row &row : {Row{30, "write GPIB0::0 *IDN?"}, Row{500, "read GPIB0::0"},
+                           Row{1100, "write GPIB0::1 *IDN?"}}) {
+        buses[0].calls.clear();
+        const quint32 start = clock.MS_TIMER();
+        clock.after(row.at, [this] { window.cmdCancel_Click(); });
+        openAndSearch();
+        EXPECT_EQ(clock.MS_TIMER() - start, static_cast<quint32>(row.at));
+        EXPECT_EQ(buses[0].calls.last().toStdString(), row.lastCall);
+        expectAtRest(QStringLiteral("Status: User canceled search."));
+        expectNothingChosen();
+        window.close();
+    }
+}
+
+TEST_F(Search, AClickThatWaitedBehindAReadIsHandledBeforeTheNextProbe)
+{
+    control.setTimeout(100);
+    clock.after(174, [this] {
+        QMetaObject::invokeMethod(
+            &window, [this] { window.cmdCancel_Click(); }, Qt::QueuedConnection);
+    });
+    openAndSearch();
+    EXPECT_EQ(probes(0), 1);
+}
+
+TEST_F(Search, ACancelledSearchCanBeRepeated)
+{
+    place(0, QStringLiteral("GPIB0::2"), "ACME");
+    clock.after(10, [this] { window.cmdCancel_Click(); });
+    openAndSearch();
+    EXPECT_TRUE(module.SearchCancelled);
+    window.cmdSearch->click();
+    expectAtRest(QStringLiteral("Status: Found device at: GPIB0::2"));
+}
+
+TEST_F(Search, ClosingTheWindowCancelsAndReopeningSearchesAgain)
+{
+    clock.after(10, [this] {
+        QTest::keyClick(&window, Qt::Key_Escape);
+        EXPECT_TRUE(module.SearchCancelled);
+        window.openWindow();
+        window.tmrStart_Timer(); // the first search has not returned yet
+        EXPECT_TRUE(window.tmrStart->isActive());
+    });
+    openAndSearch();
+    EXPECT_EQ(buses[0].calls.size(), 2);
+    place(0, QStringLiteral("GPIB0::0"), "ACME");
+    window.tmrStart_Timer();
+    EXPECT_FALSE(window.tmrStart->isActive());
+    expectAtRest(QStringLiteral("Status: Found device at: GPIB0::0"));
+    window.cmdClose->click();
+    EXPECT_TRUE(module.SearchCancelled);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
+{
+    buses[0].fault = QStringLiteral("no adapter");
+    buses[2].fault = QStringLiteral("no adapter");
+    buses[1].onWrite = [this](const QString &address, const QByteArray &) {
+        if (address == u"GPIB1::4")
+            buses[1].fault = QStringLiteral("the connection was lost");
+        return std::nullopt;
+    };
+    openAndSearch();
+    EXPECT_EQ(probes(0), 1);
+    EXPECT_EQ(probes(1), 5);
+    EXPECT_EQ(probes(2), 1);
+    EXPECT_EQ(probes(3), 31);
+    expectAtRest(QStringLiteral("Status: No Device Found"));
+    EXPECT_EQ(window.lblFaults->text(),
+              u"GPIB0, GPIB2: no adapter\nGPIB1: the connection was lost");
+    expectNothingChosen();
+}
+
+TEST_F(Search, WithoutAnyAdapterTheStatusSaysWhy)
+{
+    for (FakeGpibBus &bus : buses)
+        bus.fault = QStringLiteral("no adapter");
+    openAndSearch();
+    expectAtRest(QStringLiteral("Status: no adapter"));
+    EXPECT_EQ(window.lblFaults->text(), u"GPIB0, GPIB1, GPIB2, GPIB3: no adapter");
+}
+
+TEST_F(Search, AnAddressThatTakesNoQueryIsPassedOverUnread)
+{
+    buses[0].onWrite = [](const QString &address, const QByteArray &) -> std::optional<QByteArray> {
+        if (address == u"GPIB0::1")
+            return "ACME";
+        throw PlatformError(QStringLiteral("no listener"));
+    };
+    openAndSearch();
+    expectAtRest(QStringLiteral("Status: Found device at: GPIB0::1"));
+    EXPECT_FALSE(buses[0].calls.contains(QStringLiteral("read GPIB0::0")));
+    EXPECT_TRUE(window.lblFaults->text().isEmpty());
+}
+
+TEST_F(Search, ASearchIsRefusedWhileTheControlIsInOtherUse)
+{
+    using enum GpibSearchHost::OtherUse;
+    const std::pair<GpibSearchHost::OtherUse, const char *> rows[] = {
+        {ListRun, "A list transfer is running on IEEE 488.  Please wait for its end or stop it and "
+                  "search again."},
+        {Loop, "IEEE 488 is repeating its command.  Please uncheck Loop and search again."},
+        {PendingRead, "A reply is being awaited on IEEE 488.  Please search again when it has "
+                      "arrived."},
+        {BoardExchange, "The VXM250E window is using IEEE 488.  Please wait until it has finished "
+                        "and search again."},
+    };
+    window.openWindow();
+    for (const auto &[use, message] : rows) {
+        host.use = use;
+        dialogs.expectMessage(QString::fromLatin1(message));
+        window.cmdSearch_Click();
+        expectAtRest(QStringLiteral("Status: Search not started."));
+    }
+    EXPECT_TRUE(buses[0].calls.isEmpty());
+}
