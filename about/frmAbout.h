@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QLayout;
+class QPushButton;
+
+namespace corvane {
+
+class AboutHost;
+class SystemInfo;
+
+/// The About window: who made the program and which one it is. It starts the system-information
+/// tool through SystemInfo and leaves the GPIB control's about box to its host.
+class frmAbout : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Both must outlive the window.
+    frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent = nullptr);
+
+    /// Shows the window; one that is already open comes to the front.
+    void openWindow();
+
+    // Event handlers
+    void Form_Load();
+    void cmdOK_Click();
+    void cmdSysInfo_Click();
+    void cmdQBXAbout_Click();
+
+    QLabel *lblTitle = nullptr;
+    QLabel *lblProductName = nullptr;
+    QLabel *lblVersion = nullptr;
+    QLabel *lblFileDescription = nullptr;
+    QLabel *lblDescription = nullptr;
+    QLabel *lblCopyRight = nullptr;
+    QPushButton *cmdOK = nullptr;
+    QPushButton *cmdSysInfo = nullptr;
+    QPushButton *cmdQBXAbout = nullptr;
+
+private:
+    QLabel *createLabel(const QString &name);
+    QPushButton *createButton(const QString &caption, const QString &name);
+    QLayout *createTexts();
+    QLayout *createButtons();
+
+    SystemInfo &m_systemInfo;
+    AboutHost &m_host;
+};
+
+} // namespace corvane
