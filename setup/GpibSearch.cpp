@@ -9,6 +9,8 @@
 #include <QScopeGuard>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -21,6 +23,13 @@ QString text(const char16_t *fixed)
 QString boardName(int board)
 {
     return QStringLiteral("GPIB%1").arg(board);
+}
+
+/// A fault's description that says the same for every board: its number becomes "N".
+QString withoutBoard(QString description, int board)
+{
+    return description.replace(boardName(board), QStringLiteral("GPIBN"))
+        .replace(QStringLiteral("--gpib %1=").arg(board), QStringLiteral("--gpib N="));
 }
 
 QString textOf(GpibSearchHost::OtherUse use)
@@ -177,19 +186,26 @@ void GpibSearch::reportNothing()
 
 QString GpibSearch::faults() const
 {
-    QStringList lines;
-    std::vector<Fault> remaining = m_faults;
-    while (!remaining.empty()) {
-        const QString description = remaining.front().description;
+    struct Reason
+    {
+        QString neutral;
+        QString text;
         QStringList boards;
-        std::erase_if(remaining, [&](const Fault &fault) {
-            if (fault.description != description)
-                return false;
-            boards.append(boardName(fault.board));
-            return true;
-        });
-        lines.append(boards.join(QStringLiteral(", ")) + QStringLiteral(": ") + description);
+    };
+    std::vector<Reason> reasons;
+    for (const Fault &fault : m_faults) {
+        const QString neutral = withoutBoard(fault.description, fault.board);
+        const auto same = std::ranges::find(reasons, neutral, &Reason::neutral);
+        if (same == reasons.end()) {
+            reasons.push_back({neutral, fault.description, {boardName(fault.board)}});
+        } else {
+            same->text = neutral;
+            same->boards.append(boardName(fault.board));
+        }
     }
+    QStringList lines;
+    for (const Reason &reason : reasons)
+        lines.append(reason.boards.join(QStringLiteral(", ")) + QStringLiteral(": ") + reason.text);
     return lines.join(u'\n');
 }
 

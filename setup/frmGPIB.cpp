@@ -4,6 +4,7 @@
 #include "platform/Dialogs.h"
 #include "setup/GpibSearch.h"
 #include "setup/SetupTexts.h"
+#include "setup/growToFit.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -172,7 +173,7 @@ void frmGPIB::showFaults(const QString &faults)
     lblFaults->setText(faults);
     lblFaults->setVisible(!faults.isEmpty());
     if (!faults.isEmpty())
-        resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
+        growToFit(*this);
 }
 
 void frmGPIB::showButtons(bool searching)

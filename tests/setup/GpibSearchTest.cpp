@@ -209,8 +209,8 @@ TEST_F(Search, ClosingTheWindowCancelsAndReopeningSearchesAgain)
 
 TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
 {
-    buses[0].fault = QStringLiteral("no adapter");
-    buses[2].fault = QStringLiteral("no adapter");
+    buses[0].fault = QStringLiteral("GPIB0 has no adapter (--gpib 0=ADAPTER)");
+    buses[2].fault = QStringLiteral("GPIB2 has no adapter (--gpib 2=ADAPTER)");
     buses[1].onWrite = [this](const QString &address, const QByteArray &) {
         if (address == u"GPIB1::4")
             buses[1].fault = QStringLiteral("the connection was lost");
@@ -222,8 +222,8 @@ TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
     EXPECT_EQ(probes(2), 1);
     EXPECT_EQ(probes(3), 31);
     expectAtRest(QStringLiteral("Status: No Device Found"));
-    EXPECT_EQ(window.lblFaults->text(),
-              u"GPIB0, GPIB2: no adapter\nGPIB1: the connection was lost");
+    EXPECT_EQ(window.lblFaults->text(), u"GPIB0, GPIB2: GPIBN has no adapter (--gpib N=ADAPTER)\n"
+                                        u"GPIB1: the connection was lost");
     expectNothingChosen();
 }
 

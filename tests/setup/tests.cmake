@@ -1,1 +1,1 @@
-corvane_test(setup SOURCES GpibSearchTest.cpp frmPortConfigTest.cpp modWinsockAPITest.cpp USES setup)
+corvane_test(setup SOURCES GpibAdaptersTest.cpp GpibSearchTest.cpp frmPortConfigTest.cpp modWinsockAPITest.cpp USES setup)
