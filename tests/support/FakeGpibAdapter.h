@@ -4,6 +4,7 @@
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
 
+#include <QScopeGuard>
 #include <QStringList>
 
 #include <deque>
@@ -22,6 +23,9 @@ struct FakeGpibBus
     /// Answers a write with a reply for the next read; may be empty.
     std::function<std::optional<QByteArray>(const QString &address, const QByteArray &text)>
         onWrite;
+    /// Run while the version is asked for and when a read is over; may be empty.
+    std::function<void()> whileAsked;
+    std::function<void()> afterRead;
     /// Not empty: every call fails with this description.
     QString fault;
 };
@@ -38,6 +42,8 @@ public:
     QString version(WaitGroup &) override
     {
         record(QStringLiteral("version"));
+        if (m_bus.whileAsked)
+            m_bus.whileAsked();
         return QStringLiteral("fake 1.0");
     }
     void open(const GpibAddress &address, WaitGroup &) override
@@ -59,6 +65,10 @@ public:
     QByteArray read(const GpibAddress &address, int timeoutMs, WaitGroup &waits) override
     {
         record(QStringLiteral("read ") + address.toString());
+        const auto over = qScopeGuard([this] {
+            if (m_bus.afterRead)
+                m_bus.afterRead();
+        });
         auto &queue = m_bus.replies[address.toString()];
         if (waits.waitUntil([&queue] { return !queue.empty(); }, timeoutMs) != WaitEnd::Done)
             return {};
