@@ -3,6 +3,7 @@
 #include "common/Module1.h"
 #include "platform/GpibControl.h"
 #include "setup/GpibSearchHost.h"
+#include "setup/SetupTexts.h"
 #include "setup/frmGPIB.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeGpibAdapter.h"
@@ -17,6 +18,7 @@
 #include <gtest/gtest.h>
 
 using namespace corvane;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -39,7 +41,7 @@ public:
     GpibControl &control;
     OtherUse use = OtherUse::None;
     int timerStops = 0;
-    QString response = QStringLiteral("untouched");
+    QString response = u"untouched"_s;
     QString chosen;
 };
 
@@ -49,8 +51,7 @@ struct Search : testing::Test
     FakeClock clock;
     std::array<FakeGpibBus, 4> buses;
     GpibControl control{clock, [this](int board) {
-                            return std::make_unique<FakeGpibAdapter>(
-                                buses.at(static_cast<std::size_t>(board)));
+                            return std::make_unique<FakeGpibAdapter>(buses.at(size_t(board)));
                         }};
     FakeHost host{control};
     Module1 module;
@@ -72,7 +73,7 @@ struct Search : testing::Test
     }
     [[nodiscard]] qsizetype probes(std::size_t board) const
     {
-        return buses.at(board).calls.filter(QStringLiteral("clear ")).size();
+        return buses.at(board).calls.filter(u"clear "_s).size();
     }
     void expectAtRest(const QString &status)
     {
@@ -101,13 +102,12 @@ TEST_F(Search, AnEmptyBusIsProbedInOrderAndTakesJustItsWaits)
     for (std::size_t board = 0; board < 4; ++board) {
         QStringList expected;
         for (int address = 0; address <= 30; ++address) {
-            const auto at = QStringLiteral("GPIB%1::%2").arg(board).arg(address);
-            expected << QStringLiteral("clear ") + at << QStringLiteral("write %1 *IDN?").arg(at)
-                     << QStringLiteral("read ") + at;
+            const auto at = u"GPIB%1::%2"_s.arg(board).arg(address);
+            expected << u"clear "_s + at << u"write %1 *IDN?"_s.arg(at) << u"read "_s + at;
         }
         EXPECT_EQ(buses.at(board).calls, expected);
     }
-    expectAtRest(QStringLiteral("Status: No Device Found"));
+    expectAtRest(u"Status: No Device Found"_s);
     expectNothingChosen();
     EXPECT_EQ(window.progress->value(), 124);
     EXPECT_EQ(host.timerStops, 1);
@@ -115,19 +115,19 @@ TEST_F(Search, AnEmptyBusIsProbedInOrderAndTakesJustItsWaits)
 
 TEST_F(Search, TheFirstInstrumentThatAnswersIsChosen)
 {
-    place(1, QStringLiteral("GPIB1::0"), "ACME,\r\nVX,\n1\r\n");
+    place(1, u"GPIB1::0"_s, "ACME,\r\nVX,\n1\r\n");
     openAndSearch();
     EXPECT_EQ(probes(0), 31);
     EXPECT_EQ(probes(1), 1);
     EXPECT_EQ(probes(2), 0);
-    expectAtRest(QStringLiteral("Status: Found device at: GPIB1::0"));
+    expectAtRest(u"Status: Found device at: GPIB1::0"_s);
     EXPECT_EQ(host.response, u"ACME,VX,1");
     EXPECT_EQ(host.chosen, u"GPIB1 0");
     EXPECT_EQ(control.connectString(), u"GPIB1::0");
     EXPECT_EQ(host.timerStops, 1);
 }
 
-TEST_F(Search, TheWindowTellsWhatIsProbedWhileItSearches)
+TEST_F(Search, TheWindowTellsWhatIsProbedAndACancelledSearchCanBeRepeated)
 {
     clock.after(1, [this] {
         EXPECT_EQ(window.lblSearch->text(), u"Status: GPIB0::0");
@@ -141,26 +141,27 @@ TEST_F(Search, TheWindowTellsWhatIsProbedWhileItSearches)
         window.cmdCancel->click();
     });
     openAndSearch();
-    expectAtRest(QStringLiteral("Status: User canceled search."));
+    expectAtRest(u"Status: User canceled search."_s);
+    EXPECT_TRUE(module.SearchCancelled);
+    place(0, u"GPIB0::2"_s, "ACME");
+    window.cmdSearch->click();
+    expectAtRest(u"Status: Found device at: GPIB0::2"_s);
 }
 
 TEST_F(Search, CancellingEndsTheSearchBeforeAnotherExchange)
 {
-    struct Row
-    {
-        int at; ///< ms after the start
-        const char *lastCall;
-    };
-    // In the first pause, in the first read, in the second address's pause.
-    for (const Row &row : {Row{30, "write GPIB0::0 *IDN?"}, Row{500, "read GPIB0::0"},
-                           Row{1100, "write GPIB0::1 *IDN?"}}) {
+    // ms after the start: in the first pause, in the first read, in the second address's pause.
+    const std::pair<int, QString> rows[] = {{30, u"write GPIB0::0 *IDN?"_s},
+                                            {500, u"read GPIB0::0"_s},
+                                            {1100, u"write GPIB0::1 *IDN?"_s}};
+    for (const auto &[at, lastCall] : rows) {
         buses[0].calls.clear();
         const quint32 start = clock.MS_TIMER();
-        clock.after(row.at, [this] { window.cmdCancel_Click(); });
+        clock.after(at, [this] { window.cmdCancel_Click(); });
         openAndSearch();
-        EXPECT_EQ(clock.MS_TIMER() - start, static_cast<quint32>(row.at));
-        EXPECT_EQ(buses[0].calls.last().toStdString(), row.lastCall);
-        expectAtRest(QStringLiteral("Status: User canceled search."));
+        EXPECT_EQ(clock.MS_TIMER() - start, quint32(at));
+        EXPECT_EQ(buses[0].calls.last(), lastCall);
+        expectAtRest(u"Status: User canceled search."_s);
         expectNothingChosen();
         window.close();
     }
@@ -168,23 +169,11 @@ TEST_F(Search, CancellingEndsTheSearchBeforeAnotherExchange)
 
 TEST_F(Search, AClickThatWaitedBehindAReadIsHandledBeforeTheNextProbe)
 {
-    control.setTimeout(100);
-    clock.after(174, [this] {
-        QMetaObject::invokeMethod(
-            &window, [this] { window.cmdCancel_Click(); }, Qt::QueuedConnection);
-    });
+    buses[0].afterRead = [this] {
+        QMetaObject::invokeMethod(&window, &frmGPIB::cmdCancel_Click, Qt::QueuedConnection);
+    };
     openAndSearch();
     EXPECT_EQ(probes(0), 1);
-}
-
-TEST_F(Search, ACancelledSearchCanBeRepeated)
-{
-    place(0, QStringLiteral("GPIB0::2"), "ACME");
-    clock.after(10, [this] { window.cmdCancel_Click(); });
-    openAndSearch();
-    EXPECT_TRUE(module.SearchCancelled);
-    window.cmdSearch->click();
-    expectAtRest(QStringLiteral("Status: Found device at: GPIB0::2"));
 }
 
 TEST_F(Search, ClosingTheWindowCancelsAndReopeningSearchesAgain)
@@ -198,10 +187,10 @@ TEST_F(Search, ClosingTheWindowCancelsAndReopeningSearchesAgain)
     });
     openAndSearch();
     EXPECT_EQ(buses[0].calls.size(), 2);
-    place(0, QStringLiteral("GPIB0::0"), "ACME");
+    place(0, u"GPIB0::0"_s, "ACME");
     window.tmrStart_Timer();
     EXPECT_FALSE(window.tmrStart->isActive());
-    expectAtRest(QStringLiteral("Status: Found device at: GPIB0::0"));
+    expectAtRest(u"Status: Found device at: GPIB0::0"_s);
     window.cmdClose->click();
     EXPECT_TRUE(module.SearchCancelled);
     EXPECT_FALSE(window.isVisible());
@@ -209,11 +198,11 @@ TEST_F(Search, ClosingTheWindowCancelsAndReopeningSearchesAgain)
 
 TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
 {
-    buses[0].fault = QStringLiteral("GPIB0 has no adapter (--gpib 0=ADAPTER)");
-    buses[2].fault = QStringLiteral("GPIB2 has no adapter (--gpib 2=ADAPTER)");
+    buses[0].fault = u"GPIB0 has no adapter (--gpib 0=ADAPTER)"_s;
+    buses[2].fault = u"GPIB2 has no adapter (--gpib 2=ADAPTER)"_s;
     buses[1].onWrite = [this](const QString &address, const QByteArray &) {
         if (address == u"GPIB1::4")
-            buses[1].fault = QStringLiteral("the connection was lost");
+            buses[1].fault = u"the connection was lost"_s;
         return std::nullopt;
     };
     openAndSearch();
@@ -221,7 +210,7 @@ TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
     EXPECT_EQ(probes(1), 5);
     EXPECT_EQ(probes(2), 1);
     EXPECT_EQ(probes(3), 31);
-    expectAtRest(QStringLiteral("Status: No Device Found"));
+    expectAtRest(u"Status: No Device Found"_s);
     EXPECT_EQ(window.lblFaults->text(), u"GPIB0, GPIB2: GPIBN has no adapter (--gpib N=ADAPTER)\n"
                                         u"GPIB1: the connection was lost");
     expectNothingChosen();
@@ -230,9 +219,9 @@ TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
 TEST_F(Search, WithoutAnyAdapterTheStatusSaysWhy)
 {
     for (FakeGpibBus &bus : buses)
-        bus.fault = QStringLiteral("no adapter");
+        bus.fault = u"no adapter"_s;
     openAndSearch();
-    expectAtRest(QStringLiteral("Status: no adapter"));
+    expectAtRest(u"Status: no adapter"_s);
     EXPECT_EQ(window.lblFaults->text(), u"GPIB0, GPIB1, GPIB2, GPIB3: no adapter");
 }
 
@@ -241,32 +230,29 @@ TEST_F(Search, AnAddressThatTakesNoQueryIsPassedOverUnread)
     buses[0].onWrite = [](const QString &address, const QByteArray &) -> std::optional<QByteArray> {
         if (address == u"GPIB0::1")
             return "ACME";
-        throw PlatformError(QStringLiteral("no listener"));
+        throw PlatformError(u"no listener"_s);
     };
     openAndSearch();
-    expectAtRest(QStringLiteral("Status: Found device at: GPIB0::1"));
-    EXPECT_FALSE(buses[0].calls.contains(QStringLiteral("read GPIB0::0")));
+    expectAtRest(u"Status: Found device at: GPIB0::1"_s);
+    EXPECT_FALSE(buses[0].calls.contains(u"read GPIB0::0"_s));
     EXPECT_TRUE(window.lblFaults->text().isEmpty());
 }
 
 TEST_F(Search, ASearchIsRefusedWhileTheControlIsInOtherUse)
 {
     using enum GpibSearchHost::OtherUse;
-    const std::pair<GpibSearchHost::OtherUse, const char *> rows[] = {
-        {ListRun, "A list transfer is running on IEEE 488.  Please wait for its end or stop it and "
-                  "search again."},
-        {Loop, "IEEE 488 is repeating its command.  Please uncheck Loop and search again."},
-        {PendingRead, "A reply is being awaited on IEEE 488.  Please search again when it has "
-                      "arrived."},
-        {BoardExchange, "The VXM250E window is using IEEE 488.  Please wait until it has finished "
-                        "and search again."},
+    const std::pair<GpibSearchHost::OtherUse, const char16_t *> rows[] = {
+        {ListRun, setupTexts::listRuns},
+        {Loop, setupTexts::channelLoops},
+        {PendingRead, setupTexts::readPends},
+        {BoardExchange, setupTexts::boardExchanges},
     };
     window.openWindow();
     for (const auto &[use, message] : rows) {
         host.use = use;
-        dialogs.expectMessage(QString::fromLatin1(message));
+        dialogs.expectMessage(QString::fromUtf16(message));
         window.cmdSearch_Click();
-        expectAtRest(QStringLiteral("Status: Search not started."));
+        expectAtRest(u"Status: Search not started."_s);
     }
     EXPECT_TRUE(buses[0].calls.isEmpty());
 }

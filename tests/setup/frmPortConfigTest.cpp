@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace corvane;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -26,41 +27,33 @@ struct PortConfig : testing::Test
     }
 };
 
-void choose(QComboBox *box, const char16_t *text)
-{
-    box->setCurrentIndex(box->findText(QString::fromUtf16(text)));
-}
-
 } // namespace
 
 TEST_F(PortConfig, TheWindowOpensWithTheFourPartsOfThePortsSettings)
 {
-    struct Row
-    {
-        const char16_t *settings;
-        const char16_t *boxes;
-    };
-    const Row rows[] = {
-        {u"9600,N,8,1", u"9600|N|8|1"}, {u"9600,n,8,1", u"9600|N|8|1"},
-        {u"9600,Q,9", u"9600|Q|9|"},    {u"", u"|||"},
-        {u"abc,N,8,1,7", u"abc|N|8|1"},
+    const std::pair<QString, QString> rows[] = {
+        {u"9600,N,8,1"_s, u"9600|N|8|1"_s},
+        {u"9600,n,8,1"_s, u"9600|N|8|1"_s},
+        {u"9600,Q,9"_s, u"9600|Q|9|"_s},
+        {u"abc,N,8,1,7"_s, u"abc|N|8|1"_s},
+        {QString(), u"|||"_s},
     };
     frmPortConfig window(0, port);
-    for (const Row &row : rows) {
-        port.setSettings(QString::fromUtf16(row.settings));
+    for (const auto &[settings, boxes] : rows) {
+        port.setSettings(settings);
         window.openWindow();
-        EXPECT_EQ(shown(window), QString::fromUtf16(row.boxes));
+        EXPECT_EQ(shown(window), boxes);
         EXPECT_TRUE(window.cmdPortConfig[0]->isEnabled());
         EXPECT_TRUE(window.cmdPortConfig[1]->isEnabled());
         EXPECT_FALSE(window.cmdPortConfig[2]->isEnabled());
         window.cmdPortConfig_Click(1);
-        EXPECT_EQ(port.settings(), QString::fromUtf16(row.settings)) << "cancelled, so unchanged";
+        EXPECT_EQ(port.settings(), settings) << "cancelled, so unchanged";
     }
 }
 
 TEST_F(PortConfig, OnlyThePresetsOfTheServedChannelAreShown)
 {
-    port.setSettings(QStringLiteral("9600,N,8,1"));
+    port.setSettings(u"9600,N,8,1"_s);
     frmPortConfig rs485(0, port);
     rs485.openWindow();
     EXPECT_TRUE(rs485.fraPresets485->isVisible());
@@ -81,7 +74,7 @@ TEST_F(PortConfig, OnlyThePresetsOfTheServedChannelAreShown)
 
 TEST_F(PortConfig, ApplyStoresTheSettingsAndClosesUnlessTheWindowShallStay)
 {
-    port.setSettings(QStringLiteral("19200,N,8,1"));
+    port.setSettings(u"19200,N,8,1"_s);
     frmPortConfig window(1, port);
     window.openWindow();
     QTest::mouseClick(window.cmdPreset232[1], Qt::LeftButton);
@@ -91,9 +84,9 @@ TEST_F(PortConfig, ApplyStoresTheSettingsAndClosesUnlessTheWindowShallStay)
     EXPECT_TRUE(window.isVisible());
     EXPECT_FALSE(window.cmdPortConfig[2]->isEnabled()) << "nothing is left to apply";
 
-    window.cboCfg[0]->setEditText(QStringLiteral(" 1200 "));
-    choose(window.cboCfg[1], u"S - Space");
-    choose(window.cboCfg[3], u"1.5");
+    window.cboCfg[0]->setEditText(u" 1200 "_s);
+    window.cboCfg[1]->setCurrentIndex(4);
+    window.cboCfg[3]->setCurrentIndex(1);
     QTest::keyClick(window.cboCfg[0], Qt::Key_Return);
     EXPECT_EQ(port.settings(), u"1200,S,8,1.5");
     EXPECT_FALSE(window.isVisible());
@@ -101,27 +94,30 @@ TEST_F(PortConfig, ApplyStoresTheSettingsAndClosesUnlessTheWindowShallStay)
 
 TEST_F(PortConfig, EveryParityEntryGivesItsLetterAndOtherTextsStayAsTheyStand)
 {
-    port.setSettings(QStringLiteral("9600,N,8,1"));
+    port.setSettings(u"9600,N,8,1"_s);
     frmPortConfig window(0, port);
     window.openWindow();
+    QString entries;
     QString letters;
     for (int i = 0; i < window.cboCfg[1]->count(); ++i) {
         window.cboCfg[1]->setCurrentIndex(i);
         window.cmdPortConfig_Click(2);
+        entries += window.cboCfg[1]->currentText() + u';';
         letters += port.settings().section(u',', 1, 1);
     }
+    EXPECT_EQ(entries, u"E - Even;M - Mark;N - None;O - Odd;S - Space;");
     EXPECT_EQ(letters, u"EMNOS");
-    window.cboCfg[1]->setEditText(QStringLiteral("e - even"));
+    window.cboCfg[1]->setEditText(u"e - even"_s);
     window.cmdPortConfig_Click(2);
     EXPECT_EQ(port.settings(), u"9600,e - even,8,1");
 }
 
 TEST_F(PortConfig, OpeningTheWindowAgainKeepsWhatWasTyped)
 {
-    port.setSettings(QStringLiteral("9600,N,8,1"));
+    port.setSettings(u"9600,N,8,1"_s);
     frmPortConfig window(0, port);
     window.openWindow();
-    window.cboCfg[2]->setEditText(QStringLiteral("7"));
+    window.cboCfg[2]->setEditText(u"7"_s);
     window.openWindow();
     EXPECT_EQ(shown(window), u"9600|N|7|1");
     QTest::keyClick(&window, Qt::Key_Escape);
