@@ -121,9 +121,9 @@ void frmAbout::Form_Load()
     lblTitle->setText(text(productInfo::title));
     lblProductName->setText(text(productInfo::productName));
     lblVersion->setText(QStringLiteral("Version: %1.%2 Build %3")
-                            .arg(productInfo::major)
-                            .arg(productInfo::minor)
-                            .arg(productInfo::revision));
+                            .arg(productInfo::versionMajor)
+                            .arg(productInfo::versionMinor)
+                            .arg(productInfo::versionRevision));
     lblFileDescription->setText(text(aboutTexts::partNumber) + text(productInfo::fileDescription));
     lblDescription->setText(text(aboutTexts::description));
     lblCopyRight->setText(text(productInfo::legalCopyright));
