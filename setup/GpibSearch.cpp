@@ -132,6 +132,7 @@ QByteArray GpibSearch::probe(const GpibAddress &address)
     const bool written = writeQuery(control);
     if (isCancelled() || m_waits.wait(replyDelayMs) == WaitEnd::Cancelled || isCancelled())
         return {};
+    control.setConnectString(address.toString()); // the user may have chosen another meanwhile
     return written ? control.read() : QByteArray();
 }
 

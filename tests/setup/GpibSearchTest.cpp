@@ -116,6 +116,8 @@ TEST_F(Search, AnEmptyBusIsProbedInOrderAndTakesJustItsWaits)
 TEST_F(Search, TheFirstInstrumentThatAnswersIsChosen)
 {
     place(1, u"GPIB1::0"_s, "ACME,\r\nVX,\n1\r\n");
+    control.setTimeout(25);
+    clock.after(3110, [this] { control.setConnectString(u"GPIB3::9"_s); }); // by its combo box
     openAndSearch();
     EXPECT_EQ(probes(0), 31);
     EXPECT_EQ(probes(1), 1);
