@@ -100,6 +100,14 @@ QString numberText(int value)
     return value < 0 ? QString::number(value) : QStringLiteral(" ") + QString::number(value);
 }
 
+float single(double value)
+{
+    if (std::abs(value) > double{std::numeric_limits<float>::max()})
+        return value < 0 ? -std::numeric_limits<float>::infinity()
+                         : std::numeric_limits<float>::infinity();
+    return static_cast<float>(value);
+}
+
 QString fixed5(double value)
 {
     const QString text = QString::number(value, 'f', 5);

@@ -25,6 +25,9 @@ std::optional<double> numericValue(QStringView text);
 QString numberText(double value);
 QString numberText(int value);
 
+/// The nearest single-precision number; infinite when the value is too large for one.
+float single(double value);
+
 /// Five decimals, at least one digit before the point: "0.00000" and "#0.00000" alike.
 QString fixed5(double value);
 /// A text as the format "0.00000" leaves it: a numeric text becomes fixed5, any other stays.
