@@ -1,0 +1,46 @@
+#include "common/MeterReading.h"
+
+#include "common/Numbers.h"
+#include "platform/GpibControl.h"
+#include "platform/PlatformError.h"
+#include "platform/WaitGroup.h"
+
+#include <QScopeGuard>
+
+namespace corvane {
+
+namespace {
+
+constexpr int settleMs = 1000;
+
+/// The reading itself was good: a fault of the device addressed before is reported by its own next
+/// use.
+void reopenQuietly(GpibControl &control)
+{
+    try {
+        control.open();
+    } catch (const PlatformError &) {
+    }
+}
+
+} // namespace
+
+float ReadMeterValue(GpibControl &control, WaitGroup &waits, int address)
+{
+    const QString remembered = control.connectString();
+    const auto restore = qScopeGuard([&] { control.setConnectString(remembered); });
+    control.setConnectString(QStringLiteral("GPIB0::%1").arg(address));
+    control.open();
+    if (waits.wait(settleMs) == WaitEnd::Cancelled)
+        return 0;
+    control.write("data?\r");
+    if (waits.wait(settleMs) == WaitEnd::Cancelled)
+        return 0;
+    const QString reply = QString::fromLatin1(control.read());
+    control.setConnectString(remembered);
+    if (!waits.isClosed())
+        reopenQuietly(control);
+    return numbers::single(numbers::leadingNumber(reply));
+}
+
+} // namespace corvane
