@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+
+namespace corvane {
+
+class GpibControl;
+class SerialPort;
+class TcpClient;
+
+/// What the main window does with a Channel at this moment, so that the board window does not
+/// interleave its own exchanges with it.
+enum class ChannelUse {
+    Free,
+    List,   ///< a command list is being sent or retrieved over it
+    Loop,   ///< its loop box is checked
+    Search, ///< the GPIB search runs over it
+    Reply   ///< a reply is still to be read
+};
+
+/// What the board window borrows from the main window, which implements it.
+class BoardChannels
+{
+public:
+    /// The Channels that can be borrowed.
+    static constexpr int rs232 = 1;
+    static constexpr int ieee488 = 2;
+    static constexpr int tcpIp1 = 3;
+
+    virtual ~BoardChannels() = default;
+
+    /// The serial port of Channel 1.
+    virtual SerialPort &MSComm1() = 0;
+    virtual GpibControl &QBXControl1() = 0;
+    virtual TcpClient &tcpClient1() = 0;
+
+    /// The text of the Channel's response box; asked for Channels 1 and 3 only.
+    [[nodiscard]] virtual QString responseText(int channel) const = 0;
+    virtual void clearResponse(int channel) = 0;
+    [[nodiscard]] virtual ChannelUse channelUse(int channel) const = 0;
+
+    /// The board window has closed: its menu entry loses its check mark.
+    virtual void uncheckMnuSBC() = 0;
+
+protected:
+    BoardChannels() = default;
+    BoardChannels(const BoardChannels &) = default;
+    BoardChannels &operator=(const BoardChannels &) = default;
+};
+
+} // namespace corvane

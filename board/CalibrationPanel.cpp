@@ -1,0 +1,243 @@
+#include "board/CalibrationPanel.h"
+
+#include "board/BoardLink.h"
+#include "board/BoardSession.h"
+#include "board/BoardTexts.h"
+#include "board/Controls.h"
+#include "board/ManualCalibrationPanel.h"
+#include "common/Numbers.h"
+#include "platform/TextGrid.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QStackedLayout>
+
+#include <algorithm>
+
+namespace corvane {
+
+using namespace controls;
+
+namespace {
+
+/// Two buttons in one place, the first one shown.
+QStackedLayout *place(QBoxLayout *in, QPushButton *start, QPushButton *cancel)
+{
+    auto *stack = new QStackedLayout;
+    stack->addWidget(start);
+    stack->addWidget(cancel);
+    in->addLayout(stack);
+    return stack;
+}
+
+} // namespace
+
+CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session)
+    : BoardPanel(link, session)
+    , m_calibration(link, session, m_table)
+    , m_scan(link, session, m_table)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(makeActions());
+    layout->addWidget(makeGrid(), 1);
+    auto *manual = new QHBoxLayout;
+    layout->addLayout(manual);
+    for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc}) {
+        m_manual[kind] = new ManualCalibrationPanel(kind, link, session);
+        manual->addWidget(m_manual[kind]);
+    }
+    connectControls();
+}
+
+QWidget *CalibrationPanel::makeActions()
+{
+    auto *box = new QGroupBox(tr("Calibrate Channels (IEEE Only)"));
+    auto *rows = new QVBoxLayout(box);
+    auto *row = new QHBoxLayout;
+    rows->addLayout(row);
+    cmdDec = button(tr("&< CH"), QStringLiteral("cmdDec"), tr("Previous channel"));
+    txtChannel = entry(3, QStringLiteral("txtChannel"), tr("Channel to calibrate"));
+    txtChannel->setText(QStringLiteral("0"));
+    txtChannel->setMaximumWidth(60);
+    txtChannel->setAlignment(Qt::AlignCenter);
+    cmdInc = button(tr("CH &>"), QStringLiteral("cmdInc"), tr("Next channel"));
+    row->addWidget(cmdDec);
+    row->addWidget(txtChannel);
+    row->addWidget(cmdInc);
+    cmdCal = exchanging(
+        button(tr("&Calibrate Channel"), QStringLiteral("cmdCal"), tr("Calibrate the channel")));
+    cmdCancelCal = button(tr("Cance&l Calibration"), QStringLiteral("cmdCancelCal"),
+                          tr("Cancel the calibration"));
+    m_calPlace = place(row, cmdCal, cmdCancelCal);
+    cmdScan = exchanging(button(tr("&Scan All"), QStringLiteral("cmdScan"),
+                                tr("Read all calibrations and the meter")));
+    cmdCancelScan =
+        button(tr("Cance&l Scan"), QStringLiteral("cmdCancelScan"), tr("Cancel the scan"));
+    m_scanPlace = place(row, cmdScan, cmdCancelScan);
+    cmdScanCals = exchanging(button(tr("Scan Calibrations &Only"), QStringLiteral("cmdScanCals"),
+                                    tr("Read all calibrations without the meter")));
+    cmdWriteCal = exchanging(button(tr("Sa&ve to EEPROM"), QStringLiteral("cmdWriteCal"),
+                                    tr("Save the calibration in the board")));
+    cmdReport = button(tr("Repor&t..."), QStringLiteral("cmdReport"), tr("Calibration report"));
+    for (QPushButton *action : {cmdScanCals, cmdWriteCal, cmdReport})
+        row->addWidget(action);
+    lblProgress = named(new QLabel, QStringLiteral("lblProgress"), tr("Progress"));
+    rows->addWidget(lblProgress);
+    return box;
+}
+
+QWidget *CalibrationPanel::makeGrid()
+{
+    MSFlexGrid1 =
+        named(new TextGrid, QStringLiteral("MSFlexGrid1"), tr("Calibration of the channels"));
+    MSFlexGrid1->setRowCount(CalibrationTable::rows);
+    MSFlexGrid1->setColCount(CalibrationTable::columns);
+    for (int row = 0; row < CalibrationTable::rows; ++row) {
+        for (int column = 0; column < CalibrationTable::columns; ++column)
+            MSFlexGrid1->setText(row, column, m_table.text(row, column));
+    }
+    MSFlexGrid1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    MSFlexGrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    return MSFlexGrid1;
+}
+
+void CalibrationPanel::connectControls()
+{
+    connect(cmdCal, &QPushButton::clicked, this, &CalibrationPanel::cmdCal_Click);
+    connect(cmdCancelCal, &QPushButton::clicked, this, &CalibrationPanel::cmdCancelCal_Click);
+    connect(cmdInc, &QPushButton::clicked, this, &CalibrationPanel::cmdInc_Click);
+    connect(cmdDec, &QPushButton::clicked, this, &CalibrationPanel::cmdDec_Click);
+    connect(cmdScan, &QPushButton::clicked, this, &CalibrationPanel::cmdScan_Click);
+    connect(cmdScanCals, &QPushButton::clicked, this, &CalibrationPanel::cmdScanCals_Click);
+    connect(cmdCancelScan, &QPushButton::clicked, this, &CalibrationPanel::cmdCancelScan_Click);
+    connect(cmdWriteCal, &QPushButton::clicked, this, &CalibrationPanel::cmdWriteCal_Click);
+    connect(cmdReport, &QPushButton::clicked, this, &CalibrationPanel::reportRequested);
+    for (const CalibrationSequence *sequence : {static_cast<CalibrationSequence *>(&m_calibration),
+                                                static_cast<CalibrationSequence *>(&m_scan)}) {
+        connect(sequence, &CalibrationSequence::progressed, lblProgress, &QLabel::setText);
+        connect(sequence, &CalibrationSequence::cellSelected, MSFlexGrid1,
+                &TextGrid::setCurrentCell);
+        connect(sequence, &CalibrationSequence::cellChanged, this, [this](int row, int column) {
+            MSFlexGrid1->setText(row, column, m_table.text(row, column));
+        });
+    }
+}
+
+void CalibrationPanel::cmdInc_Click()
+{
+    const int channel = numbers::leadingInteger(txtChannel->text());
+    if (channel < CalibrationTable::channels - 1)
+        txtChannel->setText(QString::number(channel + 1));
+}
+
+void CalibrationPanel::cmdDec_Click()
+{
+    const int channel = numbers::leadingInteger(txtChannel->text());
+    if (channel > 0)
+        txtChannel->setText(QString::number(channel - 1));
+}
+
+void CalibrationPanel::cmdCal_Click()
+{
+    const auto operation = m_session.begin(BoardSession::Uses::BoardAndMeter);
+    if (!operation)
+        return;
+    const int channel = numbers::leadingInteger(txtChannel->text());
+    if (!numbers::isNumeric(txtChannel->text()) || channel < 0 ||
+        channel >= CalibrationTable::channels)
+        m_session.say(texts::badChannel);
+    else if (confirmMeter(channel))
+        runCalibration(channel);
+}
+
+/// Only channel 0 is asked about, and only when the method shows that the meter may be missing.
+bool CalibrationPanel::confirmMeter(int channel)
+{
+    if (channel != 0 || m_link.method() == BoardLink::Ieee)
+        return true;
+    return m_session.ask({.text = texts::meterWarning,
+                          .title = texts::meterWarningTitle,
+                          .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes;
+}
+
+void CalibrationPanel::runCalibration(int channel)
+{
+    showCancel(m_calPlace, true);
+    window()->setCursor(Qt::WaitCursor);
+    const CalibrationEnd end =
+        m_calibration.calibrate(channel, numbers::leadingInteger(m_meterAddress));
+    showCancel(m_calPlace, false);
+    window()->unsetCursor();
+    showEnd(end);
+}
+
+void CalibrationPanel::cmdCancelCal_Click()
+{
+    lblProgress->setText(tr("Cancelling"));
+    m_calibration.cancel();
+}
+
+void CalibrationPanel::cmdScan_Click()
+{
+    if (const auto operation = m_session.begin(BoardSession::Uses::BoardAndMeter))
+        runScan([this] { return m_scan.scanAll(m_meterAddress); });
+}
+
+void CalibrationPanel::cmdScanCals_Click()
+{
+    if (const auto operation = m_session.begin())
+        runScan([this] { return m_scan.scanCalibrations(); });
+}
+
+void CalibrationPanel::runScan(const std::function<CalibrationEnd()> &scan)
+{
+    showCancel(m_scanPlace, true);
+    const CalibrationEnd end = scan();
+    showCancel(m_scanPlace, false);
+    showEnd(end);
+}
+
+void CalibrationPanel::cmdCancelScan_Click()
+{
+    lblProgress->setText(tr("Cancelling"));
+    m_scan.cancel();
+}
+
+void CalibrationPanel::cmdWriteCal_Click()
+{
+    const auto operation = m_session.begin();
+    if (!operation)
+        return;
+    QString command = QStringLiteral("CAL:PIC\r");
+    m_link.OutputToSbc(command);
+}
+
+void CalibrationPanel::showCancel(QStackedLayout *place, bool running)
+{
+    QWidget *cancel = place->widget(1);
+    const bool hadFocus = cancel->hasFocus();
+    place->setCurrentIndex(running ? 1 : 0);
+    if (running)
+        cancel->setFocus();
+    else if (hadFocus)
+        setFocus();
+}
+
+void CalibrationPanel::showEnd(const CalibrationEnd &end)
+{
+    switch (end.outcome) {
+    case CalibrationEnd::Outcome::Done:
+        lblProgress->setText(tr("Done"));
+        break;
+    case CalibrationEnd::Outcome::Cancelled:
+        lblProgress->setText(tr("Cancelled"));
+        break;
+    case CalibrationEnd::Outcome::Failed:
+        lblProgress->setText(tr("Stopped"));
+        m_session.say(end.reason);
+        break;
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "board/BoardPanel.h"
+#include "board/Calibration.h"
+#include "board/CalibrationScan.h"
+#include "board/CalibrationTable.h"
+
+#include <array>
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QStackedLayout;
+
+namespace corvane {
+
+class ManualCalibrationPanel;
+class TextGrid;
+
+/// The page that calibrates channels against the reference meter: the grid, calibrating and
+/// scanning with their cancel buttons, and the two manual entries. The sequences are Calibration's
+/// and CalibrationScan's.
+class CalibrationPanel : public BoardPanel
+{
+    Q_OBJECT
+
+public:
+    CalibrationPanel(BoardLink &link, BoardSession &session);
+
+    void cmdCal_Click();
+    void cmdCancelCal_Click();
+    void cmdInc_Click();
+    void cmdDec_Click();
+    void cmdScan_Click();
+    void cmdScanCals_Click();
+    void cmdCancelScan_Click();
+    void cmdWriteCal_Click();
+
+    /// The meter's address as the window's box holds it.
+    void setMeterAddress(const QString &text) { m_meterAddress = text; }
+    [[nodiscard]] const CalibrationTable &table() const { return m_table; }
+    [[nodiscard]] ManualCalibrationPanel &manual(int kind) const
+    {
+        return *m_manual.at(static_cast<size_t>(kind));
+    }
+
+    QLineEdit *txtChannel;
+    QPushButton *cmdDec;
+    QPushButton *cmdInc;
+    QPushButton *cmdCal;
+    QPushButton *cmdCancelCal;
+    QPushButton *cmdScan;
+    QPushButton *cmdCancelScan;
+    QPushButton *cmdScanCals;
+    QPushButton *cmdWriteCal;
+    QPushButton *cmdReport;
+    QLabel *lblProgress;
+    TextGrid *MSFlexGrid1;
+
+Q_SIGNALS:
+    /// The report of the grid is wanted.
+    void reportRequested();
+
+private:
+    QWidget *makeActions();
+    QWidget *makeGrid();
+    void connectControls();
+
+    bool confirmMeter(int channel);
+    void runCalibration(int channel);
+    void runScan(const std::function<CalibrationEnd()> &scan);
+    /// The cancel button takes the place of the one that started the work, or goes again.
+    void showCancel(QStackedLayout *place, bool running);
+    void showEnd(const CalibrationEnd &end);
+
+    CalibrationTable m_table;
+    Calibration m_calibration;
+    CalibrationScan m_scan;
+    QString m_meterAddress;
+    QStackedLayout *m_calPlace = nullptr;
+    QStackedLayout *m_scanPlace = nullptr;
+    std::array<ManualCalibrationPanel *, 2> m_manual{};
+};
+
+} // namespace corvane

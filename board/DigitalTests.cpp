@@ -1,0 +1,186 @@
+#include "board/DigitalTests.h"
+
+#include "board/BoardLink.h"
+#include "board/BoardSession.h"
+#include "board/BoardTexts.h"
+#include "common/Numbers.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr qint16 settleMs = 25;
+constexpr int bits = 8;
+
+} // namespace
+
+DigitalTests::DigitalTests(BoardLink &link, BoardSession &session)
+    : m_link(link)
+    , m_session(session)
+{
+}
+
+void DigitalTests::runWriteTest()
+{
+    DigTestAbort = false;
+    directionTest();
+    DigTestAbort = false;
+}
+
+void DigitalTests::runReadbackTest()
+{
+    DigTestAbort = false;
+    loopbackTest();
+    DigTestAbort = false;
+}
+
+void DigitalTests::runFullTest()
+{
+    DigTestAbort = false;
+    directionTest();
+    loopbackTest(); // after an abort it only cleans up
+    DigTestAbort = false;
+}
+
+int DigitalTests::test_data(int step)
+{
+    const int value = step < bits ? 1 << step : ~(1 << (step - bits));
+    return value & 0xFF;
+}
+
+QString DigitalTests::bitText(int step)
+{
+    return step == steps - 1 ? QStringLiteral("All") : QString::number(step % bits);
+}
+
+bool DigitalTests::isEnded() const
+{
+    return DigTestAbort || m_session.isStopped();
+}
+
+/// Sends a command and gives the board its time; false when the test has ended.
+bool DigitalTests::exchange(QString command)
+{
+    if (isEnded())
+        return false;
+    m_link.OutputToSbc(command);
+    m_link.PauseMS(settleMs);
+    return !isEnded();
+}
+
+void DigitalTests::showStep(int step)
+{
+    Q_EMIT stepShown(bitText(step), QString::number(test_data(step)));
+}
+
+void DigitalTests::cleanUp()
+{
+    const QString rest = QStringLiteral("0");
+    Q_EMIT portShown(rest);
+    Q_EMIT stepShown(rest, rest);
+    Q_EMIT busyChanged(false);
+}
+
+void DigitalTests::directionTest()
+{
+    if (!isEnded()) {
+        Q_EMIT busyChanged(true);
+        bool passed = true;
+        if (directionSteps(passed))
+            m_session.say(passed ? texts::writeTestPassed : texts::writeTestFailed);
+    }
+    cleanUp();
+}
+
+bool DigitalTests::directionSteps(bool &passed)
+{
+    for (int port = 0; port < ports; ++port) {
+        Q_EMIT portShown(QString::number(port));
+        for (int step = 0; step < steps; ++step) {
+            if (!directionStep(port, step, passed))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool DigitalTests::directionStep(int port, int step, bool &passed)
+{
+    if (isEnded())
+        return false;
+    showStep(step);
+    const int pattern = test_data(step);
+    if (!exchange(QStringLiteral("PORT:DIR %1,%2").arg(port).arg(pattern)) ||
+        !exchange(QStringLiteral("PORT:DIR? %1").arg(port)))
+        return false;
+    QString reply;
+    m_link.InputFromSbc(reply);
+    if (!isEnded() && numbers::leadingNumber(reply) != pattern) {
+        passed = false;
+        m_session.say(
+            texts::directionFailed.arg(QString::number(port), reply, QString::number(step)));
+    }
+    return !isEnded();
+}
+
+bool DigitalTests::loopback(int outPort, int inPort)
+{
+    Q_EMIT portShown(QStringLiteral("%1 > %2").arg(outPort).arg(inPort));
+    bool passed = true;
+    for (int step = 0; step < steps && !isEnded(); ++step) {
+        showStep(step);
+        if (!exchange(QStringLiteral("PORT:DATA %1,%2").arg(outPort).arg(test_data(step))) ||
+            !exchange(QStringLiteral("PORT:DATA? %1").arg(inPort)))
+            break;
+        QString reply;
+        m_link.InputFromSbc(reply);
+        if (numbers::leadingNumber(reply) != test_data(step))
+            passed = false;
+    }
+    return passed;
+}
+
+void DigitalTests::loopbackTest()
+{
+    if (!isEnded()) {
+        Q_EMIT busyChanged(true);
+        bool passed = true;
+        m_session.say(texts::installLoopBack);
+        if (loopbackSteps(passed))
+            m_session.say(passed ? texts::loopBackPassed : texts::loopBackFailed);
+    }
+    cleanUp();
+}
+
+/// The connector joins port 0 with port 2 and port 1 with port 3; a port drives its pins at 255
+/// and reads them at 0.
+bool DigitalTests::loopbackSteps(bool &passed)
+{
+    return setDirections({QStringLiteral("0,0"), QStringLiteral("3,0"), QStringLiteral("1,255"),
+                          QStringLiteral("2,255")}) &&
+           testPair(2, 0, passed) && testPair(1, 3, passed) &&
+           setDirections({QStringLiteral("0,255"), QStringLiteral("3,255"), QStringLiteral("1,0"),
+                          QStringLiteral("2,0")}) &&
+           testPair(0, 2, passed) && testPair(3, 1, passed);
+}
+
+bool DigitalTests::setDirections(const QStringList &values)
+{
+    return std::all_of(values.begin(), values.end(), [this](const QString &value) {
+        return exchange(QStringLiteral("PORT:DIR ") + value);
+    });
+}
+
+bool DigitalTests::testPair(int outPort, int inPort, bool &passed)
+{
+    const bool pairPassed = loopback(outPort, inPort);
+    if (!pairPassed && !isEnded()) {
+        passed = false;
+        m_session.say(texts::loopBackError);
+    }
+    return !isEnded();
+}
+
+} // namespace corvane

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace corvane {
+
+class BoardLink;
+class BoardSession;
+
+/// The automatic tests of the board's four digital ports. Owns the abort flag and shows the
+/// verdicts; the session's operation, the labels and the pointer are left to its panel.
+class DigitalTests : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int ports = 4;
+    static constexpr int steps = 17;
+
+    DigitalTests(BoardLink &link, BoardSession &session);
+
+    /// Each clears the abort flag before and after.
+    void runWriteTest();
+    void runReadbackTest();
+    void runFullTest();
+    /// Ends the running test at its next check, without a verdict.
+    void abort() { DigTestAbort = true; }
+    [[nodiscard]] bool isAborted() const { return DigTestAbort; }
+
+    /// The pattern of step 0..16: a walking one, a walking zero, all ones.
+    static int test_data(int step);
+    /// The bit number of the step, or "All".
+    static QString bitText(int step);
+
+    /// Drives the patterns through the connector from one port to another; false when one did not
+    /// arrive.
+    bool loopback(int outPort, int inPort);
+
+Q_SIGNALS:
+    /// The texts of lblChannel, lblPData and lblPortValue.
+    void portShown(const QString &text);
+    void stepShown(const QString &bit, const QString &pattern);
+    /// A test has begun, or has cleaned up: hourglass or normal pointer.
+    void busyChanged(bool busy);
+
+private:
+    [[nodiscard]] bool isEnded() const;
+    bool exchange(QString command);
+    void showStep(int step);
+    void cleanUp();
+
+    void directionTest();
+    bool directionSteps(bool &passed);
+    bool directionStep(int port, int step, bool &passed);
+
+    void loopbackTest();
+    bool loopbackSteps(bool &passed);
+    bool setDirections(const QStringList &values);
+    bool testPair(int outPort, int inPort, bool &passed);
+
+    BoardLink &m_link;
+    BoardSession &m_session;
+    bool DigTestAbort = false;
+};
+
+} // namespace corvane
