@@ -1,0 +1,34 @@
+#pragma once
+
+#include "board/CalibrationTable.h"
+#include "common/modSBC.h"
+
+namespace corvane {
+
+/// The board's identity as its reply to "*IDN?" tells it.
+struct BoardIdentity
+{
+    QString partNum;
+    QString serialNum;
+    QString picFirmWare;
+    QString rabbitVersion;
+
+    bool operator==(const BoardIdentity &) const = default;
+};
+
+/// The calibration report's texts, as pure functions of what it holds. Knows no window and no file.
+namespace calibrationReport {
+
+/// The whole file, each line ended by CR LF.
+QString text(const ReportFields &fields, const CalibrationTable &table);
+
+/// Reads the reply; nothing when it has fewer than five fields.
+std::optional<BoardIdentity> parseIdentity(const QString &reply);
+
+/// The file name without extension, from part number and serial number; empty when the serial
+/// number has no "/".
+QString fileName(const QString &partNum, const QString &serialNum);
+
+} // namespace calibrationReport
+
+} // namespace corvane
