@@ -1,0 +1,137 @@
+#pragma once
+
+#include "board/BoardChannels.h"
+#include "board/frmSBC.h"
+#include "platform/GpibControl.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeGpibAdapter.h"
+#include "tests/support/FakeSerialPort.h"
+#include "tests/support/FakeTcpClient.h"
+#include "tests/support/ScriptedDialogs.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+
+/// The main window's side of the board window, in memory: a board that answers on all three
+/// Channels alike, and a meter on the GPIB bus.
+class FakeBoardChannels : public BoardChannels
+{
+public:
+    static inline const QString boardAddress = QStringLiteral("GPIB0::5");
+    static constexpr int gpibTimeoutMs = 777; // told apart from every other wait
+
+    explicit FakeBoardChannels(Clock &clock)
+        : gpib(clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); })
+    {
+        serial.setPortOpen(true);
+        tcp.setState(SocketState::Connected);
+        gpib.setConnectString(boardAddress);
+        gpib.setTimeout(gpibTimeoutMs);
+        bus.onWrite = [this](const QString &address,
+                             const QByteArray &text) -> std::optional<QByteArray> {
+            if (address == boardAddress)
+                return onBoard(text);
+            if (meter.empty())
+                return std::nullopt;
+            const QByteArray reading = meter.front();
+            meter.pop_front();
+            return reading;
+        };
+    }
+
+    SerialPort &MSComm1() override { return serial; }
+    GpibControl &QBXControl1() override { return gpib; }
+    TcpClient &tcpClient1() override { return tcp; }
+    QString responseText(int channel) const override
+    {
+        if (!boxText.isEmpty())
+            return boxText;
+        const auto &written = channel == rs232 ? serial.written : tcp.sent;
+        return written.empty() ? QString() : answer(QString::fromLatin1(written.back()));
+    }
+    void clearResponse(int channel) override
+    {
+        boxText.clear();
+        cleared.push_back(channel);
+    }
+    ChannelUse channelUse(int channel) const override
+    {
+        return channel == usedChannel ? use : ChannelUse::Free;
+    }
+    void uncheckMnuSBC() override { ++unchecked; }
+
+    /// Everything written to the board, on any Channel.
+    [[nodiscard]] QStringList commands() const
+    {
+        QStringList result;
+        for (const auto &bytes : serial.written)
+            result << QString::fromLatin1(bytes);
+        for (const auto &bytes : tcp.sent)
+            result << QString::fromLatin1(bytes);
+        const QString prefix = QStringLiteral("write %1 ").arg(boardAddress);
+        for (const QString &call : bus.calls) {
+            if (call.startsWith(prefix))
+                result << call.mid(prefix.size());
+        }
+        return result;
+    }
+    void forget()
+    {
+        serial.written.clear();
+        tcp.sent.clear();
+        bus.calls.clear();
+    }
+
+    FakeSerialPort serial;
+    FakeTcpClient tcp;
+    FakeGpibBus bus;
+    GpibControl gpib;
+    /// The board's reply to a command; empty: silence.
+    std::function<QString(const QString &)> answer = [](const QString &) { return QString(); };
+    /// The meter's coming replies; none left: silence.
+    std::deque<QByteArray> meter;
+    /// What a response box still holds.
+    QString boxText;
+    std::vector<int> cleared;
+    int usedChannel = -1;
+    ChannelUse use = ChannelUse::Free;
+    int unchecked = 0;
+
+private:
+    std::optional<QByteArray> onBoard(const QByteArray &text) const
+    {
+        const QString reply = answer(QString::fromLatin1(text));
+        return reply.isEmpty() ? std::nullopt : std::optional(reply.toLatin1());
+    }
+};
+
+class BoardTest : public testing::Test
+{
+protected:
+    BoardTest() { board.show(); }
+
+    void answerQueriesWith(const char *reply)
+    {
+        channels.answer = [text = QString::fromLatin1(reply)](const QString &command) {
+            return command.contains(u'?') || command.startsWith(u'M') ? text : QString();
+        };
+    }
+    [[nodiscard]] QString reply() const { return board.statusPanels[1]->text(); }
+
+    FakeClock clock;
+    ScriptedDialogs dialogs;
+    FakeBoardChannels channels{clock};
+    frmSBC board{channels, dialogs, clock};
+};
+
+/// A QString list from plain literals.
+inline QStringList latin(std::initializer_list<const char *> literals)
+{
+    QStringList list;
+    for (const char *literal : literals)
+        list << QString::fromLatin1(literal);
+    return list;
+}
+
+} // namespace corvane

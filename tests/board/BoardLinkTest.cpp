@@ -1,0 +1,163 @@
+#include "common/MeterReading.h"
+#include "platform/PlatformError.h"
+#include "tests/board/BoardFixture.h"
+
+#include <QLabel>
+
+using namespace corvane;
+
+using BoardLinkTest = BoardTest;
+using Waits = std::vector<int>;
+
+TEST_F(BoardLinkTest, ACommandGetsOneCarriageReturnUnlessItHoldsOne)
+{
+    struct Row
+    {
+        const char *command;
+        const char *sent;
+        const char *shown;
+    };
+    for (const Row &row : {Row{"DAC?  3", "DAC?  3\r", "DAC?  3"}, Row{"A\rB", "A\rB", "AB"},
+                           Row{"CAL:PIC\r", "CAL:PIC\r", "CAL:PIC"}, Row{"", "\r", ""}}) {
+        channels.forget();
+        QString command = QString::fromLatin1(row.command);
+        board.link().OutputToSbc(command);
+        EXPECT_EQ(command, QString::fromLatin1(row.sent));
+        EXPECT_EQ(channels.commands(), latin({row.sent}));
+        EXPECT_EQ(board.statusPanels[0]->text(), QString::fromLatin1(row.shown));
+    }
+}
+
+TEST_F(BoardLinkTest, AnExchangeTakes125MsAnd200MoreWhenTheBoardIsSilent)
+{
+    const Waits answered = {25, 100};
+    const Waits silent = {25, 100, 200};
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        for (const bool answers : {true, false}) {
+            answerQueriesWith(answers ? "1,2\x7F" : "");
+            clock.waits.clear();
+            QString command = QStringLiteral("ADC?");
+            QString text = QStringLiteral("old");
+            board.link().OutputToSbc(command);
+            board.link().InputFromSbc(text);
+            std::erase(clock.waits, FakeBoardChannels::gpibTimeoutMs);
+            EXPECT_EQ(clock.waits, answers ? answered : silent) << method;
+            EXPECT_EQ(text, answers ? QStringLiteral("1,2\x7F") : QString());
+            EXPECT_EQ(reply(), answers ? text : QStringLiteral("NO RESPONSE"));
+        }
+    }
+}
+
+TEST_F(BoardLinkTest, AReplyThatComesWithinTheSecondReadCounts)
+{
+    clock.after(25 + 100 + FakeBoardChannels::gpibTimeoutMs + 150, [this] {
+        channels.bus.replies[FakeBoardChannels::boardAddress].push_back("late");
+    });
+    QString text = QStringLiteral("ADC?");
+    board.link().OutputToSbc(text);
+    board.link().InputFromSbc(text);
+    EXPECT_EQ(text, QStringLiteral("late"));
+}
+
+TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
+{
+    channels.serial.feed("unread");
+    for (const int method : {0, 1, 2}) {
+        channels.boxText = QStringLiteral("stale");
+        board.OptSbcCommMeth_Click(method);
+        QString text = QStringLiteral("L 1");
+        board.link().OutputToSbc(text);
+    }
+    EXPECT_EQ(channels.cleared, (std::vector<int>{1, 3}));
+    EXPECT_TRUE(channels.serial.input().isEmpty());
+}
+
+TEST_F(BoardLinkTest, AChangedMethodHoldsFromTheNextCommandOn)
+{
+    answerQueriesWith("board");
+    QString text = QStringLiteral("ADC?");
+    board.link().OutputToSbc(text);
+    board.OptSbcCommMeth_Click(0);
+    channels.boxText = QStringLiteral("somebody else's");
+    board.link().InputFromSbc(text);
+    EXPECT_EQ(text, QStringLiteral("board"));
+    board.OptSbcCommMeth_Click(7);
+    EXPECT_EQ(board.link().channel(), 1);
+}
+
+TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)
+{
+    channels.serial.setPortOpen(false);
+    channels.tcp.setState(SocketState::Closed);
+    channels.bus.fault = QStringLiteral("no adapter");
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        QString text = QStringLiteral("ADC?");
+        board.link().OutputToSbc(text);
+        EXPECT_EQ(reply(), QStringLiteral("NO RESPONSE"));
+        board.link().InputFromSbc(text);
+        EXPECT_EQ(text, QString());
+        EXPECT_EQ(reply(), QStringLiteral("NO RESPONSE"));
+        EXPECT_FALSE(board.statusPanels[1]->toolTip().isEmpty()) << method;
+    }
+}
+
+TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
+{
+    channels.usedChannel = BoardChannels::ieee488;
+    channels.use = ChannelUse::List;
+    QString text = QStringLiteral("ADC?");
+    board.link().OutputToSbc(text);
+    EXPECT_TRUE(channels.bus.calls.isEmpty());
+    EXPECT_TRUE(board.link().fault().contains(QStringLiteral("a command list is running")));
+}
+
+TEST_F(BoardLinkTest, ANegativeOrEmptyPauseReturnsAtOnce)
+{
+    const quint32 before = clock.MS_TIMER();
+    for (const qint16 ms : std::initializer_list<qint16>{0, -1, -32768})
+        board.link().PauseMS(ms);
+    EXPECT_EQ(clock.MS_TIMER(), before);
+    board.link().PauseMS(32767);
+    EXPECT_EQ(clock.MS_TIMER(), before + 32767);
+}
+
+TEST_F(BoardLinkTest, TheMeterIsAddressedReadAfterTwoSecondsAndTheBoardAddressedAgain)
+{
+    channels.meter = {"-1.25E+0V\n"};
+    WaitGroup waits(clock);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), -1.25F);
+    EXPECT_EQ(channels.bus.calls, latin({"open GPIB0::16", "write GPIB0::16 data?\r",
+                                         "read GPIB0::16", "open GPIB0::5"}));
+    EXPECT_EQ(clock.waits, (Waits{1000, 1000}));
+}
+
+TEST_F(BoardLinkTest, AMeterWithoutANumberReadsAsZeroAndAHugeOneAsInfinite)
+{
+    WaitGroup waits(clock);
+    channels.meter = {"OVERFLOW", "1e40", "-1e40"};
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 0.0F);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), INFINITY);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), -INFINITY);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 0.0F); // silent
+}
+
+TEST_F(BoardLinkTest, TheBoardsAddressComesBackOnEveryWayOut)
+{
+    const QString address = QStringLiteral("GPIB0::"); // the board is on another Channel
+    channels.gpib.setConnectString(address);
+    channels.meter = {"2.0"};
+    WaitGroup waits(clock);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 2.0F);
+    EXPECT_EQ(channels.gpib.connectString(), address);
+
+    EXPECT_THROW(ReadMeterValue(channels.gpib, waits, 99), PlatformError);
+    EXPECT_EQ(channels.gpib.connectString(), address);
+
+    channels.bus.calls.clear();
+    clock.after(500, [&waits] { waits.close(); });
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 0.0F);
+    EXPECT_EQ(channels.gpib.connectString(), address);
+    EXPECT_EQ(channels.bus.calls, latin({"open GPIB0::16"})); // nothing after the close
+}
