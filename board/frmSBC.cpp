@@ -177,7 +177,7 @@ bool frmSBC::usesChannel(int channel) const
     return m_session.usesChannel(channel);
 }
 
-/// Disabled buttons lose the focus: it waits on the page and comes back, unless the user has moved
+/// Disabled buttons lose the focus: it waits on the window and comes back, unless the user has moved
 /// it meanwhile.
 void frmSBC::keepFocus(bool running)
 {
@@ -185,7 +185,7 @@ void frmSBC::keepFocus(bool running)
     if (running) {
         m_focusBefore = qobject_cast<QAbstractButton *>(focus);
         if (m_focusBefore)
-            m_focusBefore->parentWidget()->setFocus();
+            setFocus();
         return;
     }
     const auto giveBack = [this] {
