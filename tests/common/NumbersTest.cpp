@@ -71,3 +71,11 @@ TEST(Numbers, AnIntegerIsRoundedAndKeptInItsRange)
     EXPECT_EQ(numbers::leadingInteger(u"1e20"), 2147483647);
     EXPECT_EQ(numbers::leadingInteger(u"-1e20"), -2147483648);
 }
+
+TEST(Numbers, SinglePrecisionRoundsAndIsInfiniteBeyondItsRange)
+{
+    EXPECT_EQ(numbers::single(0.1), 0.1F);
+    EXPECT_EQ(numbers::single(3.4e38), 3.4e38F);
+    EXPECT_EQ(numbers::single(1e40), INFINITY);
+    EXPECT_EQ(numbers::single(-1e40), -INFINITY);
+}

@@ -1,0 +1,137 @@
+#include "report/CalibrationReport.h"
+
+#include "report/ReportTexts.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+ReportFields fields()
+{
+    return {.partNum = QStringLiteral(" 1234-5 "),
+            .serialNum = QStringLiteral("07/0123"),
+            .picFirmWare = QStringLiteral("P3.0"),
+            .rabbitVersion = QStringLiteral("R2.1"),
+            .fileName = QStringLiteral("1234-5_0123-07"),
+            .date = QStringLiteral("6/3/2026"),
+            .appVer = QStringLiteral("1.0.0"),
+            .yourName = QStringLiteral("J\xF6rg"),
+            .meterName = QStringLiteral("Meter"),
+            .meterModel = QStringLiteral("M 1"),
+            .meterCalDue = QString(),
+            .meterADINum = QStringLiteral("77")};
+}
+
+/// Channel n's DAC value is n, its other values are blank but for a few of channels 0 and 7.
+CalibrationTable table()
+{
+    CalibrationTable result;
+    for (int channel = 0; channel < CalibrationTable::channels; ++channel)
+        result.setText(1, CalibrationTable::columnOf(channel), QString::number(channel));
+    result.setText(2, 8, QStringLiteral("-0.25"));
+    result.setText(2, 1, QStringLiteral("abc"));
+    result.setText(7, 1, QStringLiteral("2.00000"));
+    return result;
+}
+
+} // namespace
+
+TEST(CalibrationReport, IsThisFileByteForByte)
+{
+    const char *expected =
+        "BRENNICK CORPORATION\r\n"
+        "  1 Example Street, Example Town 00000  Telephone 000-000-0000\r\n"
+        "  VXM250 Calibration Report\r\n"
+        "  VXM250E - Single Board Computer\r\n"
+        "\r\n"
+        "PRODUCT INFORMATION\r\n"
+        "  Serial Number:  07/0123\r\n"
+        "  PIC Firmware:  P3.0\r\n"
+        "  Part Number:  1234-5\r\n"
+        "  Rabbit Firmware:  R2.1\r\n"
+        "TEST INFORMATION\r\n"
+        "  File Name:  1234-5_0123-07\r\n"
+        "  Test Date:  6/3/2026\r\n"
+        "  Test Utility Version:  1.0.0\r\n"
+        "  Technician:  J\xF6rg\r\n"
+        "TEST METER\r\n"
+        "  Name:  Meter\r\n"
+        "  Model:  M 1\r\n"
+        "  Calibration Due:  \r\n"
+        "  ADI Number:  77\r\n"
+        "\r\n"
+        "SETTING    \tChan0    Chan1    Chan2    Chan3    Chan4    Chan5    Chan6    Chan7    \r\n"
+        "DAC Value\t 7.00000  6.00000  5.00000  4.00000  3.00000  2.00000  1.00000  0.00000 \r\n"
+        "DAC Gain\t-0.25000              abc \r\n"
+        "DAC Offset\t                \r\n"
+        "ADC Value\t                \r\n"
+        "ADC Gain\t                \r\n"
+        "ADC Offset\t                \r\n"
+        "Keithley   \t               2.00000 \r\n";
+    const QByteArray report = calibrationReport::text(fields(), table()).toLatin1();
+    EXPECT_EQ(report.toStdString(), expected);
+}
+
+TEST(CalibrationReport, TheIdentityIsReadFromAtLeastFiveFields)
+{
+    struct Row
+    {
+        const char *reply;
+        std::optional<BoardIdentity> identity;
+    };
+    const auto identity = [](const char *part, const char *serial, const char *pic,
+                             const char *rabbit) {
+        return BoardIdentity{QString::fromLatin1(part), QString::fromLatin1(serial),
+                             QString::fromLatin1(pic), QString::fromLatin1(rabbit)};
+    };
+    const Row rows[] = {
+        {"ACME,P/N_1234-5,R2.1,P3.0,07/0123", identity("1234-5", "07/0123", "P3.0", "R2.1")},
+        {"ACME, p/n_P/NP/N_12p/n , R , P , 0\r\n7/1 \r\n", identity("12", "07/1", "P", "R")},
+        {"a,P/P/NN,r\r\n,p,s", identity("P/N", "s", "p", "r")}, // one pass, not repeated
+        {",,,,", identity("", "", "", "")},
+        {"a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p,q,r,s,t,u,v,w,x,y,z,1,2,3,4",
+         identity("b", "e", "d", "c")},
+        {"a,b,c,d", std::nullopt},
+        {"a,b,c", std::nullopt},
+        {",", std::nullopt},
+        {"abcde", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(calibrationReport::parseIdentity(QString::fromLatin1(row.reply)), row.identity)
+            << row.reply;
+}
+
+TEST(CalibrationReport, TheFileNameIsPartSecondPieceFirstPiece)
+{
+    struct Row
+    {
+        const char *part;
+        const char *serial;
+        const char *name;
+    };
+    for (const Row &row : {Row{"1234-5", "07/0123", "1234-5_0123-07"}, Row{"", "1/2/3", "_2-1"},
+                           Row{"P", "/", "P_-"}, Row{"P", "070123", ""}, Row{"P", "", ""}})
+        EXPECT_EQ(calibrationReport::fileName(QString::fromLatin1(row.part),
+                                              QString::fromLatin1(row.serial)),
+                  QString::fromLatin1(row.name));
+}
+
+TEST(CalibrationReport, TheErrorHandlerHasATextForEachOutcome)
+{
+    using reportTexts::PrintError;
+    const QString path = QStringLiteral("/tmp/a.txt");
+    const auto text = [&path](PrintError error) {
+        return reportTexts::printErrorText(error, path, QStringLiteral("Disk full"));
+    };
+    EXPECT_EQ(text(PrintError::None), QStringLiteral("Export successful.\r\n\r\n/tmp/a.txt"));
+    EXPECT_EQ(text(PrintError::Cancelled), QString());
+    EXPECT_EQ(text(PrintError::Other), QStringLiteral("Disk full"));
+    EXPECT_EQ(text(PrintError::InvalidName),
+              QStringLiteral("Invalid file name.\r\n\r\nTo get the file name, connect to the "
+                             "VXM250, press the Auto Fill button then press the Generate Filename "
+                             "button. \r\n\r\nThe file name will be automatically generated from a "
+                             "combination of the part number and serial number."));
+}

@@ -1,0 +1,244 @@
+#include "board/CalibrationPanel.h"
+#include "report/frmSBCPrint.h"
+#include "tests/board/BoardFixture.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace corvane;
+
+namespace {
+
+using Outcome = Dialogs::FileChoice::Outcome;
+
+class ReportWindowTest : public BoardTest
+{
+protected:
+    ReportWindowTest()
+    {
+        answerQueriesWith("ACME,P/N_1234-5,R2.1,P3.0,07/0123");
+        open();
+    }
+
+    void open()
+    {
+        window = std::make_unique<frmSBCPrint>(board, remembered, dialogs, QStringLiteral("1.2.3"));
+        window->show();
+        window->Form_Load();
+    }
+    void accept(const Dialogs::FileChoice &choice, const QString &message)
+    {
+        if (!window->isVisible())
+            open();
+        dialogs.answerSave(choice);
+        if (!message.isEmpty())
+            dialogs.expectMessage(message);
+        window->cmdAccept_Click();
+        EXPECT_FALSE(window->isVisible()); // whatever the outcome
+    }
+    [[nodiscard]] QString status() const { return window->statusPanel->text(); }
+    [[nodiscard]] QString path(const QString &name) const { return folder.filePath(name); }
+    static QByteArray contents(const QString &file)
+    {
+        QFile f(file);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+    QTemporaryDir folder;
+    modSBC remembered;
+    std::unique_ptr<frmSBCPrint> window;
+};
+
+const QString syntaxError = QStringLiteral("SYNTAX ERROR: ");
+
+} // namespace
+
+TEST_F(ReportWindowTest, OpeningFillsTheFieldsInTheBoardsWords)
+{
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("VXM250 Calibration File Info"));
+    EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("1234-5"));
+    EXPECT_EQ(window->txtSerialNum->text(), QStringLiteral("07/0123"));
+    EXPECT_EQ(window->txtPicFirmWare->text(), QStringLiteral("P3.0"));
+    EXPECT_EQ(window->txtRabbitVersion->text(), QStringLiteral("R2.1"));
+    EXPECT_EQ(window->txtFileName->text(), QStringLiteral("1234-5_0123-07"));
+    EXPECT_EQ(window->txtAppVer->text(), QStringLiteral("1.2.3"));
+    EXPECT_FALSE(window->txtDate->text().isEmpty());
+    EXPECT_EQ(status(), QStringLiteral("ACME,P/N_1234-5,R2.1,P3.0,07/0123"));
+    EXPECT_EQ(channels.commands(), latin({"*IDN?\r"}));
+    EXPECT_EQ(clock.waits, (std::vector<int>{25, 100, 25}));
+}
+
+TEST_F(ReportWindowTest, AReplyOfFewerFieldsChangesNoBoxAndShowsTheSyntaxError)
+{
+    for (const char *reply : {"a,b,c,d", "nonsense", ""}) {
+        answerQueriesWith(reply);
+        window->cmdAutoFill_Click();
+        EXPECT_EQ(status(), syntaxError + QString::fromLatin1(reply));
+        EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("1234-5"));
+    }
+}
+
+TEST_F(ReportWindowTest, FieldsReappearAndDateAndVersionAreRefreshed)
+{
+    window->txtYourName->setText(QStringLiteral("Ada"));
+    window->txtMeterADINum->setText(QStringLiteral("77"));
+    window->txtPartNum->setText(QStringLiteral("typed"));
+    window->txtDate->setText(QStringLiteral("yesterday"));
+    window->txtAppVer->setText(QStringLiteral("0.0.1"));
+    accept({Outcome::Cancelled, {}}, QString());
+    answerQueriesWith(""); // the board is gone: what is remembered stays
+    open();
+    EXPECT_EQ(window->txtYourName->text(), QStringLiteral("Ada"));
+    EXPECT_EQ(window->txtMeterADINum->text(), QStringLiteral("77"));
+    EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("typed"));
+    EXPECT_EQ(window->txtFileName->text(), QStringLiteral("typed_0123-07"));
+    EXPECT_NE(window->txtDate->text(), QStringLiteral("yesterday"));
+    EXPECT_EQ(window->txtAppVer->text(), QStringLiteral("1.2.3"));
+    window->txtYourName->setText(QStringLiteral("Eve"));
+    window->cmdCAncel_Click();
+    open();
+    EXPECT_EQ(window->txtYourName->text(), QStringLiteral("Ada"));
+}
+
+TEST_F(ReportWindowTest, AcceptWritesTheGridAndRemembersTheFolder)
+{
+    answerQueriesWith("1.5,1,-0.25");
+    board.calibration->cmdScanCals_Click();
+    const QString file = path(QStringLiteral("report.txt"));
+    accept({Outcome::Chosen, file}, QStringLiteral("Print Successful"));
+    const QByteArray report = contents(file);
+    EXPECT_TRUE(report.contains("  Technician:  \r\nTEST METER\r\n"));
+    EXPECT_TRUE(report.endsWith("ADC Offset\t-0.25000 -0.25000 -0.25000 -0.25000 -0.25000 -0.25000 "
+                                "-0.25000 -0.25000 \r\nKeithley   \t                \r\n"));
+    open();
+    accept({Outcome::Cancelled, {}}, QString());
+    const auto &question = dialogs.questions.back();
+    EXPECT_EQ(question.filter, QStringLiteral("Text(*.txt)|*.txt"));
+    EXPECT_EQ(question.folder, folder.path() + u'/');
+    EXPECT_EQ(dialogs.questions.front().folder, QString());
+    EXPECT_EQ(dialogs.questions.front().name, QStringLiteral("1234-5_0123-07"));
+}
+
+TEST_F(ReportWindowTest, ASerialNumberWithoutASlashProposesTheFolderOnly)
+{
+    window->txtSerialNum->setText(QStringLiteral("070123"));
+    window->cmdGenFilename_Click();
+    EXPECT_EQ(window->txtFileName->text(), QString());
+    accept({Outcome::Cancelled, {}}, QString());
+    EXPECT_EQ(dialogs.questions.back().name, QString());
+}
+
+TEST_F(ReportWindowTest, AnInvalidNameAndAFileThatCannotBeWrittenAreTold)
+{
+    accept({Outcome::InvalidName, {}},
+           QStringLiteral("Invalid file name.\r\n\r\nTo get the file name, connect to the VXM250, "
+                          "press the Auto Fill button then press the Generate Filename button. "
+                          "\r\n\r\nThe file name will be automatically generated from a "
+                          "combination of the part number and serial number."));
+    const QString missing = path(QStringLiteral("none/report.txt"));
+    const QString tooLong = path(QString(300, u'x'));
+    open();
+    accept({Outcome::Chosen, missing}, missing + QStringLiteral(": No such file or directory"));
+    open();
+    accept({Outcome::Chosen, tooLong}, tooLong + QStringLiteral(": File name too long"));
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
+TEST_F(ReportWindowTest, ATextThatDoesNotFitTheFileIsRefusedAndTheOldFileStays)
+{
+    const QString file = path(QStringLiteral("report.txt"));
+    accept({Outcome::Chosen, file}, QStringLiteral("Print Successful"));
+    const QByteArray old = contents(file);
+    open();
+    window->txtYourName->setText(QString::fromUtf16(u"\u03A9"));
+    dialogs.expectMessage(QStringLiteral("A field holds a character that cannot be written to the "
+                                         "report.  Nothing was written."));
+    window->cmdAccept_Click();
+    EXPECT_EQ(contents(file), old);
+    EXPECT_FALSE(old.isEmpty());
+}
+
+TEST_F(ReportWindowTest, AutoFillDuringACalibrationIsRefusedAndLeavesItAlone)
+{
+    channels.meter.assign(3, "0.5");
+    window->txtPartNum->setText(QStringLiteral("typed"));
+    QStringList before;
+    clock.after(1000, [&] {
+        before = channels.commands();
+        window->cmdAutoFill_Click();
+        EXPECT_EQ(status(), QStringLiteral("BUSY: the board window is at work"));
+        EXPECT_EQ(channels.commands(), before);
+        board.calibration->cmdCancelCal_Click();
+    });
+    board.calibration->cmdCal_Click();
+    EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("typed"));
+}
+
+TEST_F(ReportWindowTest, WhileItFillsOnlyCancelCanBeUsed)
+{
+    clock.after(50, [this] {
+        EXPECT_FALSE(window->cmdAccept->isEnabled());
+        EXPECT_TRUE(window->cmdCAncel->isEnabled());
+        window->cmdAccept_Click();
+        window->cmdAutoFill_Click();
+    });
+    channels.forget();
+    window->cmdAutoFill_Click();
+    EXPECT_EQ(channels.commands().size(), 1);
+    EXPECT_TRUE(window->cmdAccept->isEnabled());
+}
+
+TEST_F(ReportWindowTest, ClosedAtAnyMomentOfAutoFillItEndsAtOnceAndTheBoardWindowGoesOn)
+{
+    for (int at = 5; at < 1500; at += 61) {
+        answerQueriesWith(at < 200 ? "a,b,c,d,e" : "");
+        remembered = {};
+        window = std::make_unique<frmSBCPrint>(board, remembered, dialogs, QString());
+        QSignalSpy closed(window.get(), &frmSBCPrint::closed);
+        window->show();
+        bool wasOpen = false;
+        quint32 end = 0;
+        clock.after(at, [&] {
+            end = clock.MS_TIMER();
+            wasOpen = window->isVisible();
+            window->close();
+        });
+        window->Form_Load();
+        if (!wasOpen)
+            clock.waitUntil([] { return false; }, at, [] { return false; });
+        else
+            EXPECT_EQ(clock.MS_TIMER(), end) << at;
+        EXPECT_TRUE(QTest::qWaitFor([&closed] { return closed.count() == 1; }, 2000)) << at;
+        channels.forget();
+        board.calibration->cmdWriteCal_Click();
+        EXPECT_EQ(channels.commands(), latin({"CAL:PIC\r"})) << at;
+    }
+}
+
+TEST_F(ReportWindowTest, ClosesWithTheBoardWindowEvenInItsWaitsAndBoxes)
+{
+    QSignalSpy boardClosed(&board, &frmSBC::closed);
+    QSignalSpy closed(window.get(), &frmSBCPrint::closed);
+    dialogs.answerSave({Outcome::Chosen, path(QStringLiteral("a.txt"))});
+    dialogs.expectMessage(QStringLiteral("Print Successful"), Dialogs::Answer::Ok,
+                          [this] { board.close(); });
+    window->cmdAccept_Click();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return closed.count() == 1 && boardClosed.count() == 1; }));
+    window->cmdAutoFill_Click();
+    window->cmdAccept_Click();
+    EXPECT_EQ(dialogs.questions.size(), 1U);
+}
+
+TEST_F(ReportWindowTest, ClosesWithTheBoardWindowWhileItFills)
+{
+    QSignalSpy closed(window.get(), &frmSBCPrint::closed);
+    channels.forget();
+    clock.after(10, [this] { board.close(); });
+    window->cmdAutoFill_Click();
+    EXPECT_TRUE(channels.commands().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return closed.count() == 1; }));
+}

@@ -1,0 +1,1 @@
+corvane_test(report SOURCES CalibrationReportTest.cpp ReportWindowTest.cpp USES report)
