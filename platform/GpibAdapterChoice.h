@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/GpibAddress.h"
+
 #include <QString>
 
+#include <array>
 #include <optional>
 
 namespace corvane {
@@ -33,5 +36,8 @@ struct GpibAdapterChoice
 
     bool operator==(const GpibAdapterChoice &) const = default;
 };
+
+/// Which adapter serves each GPIB board, for as long as the program runs.
+using GpibAdapterChoices = std::array<GpibAdapterChoice, GpibAddress::boardCount>;
 
 } // namespace corvane

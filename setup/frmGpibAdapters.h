@@ -18,9 +18,6 @@ class Dialogs;
 class GpibAdapterFactory;
 class GpibControl;
 
-/// Which adapter serves each GPIB board, for as long as the program runs.
-using GpibAdapterChoices = std::array<GpibAdapterChoice, GpibAddress::boardCount>;
-
 /// The "GPIB Adapters" window: chooses for each board the kind of its adapter and its place, and
 /// asks an adapter for its version. It changes the choices and makes the control forget the
 /// adapters that are no longer chosen; making the new ones is the control's.

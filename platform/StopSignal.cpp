@@ -1,0 +1,129 @@
+#include "platform/StopSignal.h"
+
+#include <QCoreApplication>
+#include <QObject>
+#include <QSocketNotifier>
+
+#include <array>
+#include <csignal>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#else
+#include <qt_windows.h>
+#endif
+
+namespace corvane {
+
+#ifdef Q_OS_UNIX
+
+namespace {
+
+/// The end of the pipe that the signal handler writes into; a handler can reach nothing else.
+std::sig_atomic_t volatile wakeUpEnd = -1;
+
+extern "C" void noteStopSignal(int)
+{
+    const char byte = 0;
+    [[maybe_unused]] const auto written = ::write(wakeUpEnd, &byte, 1);
+}
+
+} // namespace
+
+class StopSignal::Private
+{
+public:
+    explicit Private(std::function<void()> stop)
+        : m_stop(std::move(stop))
+        , m_outerEnd(wakeUpEnd)
+    {
+        if (::pipe2(m_pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+            return;
+        m_notifier = std::make_unique<QSocketNotifier>(m_pipe[0], QSocketNotifier::Read);
+        QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
+            std::array<char, 16> bytes;
+            [[maybe_unused]] const auto read = ::read(m_pipe[0], bytes.data(), bytes.size());
+            m_stop();
+        });
+        wakeUpEnd = m_pipe[1];
+        struct sigaction action
+        {
+        };
+        action.sa_handler = noteStopSignal;
+        action.sa_flags = SA_RESTART;
+        for (size_t each = 0; each < signals.size(); ++each)
+            ::sigaction(signals.at(each), &action, &m_before.at(each));
+    }
+
+    ~Private()
+    {
+        if (!m_notifier)
+            return;
+        for (size_t each = 0; each < signals.size(); ++each)
+            ::sigaction(signals.at(each), &m_before.at(each), nullptr);
+        wakeUpEnd = m_outerEnd;
+        m_notifier.reset();
+        ::close(m_pipe[0]);
+        ::close(m_pipe[1]);
+    }
+
+    Q_DISABLE_COPY_MOVE(Private)
+
+private:
+    static constexpr std::array signals = {SIGINT, SIGTERM};
+
+    std::function<void()> m_stop;
+    const int m_outerEnd;
+    std::array<int, 2> m_pipe = {-1, -1};
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::array<struct sigaction, signals.size()> m_before{};
+};
+
+#else
+
+namespace {
+
+/// Called for a console event, in a thread of the system's.
+std::function<void()> newestStop;
+
+BOOL WINAPI noteConsoleEvent(DWORD)
+{
+    const auto callNewest = [] {
+        if (newestStop)
+            newestStop();
+    };
+    return QMetaObject::invokeMethod(qApp, callNewest, Qt::QueuedConnection) ? TRUE : FALSE;
+}
+
+} // namespace
+
+class StopSignal::Private
+{
+public:
+    explicit Private(std::function<void()> stop)
+        : m_outer(std::exchange(newestStop, std::move(stop)))
+    {
+        SetConsoleCtrlHandler(noteConsoleEvent, TRUE);
+    }
+    ~Private()
+    {
+        SetConsoleCtrlHandler(noteConsoleEvent, FALSE);
+        newestStop = std::move(m_outer);
+    }
+    Q_DISABLE_COPY_MOVE(Private)
+
+private:
+    std::function<void()> m_outer;
+};
+
+#endif
+
+StopSignal::StopSignal(std::function<void()> stop)
+    : d(std::make_unique<Private>(std::move(stop)))
+{
+}
+
+StopSignal::~StopSignal() = default;
+
+} // namespace corvane

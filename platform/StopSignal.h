@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace corvane {
+
+/// Turns a request to end the process (SIGINT, SIGTERM; console events on Windows) into a call in
+/// the event loop, for as long as the object lives. Objects nest: the newest one is called.
+class StopSignal
+{
+public:
+    explicit StopSignal(std::function<void()> stop);
+    ~StopSignal();
+    StopSignal(const StopSignal &) = delete;
+    StopSignal &operator=(const StopSignal &) = delete;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace corvane
