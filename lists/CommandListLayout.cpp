@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -18,30 +19,39 @@ namespace corvane {
 
 namespace {
 
+/// The letters that the Channels' pages leave free are few, so most buttons have a shortcut.
 struct ButtonRow
 {
     QPushButton *CommandListArea::*member;
     const char *name;
     const char *caption;
     const char *purpose;
+    const char *shortcut;
 };
 
 constexpr ButtonRow buttonRows[] = {
-    {&CommandListArea::cmdLoad, "cmdLoad", "L&oad...", "Load a command list file"},
-    {&CommandListArea::cmdSave, "cmdSave", "Sav&e...", "Save the chamber settings to a file"},
-    {&CommandListArea::cmdEditList, "cmdEditList", "E&dit List...", "Edit the list as text"},
-    {&CommandListArea::cmdSaveList, "cmdSaveList", "Save Lis&t...", "Save the list as text"},
-    {&CommandListArea::cmdAddRow, "cmdAddRow", "Add &Row", "Add a row at the end of the list"},
-    {&CommandListArea::cmdDeleteRow, "cmdDeleteRow", "Delete Ro&w", "Delete the current row"},
-    {&CommandListArea::cmdClearCol, "cmdClearCol", "Clear Col&umn", "Empty the current column"},
-    {&CommandListArea::cmdClear, "cmdClear", "Clear &List", "Clear the whole list"},
-    {&CommandListArea::cmdMaxGrid, "cmdMaxGrid", "&Max Grid", "Widen the grid over the comments"},
-    {&CommandListArea::cmdMinGrid, "cmdMinGrid", "&Min Grid", "Show the comments again"},
-    {&CommandListArea::cmdGetList, "cmdGetList", "&Get List",
-     "Fill the list with the values of the device on the showing channel"},
+    {&CommandListArea::cmdLoad, "cmdLoad", "L&oad...", "Load a command list file", "Ctrl+O"},
+    {&CommandListArea::cmdSave, "cmdSave", "Save...", "Save the chamber settings to a file",
+     "Ctrl+S"},
+    {&CommandListArea::cmdEditList, "cmdEditList", "Edit List...", "Edit the list as text",
+     "Ctrl+E"},
+    {&CommandListArea::cmdSaveList, "cmdSaveList", "Save List...", "Save the list as text",
+     "Ctrl+Shift+S"},
+    {&CommandListArea::cmdAddRow, "cmdAddRow", "Add Row", "Add a row at the end of the list",
+     "Ctrl+Ins"},
+    {&CommandListArea::cmdDeleteRow, "cmdDeleteRow", "Delete Ro&w", "Delete the current row",
+     "Ctrl+Del"},
+    {&CommandListArea::cmdClearCol, "cmdClearCol", "Clear Column", "Empty the current column", ""},
+    {&CommandListArea::cmdClear, "cmdClear", "Clear List", "Clear the whole list", ""},
+    {&CommandListArea::cmdMaxGrid, "cmdMaxGrid", "Ma&x Grid", "Widen the grid over the comments",
+     "F11"},
+    {&CommandListArea::cmdMinGrid, "cmdMinGrid", "Min Grid", "Show the comments again",
+     "Shift+F11"},
+    {&CommandListArea::cmdGetList, "cmdGetList", "Get List",
+     "Fill the list with the values of the device on the showing channel", "F6"},
     {&CommandListArea::cmdSendList, "cmdSendList", "Se&nd List",
-     "Send the list to the device on the showing channel"},
-    {&CommandListArea::cmdStopSend, "cmdStopSend", "Sto&p", "Stop the run"},
+     "Send the list to the device on the showing channel", "F5"},
+    {&CommandListArea::cmdStopSend, "cmdStopSend", "Stop", "Stop the run", "Shift+F5"},
 };
 
 struct ColumnWidth
@@ -72,6 +82,21 @@ QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
     return layout;
 }
 
+/// The key presses the button while it can be pressed; the tool tip tells it.
+void addShortcut(QPushButton &button, const QString &purpose, const QKeySequence &key)
+{
+    button.setToolTip(purpose);
+    if (key.isEmpty())
+        return;
+    button.setToolTip(
+        QStringLiteral("%1 (%2)").arg(purpose, key.toString(QKeySequence::NativeText)));
+    auto *shortcut = new QShortcut(key, button.window());
+    QObject::connect(shortcut, &QShortcut::activated, &button, [&button] {
+        if (button.isVisible())
+            button.click();
+    });
+}
+
 } // namespace
 
 void CommandListArea::makeControls()
@@ -79,7 +104,7 @@ void CommandListArea::makeControls()
     for (const ButtonRow &button : buttonRows) {
         auto *made =
             named(new QPushButton(tr(button.caption), this), button.name, tr(button.purpose));
-        made->setToolTip(tr(button.purpose));
+        addShortcut(*made, tr(button.purpose), QKeySequence(QLatin1String(button.shortcut)));
         made->setAutoDefault(false);
         this->*button.member = made;
     }
@@ -99,7 +124,7 @@ void CommandListArea::makeControls()
     txtFlexText = named(new QLineEdit(flexgridVDL->viewport()), "txtFlexText", tr("Cell text"));
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
     txtFlexText->hide();
-    chkStripOpr = named(new QCheckBox(tr("Str&ip operator"), this), "chkStripOpr",
+    chkStripOpr = named(new QCheckBox(tr("Strip operator"), this), "chkStripOpr",
                         tr("Send the commands of a test list without their leading operator"));
     chkStripOpr->setToolTip(chkStripOpr->accessibleName());
 }
