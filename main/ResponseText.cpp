@@ -1,0 +1,64 @@
+#include "main/ResponseText.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+void appendWithoutLineEnds(QByteArray &text, QByteArrayView arrival)
+{
+    const auto isLineEnd = [](char c) { return c == '\r' || c == '\n'; };
+    auto from = arrival.begin();
+    while (from != arrival.end()) {
+        const auto lineEnd = std::find_if(from, arrival.end(), isLineEnd);
+        text.append(from, lineEnd - from);
+        from = std::find_if_not(lineEnd, arrival.end(), isLineEnd);
+    }
+}
+
+} // namespace
+
+void ResponseText::assign(const QByteArray &bytes)
+{
+    m_bytes = bytes;
+    m_searched = 0;
+}
+
+qsizetype ResponseText::append(QByteArrayView arrival, const Cleaning &cleaning)
+{
+    if (m_sequence != cleaning.sequence) {
+        m_sequence = cleaning.sequence;
+        m_searched = 0;
+    }
+    const qsizetype before = m_bytes.size();
+    if (cleaning.lineEnds)
+        appendWithoutLineEnds(m_bytes, arrival);
+    else
+        m_bytes.append(arrival);
+    if (m_sequence.isEmpty())
+        return before;
+
+    const qsizetype keep = m_searched;
+    const qsizetype overlap = m_sequence.size() - 1;
+    qsizetype found = m_bytes.indexOf(m_sequence, keep);
+    if (found < 0) {
+        m_searched = std::max(keep, m_bytes.size() - overlap);
+        return keep;
+    }
+    QByteArray cleaned;
+    const qsizetype firstJoin = found;
+    qsizetype from = keep;
+    while (found >= 0) {
+        cleaned.append(QByteArrayView(m_bytes).sliced(from, found - from));
+        from = found + m_sequence.size();
+        found = m_bytes.indexOf(m_sequence, from);
+    }
+    cleaned.append(QByteArrayView(m_bytes).sliced(from));
+    m_bytes.truncate(keep);
+    m_bytes.append(cleaned);
+    m_searched = std::max<qsizetype>(0, firstJoin - overlap);
+    return keep;
+}
+
+} // namespace corvane

@@ -1,0 +1,86 @@
+#include "main/ResponseText.h"
+#include "main/ResponseView.h"
+
+#include <QClipboard>
+
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace corvane;
+
+namespace {
+
+/// The rule as it reads: the whole text is searched at each arrival.
+QByteArray searchedWhole(QByteArray text, const QByteArray &arrival,
+                         const ResponseText::Cleaning &cleaning)
+{
+    text += arrival;
+    if (cleaning.lineEnds)
+        text.replace("\r", "").replace("\n", "");
+    return text.replace(cleaning.sequence, "");
+}
+
+} // namespace
+
+TEST(ResponseText, CleansAsIfTheWholeTextWereSearchedAtEachArrival)
+{
+    std::mt19937 random(20);
+    const QByteArray alphabet = "<05:\r\nA";
+    for (int round = 0; round < 400; ++round) {
+        ResponseText text;
+        QByteArray expected;
+        QByteArray mirrored; // built from the kept bytes and the tails only
+        const ResponseText::Cleaning cleaning = round % 2 == 0
+                                                    ? ResponseText::Cleaning{true, "<05:"}
+                                                    : ResponseText::Cleaning{false, "\r\n"};
+        for (int arrivals = 0; arrivals < 30; ++arrivals) {
+            QByteArray arrival;
+            for (auto left = random() % 9; left > 0; --left)
+                arrival += alphabet[static_cast<qsizetype>(random() % 7)];
+            expected = searchedWhole(expected, arrival, cleaning);
+            const qsizetype keep = text.append(arrival, cleaning);
+            mirrored.truncate(keep);
+            mirrored += text.bytes().sliced(keep);
+            ASSERT_EQ(text.bytes(), expected) << "round " << round;
+            ASSERT_EQ(mirrored, expected) << "round " << round;
+        }
+    }
+}
+
+TEST(ResponseText, AnotherSequenceIsLookedForInTheWholeText)
+{
+    ResponseText text;
+    text.append("<05:A<06:B", {true, "<05:"});
+    EXPECT_EQ(text.bytes(), "A<06:B");
+    text.append("C", {true, "<06:"});
+    EXPECT_EQ(text.bytes(), "ABC");
+}
+
+TEST(ResponseView, KeepsAllByteValuesAndOffersThemAsText)
+{
+    QByteArray all;
+    for (int value = 0; value < 256; ++value)
+        all += static_cast<char>(value);
+    ResponseView view;
+    view.append(all, {.lineEnds = false, .sequence = "\r\n"});
+    EXPECT_EQ(view.bytes(), all);
+    EXPECT_EQ(view.property("text").toString(), QString::fromLatin1(all));
+    view.resize(300, 100);
+    EXPECT_FALSE(view.grab().isNull());
+}
+
+TEST(ResponseView, SelectsWithMouseAndKeysAndCopiesTheTextItself)
+{
+    ResponseView view;
+    view.resize(600, 100);
+    view.show();
+    view.setText(QStringLiteral("MAKER,MODEL\x01,7"));
+    const int pitch = view.fontMetrics().horizontalAdvance(u'0');
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, QPoint(4 + pitch * 2, 10));
+    EXPECT_EQ(view.selectedText(), u"MAKER");
+    QTest::keySequence(&view, QKeySequence::SelectAll);
+    QTest::keySequence(&view, QKeySequence::Copy);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("MAKER,MODEL\x01,7"));
+    view.setText(QStringLiteral("A"));
+    EXPECT_EQ(view.selectedText(), QString());
+}

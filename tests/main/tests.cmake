@@ -1,0 +1,6 @@
+corvane_test(
+  main
+  SOURCES
+  ResponseTest.cpp
+  USES
+  main)
