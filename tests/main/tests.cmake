@@ -1,6 +1,10 @@
 corvane_test(
   main
   SOURCES
+  ChannelDesk.h
+  GpibChannelTest.cpp
   ResponseTest.cpp
+  SerialChannelTest.cpp
+  TcpChannelTest.cpp
   USES
   main)

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "main/ChannelHost.h"
+#include "main/Led.h"
+#include "main/ResponseView.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <QWidget>
+
+#include <optional>
+
+class QHBoxLayout;
+class QVBoxLayout;
+
+namespace corvane {
+
+/// One tab of the main window: the controls, history, loop, LED, status and the two timers of one
+/// Channel. What goes over the wire and how is left to the transport below it.
+class Channel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int historyLimit = 21;
+    static constexpr int transferIntervalMs = 500;
+    static constexpr int minPeriodMs = 10;
+    static constexpr int maxPeriodMs = 3'600'000;
+
+    [[nodiscard]] int index() const { return m_index; }
+
+    void cmdConnect_Click();
+    void cmdDisconnect_Click();
+    /// Sends the command in cboOut. No effect while an earlier send of this Channel still waits.
+    void cmdSend_Click();
+    void cmdIDN_Click();
+    void cmdSystErr_Click();
+    virtual void chkLoop_Click();
+    /// Takes over the period in cboMs; anything but a whole number of ms in range brings the last
+    /// good one back.
+    void cboMs_Change();
+    /// The poll timer's tick: status, loop, and the GPIB Channel's read.
+    void Timer1_Timer();
+
+    /// The start-up defaults of the Channel: timers, LED, wait count.
+    void initialise();
+    /// Stops both timers; nothing of the Channel runs any more.
+    void stopTimers();
+    void setCommand(const QString &text);
+
+    /// The port is open, the socket connected, the GPIB control configured.
+    [[nodiscard]] virtual bool isOpen() const = 0;
+
+    QComboBox *cboOut = nullptr;
+    QPushButton *cmdSend = nullptr;
+    QPushButton *cmdIDN = nullptr;
+    QPushButton *cmdSystErr = nullptr;
+    QCheckBox *chkLoop = nullptr;
+    QComboBox *cboMs = nullptr;
+    ResponseView *txtIn = nullptr;
+    QPushButton *cmdConnect = nullptr;
+    QPushButton *cmdDisconnect = nullptr;
+    QLabel *lblStatus = nullptr;
+    Led *shpComm = nullptr;
+    QCheckBox *chkLog = nullptr;
+    QPushButton *cmdLoadFrmChmber = nullptr;
+    QPushButton *cmdLoadToChmber = nullptr;
+    QPushButton *cmdStop = nullptr;
+    QTimer *Timer1 = nullptr;
+    QTimer *TimerTransfer = nullptr;
+
+Q_SIGNALS:
+    void openChanged(bool open);
+    /// Connecting has failed, at once or later.
+    void connectFailed();
+    /// A reply, or a piece of one, is in the response box.
+    void replied();
+
+protected:
+    Channel(int index, const ChannelContext &context, QWidget *parent);
+
+    /// Opens, closes the transport. A PlatformError is shown by the caller.
+    virtual void openTransport() = 0;
+    virtual void closeTransport() = 0;
+    /// Sends the command in the transport's framing.
+    virtual void send(const QByteArray &command) = 0;
+    /// One tick of the poll timer.
+    virtual void poll() = 0;
+    /// A send failed half-way: what the transport had noted of it is forgotten.
+    virtual void sendFailed() {}
+    /// The status text of the transport's state; nothing leaves the shown one as it is.
+    [[nodiscard]] virtual std::optional<QString> statusText() const = 0;
+    /// Shows the transport's state, at every tick and at once when it changes.
+    void refreshStatus();
+
+    /// A field of the connection row, with its caption and the name "name_index".
+    void addConnectionField(const QString &caption, QWidget *field, const QString &name);
+    /// A widget of the connection row without a caption.
+    void addConnectionWidget(QWidget *widget, const QString &name);
+
+    /// Shows the not-connected message and ends a list run that is on.
+    void refuseNotConnected();
+    /// Shows why nothing was sent; nothing repeats it: the loop is off and a list run has ended.
+    void refuseSend(const QString &message);
+    /// The steps that every send begins with: clears the box, notes the command in the history.
+    void beginReply();
+    /// The steps after an arrival: flags, wait count, the grid's copy.
+    void deliverReply(qsizetype keep);
+    /// In a tick: one turn of the loop when it is on.
+    void loopOnce();
+    void switchOffLoop();
+
+    ChannelContext m_context;
+
+private:
+    void buildConnection(QVBoxLayout &page);
+    void buildCommand(QVBoxLayout &page);
+    void buildResponse(QVBoxLayout &page);
+    void connectHandlers();
+    void addToHistory();
+    void SetLoopTime(int ms);
+
+    const int m_index;
+    QHBoxLayout *m_connectionRow = nullptr;
+    int m_periodMs = 1000;
+    bool m_sending = false;
+    bool m_shownOpen = false;
+};
+
+} // namespace corvane

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+/// The fixed texts of the Channels, kept exactly as they stand.
+namespace corvane::texts {
+
+inline const std::array<QString, 5> channelCaptions = {
+    QStringLiteral("RS-485"), QStringLiteral("RS-232"), QStringLiteral("IEEE 488"),
+    QStringLiteral("TCP/IP-1"), QStringLiteral("TCP/IP-2")};
+
+/// Sending on a closed Channel. The GPIB Channel has no closed state and no text.
+inline const std::array<QString, 5> notConnected = {
+    QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
+    QStringLiteral("The RS 232 port is not connected.  Please connect and try again."), QString(),
+    QStringLiteral("TCP/IP1 is not connected.  Please connect and try again."),
+    QStringLiteral("TCP/IP2 is not connected.  Please connect and try again.")};
+
+inline const QString connectError = QStringLiteral("Error occurred while trying to connect.");
+inline const QString disconnectError = QStringLiteral("Error occurred while trying to disconnect.");
+inline const QString disconnectErrorTitle = QStringLiteral("Function cmdDisconnect");
+inline const QString sendError = QStringLiteral("Error occurred in CmdSend");
+inline const QString readError = QStringLiteral("Error occurred while trying to read.");
+/// The socket's description follows without a separator.
+inline const QString socketError = QStringLiteral("Error");
+inline const QString alreadyConnected =
+    QStringLiteral("You are already connected.  To change the port number, you must first "
+                   "disconnect.");
+inline const QString notSendable =
+    QStringLiteral("The command holds a character that cannot be sent: \"%1\".  Nothing was sent.");
+
+inline const QString timedOut = QStringLiteral("Timed Out: %1 ms.");
+inline const QString loopTimedOut = QStringLiteral("Loop timed out: %1 ms.");
+
+inline const QString idnCommand = QStringLiteral("*IDN?");
+inline const QString systErrCommand = QStringLiteral("syst:err?");
+
+inline const QString portOpen = QStringLiteral("Port Open");
+inline const QString portClosed = QStringLiteral("Port Closed");
+/// By the socket's state 0..8; a state of 9 or more leaves the text as it is.
+inline const std::array<QString, 9> socketStates = {
+    QStringLiteral("Socket Closed"),
+    QStringLiteral("Socket Open"),
+    QStringLiteral("Socket Listening"),
+    QStringLiteral("Socket Connection Pending"),
+    QStringLiteral("Socket Resolving host"),
+    QStringLiteral("Socket Host resolved"),
+    QStringLiteral("Socket Connecting"),
+    QStringLiteral("Socket Connected"),
+    QStringLiteral("Socket Peer is closing the connection")};
+
+inline const QString logOverflow =
+    QStringLiteral("Text Box > 32000 Characters: Buffer Over Run: Text Box Reset");
+
+} // namespace corvane::texts

@@ -1,0 +1,216 @@
+#include "main/GpibChannel.h"
+
+#include "common/Numbers.h"
+#include "main/ChannelTexts.h"
+#include "platform/GpibControl.h"
+#include "platform/PlatformError.h"
+#include "platform/WaitGroup.h"
+
+#include <QEvent>
+
+namespace corvane {
+
+namespace {
+
+constexpr int lastPrimaryAddress = 30;
+constexpr double timeoutLimitMs = 60000;
+
+QByteArray withoutLineEnds(QByteArray text)
+{
+    text.replace("\r", "");
+    text.replace("\n", "");
+    return text;
+}
+
+} // namespace
+
+GpibChannel::GpibChannel(int index, GpibControl &control, const ChannelContext &context,
+                         QWidget *parent)
+    : Channel(index, context, parent)
+    , m_control(control)
+{
+    buildFields();
+    lblStatus->hide();
+    findChild<QLabel *>(QStringLiteral("lblStatusCaption_%1").arg(index))->hide();
+    chkLog->setEnabled(false);
+    chkLog->setToolTip(tr("The log records the TCP/IP Channels only"));
+
+    for (const QComboBox *entry : {cboIEEEPort, cboIEEEAddress})
+        connect(entry, &QComboBox::currentTextChanged, this, &GpibChannel::cboIEEE_Change);
+    txtTimeout488->installEventFilter(this);
+    connect(txtTimeout488, &QLineEdit::returnPressed, this, &GpibChannel::txtTimeout488_Apply);
+    connect(cmdSearchGPIB, &QPushButton::clicked, this, &GpibChannel::searchRequested);
+    connect(cmdAdapter, &QPushButton::clicked, this, &GpibChannel::adapterRequested);
+}
+
+void GpibChannel::buildFields()
+{
+    cboIEEEPort = new QComboBox(this);
+    for (int board = 0; board < GpibAddress::boardCount; ++board)
+        cboIEEEPort->addItem(QStringLiteral("GPIB%1").arg(board));
+    cboIEEEAddress = new QComboBox(this);
+    for (int address = 0; address <= lastPrimaryAddress; ++address)
+        cboIEEEAddress->addItem(QString::number(address));
+    for (QComboBox *entry : {cboIEEEPort, cboIEEEAddress}) {
+        entry->setEditable(true);
+        entry->setInsertPolicy(QComboBox::NoInsert);
+    }
+    lblConnectString = new QLabel(this);
+    lblConnectString->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    txtTimeout488 = new QLineEdit(QString::number(GpibControl::defaultTimeoutMs), this);
+    txtTimeout488->setMaximumWidth(70);
+    cmdSearchGPIB = new QPushButton(tr("Searc&h"), this);
+    cmdAdapter = new QPushButton(tr("Adap&ter..."), this);
+    cmdSearchGPIB->setAccessibleName(tr("Search for an instrument"));
+    cmdAdapter->setAccessibleName(tr("Choose the GPIB adapter"));
+
+    addConnectionField(tr("&Board:"), cboIEEEPort, QStringLiteral("cboIEEEPort"));
+    addConnectionField(tr("Add&ress:"), cboIEEEAddress, QStringLiteral("cboIEEEAddress"));
+    addConnectionField(tr("GPIB I/O:"), lblConnectString, QStringLiteral("lblConnectString"));
+    addConnectionField(tr("Timeout, &ms"), txtTimeout488, QStringLiteral("txtTimeout488"));
+    addConnectionWidget(cmdSearchGPIB, QStringLiteral("cmdSearchGPIB"));
+    addConnectionWidget(cmdAdapter, QStringLiteral("cmdAdapter"));
+}
+
+void GpibChannel::applyEntries()
+{
+    txtTimeout488_Apply();
+    cboIEEE_Change();
+    GpibResponse.clear();
+}
+
+void GpibChannel::cboIEEE_Change()
+{
+    m_entriesWait = !m_context.host.channelRefusal(index()).isEmpty();
+    if (!m_entriesWait)
+        addressControl();
+}
+
+void GpibChannel::addressControl()
+{
+    const QString connectString = cboIEEEPort->currentText().trimmed() + QStringLiteral("::") +
+                                  cboIEEEAddress->currentText().trimmed();
+    m_control.setConnectString(connectString);
+    lblConnectString->setText(connectString);
+}
+
+void GpibChannel::showAddress(const QString &board, const QString &address)
+{
+    cboIEEEAddress->setCurrentText(address);
+    cboIEEEPort->setCurrentText(board);
+    addressControl();
+}
+
+bool GpibChannel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == txtTimeout488) {
+        if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress)
+            setTimeoutBold(true);
+        else if (event->type() == QEvent::FocusOut)
+            txtTimeout488_Apply();
+    }
+    return Channel::eventFilter(watched, event);
+}
+
+void GpibChannel::txtTimeout488_Apply()
+{
+    const auto ms = numbers::numericValue(txtTimeout488->text());
+    if (ms && *ms > 0 && *ms < timeoutLimitMs)
+        m_control.setTimeout(std::max(1, static_cast<int>(*ms)));
+    showTimeout();
+    setTimeoutBold(false);
+}
+
+void GpibChannel::showTimeout()
+{
+    txtTimeout488->setText(QString::number(m_control.timeout()));
+}
+
+void GpibChannel::setTimeoutBold(bool bold)
+{
+    QFont font = txtTimeout488->font();
+    font.setBold(bold);
+    txtTimeout488->setFont(font);
+}
+
+void GpibChannel::openTransport()
+{
+    if (const QString refusal = m_context.host.channelRefusal(index()); !refusal.isEmpty())
+        throw PlatformError(refusal);
+    m_configured = false;
+    m_control.open();
+    m_configured = true;
+    showTimeout();
+    const QString connectString = m_control.connectString();
+    const QStringList parts = connectString.split(QStringLiteral("::"));
+    showAddress(parts.value(0), parts.mid(1).join(QStringLiteral("::")));
+    lblConnectString->setText(connectString);
+    showTimeout();
+}
+
+void GpibChannel::closeTransport() {}
+
+void GpibChannel::send(const QByteArray &command)
+{
+    GpibReadDone = false;
+    GpibReadPending = true;
+    beginReply();
+    m_control.write(command + '\r');
+    GpibResponse.clear();
+    TimerTransfer->stop();
+}
+
+void GpibChannel::sendFailed()
+{
+    GpibReadPending = false;
+}
+
+void GpibChannel::poll()
+{
+    if (m_control.isBusy() || !m_context.host.channelRefusal(index()).isEmpty())
+        return; // somebody else's exchange; the next tick goes on
+    if (m_entriesWait)
+        cboIEEE_Change();
+    if (!GpibReadPending) {
+        loopOnce();
+        return;
+    }
+    GpibResponse = m_control.read();
+    if (m_context.waits.isClosed())
+        return;
+    GpibReadDone = true;
+    handleResponse();
+    shpComm->setBright(false);
+}
+
+void GpibChannel::handleResponse()
+{
+    GpibReadPending = false;
+    const Module1 &module = m_context.module;
+    if (GpibResponse.isEmpty()) {
+        if (!module.transferRunning() && module.GpibLoopEnabled) {
+            txtIn->setText(texts::loopTimedOut.arg(m_control.timeout()));
+            switchOffLoop();
+            return;
+        }
+        txtIn->setText(texts::timedOut.arg(m_control.timeout()));
+        if (module.transferRunning())
+            m_context.host.replyTimedOut(index());
+        return;
+    }
+    txtIn->setBytes(withoutLineEnds(GpibResponse));
+    deliverReply(0);
+}
+
+void GpibChannel::chkLoop_Click()
+{
+    Channel::chkLoop_Click();
+    m_context.module.GpibLoopEnabled = chkLoop->isChecked();
+}
+
+std::optional<QString> GpibChannel::statusText() const
+{
+    return std::nullopt;
+}
+
+} // namespace corvane

@@ -1,0 +1,119 @@
+#include "main/SerialChannel.h"
+
+#include "common/Numbers.h"
+#include "main/ChannelTexts.h"
+#include "platform/SerialPort.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int rs485 = 0;
+constexpr int lastAddress485 = 30;
+
+} // namespace
+
+SerialChannel::SerialChannel(int index, SerialPort &port, const ChannelContext &context,
+                             QWidget *parent)
+    : Channel(index, context, parent)
+    , m_port(port)
+{
+    txtPort = new QLineEdit(this);
+    txtPort->setMaximumWidth(70);
+    addConnectionField(tr("COM &port:"), txtPort, QStringLiteral("txtPort"));
+    if (index == rs485)
+        buildAddress();
+    cmdPortConfig = new QPushButton(tr("Config&ure..."), this);
+    cmdPortConfig->setAccessibleName(tr("Configure the port"));
+    addConnectionWidget(cmdPortConfig, QStringLiteral("cmdPortConfig"));
+    chkLog->setEnabled(false);
+    chkLog->setToolTip(tr("The log records the TCP/IP Channels only"));
+
+    connect(txtPort, &QLineEdit::textChanged, this, &SerialChannel::txtPort_Change);
+    connect(txtPort, &QLineEdit::returnPressed, this, &Channel::cmdConnect_Click);
+    connect(cmdPortConfig, &QPushButton::clicked, this, &SerialChannel::configureRequested);
+    connect(&m_port, &SerialPort::onComm, this, &SerialChannel::MSComm1_OnComm);
+    connect(&m_port, &SerialPort::lost, this, [this](const QString &description) {
+        refreshStatus();
+        m_context.host.reportFault(description);
+    });
+}
+
+void SerialChannel::buildAddress()
+{
+    cboAddress485 = new QComboBox(this);
+    addConnectionField(tr("Add&ress:"), cboAddress485, QStringLiteral("cboAddress485"));
+    lblPrefix = new QLabel(this);
+    lblPrefix->setAccessibleName(tr("Addressing prefix"));
+    addConnectionWidget(lblPrefix, QStringLiteral("lblPrefix"));
+    connect(cboAddress485, &QComboBox::currentTextChanged, this,
+            [this](const QString &address) { lblPrefix->setText(QStringLiteral(">") + address); });
+    for (int address = 1; address <= lastAddress485; ++address)
+        cboAddress485->addItem(QStringLiteral("%1").arg(address, 2, 10, QLatin1Char('0')));
+}
+
+void SerialChannel::openTransport()
+{
+    if (m_port.isPortOpen())
+        return;
+    m_port.setCommPort(numbers::leadingInteger(txtPort->text()));
+    m_port.setPortOpen(true);
+    m_port.setInputLen(0);
+    m_port.setRThreshold(1);
+}
+
+void SerialChannel::closeTransport()
+{
+    if (m_port.isPortOpen())
+        m_port.setPortOpen(false);
+}
+
+void SerialChannel::txtPort_Change()
+{
+    cmdDisconnect_Click();
+}
+
+void SerialChannel::send(const QByteArray &command)
+{
+    if (!m_port.isPortOpen()) {
+        refuseNotConnected();
+        return;
+    }
+    m_port.input();
+    beginReply();
+    QByteArray line = command + '\r';
+    if (index() == rs485)
+        line.prepend('>' + cboAddress485->currentText().toLatin1() + ' ');
+    m_port.output(line);
+    TimerTransfer->stop();
+}
+
+void SerialChannel::MSComm1_OnComm(int event)
+{
+    if (event != CommEvent::receive)
+        return;
+    const QByteArray arrival = m_port.input();
+    deliverReply(
+        txtIn->append(arrival, {.lineEnds = true, .sequence = m_context.host.echoPrefix()}));
+}
+
+void SerialChannel::poll()
+{
+    refreshStatus();
+    if (m_port.isPortOpen())
+        loopOnce();
+    else
+        shpComm->setBright(false);
+}
+
+bool SerialChannel::isOpen() const
+{
+    return m_port.isPortOpen();
+}
+
+std::optional<QString> SerialChannel::statusText() const
+{
+    return m_port.isPortOpen() ? texts::portOpen : texts::portClosed;
+}
+
+} // namespace corvane

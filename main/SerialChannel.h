@@ -1,0 +1,50 @@
+#pragma once
+
+#include "main/Channel.h"
+
+namespace corvane {
+
+class SerialPort;
+
+/// A Channel over a serial port: RS-485 with the device's address in front of every command, or
+/// RS-232.
+class SerialChannel : public Channel
+{
+    Q_OBJECT
+
+public:
+    /// `index` 0: RS-485, 1: RS-232.
+    SerialChannel(int index, SerialPort &port, const ChannelContext &context,
+                  QWidget *parent = nullptr);
+
+    /// The port entry was edited: an open port is closed.
+    void txtPort_Change();
+    /// The serial receive event, with its CommEvent code.
+    void MSComm1_OnComm(int event);
+
+    QLineEdit *txtPort = nullptr;
+    QPushButton *cmdPortConfig = nullptr;
+    /// RS-485 only.
+    QComboBox *cboAddress485 = nullptr;
+    QLabel *lblPrefix = nullptr;
+
+    [[nodiscard]] bool isOpen() const override;
+    [[nodiscard]] SerialPort &port() const { return m_port; }
+
+Q_SIGNALS:
+    void configureRequested();
+
+protected:
+    void openTransport() override;
+    void closeTransport() override;
+    void send(const QByteArray &command) override;
+    void poll() override;
+    [[nodiscard]] std::optional<QString> statusText() const override;
+
+private:
+    void buildAddress();
+
+    SerialPort &m_port;
+};
+
+} // namespace corvane

@@ -1,0 +1,151 @@
+#include "main/TcpChannel.h"
+
+#include "common/Numbers.h"
+#include "main/ChannelTexts.h"
+#include "platform/Dialogs.h"
+#include "platform/PlatformError.h"
+#include "platform/TcpClient.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int tcpIp1 = 3;
+/// The port that a send on a closed socket goes back to, whatever the entry holds.
+constexpr qint32 defaultPort = 5000;
+
+} // namespace
+
+TcpChannel::TcpChannel(int index, TcpClient &client, const ChannelContext &context, QWidget *parent)
+    : Channel(index, context, parent)
+    , m_client(client)
+{
+    txtAddress = new QLineEdit(QStringLiteral("255.255.255.0"), this);
+    txtAddress->setMinimumWidth(120);
+    txtPort = new QLineEdit(QString::number(defaultPort), this);
+    txtPort->setMaximumWidth(70);
+    addConnectionField(tr("&Host:"), txtAddress, QStringLiteral("txtAddress"));
+    addConnectionField(tr("&Port:"), txtPort, QStringLiteral("txtPort"));
+
+    connect(txtPort, &QLineEdit::textChanged, this, &TcpChannel::txtPort_Change);
+    for (const QLineEdit *entry : {txtPort, txtAddress})
+        connect(entry, &QLineEdit::returnPressed, this, &Channel::cmdConnect_Click);
+    connect(&m_client, &TcpClient::stateChanged, this, [this] {
+        if (!isOpen())
+            sendFailed();
+        refreshStatus();
+    });
+    connect(&m_client, &TcpClient::dataArrived, this, &TcpChannel::tcpClient_DataArrival);
+    connect(&m_client, &TcpClient::errorOccurred, this, &TcpChannel::tcpClient_Error);
+}
+
+bool TcpChannel::isOpen() const
+{
+    return m_client.state() == SocketState::Connected;
+}
+
+void TcpChannel::closeUntilClosed()
+{
+    while (m_client.state() != SocketState::Closed)
+        m_client.close();
+}
+
+void TcpChannel::openTransport()
+{
+    if (isOpen())
+        return;
+    m_client.setRemoteHost(txtAddress->text());
+    m_client.setRemotePort(numbers::leadingInteger(txtPort->text()));
+    closeUntilClosed();
+    m_client.connectToPeer();
+}
+
+void TcpChannel::closeTransport()
+{
+    chkLoop->setChecked(false);
+    m_client.close();
+}
+
+void TcpChannel::txtPort_Change()
+{
+    if (isOpen())
+        m_context.dialogs.showMessage(window(), texts::alreadyConnected);
+    else if (!txtPort->text().isEmpty())
+        m_client.setRemotePort(numbers::leadingInteger(txtPort->text()));
+}
+
+void TcpChannel::send(const QByteArray &command)
+{
+    if (!isOpen()) {
+        m_client.setRemoteHost(txtAddress->text());
+        m_client.setRemotePort(defaultPort);
+        closeUntilClosed();
+        refuseNotConnected();
+        return;
+    }
+    if (!m_pieces.isEmpty()) {
+        m_context.host.reportFault(tr("TCP/IP-2 still waits for the reply to an earlier piece."));
+        return;
+    }
+    beginReply();
+    m_pieces = index() == tcpIp1 ? QList{command} : command.split(';');
+    sendNextPiece();
+}
+
+/// The rest of a command waits for the reply to this piece, for as long as the device takes;
+/// losing or closing the connection drops it.
+void TcpChannel::sendNextPiece()
+{
+    m_client.sendData(m_pieces.takeFirst() + '\r');
+    TcpSegmentWait = !m_pieces.isEmpty();
+    TimerTransfer->stop();
+}
+
+void TcpChannel::sendFailed()
+{
+    m_pieces.clear();
+    TcpSegmentWait = false;
+}
+
+void TcpChannel::tcpClient_DataArrival()
+{
+    const QByteArray arrival = m_client.getData();
+    if (index() == tcpIp1)
+        txtIn->setBytes({});
+    deliverReply(txtIn->append(arrival, {.lineEnds = false, .sequence = "\r\n"}));
+    if (!std::exchange(TcpSegmentWait, false))
+        return;
+    try {
+        sendNextPiece();
+    } catch (const PlatformError &error) {
+        sendFailed();
+        m_context.host.reportFault(error.description());
+    }
+}
+
+void TcpChannel::tcpClient_Error(int, const QString &description)
+{
+    m_context.dialogs.showMessage(window(), texts::socketError + description);
+    closeUntilClosed();
+    refreshStatus();
+    Q_EMIT connectFailed();
+}
+
+void TcpChannel::poll()
+{
+    refreshStatus();
+    if (isOpen())
+        loopOnce();
+    else
+        shpComm->setBright(false);
+}
+
+std::optional<QString> TcpChannel::statusText() const
+{
+    const auto state = static_cast<size_t>(m_client.state());
+    if (state >= texts::socketStates.size())
+        return std::nullopt;
+    return texts::socketStates.at(state);
+}
+
+} // namespace corvane

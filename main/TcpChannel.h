@@ -1,0 +1,50 @@
+#pragma once
+
+#include "main/Channel.h"
+
+namespace corvane {
+
+class TcpClient;
+
+/// A Channel over a TCP client socket: TCP/IP-1, which sends a command as one line and shows the
+/// newest arrival, or TCP/IP-2, which sends the pieces between ";" one reply apart and collects.
+class TcpChannel : public Channel
+{
+    Q_OBJECT
+
+public:
+    /// `index` 3: TCP/IP-1, 4: TCP/IP-2.
+    TcpChannel(int index, TcpClient &client, const ChannelContext &context,
+               QWidget *parent = nullptr);
+
+    /// The port entry was edited.
+    void txtPort_Change();
+    void tcpClient_DataArrival();
+    void tcpClient_Error(int number, const QString &description);
+
+    QLineEdit *txtAddress = nullptr;
+    QLineEdit *txtPort = nullptr;
+
+    [[nodiscard]] TcpClient &client() const { return m_client; }
+    [[nodiscard]] bool isOpen() const override;
+
+protected:
+    void openTransport() override;
+    void closeTransport() override;
+    void send(const QByteArray &command) override;
+    void poll() override;
+    void sendFailed() override;
+    [[nodiscard]] std::optional<QString> statusText() const override;
+
+private:
+    void closeUntilClosed();
+    void sendNextPiece();
+
+    TcpClient &m_client;
+    /// A piece is out, others follow it, and its reply has not come yet (TCP/IP-2).
+    bool TcpSegmentWait = false;
+    /// What is still to be sent of the command, each piece after the reply to the one before.
+    QList<QByteArray> m_pieces;
+};
+
+} // namespace corvane

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "main/GpibChannel.h"
+#include "main/SerialChannel.h"
+#include "main/TcpChannel.h"
+#include "platform/GpibControl.h"
+#include "platform/WaitGroup.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeGpibAdapter.h"
+#include "tests/support/FakeSerialPort.h"
+#include "tests/support/FakeTcpClient.h"
+#include "tests/support/ScriptedDialogs.h"
+
+namespace corvane {
+
+/// The window around a Channel under test: records what the Channel hands on.
+class RecordingHost : public ChannelHost
+{
+public:
+    explicit RecordingHost(Module1 &module)
+        : m_module(module)
+    {
+    }
+
+    void replyArrived(int index, qsizetype keep, QByteArrayView tail) override
+    {
+        gridCell.truncate(keep);
+        gridCell.append(tail);
+        repliesOn.push_back(index);
+    }
+    void replyTimedOut(int index) override { timedOutOn.push_back(index); }
+    void ResetTransferData(int) override { m_module.SendMode = m_module.GetMode = false; }
+    void TimerTransfer_Timer(int) override {}
+    void chkLog_Click(int) override {}
+    void cmdLoadFrmChmber_Click(int) override {}
+    void cmdLoadToChmber_Click(int) override {}
+    void cmdStop_Click(int) override {}
+    [[nodiscard]] QByteArray echoPrefix() const override { return prefix; }
+    void reportFault(const QString &description) override { faults.append(description); }
+
+    [[nodiscard]] QString channelRefusal(int) const override { return refusal; }
+
+    QString refusal;
+    /// The reply as a grid that only takes the tails would hold it.
+    QByteArray gridCell;
+    std::vector<int> repliesOn;
+    std::vector<int> timedOutOn;
+    QByteArray prefix = "<05:";
+    QStringList faults;
+
+private:
+    Module1 &m_module;
+};
+
+/// Everything a Channel needs, in memory.
+struct ChannelDesk
+{
+    FakeClock clock;
+    WaitGroup waits{clock};
+    ScriptedDialogs dialogs;
+    Module1 module;
+    RecordingHost host{module};
+    ChannelContext context{host, module, dialogs, waits};
+};
+
+} // namespace corvane

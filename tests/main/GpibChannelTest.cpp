@@ -1,0 +1,149 @@
+#include "tests/main/ChannelDesk.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+struct GpibDesk : ChannelDesk
+{
+    GpibDesk()
+    {
+        channel.initialise();
+        channel.cboIEEEAddress->setCurrentText(QStringLiteral("5"));
+        channel.applyEntries();
+    }
+
+    FakeGpibBus bus;
+    GpibControl control{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
+    GpibChannel channel{2, control, context};
+};
+
+const QString device = QStringLiteral("GPIB0::5");
+
+} // namespace
+
+TEST(GpibChannel, ShowsTheConnectStringThatTheEntriesMake)
+{
+    GpibDesk desk;
+    EXPECT_EQ(desk.channel.cboIEEEPort->count(), 4);
+    EXPECT_EQ(desk.control.connectString(), device);
+    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral(" GPIB2 "));
+    EXPECT_EQ(desk.control.connectString(), u"GPIB2::5");
+    EXPECT_EQ(desk.channel.lblConnectString->text(), u"GPIB2::5");
+}
+
+TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
+{
+    GpibDesk desk;
+    desk.control.setConnectString(QStringLiteral("GPIB1::7"));
+    desk.control.setTimeout(2500);
+    desk.channel.cmdConnect_Click();
+    EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("open GPIB1::7")});
+    EXPECT_EQ(desk.channel.cboIEEEPort->currentText(), u"GPIB1");
+    EXPECT_EQ(desk.channel.cboIEEEAddress->currentText(), u"7");
+    EXPECT_EQ(desk.channel.txtTimeout488->text(), u"2500");
+
+    desk.bus.fault = QStringLiteral("no adapter");
+    desk.dialogs.expectMessage(
+        QStringLiteral("Error occurred while trying to connect.\r\nno adapter"));
+    desk.channel.cmdConnect_Click();
+    EXPECT_FALSE(desk.channel.isOpen());
+}
+
+TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
+{
+    GpibDesk desk;
+    QLineEdit &entry = *desk.channel.txtTimeout488;
+    const std::pair<const char16_t *, int> entries[] = {
+        {u"59999", 59999}, {u"60000", 59999}, {u"0", 59999},  {u"-5", 59999},
+        {u"abc", 59999},   {u"", 59999},      {u"1e3", 1000}, {u" 250 ", 250}};
+    for (const auto &[text, expected] : entries) {
+        entry.setText(QString::fromUtf16(text));
+        desk.channel.txtTimeout488_Apply();
+        EXPECT_EQ(desk.control.timeout(), expected);
+        EXPECT_EQ(entry.text(), QString::number(expected));
+    }
+    QTest::keyClicks(&entry, QStringLiteral("0"));
+    EXPECT_TRUE(entry.font().bold()) << "edit pending";
+    EXPECT_EQ(desk.control.timeout(), 250);
+    QTest::keyClick(&entry, Qt::Key_Return);
+    EXPECT_FALSE(entry.font().bold());
+    EXPECT_EQ(desk.control.timeout(), 2500);
+    QTest::mouseClick(&entry, Qt::LeftButton);
+    EXPECT_TRUE(entry.font().bold());
+}
+
+TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)
+{
+    GpibDesk desk;
+    desk.bus.replies[device] = {"MAKER,\r\nMODEL\r\n"};
+    desk.module.GpibTransfer = desk.module.SendMode = true;
+    desk.channel.cmdIDN_Click();
+    EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("write GPIB0::5 *IDN?\r")});
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.channel.txtIn->text(), u"MAKER,MODEL");
+    EXPECT_EQ(desk.host.gridCell, "MAKER,MODEL");
+    EXPECT_TRUE(desk.module.ResponseReady);
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls.size(), 2) << "one read for one command";
+}
+
+TEST(GpibChannel, SaysATimeoutAndHandsItToTheRunOrEndsTheLoop)
+{
+    GpibDesk desk;
+    desk.module.GetMode = true;
+    desk.channel.cmdSend_Click();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.channel.txtIn->text(), u"Timed Out: 1000 ms.");
+    EXPECT_EQ(desk.host.timedOutOn, std::vector<int>{2});
+
+    desk.module.GetMode = false;
+    desk.channel.chkLoop->click();
+    EXPECT_TRUE(desk.module.GpibLoopEnabled);
+    desk.channel.Timer1_Timer(); // sends
+    desk.channel.Timer1_Timer(); // reads nothing
+    EXPECT_EQ(desk.channel.txtIn->text(), u"Loop timed out: 1000 ms.");
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+    EXPECT_FALSE(desk.module.GpibLoopEnabled);
+    EXPECT_EQ(desk.host.timedOutOn.size(), 1U);
+}
+
+TEST(GpibChannel, AnAdapterThatGoesAwayIsToldOnce)
+{
+    GpibDesk desk;
+    desk.channel.chkLoop->setChecked(true);
+    desk.channel.Timer1_Timer();
+    desk.bus.fault = QStringLiteral("the adapter has gone");
+    desk.dialogs.expectMessage(
+        QStringLiteral("Error occurred while trying to read.\r\nthe adapter has gone"));
+    for (int tick = 0; tick < 4; ++tick)
+        desk.channel.Timer1_Timer();
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    desk.channel.cmdSend_Click();
+    const auto calls = desk.bus.calls.size();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls.size(), calls) << "nothing is read for a command that did not go out";
+}
+
+TEST(GpibChannel, AReadThatWaitsIsNeverInterleavedAndEndsWithTheWindow)
+{
+    GpibDesk desk;
+    desk.channel.cmdSend_Click();
+    desk.clock.after(10, [&] {
+        desk.channel.Timer1_Timer(); // skipped: the control is busy
+        desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+        desk.channel.cmdSend_Click();
+    });
+    desk.clock.after(20, [&] {
+        desk.waits.close();
+        desk.control.shutDown();
+    });
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls, (QStringList{QStringLiteral("write GPIB0::5 *IDN?\r"),
+                                           QStringLiteral("read GPIB0::5")}));
+    EXPECT_EQ(desk.channel.txtIn->text(), QString());
+}

@@ -1,0 +1,181 @@
+#include "tests/main/ChannelDesk.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+constexpr int tcpIp1 = 3;
+constexpr int tcpIp2 = 4;
+
+struct TcpDesk : ChannelDesk
+{
+    explicit TcpDesk(int index)
+        : channel(index, client, context)
+    {
+        channel.txtAddress->setText(QStringLiteral("127.0.0.1"));
+        channel.initialise();
+    }
+
+    void sendText(const QString &command)
+    {
+        channel.setCommand(command);
+        channel.cmdSend_Click();
+    }
+
+    FakeTcpClient client;
+    TcpChannel channel;
+};
+
+using Pieces = std::vector<QByteArray>;
+
+} // namespace
+
+TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
+{
+    TcpDesk desk(tcpIp1);
+    desk.channel.txtPort->setText(QStringLiteral("5025"));
+    desk.client.setState(SocketState::PeerClosing);
+    QTest::keyClick(desk.channel.txtAddress, Qt::Key_Return);
+    EXPECT_EQ(desk.client.remoteHost(), u"127.0.0.1");
+    EXPECT_EQ(desk.client.remotePort(), 5025);
+    EXPECT_EQ(desk.client.closes, 1) << "closed first";
+    desk.channel.cmdConnect_Click();
+    EXPECT_EQ(desk.client.connects, 1) << "already connected: ignored";
+
+    desk.channel.chkLoop->setChecked(true);
+    desk.channel.cmdDisconnect_Click();
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+    EXPECT_EQ(desk.client.state(), SocketState::Closed);
+}
+
+TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
+{
+    TcpDesk desk(tcpIp1);
+    const char *states[] = {"Socket Closed",
+                            "Socket Open",
+                            "Socket Listening",
+                            "Socket Connection Pending",
+                            "Socket Resolving host",
+                            "Socket Host resolved",
+                            "Socket Connecting",
+                            "Socket Connected",
+                            "Socket Peer is closing the connection",
+                            "Socket Peer is closing the connection"};
+    for (int state = 0; state < 10; ++state) {
+        desk.client.setState(static_cast<SocketState>(state));
+        desk.channel.Timer1_Timer();
+        EXPECT_EQ(desk.channel.lblStatus->text(), QLatin1String(states[state]));
+    }
+}
+
+TEST(TcpChannel, AFailedConnectionIsToldWithoutASeparatorAndThenClosed)
+{
+    TcpDesk desk(tcpIp2);
+    desk.dialogs.expectMessage(QStringLiteral("Errorconnection refused"), Dialogs::Answer::Ok,
+                               [&] { EXPECT_EQ(desk.client.state(), SocketState::Error); });
+    desk.client.fail(10061, QStringLiteral("connection refused"));
+    EXPECT_EQ(desk.client.state(), SocketState::Closed);
+
+    desk.client.failConnect = QStringLiteral("the port 70000 is not from 1 to 65535");
+    desk.dialogs.expectMessage(QStringLiteral(
+        "Error occurred while trying to connect.\r\nthe port 70000 is not from 1 to 65535"));
+    desk.channel.txtPort->setText(QStringLiteral("70000"));
+    desk.channel.cmdConnect_Click();
+}
+
+TEST(TcpChannel, EditingThePortOfAConnectedSocketIsRefusedAtEachChange)
+{
+    TcpDesk desk(tcpIp1);
+    desk.channel.txtPort->setText(QStringLiteral("6000"));
+    EXPECT_EQ(desk.client.remotePort(), 6000) << "taken over at once";
+    desk.channel.txtPort->setText(QString());
+    EXPECT_EQ(desk.client.remotePort(), 6000);
+    desk.client.setState(SocketState::Connected);
+    const QString refusal = QStringLiteral(
+        "You are already connected.  To change the port number, you must first disconnect.");
+    desk.dialogs.expectMessage(refusal);
+    desk.dialogs.expectMessage(refusal);
+    QTest::keyClicks(desk.channel.txtPort, QStringLiteral("70"));
+    EXPECT_EQ(desk.client.remotePort(), 6000);
+}
+
+TEST(TcpChannel, ASendOnAClosedSocketGoesBackToPort5000)
+{
+    const QString texts[] = {
+        QStringLiteral("TCP/IP1 is not connected.  Please connect and try again."),
+        QStringLiteral("TCP/IP2 is not connected.  Please connect and try again.")};
+    for (const int index : {tcpIp1, tcpIp2}) {
+        TcpDesk desk(index);
+        desk.channel.txtPort->setText(QStringLiteral("6000"));
+        desk.client.setState(SocketState::PeerClosing);
+        desk.dialogs.expectMessage(texts[index - tcpIp1]);
+        desk.channel.cmdSend_Click();
+        EXPECT_EQ(desk.client.remotePort(), 5000);
+        EXPECT_EQ(desk.client.state(), SocketState::Closed);
+        EXPECT_EQ(desk.client.connects, 0);
+    }
+}
+
+TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
+{
+    TcpDesk desk(tcpIp1);
+    desk.channel.cmdConnect_Click();
+    desk.sendText(QStringLiteral("A;B;C"));
+    EXPECT_EQ(desk.client.sent, Pieces{"A;B;C\r"});
+    desk.client.feed("first\r\n");
+    desk.client.feed("sec\r\nond\n\r\n");
+    EXPECT_EQ(desk.channel.txtIn->text(), u"second\n");
+    EXPECT_EQ(desk.host.gridCell, "second\n");
+    EXPECT_EQ(desk.host.repliesOn, (std::vector<int>{3, 3}));
+}
+
+TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
+{
+    TcpDesk desk(tcpIp2);
+    desk.channel.cmdConnect_Click();
+    desk.sendText(QStringLiteral("A;B;"));
+    EXPECT_EQ(desk.client.sent, Pieces{"A\r"});
+    desk.channel.cmdSend_Click(); // a second send meanwhile is not interleaved
+    EXPECT_EQ(desk.client.sent.size(), 1U);
+    EXPECT_EQ(desk.host.faults.size(), 1);
+    desk.channel.TimerTransfer->start();
+    desk.client.feed("1\r");
+    EXPECT_EQ(desk.client.sent, (Pieces{"A\r", "B\r"}));
+    EXPECT_FALSE(desk.channel.TimerTransfer->isActive()) << "no step between two pieces";
+    desk.client.feed("\n2\r\n");
+    EXPECT_EQ(desk.client.sent, (Pieces{"A\r", "B\r", "\r"})) << "a final bare CR";
+    desk.client.feed("3");
+    EXPECT_EQ(desk.client.sent.size(), 3U);
+    EXPECT_EQ(desk.channel.txtIn->text(), u"123") << "collected, pairs removed, split ones too";
+}
+
+TEST(TcpChannel, LosingTheConnectionDropsTheRestOfACommand)
+{
+    TcpDesk desk(tcpIp2);
+    desk.channel.cmdConnect_Click();
+    desk.sendText(QStringLiteral("A;B;;C"));
+    desk.client.setState(SocketState::PeerClosing);
+    desk.channel.cmdConnect_Click();
+    desk.client.feed("late");
+    EXPECT_EQ(desk.client.sent, Pieces{"A\r"});
+    desk.sendText(QStringLiteral("D"));
+    EXPECT_EQ(desk.client.sent.back(), "D\r");
+}
+
+TEST(TcpChannel, LoopsOnlyWhileConnected)
+{
+    TcpDesk desk(tcpIp1);
+    desk.channel.chkLoop->setChecked(true);
+    desk.channel.Timer1_Timer();
+    EXPECT_TRUE(desk.client.sent.empty());
+    desk.channel.cmdConnect_Click();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.client.sent, Pieces{"*IDN?\r"});
+    EXPECT_TRUE(desk.channel.shpComm->isBright());
+    desk.client.setState(SocketState::PeerClosing);
+    desk.channel.Timer1_Timer();
+    EXPECT_FALSE(desk.channel.shpComm->isBright());
+    EXPECT_EQ(desk.client.sent.size(), 1U);
+}
