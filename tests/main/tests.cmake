@@ -3,8 +3,10 @@ corvane_test(
   SOURCES
   ChannelDesk.h
   GpibChannelTest.cpp
+  MainTest.cpp
   ResponseTest.cpp
   SerialChannelTest.cpp
   TcpChannelTest.cpp
+  TrafficLogTest.cpp
   USES
   main)

@@ -1,0 +1,147 @@
+#include "main/BoardWindows.h"
+
+#include "board/frmSBC.h"
+#include "common/ProductInfo.h"
+#include "lists/TransferEngine.h"
+#include "main/GpibChannel.h"
+#include "main/Main.h"
+#include "main/SerialChannel.h"
+#include "main/TcpChannel.h"
+#include "report/frmSBCPrint.h"
+
+#include <QAction>
+#include <QTabWidget>
+
+namespace corvane {
+
+namespace {
+
+void bringToFront(QWidget &window)
+{
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
+
+BoardWindows::BoardWindows(Main &window)
+    : QObject(&window)
+    , m_window(window)
+{
+}
+
+/// The report reads the board window, so it goes first.
+BoardWindows::~BoardWindows()
+{
+    const std::unique_ptr<frmSBC> board(m_board);
+    const std::unique_ptr<frmSBCPrint> report(m_report);
+}
+
+void BoardWindows::mnuSBC_Click()
+{
+    if (!m_window.mnuSBC->isChecked()) {
+        if (m_board)
+            m_board->close();
+        return;
+    }
+    if (!m_board)
+        openBoard();
+    const int tab = m_window.tabChannels->currentIndex();
+    if (tab >= rs232 && tab <= tcpIp1)
+        m_board->CallOptSbcCommMeth(static_cast<qint16>(tab - rs232));
+}
+
+void BoardWindows::openBoard()
+{
+    m_board = new frmSBC(*this, m_window.parts().dialogs, m_window.parts().clock);
+    connect(m_board, &frmSBC::reportRequested, this, &BoardWindows::openReport);
+    connect(m_board, &frmSBC::closed, this, [this] {
+        m_board->deleteLater();
+        m_board = nullptr;
+    });
+    bringToFront(*m_board);
+}
+
+void BoardWindows::openReport()
+{
+    if (!m_report) {
+        const QString version = QStringLiteral("%1.%2.%3")
+                                    .arg(productInfo::versionMajor)
+                                    .arg(productInfo::versionMinor)
+                                    .arg(productInfo::versionRevision);
+        m_report = new frmSBCPrint(*m_board, m_window.parts().remembered, m_window.parts().dialogs,
+                                   version);
+        connect(m_report, &frmSBCPrint::closed, this, [this] {
+            m_report->deleteLater();
+            m_report = nullptr;
+        });
+        bringToFront(*m_report);
+        m_report->Form_Load();
+        return;
+    }
+    bringToFront(*m_report);
+}
+
+void BoardWindows::shutDown()
+{
+    if (m_report)
+        m_report->close();
+    if (m_board)
+        m_board->shutDown();
+}
+
+bool BoardWindows::usesChannel(int index) const
+{
+    return m_board && m_board->usesChannel(index);
+}
+
+SerialPort &BoardWindows::MSComm1()
+{
+    return m_window.parts().rs232;
+}
+
+GpibControl &BoardWindows::QBXControl1()
+{
+    return m_window.parts().gpib;
+}
+
+TcpClient &BoardWindows::tcpClient1()
+{
+    return m_window.parts().tcpClient1;
+}
+
+QString BoardWindows::responseText(int channel) const
+{
+    const Channel *borrowed = m_window.channel(channel);
+    return borrowed ? borrowed->txtIn->text() : QString();
+}
+
+void BoardWindows::clearResponse(int channel)
+{
+    if (const Channel *borrowed = m_window.channel(channel))
+        borrowed->txtIn->setBytes({});
+}
+
+ChannelUse BoardWindows::channelUse(int channel) const
+{
+    const Channel *borrowed = m_window.channel(channel);
+    if (!borrowed)
+        return ChannelUse::Free;
+    if (m_window.transferEngine().runningChannel() == channel)
+        return ChannelUse::List;
+    if (borrowed->chkLoop->isChecked())
+        return ChannelUse::Loop;
+    if (channel != ieee488)
+        return ChannelUse::Free;
+    if (!m_window.searchRefusal().isEmpty())
+        return ChannelUse::Search;
+    return m_window.gpibChannel().isReadPending() ? ChannelUse::Reply : ChannelUse::Free;
+}
+
+void BoardWindows::uncheckMnuSBC()
+{
+    m_window.mnuSBC->setChecked(false);
+}
+
+} // namespace corvane

@@ -1,0 +1,134 @@
+#include "main/TrafficLog.h"
+
+#include "main/ChannelTexts.h"
+#include "main/Led.h"
+
+#include <QDate>
+#include <QFile>
+#include <QPlainTextEdit>
+
+namespace corvane {
+
+namespace {
+
+QString withoutBreaksAndTabs(QString text)
+{
+    for (const QChar c : {u'\r', u'\n', u'\t'})
+        text.remove(c);
+    return text;
+}
+
+QString quotedRecord(const QString &text)
+{
+    return QStringLiteral("\"") + text + QStringLiteral("\"");
+}
+
+} // namespace
+
+TrafficLog::TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QPlainTextEdit &comments,
+                       Led &indicator, QObject *parent)
+    : QObject(parent)
+    , TimerLog(new QTimer(this))
+    , TimerLED(new QTimer(this))
+    , m_path(std::move(path))
+    , m_tcpIp1(std::move(tcpIp1))
+    , m_tcpIp2(std::move(tcpIp2))
+    , m_comments(comments)
+    , m_indicator(indicator)
+{
+    for (QTimer *timer : {TimerLog, TimerLED})
+        timer->setTimerType(Qt::PreciseTimer);
+    TimerLED->setInterval(flashIntervalMs);
+    connect(TimerLog, &QTimer::timeout, this, &TrafficLog::TimerLog_Timer);
+    connect(TimerLED, &QTimer::timeout, this, &TrafficLog::TimerLED_Timer);
+}
+
+void TrafficLog::initialise()
+{
+    TimerLog->stop();
+    TimerLog->setInterval(intervalMs);
+    m_indicator.hide();
+}
+
+void TrafficLog::setLogging(bool on)
+{
+    if (on)
+        TimerLog->start();
+    else
+        TimerLog->stop();
+    m_indicator.setVisible(on);
+}
+
+void TrafficLog::TimerLog_Timer()
+{
+    const bool first = m_tcpIp1.isChecked();
+    const bool second = m_tcpIp2.isChecked();
+    if (!first && !second)
+        return;
+    if ((first && !m_tcpIp1.isConnected()) || (second && !m_tcpIp2.isConnected()))
+        return;
+    TimerLED->start();
+    PrintLog(first && second ? Selector::Both : first ? Selector::TcpIp1 : Selector::TcpIp2);
+}
+
+void TrafficLog::TimerLED_Timer()
+{
+    m_indicator.setBright(LogFlash);
+    LogFlash = !LogFlash;
+    if (LogFlash)
+        TimerLED->stop();
+}
+
+void TrafficLog::PrintLog(Selector selector)
+{
+    const QString first = m_tcpIp1.reply();
+    const QString second = m_tcpIp2.reply();
+    QString record = QDate::currentDate().toString(Qt::ISODate);
+    QString fileLine;
+    switch (selector) {
+    case Selector::TcpIp1: {
+        if (first.isEmpty())
+            return;
+        fileLine = withoutBreaksAndTabs(first);
+        record += QStringLiteral(" , ") + fileLine;
+        break;
+    }
+    case Selector::TcpIp2:
+        if (second.isEmpty())
+            return;
+        record += QStringLiteral(" , ") + second;
+        fileLine = quotedRecord(record);
+        break;
+    case Selector::Both:
+        if (first.isEmpty() || second.isEmpty())
+            return;
+        record += QStringLiteral(" , ") + first + QStringLiteral(" , ") + second;
+        fileLine = quotedRecord(record);
+        break;
+    }
+    if (appendToFile(fileLine))
+        appendToComments(record);
+}
+
+bool TrafficLog::appendToFile(const QString &line)
+{
+    QFile file(m_path);
+    const QByteArray bytes = line.toLatin1() + "\r\n";
+    if (file.open(QIODevice::Append) && file.write(bytes) == bytes.size() && file.flush())
+        return true;
+    setLogging(false);
+    Q_EMIT failed(QStringLiteral("%1: %2").arg(m_path, file.errorString()));
+    return false;
+}
+
+void TrafficLog::appendToComments(const QString &line)
+{
+    m_comments.moveCursor(QTextCursor::End);
+    m_comments.insertPlainText(line + QStringLiteral("\n"));
+    const QTextDocument &text = *m_comments.document();
+    // A line break is one character in the document and counts as CR LF.
+    if (text.characterCount() - 1 + text.blockCount() - 1 > commentLimit)
+        m_comments.setPlainText(texts::logOverflow);
+}
+
+} // namespace corvane

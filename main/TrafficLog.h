@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <functional>
+
+class QPlainTextEdit;
+
+namespace corvane {
+
+class Led;
+
+/// Records the replies of the two TCP Channels once a second, in the log file and in the comments
+/// box, and flashes an indicator at every write.
+class TrafficLog : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int intervalMs = 1000;
+    static constexpr int flashIntervalMs = 250;
+    /// Characters in the comments box beyond which it is emptied.
+    static constexpr int commentLimit = 30000;
+
+    /// What the log reads of one TCP Channel.
+    struct Source
+    {
+        std::function<bool()> isChecked;
+        std::function<bool()> isConnected;
+        std::function<QString()> reply;
+    };
+
+    /// Which Channels a record holds.
+    enum class Selector { TcpIp1 = 3, TcpIp2 = 4, Both = 34 };
+
+    TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QPlainTextEdit &comments, Led &indicator,
+               QObject *parent = nullptr);
+
+    /// The start-up state: not logging.
+    void initialise();
+    /// Begins or ends logging and shows or hides the indicator.
+    void setLogging(bool on);
+
+    void TimerLog_Timer();
+    void TimerLED_Timer();
+    void PrintLog(Selector selector);
+
+    QTimer *TimerLog = nullptr;
+    QTimer *TimerLED = nullptr;
+
+Q_SIGNALS:
+    /// The log file could not be written; logging has ended. Once for each failure.
+    void failed(const QString &description);
+
+private:
+    bool appendToFile(const QString &line);
+    void appendToComments(const QString &line);
+
+    const QString m_path;
+    const Source m_tcpIp1;
+    const Source m_tcpIp2;
+    QPlainTextEdit &m_comments;
+    Led &m_indicator;
+    bool LogFlash = false;
+};
+
+} // namespace corvane

@@ -1,0 +1,218 @@
+#include "main/Main.h"
+
+#include "about/ProgramLauncher.h"
+#include "about/RegistryApi.h"
+#include "about/SystemInfo.h"
+#include "common/modSBC.h"
+#include "platform/GpibAdapterFactory.h"
+#include "tests/main/ChannelDesk.h"
+
+#include <QMenuBar>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+struct MainDesk
+{
+    FakeClock clock;
+    ScriptedDialogs dialogs;
+    Module1 module;
+    FakeSerialPort rs485;
+    FakeSerialPort rs232;
+    FakeTcpClient tcpClient1;
+    FakeTcpClient tcpClient2;
+    FakeGpibBus bus;
+    GpibControl gpib{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
+    QTemporaryDir folder;
+    GpibAdapterChoices adapters;
+    GpibAdapterFactory adapterFactory;
+    std::unique_ptr<RegistryApi> registry = systemRegistry();
+    QtProgramLauncher launcher;
+    modSBC remembered;
+    SystemInfo systemInfo{*registry, launcher, dialogs};
+    Main main{{.clock = clock,
+               .dialogs = dialogs,
+               .module = module,
+               .rs485 = rs485,
+               .rs232 = rs232,
+               .gpib = gpib,
+               .tcpClient1 = tcpClient1,
+               .tcpClient2 = tcpClient2,
+               .programFolder = folder.path(),
+               .gpibAdapters = adapters,
+               .gpibAdapterFactory = adapterFactory,
+               .serialDevices = [] { return QStringList(); },
+               .systemInfo = systemInfo,
+               .remembered = remembered,
+               .localAddress = [] { return QStringLiteral("192.168.1.20"); }}};
+
+    MainDesk() { main.Form_Load(); }
+    void connectAll()
+    {
+        for (int index = 0; index < channelCount; ++index)
+            main.cmdConnect_Click(index);
+    }
+};
+
+} // namespace
+
+TEST(Main, StartsWithItsDefaultsAndNothingOpen)
+{
+    MainDesk desk;
+    EXPECT_EQ(desk.main.windowTitle(), u"Corvane");
+    EXPECT_EQ(desk.rs485.settings(), u"9600,N,8,1");
+    EXPECT_EQ(desk.rs232.settings(), u"19200,N,8,1");
+    EXPECT_EQ(desk.rs485.opened + desk.rs232.opened + desk.tcpClient1.connects, 0);
+    EXPECT_TRUE(desk.bus.calls.empty());
+    EXPECT_TRUE(desk.main.mnuCmdList->isChecked());
+    EXPECT_TRUE(desk.main.shpLog->isHidden());
+    const char16_t *captions[] = {u"RS-485", u"RS-232", u"IEEE 488", u"TCP/IP-1", u"TCP/IP-2"};
+    for (int index = 0; index < channelCount; ++index) {
+        const Channel &channel = *desk.main.channel(index);
+        EXPECT_EQ(desk.main.tabChannels->tabText(index), captions[index]);
+        EXPECT_EQ(channel.cboOut->currentText(), u"*IDN?");
+        EXPECT_EQ(channel.cboMs->currentText(), u"1000");
+        EXPECT_EQ(channel.Timer1->interval(), 1000);
+        EXPECT_TRUE(channel.Timer1->isActive());
+        EXPECT_FALSE(channel.TimerTransfer->isActive());
+        EXPECT_TRUE(channel.shpComm->isHidden());
+    }
+    for (const int index : {3, 4}) {
+        EXPECT_EQ(desk.main.tcpChannel(index).txtAddress->text(), u"192.168.1.20");
+        EXPECT_EQ(desk.main.tcpChannel(index).txtPort->text(), u"5000");
+    }
+    EXPECT_EQ(desk.main.serialChannel(1).txtPort->text(), u"1");
+    EXPECT_EQ(desk.gpib.connectString(), u"GPIB0::0");
+    EXPECT_EQ(desk.main.gpibChannel().lblConnectString->text(), u"GPIB0::0");
+}
+
+TEST(Main, IgnoresAnIndexOutsideTheChannels)
+{
+    MainDesk desk;
+    for (const int index : {-1, 5, 2147483647}) {
+        desk.main.cmdConnect_Click(index);
+        desk.main.cmdDisconnect_Click(index);
+        desk.main.cmdSend_Click_Public(index);
+        desk.main.cmdIDN_Click(index);
+        desk.main.cmdSystErr_Click(index);
+        desk.main.Timer1_Timer(index);
+        desk.main.TimerTransfer_Timer(index);
+        desk.main.chkLog_Click(index);
+        desk.main.cmdLoadFrmChmber_Click(index);
+        desk.main.cmdStop_Click(index);
+    }
+    EXPECT_EQ(desk.rs485.opened + desk.tcpClient1.connects, 0);
+}
+
+TEST(Main, ChannelsRunSideBySide)
+{
+    MainDesk desk;
+    desk.connectAll();
+    for (int index = 0; index < channelCount; ++index) {
+        desk.main.channel(index)->setCommand(QStringLiteral("C%1").arg(index));
+        desk.main.channel(index)->chkLoop->setChecked(true);
+        desk.main.Timer1_Timer(index);
+    }
+    EXPECT_EQ(desk.rs485.written.back(), ">01 C0\r");
+    EXPECT_EQ(desk.rs232.written.back(), "C1\r");
+    EXPECT_EQ(desk.bus.calls.back(), u"write GPIB0::0 C2\r");
+    EXPECT_EQ(desk.tcpClient1.sent.back(), "C3\r");
+    EXPECT_EQ(desk.tcpClient2.sent.back(), "C4\r");
+    desk.rs485.feed("<01:zero\r\n");
+    desk.rs232.feed("<01:one");
+    EXPECT_EQ(desk.main.channel(0)->txtIn->text(), u"zero");
+    EXPECT_EQ(desk.main.channel(1)->txtIn->text(), u"one") << "the RS-485 address counts here too";
+}
+
+TEST(Main, LogsWhileAnyBoxIsCheckedAndSaysAFailureOnce)
+{
+    MainDesk desk;
+    desk.connectAll();
+    for (const int index : {3, 4})
+        desk.main.channel(index)->chkLog->setChecked(true);
+    EXPECT_FALSE(desk.main.shpLog->isHidden());
+    desk.main.channel(3)->chkLog->setChecked(false);
+    EXPECT_FALSE(desk.main.shpLog->isHidden());
+    desk.main.channel(4)->chkLog->setChecked(false);
+    EXPECT_TRUE(desk.main.shpLog->isHidden());
+}
+
+TEST(Main, ClosingDisconnectsEveryChannelAndThenUnloadsTheOtherWindows)
+{
+    MainDesk desk;
+    desk.connectAll();
+    desk.main.show();
+    desk.main.mnuHelp_Click();
+    QWidget *guide = desk.main.findChild<QWidget *>(QStringLiteral("GuideWindow"));
+    ASSERT_TRUE(guide && guide->isVisible());
+    QSignalSpy closed(&desk.main, &Main::closed);
+    desk.main.close();
+    EXPECT_EQ(closed.size(), 1);
+    EXPECT_EQ(desk.rs485.closed, 1);
+    EXPECT_EQ(desk.rs232.closed, 1);
+    EXPECT_EQ(desk.tcpClient1.state(), SocketState::Closed);
+    EXPECT_EQ(desk.tcpClient2.state(), SocketState::Closed);
+    EXPECT_FALSE(guide->isVisible());
+    EXPECT_FALSE(desk.main.channel(0)->Timer1->isActive());
+}
+
+TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
+{
+    MainDesk desk;
+    desk.connectAll();
+    desk.main.show();
+    QSignalSpy closed(&desk.main, &Main::closed);
+    desk.main.cmdSend_Click(2);
+    desk.clock.after(10, [&] {
+        desk.main.close();
+        EXPECT_TRUE(closed.empty()) << "a frame below still runs";
+    });
+    desk.main.Timer1_Timer(2); // reads
+    ASSERT_TRUE(closed.wait(2000));
+    EXPECT_EQ(desk.rs485.closed, 1);
+
+    MainDesk boxed;
+    boxed.main.show();
+    QSignalSpy boxedClosed(&boxed.main, &Main::closed);
+    boxed.dialogs.expectMessage(
+        QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
+        Dialogs::Answer::Ok, [&] {
+            boxed.main.close();
+            EXPECT_TRUE(boxedClosed.empty());
+        });
+    boxed.main.cmdSend_Click(0);
+    EXPECT_TRUE(boxedClosed.wait(2000));
+}
+
+TEST(Main, NoTwoMnemonicsOfATabClash)
+{
+    MainDesk desk;
+    desk.main.show();
+    for (int index = 0; index < channelCount; ++index) {
+        desk.main.tabChannels->setCurrentIndex(index);
+        QMap<QString, QStringList> users;
+        const auto note = [&users](const QString &text) {
+            const QKeySequence key = QKeySequence::mnemonic(text);
+            if (!key.isEmpty())
+                users[key.toString()].append(text);
+        };
+        for (const QAction *menu : desk.main.menuBar()->actions())
+            note(menu->text());
+        for (const QAbstractButton *button : desk.main.findChildren<QAbstractButton *>()) {
+            if (button->isVisible())
+                note(button->text());
+        }
+        for (const QLabel *label : desk.main.findChildren<QLabel *>()) {
+            if (label->isVisible() && label->buddy())
+                note(label->text());
+        }
+        for (auto it = users.begin(); it != users.end(); ++it)
+            EXPECT_EQ(it.value().size(), 1) << it.value().join(u'|').toStdString();
+    }
+}
