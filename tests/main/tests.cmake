@@ -2,6 +2,7 @@ corvane_test(
   main
   SOURCES
   ChannelDesk.h
+  CommandLineTest.cpp
   GpibChannelTest.cpp
   MainTest.cpp
   ResponseTest.cpp

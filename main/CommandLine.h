@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <optional>
+
+namespace corvane {
+
+/// What the program was asked to do, as its arguments say.
+struct CommandLine
+{
+    enum class Task { Window, Run, ListPorts, Version, Help };
+
+    Task task = Task::Window;
+    /// The list to load, or to run; may be empty.
+    QString list;
+    /// With the simulated bench behind every Channel.
+    bool demo = false;
+    /// Serial port numbers pinned to devices.
+    QMap<int, QString> serialDevices;
+    /// The adapter of each GPIB board, as given.
+    std::array<QString, 4> gpibAdapters;
+
+    /// For an unattended run:
+    int channel = -1; ///< 0..4
+    QString port;
+    QString host;
+    QString address;
+    QString settings;
+    std::optional<int> timeoutMs; ///< 1..59999
+    std::optional<int> loopMs;    ///< 10..3,600,000
+    bool stripOperator = false;
+    bool get = false;
+    QString saveFile;
+    int patienceSeconds = 30; ///< 1..86,400
+    QString csvFile;
+    QString junitFile;
+
+    /// Reads the arguments, the program's name first. Throws PlatformError that names the wrong
+    /// argument.
+    static CommandLine parse(const QStringList &arguments);
+    static QString helpText();
+};
+
+} // namespace corvane

@@ -1,0 +1,14 @@
+#pragma once
+
+class QTextStream;
+
+namespace corvane {
+
+class Main;
+
+/// What `corvane --demo` does without a display: connects the five Channels, sends "*IDN?" and
+/// "syst:err?" on each and prints what was sent and what came back. Returns the exit code: 0 only
+/// when every Channel answered both.
+int greetTheBench(Main &window, QTextStream &out);
+
+} // namespace corvane

@@ -1,0 +1,99 @@
+#include "main/Program.h"
+
+#include "bench/Bench.h"
+#include "main/ChannelDriver.h"
+#include "platform/GpibAdapterChoice.h"
+#include "platform/PlatformError.h"
+#include "setup/SocketsApi.h"
+#include "setup/modWinsockAPI.h"
+
+#include <QCoreApplication>
+
+namespace corvane {
+
+Program::Program(const CommandLine &line, Dialogs &dialogs)
+    : m_registry(systemRegistry())
+    , m_systemInfo(*m_registry, m_launcher, dialogs)
+{
+    CommandLine wanted = line;
+    if (wanted.demo)
+        startBench(wanted);
+    for (auto pinned = wanted.serialDevices.cbegin(); pinned != wanted.serialDevices.cend();
+         ++pinned)
+        m_serialPorts.pin(pinned.key(), pinned.value());
+    m_rs485 = std::make_unique<QtSerialPort>(m_serialPorts);
+    m_rs232 = std::make_unique<QtSerialPort>(m_serialPorts);
+    for (size_t board = 0; board < m_gpibAdapters.size(); ++board) {
+        if (!wanted.gpibAdapters.at(board).isEmpty())
+            m_gpibAdapters.at(board) = GpibAdapterChoice::parse(wanted.gpibAdapters.at(board));
+    }
+    m_gpib = std::make_unique<GpibControl>(m_clock, [this](int board) {
+        return m_gpibAdapterFactory.make(m_gpibAdapters.at(static_cast<size_t>(board)), board);
+    });
+    m_window = std::make_unique<Main>(
+        MainParts{.clock = m_clock,
+                  .dialogs = dialogs,
+                  .module = m_module,
+                  .rs485 = *m_rs485,
+                  .rs232 = *m_rs232,
+                  .gpib = *m_gpib,
+                  .tcpClient1 = m_tcpClient1,
+                  .tcpClient2 = m_tcpClient2,
+                  .programFolder = QCoreApplication::applicationDirPath(),
+                  .gpibAdapters = m_gpibAdapters,
+                  .gpibAdapterFactory = m_gpibAdapterFactory,
+                  .serialDevices = [this] { return serialDevices(); },
+                  .systemInfo = m_systemInfo,
+                  .remembered = m_remembered,
+                  .localAddress =
+                      [&dialogs] {
+                          const auto sockets = systemSockets();
+                          return modWinsockAPI(*sockets, dialogs).GetLocalIPAddress();
+                      }});
+    m_window->Form_Load();
+    if (m_bench)
+        pointChannelsAtBench();
+}
+
+Program::~Program() = default;
+
+/// The bench's devices take the numbers and the board that the command line left free.
+void Program::startBench(CommandLine &line)
+{
+    m_bench = std::make_unique<bench::Bench>();
+    if (!m_bench->start())
+        throw PlatformError(QStringLiteral("the bench cannot start: ") + m_bench->errorString());
+    const QString devices[] = {m_bench->rs485Device(), m_bench->rs232Device(),
+                               m_bench->boardDevice()};
+    int number = 0;
+    for (const QString &device : devices) {
+        ++number;
+        if (!line.serialDevices.contains(number))
+            line.serialDevices.insert(number, device);
+    }
+    if (line.gpibAdapters[0].isEmpty())
+        line.gpibAdapters[0] =
+            QStringLiteral("tcp:%1:%2").arg(bench::Bench::host()).arg(m_bench->gpibPort());
+}
+
+void Program::pointChannelsAtBench()
+{
+    ChannelDriver driver(*m_window);
+    const QString chamberPort = QString::number(m_bench->chamberPort());
+    driver.fillIn(0, {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
+    driver.fillIn(1, {.port = QStringLiteral("2")});
+    driver.fillIn(2,
+                  {.address = QStringLiteral("GPIB0::%1").arg(bench::Bench::chamberGpibAddress)});
+    for (const int tcp : {3, 4})
+        driver.fillIn(tcp, {.port = chamberPort, .host = bench::Bench::host()});
+}
+
+QStringList Program::serialDevices() const
+{
+    QStringList devices;
+    for (const SerialPortEntry &port : m_serialPorts.entries())
+        devices.append(port.device);
+    return devices;
+}
+
+} // namespace corvane

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "about/ProgramLauncher.h"
+#include "about/RegistryApi.h"
+#include "about/SystemInfo.h"
+#include "common/Module1.h"
+#include "common/modSBC.h"
+#include "main/CommandLine.h"
+#include "main/Main.h"
+#include "platform/GpibAdapterFactory.h"
+#include "platform/GpibControl.h"
+#include "platform/QtSerialPort.h"
+#include "platform/QtTcpClient.h"
+#include "platform/SerialPortList.h"
+#include "platform/SystemClock.h"
+
+#include <memory>
+
+namespace corvane {
+
+namespace bench {
+class Bench;
+}
+
+/// The program put together: the real transports as the command line wants them, the main window
+/// over them and, for a demonstration, the bench behind them.
+class Program
+{
+public:
+    /// `dialogs` must outlive the program. Throws PlatformError for an adapter or a device on the
+    /// command line that cannot be, and for a bench that cannot start.
+    Program(const CommandLine &line, Dialogs &dialogs);
+    ~Program();
+
+    [[nodiscard]] Main &window() { return *m_window; }
+    [[nodiscard]] SerialPortList &serialPorts() { return m_serialPorts; }
+    /// Null without --demo.
+    [[nodiscard]] bench::Bench *bench() { return m_bench.get(); }
+
+private:
+    void startBench(CommandLine &line);
+    void pointChannelsAtBench();
+    [[nodiscard]] QStringList serialDevices() const;
+
+    std::unique_ptr<bench::Bench> m_bench;
+    SystemClock m_clock;
+    Module1 m_module;
+    modSBC m_remembered;
+    SerialPortList m_serialPorts;
+    std::unique_ptr<QtSerialPort> m_rs485;
+    std::unique_ptr<QtSerialPort> m_rs232;
+    QtTcpClient m_tcpClient1;
+    QtTcpClient m_tcpClient2;
+    GpibAdapterFactory m_gpibAdapterFactory;
+    GpibAdapterChoices m_gpibAdapters;
+    std::unique_ptr<GpibControl> m_gpib;
+    std::unique_ptr<RegistryApi> m_registry;
+    QtProgramLauncher m_launcher;
+    SystemInfo m_systemInfo;
+    std::unique_ptr<Main> m_window;
+};
+
+} // namespace corvane
