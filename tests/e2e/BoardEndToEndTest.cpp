@@ -1,0 +1,45 @@
+#include "board/CalibrationPanel.h"
+#include "board/DacAdcPanel.h"
+#include "board/frmSBC.h"
+#include "main/BoardWindows.h"
+#include "platform/TextGrid.h"
+#include "tests/e2e/EndToEndDesk.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+TEST(EndToEndBoard, SetsReadsAndCalibratesAChannelOnEveryMethod)
+{
+    EndToEndDesk desk;
+    Main &main = desk.main;
+    const QString boardPort = QString::number(desk.program.bench()->boardPort());
+    main.cmdDisconnect_Click(1);
+    main.cmdDisconnect_Click(3);
+    desk.driver.fillIn(1, {.port = QStringLiteral("3")});
+    desk.driver.fillIn(2, {.address = QStringLiteral("9")});
+    desk.driver.fillIn(3, {.port = boardPort});
+    for (const int index : {1, 2, 3})
+        ASSERT_TRUE(desk.driver.connect(index, EndToEndDesk::patienceMs));
+    main.mnuSBC->trigger();
+    frmSBC &board = *main.boardWindows().boardWindow();
+    for (const int method : {0, 1, 2}) {
+        board.CallOptSbcCommMeth(static_cast<qint16>(method));
+        board.dacAdc->txtSendDac[2]->setText(QStringLiteral("1.25"));
+        board.dacAdc->cmdSendDac_Click(2);
+        board.dacAdc->cmdReadAdc_Click(2);
+        EXPECT_NEAR(board.dacAdc->lblReadAdc[2]->text().toDouble(), 1.25, 0.15) << method;
+    }
+    desk.order("sensor 2");
+    board.calibration->txtChannel->setText(QStringLiteral("2"));
+    board.calibration->cmdCal_Click();
+    EXPECT_NEAR(board.calibration->MSFlexGrid1->text(7, 3).toDouble(), 2.0, 0.002);
+    EXPECT_EQ(main.parts().gpib.connectString(), u"GPIB0::9") << "addressed to the board again";
+    EXPECT_EQ(desk.messages, QString());
+    main.mnuSBC->trigger();
+    EXPECT_TRUE(desk.waitFor([&] { return !main.boardWindows().boardWindow(); }));
+    EXPECT_FALSE(main.mnuSBC->isChecked());
+}

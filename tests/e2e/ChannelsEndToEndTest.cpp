@@ -1,0 +1,121 @@
+#include "main/DemoGreeting.h"
+#include "main/SerialChannel.h"
+#include "main/SetupWindows.h"
+#include "setup/GpibSearch.h"
+#include "tests/e2e/EndToEndDesk.h"
+
+#include <array>
+#include <gtest/gtest.h>
+#include <set>
+
+using namespace corvane;
+
+namespace {
+
+/// Counts the replies of every Channel.
+struct ReplyCounter
+{
+    explicit ReplyCounter(Main &main)
+    {
+        for (int index = 0; index < channelCount; ++index)
+            QObject::connect(main.channel(index), &Channel::replied, main.channel(index),
+                             [this, index] { ++replies.at(static_cast<size_t>(index)); });
+    }
+    /// Every Channel but those of `except` has more replies than before.
+    [[nodiscard]] bool allAbove(const std::array<int, channelCount> &before,
+                                const std::set<int> &except = {}) const
+    {
+        for (int index = 0; index < channelCount; ++index) {
+            const auto at = static_cast<size_t>(index);
+            if (!except.contains(index) && replies.at(at) <= before.at(at))
+                return false;
+        }
+        return true;
+    }
+
+    std::array<int, channelCount> replies{};
+};
+
+void loopAll(Main &main, const QString &ms)
+{
+    for (int index = 0; index < channelCount; ++index) {
+        Channel &channel = *main.channel(index);
+        channel.cboMs->setEditText(ms);
+        channel.cboMs_Change();
+        channel.chkLoop->setChecked(true);
+    }
+}
+
+} // namespace
+
+TEST(EndToEnd, EveryChannelOfTheBenchAnswers)
+{
+    EndToEndDesk desk;
+    QString printed;
+    QTextStream out(&printed);
+    EXPECT_EQ(greetTheBench(desk.main, out), 0) << printed.toStdString();
+    EXPECT_EQ(printed.count(QStringLiteral("BRENNICK,")), 5) << printed.toStdString();
+    EXPECT_EQ(printed.count(QStringLiteral("\"No error\"")), 5);
+    desk.order("tcp-chamber silent");
+    desk.driver.connect(3, EndToEndDesk::patienceMs);
+    EXPECT_EQ(desk.driver.ask(3, QStringLiteral("*IDN?"), 300), std::nullopt);
+    EXPECT_EQ(desk.messages, QString());
+}
+
+TEST(EndToEnd, AFaultOnOneChannelLeavesTheOthersLooping)
+{
+    const std::pair<const char *, std::set<int>> faults[] = {
+        {"rs485 unplug", {0}},        {"rs232 unplug", {1}},           {"rs232 garbage", {1}},
+        {"tcp-chamber drop", {3, 4}}, {"rs485 flood 2000000 64", {0}}, {"gpib:5 silent", {2}}};
+    for (const auto &[fault, struck] : faults) {
+        EndToEndDesk desk;
+        ReplyCounter counter(desk.main);
+        loopAll(desk.main, QStringLiteral("20"));
+        ASSERT_TRUE(desk.waitFor([&] { return counter.allAbove({}); })) << fault;
+        desk.order(fault);
+        for (int round = 0; round < 3; ++round) {
+            const auto before = counter.replies;
+            EXPECT_TRUE(desk.waitFor([&] { return counter.allAbove(before, struck); })) << fault;
+        }
+        EXPECT_EQ(desk.messages, QString()) << fault;
+    }
+}
+
+TEST(EndToEnd, APortThatComesBackIsConnectedAgain)
+{
+    EndToEndDesk desk;
+    desk.main.channel(1)->chkLoop->setChecked(true);
+    desk.order("rs232 unplug");
+    ASSERT_TRUE(
+        desk.waitFor([&] { return desk.main.channel(1)->lblStatus->text() == u"Port Closed"; }));
+    desk.order("rs232 none");
+    ASSERT_TRUE(desk.driver.connect(1, EndToEndDesk::patienceMs));
+    EXPECT_TRUE(desk.driver.ask(1, QStringLiteral("*IDN?"), EndToEndDesk::patienceMs));
+}
+
+TEST(EndToEnd, TheSearchFindsTheFirstInstrumentAndConnectsIt)
+{
+    EndToEndDesk desk;
+    desk.program.window().parts().gpib.setTimeout(30);
+    desk.driver.fillIn(2, {.address = QStringLiteral("30")});
+    desk.main.setupWindows().search().SearchGPIBLoop();
+    EXPECT_EQ(desk.main.parts().gpib.connectString(), u"GPIB0::5");
+    EXPECT_TRUE(desk.main.channel(2)->txtIn->text().startsWith(u"BRENNICK,"));
+    desk.main.parts().gpib.setTimeout(1000);
+    EXPECT_TRUE(desk.driver.ask(2, QStringLiteral("*IDN?"), EndToEndDesk::patienceMs));
+}
+
+TEST(EndToEnd, TheWindowClosesWithEveryChannelLoopingAndAReadOut)
+{
+    for (const char *fault : {"clear", "gpib:5 silent", "tcp-chamber silent"}) {
+        EndToEndDesk desk;
+        loopAll(desk.main, QStringLiteral("50"));
+        desk.main.channel(4)->setCommand(QStringLiteral("A;B;C"));
+        desk.order(fault);
+        QTimer::singleShot(300, &desk.main, &QWidget::close);
+        bool closed = false;
+        QObject::connect(&desk.main, &Main::closed, &desk.main, [&closed] { closed = true; });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return closed; }, 2000)) << fault;
+        EXPECT_FALSE(desk.main.channel(0)->isOpen());
+    }
+}

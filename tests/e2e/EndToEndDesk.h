@@ -1,0 +1,51 @@
+#pragma once
+
+#include "bench/Bench.h"
+#include "main/Channel.h"
+#include "main/ChannelDriver.h"
+#include "main/Program.h"
+#include "main/UnattendedDialogs.h"
+
+#include <QTextStream>
+
+namespace corvane {
+
+/// The real program on the bench: real transports, real clock, message boxes recorded and answered.
+struct EndToEndDesk
+{
+    static constexpr int patienceMs = 8000;
+
+    EndToEndDesk()
+    {
+        for (int index = 0; index < channelCount; ++index) {
+            if (!driver.connect(index, patienceMs))
+                ADD_FAILURE() << "not connected: Channel " << index;
+        }
+    }
+    ~EndToEndDesk() { main.close(); }
+
+    static CommandLine demo()
+    {
+        CommandLine line;
+        line.demo = true;
+        return line;
+    }
+    void order(const char *text)
+    {
+        const QString answer = program.bench()->order(QString::fromLatin1(text));
+        EXPECT_EQ(answer, u"done") << text;
+    }
+    bool waitFor(const Clock::Condition &done)
+    {
+        return main.waits().waitUntil(done, patienceMs) == WaitEnd::Done;
+    }
+
+    QString messages;
+    QTextStream messageStream{&messages};
+    UnattendedDialogs dialogs{messageStream};
+    Program program{demo(), dialogs};
+    Main &main = program.window();
+    ChannelDriver driver{main};
+};
+
+} // namespace corvane

@@ -1,0 +1,123 @@
+#include "lists/CommandListArea.h"
+#include "main/UnattendedRun.h"
+#include "platform/TextGrid.h"
+#include "tests/e2e/EndToEndDesk.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+struct ListRun
+{
+    int exitCode = -1;
+    QString rows;
+    QString messages;
+};
+
+/// Runs a list unattended on the desk's Channel, as `corvane --demo --run` does.
+ListRun run(EndToEndDesk &desk, CommandLine line)
+{
+    line.task = CommandLine::Task::Run;
+    line.loopMs = 20;
+    ListRun result;
+    QTextStream rows(&result.rows);
+    desk.messages.clear();
+    result.exitCode = UnattendedRun(desk.main, line, rows, desk.messageStream).execute();
+    result.messages = desk.messages;
+    return result;
+}
+
+struct Folder
+{
+    QString write(const char *name, const QByteArray &text) const
+    {
+        const QString path = folder.filePath(QLatin1String(name));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+        return path;
+    }
+    QByteArray read(const char *name) const
+    {
+        QFile file(folder.filePath(QLatin1String(name)));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+TEST(EndToEndLists, GetSendPassAndFailOnEveryChannel)
+{
+    const Folder files;
+    const QString settings = files.write("a.kms", "SP\r\nTHI\r\n");
+    const QString write = files.write("b.kms", "= SP 31\r\n");
+    const QString pass = files.write("pass.tst", "? SP x\r\n! SP 31 0.5\r\n# PAUSE\r\n");
+    const QString fail = files.write("fail.tst", "? SP x\r\n! SP 25 0.5\r\n? SP x\r\n");
+    EndToEndDesk desk;
+    for (int index = 0; index < channelCount; ++index) {
+        CommandLine line;
+        line.channel = index;
+        line.list = write;
+        EXPECT_EQ(run(desk, line).exitCode, 0) << index;
+        line.list = pass;
+        EXPECT_EQ(run(desk, line).messages, u"Test Passed.\n") << index;
+        line.list = fail;
+        line.junitFile = files.folder.filePath(QStringLiteral("f.xml"));
+        const ListRun failed = run(desk, line);
+        EXPECT_EQ(failed.exitCode, 1) << index;
+        EXPECT_EQ(failed.messages, u"Test Failed.\n");
+        EXPECT_EQ(failed.rows.count(u'\n'), 2) << failed.rows.toStdString();
+        EXPECT_TRUE(files.read("f.xml").contains("expected &quot;25&quot;, tolerance "
+                                                 "&quot;0.5&quot;, reply &quot;31.0&quot;"));
+        line.list = settings;
+        line.get = true;
+        line.saveFile = files.folder.filePath(QStringLiteral("saved.kms"));
+        line.csvFile = files.folder.filePath(QStringLiteral("grid.csv"));
+        EXPECT_EQ(run(desk, line).exitCode, 0) << index;
+        EXPECT_TRUE(files.read("saved.kms").startsWith("SP 31.0\r\nTHI ")) << index;
+        EXPECT_TRUE(files.read("grid.csv").startsWith("Line,Command,Value,Response\r\n1,SP,31.0,"));
+    }
+}
+
+TEST(EndToEndLists, WhatCannotRunEndsWithTwoAndTheReason)
+{
+    const Folder files;
+    const QString list = files.write("a.kms", "= SP 25\r\n= SP 26\r\n");
+    EndToEndDesk desk;
+    CommandLine line;
+    line.channel = 3;
+    line.patienceSeconds = 1;
+    line.list = files.folder.filePath(QStringLiteral("none.tst"));
+    EXPECT_EQ(run(desk, line).exitCode, 2);
+    line.list = list;
+    desk.order("tcp-chamber silent");
+    const ListRun silent = run(desk, line);
+    EXPECT_EQ(silent.exitCode, 2);
+    EXPECT_TRUE(silent.messages.contains(QStringLiteral("row 1: no reply within 1 s")));
+    desk.order("clear");
+    line.list = files.write("p.tst", "? SP x\r\n");
+    line.get = true;
+    EXPECT_EQ(run(desk, line).exitCode, 2);
+    line.get = false;
+    line.csvFile = QStringLiteral("/nonexistent/grid.csv");
+    EXPECT_EQ(run(desk, line).exitCode, 2);
+    line.csvFile.clear();
+    line.port = QStringLiteral("70000");
+    desk.main.cmdDisconnect_Click(3);
+    EXPECT_EQ(run(desk, line).exitCode, 2);
+}
+
+TEST(EndToEndLists, StripOperatorSendsTheBareCommand)
+{
+    const Folder files;
+    EndToEndDesk desk;
+    CommandLine line;
+    line.channel = 4;
+    line.list = files.write("s.tst", "= SP 27\r\n");
+    line.stripOperator = true;
+    EXPECT_TRUE(run(desk, line).rows.startsWith(u"1\tSP 27\t"));
+}

@@ -1,0 +1,9 @@
+corvane_test(
+  e2e
+  SOURCES
+  BoardEndToEndTest.cpp
+  ChannelsEndToEndTest.cpp
+  EndToEndDesk.h
+  ListsEndToEndTest.cpp
+  USES
+  main)
