@@ -177,8 +177,8 @@ bool frmSBC::usesChannel(int channel) const
     return m_session.usesChannel(channel);
 }
 
-/// Disabled buttons lose the focus: it waits on the window and comes back, unless the user has moved
-/// it meanwhile.
+/// Disabled buttons lose the focus: it waits on the window and comes back, unless the user has
+/// moved it meanwhile.
 void frmSBC::keepFocus(bool running)
 {
     QWidget *focus = focusWidget();
