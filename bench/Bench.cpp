@@ -4,6 +4,8 @@
 
 #include <QDir>
 
+#include <utility>
+
 namespace corvane::bench {
 
 Bench::Bench(BenchOptions options, QObject *parent)

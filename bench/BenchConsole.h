@@ -5,6 +5,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <memory>
 
 namespace corvane::bench {
 

@@ -3,6 +3,8 @@
 #include "bench/Bench.h"
 #include "bench/Text.h"
 
+#include <algorithm>
+
 namespace corvane::bench {
 
 namespace {

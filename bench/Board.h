@@ -4,6 +4,8 @@
 #include "bench/BoardPorts.h"
 #include "bench/ScpiDevice.h"
 
+#include <QList>
+
 #include <span>
 
 namespace corvane::bench {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <optional>
+#include <cstddef>
 #include <vector>
 
 namespace corvane::bench {

@@ -3,6 +3,7 @@
 #include "bench/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane::bench {
 
@@ -35,10 +36,10 @@ std::pair<QByteArray, QByteArray> nameAndRest(const QByteArray &text)
 
 } // namespace
 
-ChamberController::ChamberController(TimeSource time, int address, const QByteArray &serial)
+ChamberController::ChamberController(TimeSource time, int address, QByteArray serial)
     : ScpiDevice(Acknowledge::Yes)
     , m_time(std::move(time))
-    , m_serial(serial)
+    , m_serial(std::move(serial))
     , m_movedAt(m_time())
 {
     m_settings.write("ADDR", QByteArray::number(address));
@@ -86,9 +87,9 @@ ScpiDevice::Reply ChamberController::execute(const QByteArray &header, const QBy
 
 ScpiDevice::Reply ChamberController::query(const QByteArray &name)
 {
-    if (const auto value = measured(name.toUpper()))
+    if (auto value = measured(name.toUpper()))
         return value;
-    const auto value = m_settings.read(name);
+    auto value = m_settings.read(name);
     return value ? value : refuseHeader();
 }
 

@@ -20,7 +20,7 @@ class ChamberController : public ScpiDevice
 {
 public:
     /// `address` is its RS-485 address, 1 to 30, and can be changed by the setting "ADDR".
-    ChamberController(TimeSource time, int address, const QByteArray &serial);
+    ChamberController(TimeSource time, int address, QByteArray serial);
 
     std::optional<QByteArray> answer(const QByteArray &line) override;
 

@@ -3,6 +3,8 @@
 #include "bench/LineReader.h"
 #include "bench/ReplySender.h"
 
+#include <memory>
+
 namespace corvane::bench {
 
 void DeviceLink::attach(ByteStream &stream)

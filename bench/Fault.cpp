@@ -31,7 +31,7 @@ constexpr Row rows[] = {
     {Kind::Split, "split", "[MS]", 20, 0, 0, false,
      "the reply in pieces MS apart, CR and LF each by itself"},
     {Kind::Garbage, "garbage", "[TEXT]", 0, 0, 0, false,
-     "TEXT (\\r \\n \\xHH) or all 256 byte values as the reply"},
+     R"(TEXT (\r \n \xHH) or all 256 byte values as the reply)"},
     {Kind::Twice, "twice", "[MS]", 0, 0, 0, false, "the reply, and again after MS"},
     {Kind::NoEnd, "noend", "", 0, 0, 0, false, "the reply without its line end"},
     {Kind::Drop, "drop", "", 0, 0, 0, true, "the connection drops at the next command"},

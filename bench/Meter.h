@@ -3,6 +3,7 @@
 #include "bench/ScpiDevice.h"
 
 #include <functional>
+#include <utility>
 
 namespace corvane::bench {
 

@@ -1,5 +1,7 @@
 #include "bench/PieceQueue.h"
 
+#include <utility>
+
 namespace corvane::bench {
 
 PieceQueue::PieceQueue(Sink sink, QObject *parent)

@@ -3,6 +3,9 @@
 #include "bench/ReplySender.h"
 #include "bench/Text.h"
 
+#include <memory>
+#include <utility>
+
 namespace corvane::bench {
 
 PlusPlusController::PlusPlusController(QObject *parent)

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <utility>
+
 #ifdef Q_OS_UNIX
 #include <array>
 #include <cerrno>
@@ -17,9 +19,9 @@
 
 namespace corvane::bench {
 
-PtyPort::PtyPort(const QString &link, QObject *parent)
+PtyPort::PtyPort(QString link, QObject *parent)
     : ByteStream(parent)
-    , m_link(link)
+    , m_link(std::move(link))
 {
 }
 
@@ -166,7 +168,7 @@ void PtyPort::close()
     drop(m_writable);
     m_output.clear();
     // Another bench may have taken the link over.
-    if (isPlugged() && QFileInfo(m_link).symLinkTarget() == m_slave)
+    if (m_master >= 0 && QFileInfo(m_link).symLinkTarget() == m_slave)
         QFile::remove(m_link);
     closeDescriptor(m_keeper);
     closeDescriptor(m_master);

@@ -16,7 +16,7 @@ class PtyPort : public ByteStream, public Plug
 
 public:
     /// The link appears at `link`; a link that is there already is replaced.
-    explicit PtyPort(const QString &link, QObject *parent = nullptr);
+    explicit PtyPort(QString link, QObject *parent = nullptr);
     ~PtyPort() override;
 
     /// The path to open. Stays the same over unplug() and replug().

@@ -2,6 +2,8 @@
 
 #include "bench/FloodPattern.h"
 
+#include <algorithm>
+
 namespace corvane::bench {
 
 ReplySender::ReplySender(ByteStream &stream, FaultLine &faults)

@@ -2,6 +2,7 @@
 
 #include "bench/BenchDevice.h"
 
+#include <utility>
 #include <vector>
 
 namespace corvane::bench {

@@ -4,6 +4,8 @@
 
 #include <QList>
 
+#include <utility>
+
 namespace corvane::bench {
 
 namespace {

@@ -1,5 +1,7 @@
 #include "bench/TcpPort.h"
 
+#include <QNetworkProxy>
+
 namespace corvane::bench {
 
 TcpStream::TcpStream(QTcpSocket *socket, QObject *parent)

@@ -1,5 +1,6 @@
 #include "bench/Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 

@@ -1,11 +1,16 @@
 #pragma once
 
 #include "bench/BenchDevice.h"
+#include "bench/Fault.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QTcpSocket>
-#include <QTest>
+#include <QTimer>
 
+#include <cerrno>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
 
@@ -32,6 +37,14 @@ bool soon(Condition done)
 inline std::string ask(BenchDevice &device, const QByteArray &line)
 {
     return device.answer(line).value_or("(silent)").toStdString();
+}
+
+/// The fault that the text orders.
+inline Fault parsed(const char *text)
+{
+    const auto fault = Fault::parse(QLatin1String(text));
+    EXPECT_TRUE(fault) << text;
+    return fault.value_or(Fault{});
 }
 
 /// A line and the reply it must get.

@@ -21,8 +21,8 @@ protected:
     }
     double adc(int channel)
     {
-        const auto reply = board.answer("ADC? " + QByteArray::number(channel));
-        return reply->first(reply->indexOf(',')).toDouble();
+        const std::string reply = ask(board, "ADC? " + QByteArray::number(channel));
+        return std::stod(reply.substr(0, reply.find(',')));
     }
     /// A channel's calibration as a technician's program does it, with neutral values first.
     void calibrate(int channel)

@@ -32,7 +32,7 @@ protected:
             },
             20000);
     }
-    QStringList links() const
+    [[nodiscard]] QStringList links() const
     {
         return QDir(folder.path())
             .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);

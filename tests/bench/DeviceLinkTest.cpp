@@ -19,7 +19,7 @@ protected:
         QObject::connect(&port, &TcpPort::opened, &link, &DeviceLink::attach);
         EXPECT_TRUE(port.listen(0));
     }
-    void order(const char *fault) { link.faults().order(*Fault::parse(QLatin1String(fault))); }
+    void order(const char *fault) { link.faults().order(parsed(fault)); }
 
     EchoDevice device;
     DeviceLink link{device};

@@ -1,3 +1,4 @@
+#include "BenchSupport.h"
 #include "bench/FaultLine.h"
 
 #include <gtest/gtest.h>
@@ -5,13 +6,6 @@
 using namespace corvane::bench;
 
 namespace {
-
-Fault parsed(const char *text)
-{
-    const auto fault = Fault::parse(QLatin1String(text));
-    EXPECT_TRUE(fault) << text;
-    return fault.value_or(Fault{});
-}
 
 /// The pieces as "ms:bytes|ms:bytes", the end marked "$".
 std::string written(const SpoiltReply &reply)

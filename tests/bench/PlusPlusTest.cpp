@@ -4,6 +4,7 @@
 #include "bench/TcpPort.h"
 
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -123,7 +124,7 @@ TEST_F(PlusPlus, AbsentDevicesAreSilentForTheTimeOut)
 
 TEST_F(PlusPlus, TheTimeOutCountsFromByteToByte)
 {
-    five.faults().order(*Fault::parse(QStringLiteral("split 60")));
+    five.faults().order(parsed("split 60"));
     dialogue("++addr 5\n++read_tmo_ms 100\nABCD?\n++read eoi\n", "ABCD?\r\n");
     dialogue("++read_tmo_ms 30\nABCD?\n++read eoi\n", "AB");
 }
@@ -132,7 +133,7 @@ TEST_F(PlusPlus, FaultsOfAnInstrumentShowAtItsAddressOnly)
 {
     const auto order = [this](const char *fault) {
         five.clear();
-        five.faults().order(*Fault::parse(QLatin1String(fault)));
+        five.faults().order(parsed(fault));
     };
     dialogue("++addr 5\n++read_tmo_ms 20\n", "");
     order("silent");
@@ -162,9 +163,7 @@ TEST_F(PlusPlus, FaultsOfAnInstrumentShowAtItsAddressOnly)
 
 TEST_F(PlusPlus, FaultsOfTheControllerItselfSpoilItsReplies)
 {
-    const auto order = [this](const char *fault) {
-        controller.faults().order(*Fault::parse(QLatin1String(fault)));
-    };
+    const auto order = [this](const char *fault) { controller.faults().order(parsed(fault)); };
     dialogue("", "");
     order("twice");
     dialogue("", "V1\r\n");
