@@ -9,6 +9,9 @@
 #include "tests/support/FakeTcpClient.h"
 #include "tests/support/ScriptedDialogs.h"
 
+#include <QAbstractButton>
+#include <QComboBox>
+
 #include <gtest/gtest.h>
 
 namespace corvane {
@@ -64,15 +67,11 @@ public:
     /// Everything written to the board, on any Channel.
     [[nodiscard]] QStringList commands() const
     {
-        QStringList result;
-        for (const auto &bytes : serial.written)
-            result << QString::fromLatin1(bytes);
-        for (const auto &bytes : tcp.sent)
-            result << QString::fromLatin1(bytes);
-        const QString prefix = QStringLiteral("write %1 ").arg(boardAddress);
-        for (const QString &call : bus.calls) {
-            if (call.startsWith(prefix))
-                result << call.mid(prefix.size());
+        const QString write = QStringLiteral("write %1 ").arg(boardAddress);
+        QStringList result = bus.calls.filter(write).replaceInStrings(write, QString());
+        for (const auto *written : {&serial.written, &tcp.sent}) {
+            for (const QByteArray &bytes : *written)
+                result << QString::fromLatin1(bytes);
         }
         return result;
     }
@@ -106,6 +105,30 @@ private:
     }
 };
 
+/// Works a window as its user does, by the controls' names: "box=text" fills in, "button" clicks;
+/// ";" goes on.
+inline void act(const QWidget &window, const char *script)
+{
+    for (const QString &step : QString::fromLatin1(script).split(u';')) {
+        const QString name = step.section(u'=', 0, 0);
+        const QString text = step.section(u'=', 1);
+        auto *control = window.findChild<QWidget *>(name);
+        ASSERT_NE(control, nullptr) << name.toStdString();
+        if (auto *button = qobject_cast<QAbstractButton *>(control))
+            button->click();
+        else if (auto *box = qobject_cast<QComboBox *>(control))
+            box->setCurrentText(text);
+        else
+            control->setProperty("text", text);
+    }
+}
+
+/// What a box or read-out shows.
+inline QString shown(const QWidget &window, const char *name)
+{
+    return window.findChild<QWidget *>(QString::fromLatin1(name))->property("text").toString();
+}
+
 class BoardTest : public testing::Test
 {
 protected:
@@ -117,7 +140,10 @@ protected:
             return command.contains(u'?') || command.startsWith(u'M') ? text : QString();
         };
     }
-    [[nodiscard]] QString reply() const { return board.statusPanels[1]->text(); }
+    void fill(const char *box, const QString &text)
+    {
+        board.findChild<QWidget *>(QString::fromLatin1(box))->setProperty("text", text);
+    }
 
     FakeClock clock;
     ScriptedDialogs dialogs;

@@ -78,7 +78,7 @@ TEST_F(DigitalTestsTest, ThePatternsAreAWalkingOneAWalkingZeroAndAllOnes)
 TEST_F(DigitalTestsTest, TheWriteTestWritesAndReadsEveryPatternOfEveryPort)
 {
     dialogs.expectMessage(writePassed);
-    panel.cmdDigTestWrite_Click();
+    act(board, "cmdDigTestWrite");
     QStringList expected;
     for (int port = 0; port < 4; ++port) {
         for (int step = 0; step < 17; ++step)
@@ -106,7 +106,7 @@ TEST_F(DigitalTestsTest, AWrongDirectionShowsItsReplyAndTheStepAndTheTestGoesOn)
                     .arg(step));
     }
     dialogs.expectMessage(writeFailed);
-    panel.cmdDigTestWrite_Click();
+    act(board, "cmdDigTestWrite");
     EXPECT_EQ(channels.commands().size(), 4 * 17 * 2);
 }
 
@@ -115,24 +115,21 @@ TEST_F(DigitalTestsTest, TheReadbackTestDrivesEachPairBothWays)
     dialogs.expectMessage(install, Dialogs::Answer::Ok,
                           [this] { EXPECT_EQ(board.cursor().shape(), Qt::WaitCursor); });
     dialogs.expectMessage(readPassed);
-    panel.cmdDigTestRead_Click();
+    act(board, "cmdDigTestRead");
     QStringList expected;
-    const auto directions = [&expected](std::initializer_list<const char *> values) {
-        for (const char *value : values)
-            expected << QStringLiteral("PORT:DIR %1\r").arg(QString::fromLatin1(value));
-    };
-    const auto pair = [&expected](int out, int in) {
-        for (int step = 0; step < 17; ++step)
-            expected
-                << QStringLiteral("PORT:DATA %1,%2\r").arg(out).arg(DigitalTests::test_data(step))
-                << QStringLiteral("PORT:DATA? %1\r").arg(in);
-    };
-    directions({"0,0", "3,0", "1,255", "2,255"});
-    pair(2, 0);
-    pair(1, 3);
-    directions({"0,255", "3,255", "1,0", "2,0"});
-    pair(0, 2);
-    pair(3, 1);
+    for (const char *step :
+         {"DIR 0,0", "DIR 3,0", "DIR 1,255", "DIR 2,255", "DATA 2? 0", "DATA 1? 3", "DIR 0,255",
+          "DIR 3,255", "DIR 1,0", "DIR 2,0", "DATA 0? 2", "DATA 3? 1"}) {
+        const QString command = QStringLiteral("PORT:") + QString::fromLatin1(step);
+        const qsizetype pair = command.indexOf(u'?'); // the patterns go out here and come in there
+        for (int i = 0; pair > 0 && i < DigitalTests::steps; ++i)
+            expected << QStringLiteral("%1,%2\r")
+                            .arg(command.first(pair))
+                            .arg(DigitalTests::test_data(i))
+                     << QStringLiteral("PORT:DATA%1\r").arg(command.sliced(pair));
+        if (pair < 0)
+            expected << command + u'\r';
+    }
     EXPECT_EQ(channels.commands(), expected);
     EXPECT_TRUE(isIdle());
 }
@@ -146,47 +143,37 @@ TEST_F(DigitalTestsTest, WithoutTheConnectorOrWithAStuckBitEachPairShowsOneError
         for (int pair = 0; pair < 4; ++pair)
             dialogs.expectMessage(QStringLiteral("error"));
         dialogs.expectMessage(readFailed);
-        panel.cmdDigTestRead_Click();
+        act(board, "cmdDigTestRead");
     }
 }
 
-TEST_F(DigitalTestsTest, TheFullTestShowsTheDirectionVerdictBeforeThePrompt)
-{
-    for (const QString &text : {writePassed, install, readPassed})
-        dialogs.expectMessage(text);
-    panel.cmdDigTestFull_Click();
-}
-
-TEST_F(DigitalTestsTest, ProgressShowsPortBitAndPattern)
+TEST_F(DigitalTestsTest, TheFullTestShowsWhereItIsAndTheDirectionVerdictBeforeThePrompt)
 {
     // Each step of 300 ms: 16 steps of port 0, then "All"; port 1 begins after 17.
     for (const auto &[at, shown] :
          {std::pair(50, "0|0|1"), std::pair(9 * 300 + 50, "0|1|253"),
           std::pair(16 * 300 + 50, "0|All|255"), std::pair(17 * 300 + 50, "1|0|1")})
         clock.after(at, [this, text = shown] { EXPECT_EQ(labels(), QString::fromLatin1(text)); });
-    dialogs.expectMessage(writePassed);
-    panel.cmdDigTestWrite_Click();
-    dialogs.expectMessage(install);
-    clock.after(4 * 150 + 50, [this] { EXPECT_EQ(labels(), QStringLiteral("2 > 0|0|1")); });
-    dialogs.expectMessage(readPassed);
-    panel.cmdDigTestRead_Click();
+    clock.after(4 * 17 * 300 + 4 * 150 + 50,
+                [this] { EXPECT_EQ(labels(), QStringLiteral("2 > 0|0|1")); });
+    for (const QString &text : {writePassed, install, readPassed})
+        dialogs.expectMessage(text);
+    act(board, "cmdDigTestFull");
 }
 
 TEST_F(DigitalTestsTest, AbortedAtAnyMomentItSendsNothingMoreAndGivesNoVerdict)
 {
-    for (int at = 10; at < 2000; at += 23) {
-        for (const auto test :
-             {&DigitalTestsPanel::cmdDigTestWrite_Click, &DigitalTestsPanel::cmdDigTestRead_Click,
-              &DigitalTestsPanel::cmdDigTestFull_Click}) {
+    for (int at = 10; at < 1000; at += 17) {
+        for (const char *test : {"cmdDigTestWrite", "cmdDigTestRead", "cmdDigTestFull"}) {
             channels.forget();
             qsizetype sent = 0;
-            if (test == &DigitalTestsPanel::cmdDigTestRead_Click)
+            if (qstrcmp(test, "cmdDigTestRead") == 0)
                 dialogs.expectMessage(install);
             clock.after(at, [this, &sent] {
                 sent = channels.commands().size();
-                panel.cmdDigTestAbort_Click();
+                act(board, "cmdDigTestAbort");
             });
-            std::invoke(test, panel);
+            act(board, test);
             EXPECT_LE(channels.commands().size(), sent + 1) << at; // one that waits its 25 ms
             EXPECT_TRUE(isIdle()) << at;
         }
@@ -195,24 +182,16 @@ TEST_F(DigitalTestsTest, AbortedAtAnyMomentItSendsNothingMoreAndGivesNoVerdict)
 
 TEST_F(DigitalTestsTest, AnAbortUnderAMessageBoxEndsTheTestToo)
 {
-    const auto abort = [this] { panel.cmdDigTestAbort_Click(); };
+    const auto abort = [this] { act(board, "cmdDigTestAbort"); };
     dialogs.expectMessage(install, Dialogs::Answer::Ok, abort);
-    panel.cmdDigTestRead_Click();
+    act(board, "cmdDigTestRead");
     EXPECT_TRUE(channels.commands().isEmpty());
 
     stuckLow = 1;
     dialogs.expectMessage(
         QStringLiteral("Error testing direction register, port 0, data= 0 ,expected0"),
         Dialogs::Answer::Ok, abort);
-    panel.cmdDigTestFull_Click();
+    act(board, "cmdDigTestFull");
     EXPECT_EQ(channels.commands().size(), 2);
     EXPECT_TRUE(isIdle());
-}
-
-TEST_F(DigitalTestsTest, ASilentBoardFailsEveryStep)
-{
-    channels.answer = [](const QString &) { return QString(); };
-    board.OptSbcCommMeth_Click(2);
-    EXPECT_FALSE(panel.sequences().loopback(1, 3));
-    EXPECT_EQ(channels.commands().size(), 17 * 2);
 }

@@ -10,18 +10,10 @@ namespace {
 
 ReportFields fields()
 {
-    return {.partNum = QStringLiteral(" 1234-5 "),
-            .serialNum = QStringLiteral("07/0123"),
-            .picFirmWare = QStringLiteral("P3.0"),
-            .rabbitVersion = QStringLiteral("R2.1"),
-            .fileName = QStringLiteral("1234-5_0123-07"),
-            .date = QStringLiteral("6/3/2026"),
-            .appVer = QStringLiteral("1.0.0"),
-            .yourName = QStringLiteral("J\xF6rg"),
-            .meterName = QStringLiteral("Meter"),
-            .meterModel = QStringLiteral("M 1"),
-            .meterCalDue = QString(),
-            .meterADINum = QStringLiteral("77")};
+    const auto text = [](const char *latin) { return QString::fromLatin1(latin); };
+    return {text(" 1234-5 "),       text("07/0123"),  text("P3.0"),  text("R2.1"),
+            text("1234-5_0123-07"), text("6/3/2026"), text("1.0.0"), text("J\xF6rg"),
+            text("Meter"),          text("M 1"),      QString(),     text("77")};
 }
 
 /// Channel n's DAC value is n, its other values are blank but for a few of channels 0 and 7.
@@ -79,57 +71,41 @@ TEST(CalibrationReport, TheIdentityIsReadFromAtLeastFiveFields)
     struct Row
     {
         const char *reply;
-        std::optional<BoardIdentity> identity;
+        const char *identity; // part, serial, PIC, Rabbit; empty: none
     };
-    const auto identity = [](const char *part, const char *serial, const char *pic,
-                             const char *rabbit) {
-        return BoardIdentity{QString::fromLatin1(part), QString::fromLatin1(serial),
-                             QString::fromLatin1(pic), QString::fromLatin1(rabbit)};
-    };
-    const Row rows[] = {
-        {"ACME,P/N_1234-5,R2.1,P3.0,07/0123", identity("1234-5", "07/0123", "P3.0", "R2.1")},
-        {"ACME, p/n_P/NP/N_12p/n , R , P , 0\r\n7/1 \r\n", identity("12", "07/1", "P", "R")},
-        {"a,P/P/NN,r\r\n,p,s", identity("P/N", "s", "p", "r")}, // one pass, not repeated
-        {",,,,", identity("", "", "", "")},
-        {"a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p,q,r,s,t,u,v,w,x,y,z,1,2,3,4",
-         identity("b", "e", "d", "c")},
-        {"a,b,c,d", std::nullopt},
-        {"a,b,c", std::nullopt},
-        {",", std::nullopt},
-        {"abcde", std::nullopt},
-        {"", std::nullopt},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(calibrationReport::parseIdentity(QString::fromLatin1(row.reply)), row.identity)
-            << row.reply;
+    for (const Row &row :
+         {Row{"ACME,P/N_1234-5,R2.1,P3.0,07/0123", "1234-5|07/0123|P3.0|R2.1"},
+          Row{"ACME, p/n_P/NP/N_12p/n , R , P , 0\r\n7/1 \r\n", "12|07/1|P|R"},
+          Row{"a,P/P/NN,r\r\n,p,s", "P/N|s|p|r"}, Row{",,,,", "|||"}, // one pass each
+          Row{"a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p,q,r,s,t,u,v,w,x,y,z,1,2,3,4", "b|e|d|c"},
+          Row{"a,b,c,d", ""}, Row{",", ""}, Row{"abcde", ""}, Row{"", ""}}) {
+        QString read;
+        if (const auto id = calibrationReport::parseIdentity(QString::fromLatin1(row.reply)))
+            read = QStringList{id->partNum, id->serialNum, id->picFirmWare, id->rabbitVersion}.join(
+                u'|');
+        EXPECT_EQ(read.toStdString(), row.identity) << row.reply;
+    }
 }
 
 TEST(CalibrationReport, TheFileNameIsPartSecondPieceFirstPiece)
 {
-    struct Row
-    {
-        const char *part;
-        const char *serial;
-        const char *name;
-    };
-    for (const Row &row : {Row{"1234-5", "07/0123", "1234-5_0123-07"}, Row{"", "1/2/3", "_2-1"},
-                           Row{"P", "/", "P_-"}, Row{"P", "070123", ""}, Row{"P", "", ""}})
-        EXPECT_EQ(calibrationReport::fileName(QString::fromLatin1(row.part),
-                                              QString::fromLatin1(row.serial)),
-                  QString::fromLatin1(row.name));
+    for (const auto &[serial, name] :
+         {std::pair("07/0123", "1234-5_0123-07"), std::pair("1/2/3", "1234-5_2-1"),
+          std::pair("/", "1234-5_-"), std::pair("070123", ""), std::pair("", "")})
+        EXPECT_EQ(calibrationReport::fileName(QStringLiteral("1234-5"), QString::fromLatin1(serial))
+                      .toStdString(),
+                  name);
 }
 
 TEST(CalibrationReport, TheErrorHandlerHasATextForEachOutcome)
 {
     using reportTexts::PrintError;
+    using reportTexts::printErrorText;
     const QString path = QStringLiteral("/tmp/a.txt");
-    const auto text = [&path](PrintError error) {
-        return reportTexts::printErrorText(error, path, QStringLiteral("Disk full"));
-    };
-    EXPECT_EQ(text(PrintError::None), QStringLiteral("Export successful.\r\n\r\n/tmp/a.txt"));
-    EXPECT_EQ(text(PrintError::Cancelled), QString());
-    EXPECT_EQ(text(PrintError::Other), QStringLiteral("Disk full"));
-    EXPECT_EQ(text(PrintError::InvalidName),
+    EXPECT_EQ(printErrorText(PrintError::None, path, {}),
+              QStringLiteral("Export successful.\r\n\r\n/tmp/a.txt"));
+    EXPECT_EQ(printErrorText(PrintError::Cancelled, path, {}), QString());
+    EXPECT_EQ(printErrorText(PrintError::InvalidName, path, {}),
               QStringLiteral("Invalid file name.\r\n\r\nTo get the file name, connect to the "
                              "VXM250, press the Auto Fill button then press the Generate Filename "
                              "button. \r\n\r\nThe file name will be automatically generated from a "

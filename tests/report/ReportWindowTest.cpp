@@ -1,4 +1,5 @@
 #include "board/CalibrationPanel.h"
+#include "report/ReportTexts.h"
 #include "report/frmSBCPrint.h"
 #include "tests/board/BoardFixture.h"
 
@@ -57,17 +58,25 @@ const QString syntaxError = QStringLiteral("SYNTAX ERROR: ");
 
 } // namespace
 
-TEST_F(ReportWindowTest, OpeningFillsTheFieldsInTheBoardsWords)
+TEST_F(ReportWindowTest, OpeningFillsTheFieldsFromTheBoardAndOnlyCancelWorksMeanwhile)
 {
+    clock.after(50, [this] {
+        EXPECT_FALSE(window->cmdAccept->isEnabled());
+        EXPECT_TRUE(window->cmdCAncel->isEnabled());
+        window->cmdAccept_Click();
+        window->cmdAutoFill_Click();
+    });
+    channels.forget();
+    clock.waits.clear();
+    open();
     EXPECT_EQ(window->windowTitle(), QStringLiteral("VXM250 Calibration File Info"));
-    EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("1234-5"));
-    EXPECT_EQ(window->txtSerialNum->text(), QStringLiteral("07/0123"));
-    EXPECT_EQ(window->txtPicFirmWare->text(), QStringLiteral("P3.0"));
-    EXPECT_EQ(window->txtRabbitVersion->text(), QStringLiteral("R2.1"));
-    EXPECT_EQ(window->txtFileName->text(), QStringLiteral("1234-5_0123-07"));
-    EXPECT_EQ(window->txtAppVer->text(), QStringLiteral("1.2.3"));
+    for (const auto &[box, text] :
+         {std::pair("txtPartNum", "1234-5"), std::pair("txtSerialNum", "07/0123"),
+          std::pair("txtPicFirmWare", "P3.0"), std::pair("txtRabbitVersion", "R2.1"),
+          std::pair("txtFileName", "1234-5_0123-07"), std::pair("txtAppVer", "1.2.3"),
+          std::pair("StatusBar1_1", "ACME,P/N_1234-5,R2.1,P3.0,07/0123")})
+        EXPECT_EQ(shown(*window, box), QString::fromLatin1(text));
     EXPECT_FALSE(window->txtDate->text().isEmpty());
-    EXPECT_EQ(status(), QStringLiteral("ACME,P/N_1234-5,R2.1,P3.0,07/0123"));
     EXPECT_EQ(channels.commands(), latin({"*IDN?\r"}));
     EXPECT_EQ(clock.waits, (std::vector<int>{25, 100, 25}));
 }
@@ -84,24 +93,19 @@ TEST_F(ReportWindowTest, AReplyOfFewerFieldsChangesNoBoxAndShowsTheSyntaxError)
 
 TEST_F(ReportWindowTest, FieldsReappearAndDateAndVersionAreRefreshed)
 {
-    window->txtYourName->setText(QStringLiteral("Ada"));
-    window->txtMeterADINum->setText(QStringLiteral("77"));
-    window->txtPartNum->setText(QStringLiteral("typed"));
-    window->txtDate->setText(QStringLiteral("yesterday"));
-    window->txtAppVer->setText(QStringLiteral("0.0.1"));
+    act(*window, "txtYourName=Ada;txtMeterADINum=77;txtPartNum=typed;txtDate=old;txtAppVer=0.0.1");
     accept({Outcome::Cancelled, {}}, QString());
     answerQueriesWith(""); // the board is gone: what is remembered stays
     open();
-    EXPECT_EQ(window->txtYourName->text(), QStringLiteral("Ada"));
-    EXPECT_EQ(window->txtMeterADINum->text(), QStringLiteral("77"));
-    EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("typed"));
-    EXPECT_EQ(window->txtFileName->text(), QStringLiteral("typed_0123-07"));
-    EXPECT_NE(window->txtDate->text(), QStringLiteral("yesterday"));
-    EXPECT_EQ(window->txtAppVer->text(), QStringLiteral("1.2.3"));
-    window->txtYourName->setText(QStringLiteral("Eve"));
-    window->cmdCAncel_Click();
+    for (const auto &[box, text] :
+         {std::pair("txtYourName", "Ada"), std::pair("txtMeterADINum", "77"),
+          std::pair("txtPartNum", "typed"), std::pair("txtFileName", "typed_0123-07"),
+          std::pair("txtAppVer", "1.2.3")})
+        EXPECT_EQ(shown(*window, box), QString::fromLatin1(text));
+    EXPECT_NE(shown(*window, "txtDate"), QStringLiteral("old"));
+    act(*window, "txtYourName=Eve;cmdCAncel");
     open();
-    EXPECT_EQ(window->txtYourName->text(), QStringLiteral("Ada"));
+    EXPECT_EQ(shown(*window, "txtYourName"), QStringLiteral("Ada"));
 }
 
 TEST_F(ReportWindowTest, AcceptWritesTheGridAndRemembersTheFolder)
@@ -115,7 +119,9 @@ TEST_F(ReportWindowTest, AcceptWritesTheGridAndRemembersTheFolder)
     EXPECT_TRUE(report.endsWith("ADC Offset\t-0.25000 -0.25000 -0.25000 -0.25000 -0.25000 -0.25000 "
                                 "-0.25000 -0.25000 \r\nKeithley   \t                \r\n"));
     open();
+    act(*window, "txtSerialNum=070123;cmdGenFilename"); // without a "/": only the folder
     accept({Outcome::Cancelled, {}}, QString());
+    EXPECT_EQ(dialogs.questions.back().name, QString());
     const auto &question = dialogs.questions.back();
     EXPECT_EQ(question.filter, QStringLiteral("Text(*.txt)|*.txt"));
     EXPECT_EQ(question.folder, folder.path() + u'/');
@@ -123,22 +129,10 @@ TEST_F(ReportWindowTest, AcceptWritesTheGridAndRemembersTheFolder)
     EXPECT_EQ(dialogs.questions.front().name, QStringLiteral("1234-5_0123-07"));
 }
 
-TEST_F(ReportWindowTest, ASerialNumberWithoutASlashProposesTheFolderOnly)
-{
-    window->txtSerialNum->setText(QStringLiteral("070123"));
-    window->cmdGenFilename_Click();
-    EXPECT_EQ(window->txtFileName->text(), QString());
-    accept({Outcome::Cancelled, {}}, QString());
-    EXPECT_EQ(dialogs.questions.back().name, QString());
-}
-
 TEST_F(ReportWindowTest, AnInvalidNameAndAFileThatCannotBeWrittenAreTold)
 {
     accept({Outcome::InvalidName, {}},
-           QStringLiteral("Invalid file name.\r\n\r\nTo get the file name, connect to the VXM250, "
-                          "press the Auto Fill button then press the Generate Filename button. "
-                          "\r\n\r\nThe file name will be automatically generated from a "
-                          "combination of the part number and serial number."));
+           reportTexts::printErrorText(reportTexts::PrintError::InvalidName, {}, {}));
     const QString missing = path(QStringLiteral("none/report.txt"));
     const QString tooLong = path(QString(300, u'x'));
     open();
@@ -178,43 +172,20 @@ TEST_F(ReportWindowTest, AutoFillDuringACalibrationIsRefusedAndLeavesItAlone)
     EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("typed"));
 }
 
-TEST_F(ReportWindowTest, WhileItFillsOnlyCancelCanBeUsed)
-{
-    clock.after(50, [this] {
-        EXPECT_FALSE(window->cmdAccept->isEnabled());
-        EXPECT_TRUE(window->cmdCAncel->isEnabled());
-        window->cmdAccept_Click();
-        window->cmdAutoFill_Click();
-    });
-    channels.forget();
-    window->cmdAutoFill_Click();
-    EXPECT_EQ(channels.commands().size(), 1);
-    EXPECT_TRUE(window->cmdAccept->isEnabled());
-}
-
 TEST_F(ReportWindowTest, ClosedAtAnyMomentOfAutoFillItEndsAtOnceAndTheBoardWindowGoesOn)
 {
-    for (int at = 5; at < 1500; at += 61) {
-        answerQueriesWith(at < 200 ? "a,b,c,d,e" : "");
-        remembered = {};
-        window = std::make_unique<frmSBCPrint>(board, remembered, dialogs, QString());
+    answerQueriesWith("");
+    for (int at = 5; at < 1900; at += 97) {
+        window = std::make_unique<frmSBCPrint>(board, remembered, dialogs, QStringLiteral("1.2.3"));
         QSignalSpy closed(window.get(), &frmSBCPrint::closed);
         window->show();
-        bool wasOpen = false;
-        quint32 end = 0;
-        clock.after(at, [&] {
-            end = clock.MS_TIMER();
-            wasOpen = window->isVisible();
-            window->close();
-        });
+        const quint32 start = clock.MS_TIMER();
+        clock.after(at, [this] { act(*window, "cmdCAncel"); });
         window->Form_Load();
-        if (!wasOpen)
-            clock.waitUntil([] { return false; }, at, [] { return false; });
-        else
-            EXPECT_EQ(clock.MS_TIMER(), end) << at;
+        EXPECT_EQ(clock.MS_TIMER() - start, static_cast<quint32>(at));
         EXPECT_TRUE(QTest::qWaitFor([&closed] { return closed.count() == 1; }, 2000)) << at;
         channels.forget();
-        board.calibration->cmdWriteCal_Click();
+        act(board, "cmdWriteCal");
         EXPECT_EQ(channels.commands(), latin({"CAL:PIC\r"})) << at;
     }
 }
