@@ -45,11 +45,12 @@ void CalibrationSequence::showStep(int channel, const QString &what)
                           .arg(what));
 }
 
-bool CalibrationSequence::send(QString command)
+bool CalibrationSequence::send(const QString &command)
 {
     if (isEnded())
         return false;
-    m_link.OutputToSbc(command);
+    QString sent = command;
+    m_link.OutputToSbc(sent);
     return !isEnded();
 }
 
@@ -59,11 +60,12 @@ bool CalibrationSequence::pause(qint16 ms)
     return !isEnded();
 }
 
-bool CalibrationSequence::query(QString command, qint16 ms, QString &reply)
+bool CalibrationSequence::query(const QString &command, qint16 ms, QString &reply)
 {
     if (isEnded())
         return false;
-    m_link.OutputToSbc(command);
+    QString sent = command;
+    m_link.OutputToSbc(sent);
     m_link.PauseMS(ms);
     m_link.InputFromSbc(reply);
     return !isEnded();

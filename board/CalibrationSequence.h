@@ -47,9 +47,9 @@ protected:
     void showStep(int channel, const QString &what);
 
     // Each returns false when the sequence has ended.
-    bool send(QString command);
+    bool send(const QString &command);
     bool pause(qint16 ms);
-    bool query(QString command, qint16 ms, QString &reply);
+    bool query(const QString &command, qint16 ms, QString &reply);
     bool fail(const QString &reason);
 
     void setCell(int row, int channel, const QString &text);

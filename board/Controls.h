@@ -4,11 +4,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-namespace corvane {
-
 /// How the board window's pages make their controls: each with its name, which tests and style
 /// sheets find it by, and what a screen reader says.
-namespace controls {
+namespace corvane::controls {
 
 /// An element of a control array: "name_index".
 QString indexed(const QString &name, int index);
@@ -30,6 +28,4 @@ QLineEdit *entry(int characters, const QString &name, const QString &accessibleN
 /// A read-out: plain text in a sunken frame, selectable, about `characters` wide.
 QLabel *readOut(int characters, const QString &name, const QString &accessibleName);
 
-} // namespace controls
-
-} // namespace corvane
+} // namespace corvane::controls

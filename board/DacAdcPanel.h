@@ -70,8 +70,8 @@ private:
 
     /// The command that sends the entry, or nothing after the message that refuses it.
     std::optional<QString> dacCommand(int channel);
-    std::optional<QString> dacCommandFromHex(int channel, const QString &entry);
-    std::optional<QString> dacCommandFromVolts(int channel, const QString &entry);
+    std::optional<QString> dacCommandFromHex(int channel, const QString &text);
+    std::optional<QString> dacCommandFromVolts(int channel, const QString &text);
     void sendDac(int channel);
     void readAdc(int channel);
     [[nodiscard]] bool isBertan() const;

@@ -61,11 +61,11 @@ private:
     void makePort(QGridLayout &grid, int port);
     void connectControls();
 
-    void writeRegister(const QString &name, int port, const QString &entry);
+    void writeRegister(const QString &name, int port, const QString &text);
     /// The shown form of the register's value, or nothing when the operation was stopped.
     std::optional<QString> readRegister(const QString &name, int port);
     /// The value as the command carries it, or nothing when the entry is refused.
-    [[nodiscard]] std::optional<QString> registerValue(const QString &entry) const;
+    [[nodiscard]] std::optional<QString> registerValue(const QString &text) const;
 
     int m_units = Hex;
 };

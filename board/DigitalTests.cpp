@@ -61,11 +61,12 @@ bool DigitalTests::isEnded() const
 }
 
 /// Sends a command and gives the board its time; false when the test has ended.
-bool DigitalTests::exchange(QString command)
+bool DigitalTests::exchange(const QString &command)
 {
     if (isEnded())
         return false;
-    m_link.OutputToSbc(command);
+    QString sent = command;
+    m_link.OutputToSbc(sent);
     m_link.PauseMS(settleMs);
     return !isEnded();
 }

@@ -46,7 +46,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool isEnded() const;
-    bool exchange(QString command);
+    bool exchange(const QString &command);
     void showStep(int step);
     void cleanUp();
 

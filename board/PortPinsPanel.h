@@ -4,6 +4,7 @@
 
 #include <array>
 
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -36,7 +37,7 @@ public:
     QPushButton *cmdReadAllIo;
 
 private:
-    void makePin(class QGridLayout &grid, int pin);
+    void makePin(QGridLayout &grid, int pin);
     void connectControls();
 
     void setPin(char16_t level, int pin);

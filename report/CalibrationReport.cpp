@@ -3,6 +3,8 @@
 #include "common/Numbers.h"
 #include "report/ReportTexts.h"
 
+#include <QStringList>
+
 namespace corvane::calibrationReport {
 
 namespace {

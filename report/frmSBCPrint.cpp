@@ -18,6 +18,8 @@
 #include <QShortcut>
 #include <QStatusBar>
 
+#include <span>
+
 namespace corvane {
 
 using namespace controls;
@@ -26,6 +28,8 @@ using reportTexts::PrintError;
 namespace {
 
 constexpr qint16 beforeReadMs = 25;
+/// The first of the fields that do not come from the board.
+constexpr size_t firstTestRow = 5;
 
 /// Today in the system's short form; where that needs characters that the report cannot hold, in
 /// the international form.
@@ -83,12 +87,11 @@ const std::array<frmSBCPrint::FieldRow, 12> &frmSBCPrint::fieldRows()
     return rows;
 }
 
-frmSBCPrint::frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs,
-                         const QString &version)
+frmSBCPrint::frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, QString version)
     : m_board(&board)
     , m_remembered(remembered)
     , m_dialogs(dialogs)
-    , m_version(version)
+    , m_version(std::move(version))
 {
     setObjectName(QStringLiteral("frmSBCPrint"));
     setWindowTitle(reportTexts::caption);
@@ -173,16 +176,14 @@ void frmSBCPrint::Form_Load()
         return;
     m_remembered.report.date = todayText();
     m_remembered.report.appVer = m_version;
-    showRemembered();
+    showTestFields();
     cmdGenFilename_Click();
 }
 
-void frmSBCPrint::showRemembered()
+void frmSBCPrint::showTestFields()
 {
-    for (const FieldRow &row : fieldRows()) {
-        if (row.box != &frmSBCPrint::txtFileName)
-            (this->*row.box)->setText(m_remembered.report.*row.field);
-    }
+    for (const FieldRow &row : std::span(fieldRows()).subspan(firstTestRow))
+        (this->*row.box)->setText(m_remembered.report.*row.field);
 }
 
 void frmSBCPrint::remember()

@@ -29,7 +29,7 @@ class frmSBCPrint : public QWidget
 
 public:
     /// `version` is this program's, as major "." minor "." revision.
-    frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, const QString &version);
+    frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, QString version);
     ~frmSBCPrint() override;
 
     /// Fills the fields; call it once the window is shown. Waits for the board.
@@ -87,7 +87,7 @@ private:
 
     void fillFromBoard();
     void remember();
-    void showRemembered();
+    void showTestFields();
     [[nodiscard]] bool isClosing() const { return m_closing; }
     void showPrintError(const QString &text);
     void write(const QString &path, const QByteArray &report);
