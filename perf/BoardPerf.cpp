@@ -37,7 +37,7 @@ protected:
 class InstantDevices : public GpibAdapter
 {
 public:
-    QString description() const override { return QStringLiteral("instant devices"); }
+    [[nodiscard]] QString description() const override { return QStringLiteral("instant devices"); }
     QString version(WaitGroup &) override { return QStringLiteral("1"); }
     void open(const GpibAddress &, WaitGroup &) override {}
     void clear(const GpibAddress &, WaitGroup &) override {}
@@ -68,7 +68,7 @@ public:
     FileChoice openFile(QWidget *, const FileQuestion &) override { return {}; }
     FileChoice saveFile(QWidget *, const FileQuestion &) override { return {}; }
     void dismissAll() override {}
-    int openCount() const override { return 0; }
+    [[nodiscard]] int openCount() const override { return 0; }
 };
 
 class GpibOnly : public BoardChannels
@@ -82,9 +82,9 @@ public:
     SerialPort &MSComm1() override { qFatal("not used"); }
     GpibControl &QBXControl1() override { return m_control; }
     TcpClient &tcpClient1() override { qFatal("not used"); }
-    QString responseText(int) const override { return {}; }
+    [[nodiscard]] QString responseText(int) const override { return {}; }
     void clearResponse(int) override {}
-    ChannelUse channelUse(int) const override { return ChannelUse::Free; }
+    [[nodiscard]] ChannelUse channelUse(int) const override { return ChannelUse::Free; }
     void uncheckMnuSBC() override {}
 
 private:

@@ -46,7 +46,7 @@ public:
     SerialPort &MSComm1() override { return serial; }
     GpibControl &QBXControl1() override { return gpib; }
     TcpClient &tcpClient1() override { return tcp; }
-    QString responseText(int channel) const override
+    [[nodiscard]] QString responseText(int channel) const override
     {
         if (!boxText.isEmpty())
             return boxText;
@@ -58,7 +58,7 @@ public:
         boxText.clear();
         cleared.push_back(channel);
     }
-    ChannelUse channelUse(int channel) const override
+    [[nodiscard]] ChannelUse channelUse(int channel) const override
     {
         return channel == usedChannel ? use : ChannelUse::Free;
     }
@@ -98,7 +98,7 @@ public:
     int unchecked = 0;
 
 private:
-    std::optional<QByteArray> onBoard(const QByteArray &text) const
+    [[nodiscard]] std::optional<QByteArray> onBoard(const QByteArray &text) const
     {
         const QString reply = answer(QString::fromLatin1(text));
         return reply.isEmpty() ? std::nullopt : std::optional(reply.toLatin1());

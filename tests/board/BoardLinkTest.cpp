@@ -52,7 +52,7 @@ TEST_F(BoardLinkTest, AnExchangeTakes125MsAnd200MoreWhenTheBoardIsSilent)
 TEST_F(BoardLinkTest, AReplyThatComesWithinTheSecondReadCounts)
 {
     clock.after(25 + 100 + FakeBoardChannels::gpibTimeoutMs + 150, [this] {
-        channels.bus.replies[FakeBoardChannels::boardAddress].push_back("late");
+        channels.bus.replies[FakeBoardChannels::boardAddress].emplace_back("late");
     });
     QString text = QStringLiteral("ADC?");
     board.link().OutputToSbc(text);

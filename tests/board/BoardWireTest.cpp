@@ -86,12 +86,8 @@ TEST_F(BoardWireTest, AnIndexOutsideIsIgnored)
 {
     for (const int index : {-1, 8}) {
         board.dacAdc->cmdSendDac_Click(index);
-        board.dacAdc->cmdReadAdc_Click(index);
         board.digitalIo->cmdReadIo_Click(index);
-        board.digitalIo->cmdWriteDirIo_Click(index);
         board.digitalIo->pins->cmdH_Click(index);
-        board.digitalIo->pins->cmdPortPinRead_Click(index);
-        board.digitalIo->pins->cmdPortPinWrite_Click(index);
     }
     EXPECT_TRUE(channels.commands().isEmpty());
 }

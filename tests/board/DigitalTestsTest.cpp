@@ -65,11 +65,11 @@ const QString readFailed = QStringLiteral("Testing readback data loop back FAILE
 
 TEST_F(DigitalTestsTest, ThePatternsAreAWalkingOneAWalkingZeroAndAllOnes)
 {
-    const std::vector<int> expected = {1,   2,   4,   8,   16,  32,  64,  128, 254,
-                                       253, 251, 247, 239, 223, 191, 127, 255};
-    std::vector<int> patterns;
+    const QList<int> expected = {1,   2,   4,   8,   16,  32,  64,  128, 254,
+                                 253, 251, 247, 239, 223, 191, 127, 255};
+    QList<int> patterns;
     for (int step = 0; step < DigitalTests::steps; ++step)
-        patterns.push_back(DigitalTests::test_data(step));
+        patterns.append(DigitalTests::test_data(step));
     EXPECT_EQ(patterns, expected);
     EXPECT_EQ(DigitalTests::bitText(7) + DigitalTests::bitText(8) + DigitalTests::bitText(16),
               QStringLiteral("70All"));

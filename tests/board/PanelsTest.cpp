@@ -1,7 +1,10 @@
 #include "board/DacAdcPanel.h"
+#include "board/DigitalIoPanel.h"
 #include "board/IdentityPanel.h"
 #include "tests/board/BoardFixture.h"
 
+#include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 
@@ -55,6 +58,12 @@ const ReadOut readOuts[] = {
     {"", "cmdReadIo_1", "lblReadIo_1", "0"},
     {"10\r\n", "optIoUnits_1;cmdReadIo_1", "lblReadIo_1", "10"},
     {"1e40", "cmdReadDirIo_1", "txtDirIoRead_1", "1e+40"},
+    {"", "chkBertan;optIoUnits_0;optIoUnits_1", "txtDirIo_0", "255"},
+    {"", "optIoUnits_1", "lblIoRange", "Range: 0 to 255 decimal"},
+    {"", "optIoUnits_0", "lblIoRange", "Range: 00 to FF hex"},
+    {"", "optIoUnits_0", "txtDirIoRead_1", "FF"},
+    {"", "optIoUnits_0", "txtWriteIo_2", "FF"},
+    {"", "optIoUnits_0", "lblReadIo_3", "FF"},
     {" 1 \r\n", "cmdPortPinRead_4", "lblPortPinRead_4", "1"},
     {"", "cmdPortPinRead_4", "lblPortPinRead_4", ""},
     {"10.0.0.7,255.0.0.0", "cmdGetTcpip", "lblTcpip", "10.0.0.7"},
@@ -121,6 +130,7 @@ TEST_F(PanelsTest, AReadOutShowsWhatItsReplyHolds)
         EXPECT_EQ(shown(board, row.control), QString::fromLatin1(row.text))
             << row.script << " " << row.reply;
     }
+    EXPECT_FALSE(board.digitalIo->chkBertan->isChecked()); // by the hexadecimal units
 }
 
 TEST_F(PanelsTest, AnAdcReplyGivesValueGainAndOffsetWhereItHoldsThem)
@@ -164,20 +174,6 @@ TEST_F(PanelsTest, ChangingTheUnitsConvertsWhatIsShownOnceAndLeavesOtherTexts)
         EXPECT_EQ(shown(board, "lblDacRange"), QStringLiteral("Range: 0000 to FFFF hex"));
         act(board, "optDacUnits_1");
         EXPECT_EQ(shown(board, "lblReadAdc_7"), QString::fromLatin1(row.back));
-    }
-}
-
-TEST_F(PanelsTest, PortUnitsShowFullScaleAndHexadecimalUnchecksBertan)
-{
-    act(board, "chkBertan;optIoUnits_1");
-    for (const auto &[full, range, bertan] : {std::tuple("255", "Range: 0 to 255 decimal", true),
-                                              std::tuple("FF", "Range: 00 to FF hex", false)}) {
-        EXPECT_EQ(shown(board, "lblIoRange"), QString::fromLatin1(range));
-        for (const char *box : {"txtDirIo_0", "txtDirIoRead_1", "txtWriteIo_2", "lblReadIo_3"})
-            EXPECT_EQ(shown(board, box), QString::fromLatin1(full));
-        EXPECT_EQ(board.findChild<QAbstractButton *>(QStringLiteral("chkBertan"))->isChecked(),
-                  bertan);
-        act(board, "optIoUnits_0");
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include "report/ReportTexts.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 using namespace corvane;

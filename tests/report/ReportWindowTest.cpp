@@ -190,7 +190,7 @@ TEST_F(ReportWindowTest, ClosedAtAnyMomentOfAutoFillItEndsAtOnceAndTheBoardWindo
     }
 }
 
-TEST_F(ReportWindowTest, ClosesWithTheBoardWindowEvenInItsWaitsAndBoxes)
+TEST_F(ReportWindowTest, ClosesWithTheBoardWindowUnderItsMessageBox)
 {
     QSignalSpy boardClosed(&board, &frmSBC::closed);
     QSignalSpy closed(window.get(), &frmSBCPrint::closed);
@@ -199,7 +199,6 @@ TEST_F(ReportWindowTest, ClosesWithTheBoardWindowEvenInItsWaitsAndBoxes)
                           [this] { board.close(); });
     window->cmdAccept_Click();
     EXPECT_TRUE(QTest::qWaitFor([&] { return closed.count() == 1 && boardClosed.count() == 1; }));
-    window->cmdAutoFill_Click();
     window->cmdAccept_Click();
     EXPECT_EQ(dialogs.questions.size(), 1U);
 }
