@@ -32,7 +32,7 @@ public:
     {
         /// Filter parts as "Description|*.ext|Description|*.ext".
         QString filter;
-        /// The folder that the dialog starts in.
+        /// The folder that the dialog starts in; empty: the current one.
         QString folder;
         /// The proposed file name; may be empty.
         QString name;

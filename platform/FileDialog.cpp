@@ -11,7 +11,7 @@ FileDialog::FileDialog(const Dialogs::FileQuestion &question, AcceptMode mode)
     setAcceptMode(mode);
     setFileMode(AnyFile);
     setOption(DontConfirmOverwrite);
-    setDirectory(question.folder);
+    setDirectory(question.folder.isEmpty() ? QDir::currentPath() : question.folder);
     setNameFilters(fileQuestions::nameFilters(question.filter));
     selectFile(question.name);
 }
