@@ -40,7 +40,7 @@ QString outcomeFault(TransferEngine::Outcome outcome)
 {
     switch (outcome) {
     case TransferEngine::Outcome::SyntaxError:
-        return QStringLiteral("a row of the list lacks a cell that it needs");
+        return QStringLiteral("a cell that is needed is empty");
     case TransferEngine::Outcome::Empty:
         return QStringLiteral("the list is empty");
     case TransferEngine::Outcome::Incomplete:
@@ -64,9 +64,10 @@ UnattendedRun::UnattendedRun(Main &window, const CommandLine &line, QTextStream 
     , m_messages(messages)
 {
     const TransferEngine &engine = window.transferEngine();
-    connect(&engine, &TransferEngine::rowStarted, this, [this](int, const QString &command) {
+    connect(&engine, &TransferEngine::rowStarted, this, [this](int row, const QString &command) {
+        m_row = row;
         m_command = command;
-        m_sinceProgress.start();
+        m_sinceStartOfRow.start();
     });
     connect(&engine, &TransferEngine::rowFinished, this, &UnattendedRun::printRow);
     connect(&engine, &TransferEngine::runEnded, this,
@@ -75,6 +76,7 @@ UnattendedRun::UnattendedRun(Main &window, const CommandLine &line, QTextStream 
 
 int UnattendedRun::execute()
 {
+    const StopSignal signal([this] { stop(); });
     try {
         if (prepare())
             run();
@@ -111,18 +113,19 @@ bool UnattendedRun::prepare()
         channel.cboMs->setEditText(QString::number(*m_line.loopMs));
         channel.cboMs_Change();
     }
-    if (!driver.connect(m_line.channel, m_line.patienceSeconds * 1000))
-        return refuse(QStringLiteral("%1 is not connected")
-                          .arg(texts::channelCaptions.at(static_cast<size_t>(m_line.channel))));
-    return true;
+    if (driver.connect(m_line.channel, m_line.patienceSeconds * 1000))
+        return true;
+    if (m_window.waits().isClosed())
+        return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
+    return refuse(QStringLiteral("%1 is not connected")
+                      .arg(texts::channelCaptions.at(static_cast<size_t>(m_line.channel))));
 }
 
 void UnattendedRun::run()
 {
     TransferEngine &engine = m_window.transferEngine();
-    const StopSignal stop([&engine] { engine.cmdStopSend_Click(); });
+    const Module1 &module = m_window.parts().module;
     m_sinceStart.start();
-    m_sinceProgress.start();
     if (m_line.get)
         engine.cmdLoadFrmChmber_Click(m_line.channel);
     else
@@ -132,18 +135,30 @@ void UnattendedRun::run()
         if (m_window.waits().waitUntil([this] { return m_outcome.has_value(); }, patienceStepMs) ==
             WaitEnd::Cancelled)
             break;
-        if (!m_outcome && m_sinceProgress.hasExpired(patienceMs)) {
-            refuse(QStringLiteral("row %1: no reply within %2 s")
-                       .arg(m_window.parts().module.CurrentListRow)
-                       .arg(m_line.patienceSeconds));
+        // A row that has its reply waits for the loop time, which may be longer.
+        if (!m_outcome && !module.ResponseReady && m_sinceStartOfRow.hasExpired(patienceMs)) {
+            refuseAtRow(QStringLiteral("no reply within %1 s").arg(m_line.patienceSeconds));
             engine.cmdStopSend_Click();
         }
     }
 }
 
+/// As Stop does; while the Channel is still connecting, closing the window ends the wait.
+void UnattendedRun::stop()
+{
+    if (m_window.parts().module.transferRunning())
+        m_window.transferEngine().cmdStopSend_Click();
+    else
+        m_window.close();
+}
+
+bool UnattendedRun::refuseAtRow(const QString &reason)
+{
+    return refuse(m_row == 0 ? reason : QStringLiteral("row %1: %2").arg(m_row).arg(reason));
+}
+
 void UnattendedRun::printRow(int row, const QString &reply, TransferEngine::RowVerdict verdict)
 {
-    m_sinceProgress.start();
     if (verdict != TransferEngine::RowVerdict::None)
         m_verdicts[row] = verdict;
     const QString command = m_command.isEmpty() ? m_window.listRowText(row) : m_command;
@@ -165,24 +180,28 @@ RunReport UnattendedRun::report() const
         for (int column = 0; column < grid.colCount(); ++column)
             cells.append(grid.text(row, column));
         if (row > 0 && cells.first().isEmpty())
-            continue; // the free row behind the last one
-        if (row > 0 && hasChecks && cells.value(listKinds::firstColumn) == u"!") {
-            const auto verdict = m_verdicts.find(row);
-            RunReport::Check check;
-            check.row = row;
-            check.command = m_window.listRowText(row);
-            check.expected = cells.value(listKinds::valueColumnOfTests);
-            check.tolerance = cells.value(listKinds::toleranceColumn);
-            check.reply = row > 1 ? grid.text(row - 1, grid.colCount() - 1) : QString();
-            if (verdict != m_verdicts.end())
-                check.result = verdict->second == TransferEngine::RowVerdict::Passed
-                                   ? RunReport::Check::Result::Passed
-                                   : RunReport::Check::Result::Failed;
-            report.checks.push_back(check);
-        }
+            continue; // held ready for a list that could not be read to its end
+        if (row > 0 && hasChecks && cells.value(listKinds::firstColumn) == u"!")
+            report.checks.push_back(checkAt(row));
         report.rows.push_back(cells);
     }
     return report;
+}
+
+RunReport::Check UnattendedRun::checkAt(int row) const
+{
+    const TextGrid &grid = *m_window.commandList->flexgridVDL;
+    RunReport::Check check;
+    check.row = row;
+    check.command = m_window.listRowText(row);
+    check.expected = grid.text(row, listKinds::valueColumnOfTests);
+    check.tolerance = grid.text(row, listKinds::toleranceColumn);
+    check.reply = row > 1 ? grid.text(row - 1, grid.colCount() - 1) : QString();
+    if (const auto verdict = m_verdicts.find(row); verdict != m_verdicts.end())
+        check.result = verdict->second == TransferEngine::RowVerdict::Passed
+                           ? RunReport::Check::Result::Passed
+                           : RunReport::Check::Result::Failed;
+    return check;
 }
 
 /// Writes what was asked for, also of a run that ended early.
@@ -191,7 +210,7 @@ bool UnattendedRun::conclude()
     if (m_outcome && m_fault.isEmpty()) {
         const QString fault = outcomeFault(*m_outcome);
         if (!fault.isEmpty())
-            refuse(fault);
+            refuseAtRow(fault);
     }
     bool written = true;
     if (!m_line.saveFile.isEmpty() && m_outcome == TransferEngine::Outcome::Complete &&

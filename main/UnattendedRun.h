@@ -36,11 +36,14 @@ public:
 private:
     bool prepare();
     void run();
+    void stop();
     bool conclude();
     bool refuse(const QString &reason);
+    bool refuseAtRow(const QString &reason);
     void printRow(int row, const QString &reply, TransferEngine::RowVerdict verdict);
     bool writeFile(const QString &path, const QByteArray &bytes);
     [[nodiscard]] RunReport report() const;
+    [[nodiscard]] RunReport::Check checkAt(int row) const;
     [[nodiscard]] int exitCode() const;
 
     Main &m_window;
@@ -49,9 +52,10 @@ private:
     QTextStream &m_messages;
     std::optional<TransferEngine::Outcome> m_outcome;
     QString m_fault;
-    QString m_command; ///< what the row at hand sends
+    int m_row = 0;     ///< the row at hand; 0: none yet
+    QString m_command; ///< what it sends
     std::map<int, TransferEngine::RowVerdict> m_verdicts;
-    QElapsedTimer m_sinceProgress;
+    QElapsedTimer m_sinceStartOfRow;
     QElapsedTimer m_sinceStart;
 };
 
