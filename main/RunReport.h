@@ -33,7 +33,8 @@ struct RunReport
     QString fault;
     double seconds = 0;
 
-    /// The grid as comma-separated values: UTF-8, lines ended by CR LF, cells quoted as needed.
+    /// The grid as comma-separated values that a spreadsheet opens as they are: UTF-8, lines ended
+    /// by CR LF, cells quoted as needed, a blank in front of what would be taken for a formula.
     [[nodiscard]] QByteArray toCsv() const;
     /// The checks as a JUnit report: one test case a check row, one more for a fault.
     [[nodiscard]] QByteArray toJUnit() const;

@@ -22,7 +22,7 @@ struct ListRun
 ListRun run(EndToEndDesk &desk, CommandLine line)
 {
     line.task = CommandLine::Task::Run;
-    line.loopMs = 20;
+    line.loopMs = line.loopMs.value_or(20);
     ListRun result;
     QTextStream rows(&result.rows);
     desk.messages.clear();
@@ -99,6 +99,12 @@ TEST(EndToEndLists, WhatCannotRunEndsWithTwoAndTheReason)
     EXPECT_EQ(silent.exitCode, 2);
     EXPECT_TRUE(silent.messages.contains(QStringLiteral("row 1: no reply within 1 s")));
     desk.order("clear");
+    line.loopMs = 1300; // longer than the patience, and no reply is out
+    EXPECT_EQ(run(desk, line).exitCode, 0);
+    line.list = files.write("s.kms", "= SP 25\r\nSP\r\n");
+    const ListRun syntax = run(desk, line);
+    EXPECT_EQ(syntax.exitCode, 2);
+    EXPECT_TRUE(syntax.messages.contains(QStringLiteral("row 2: a cell that is needed is empty")));
     line.list = files.write("p.tst", "? SP x\r\n");
     line.get = true;
     EXPECT_EQ(run(desk, line).exitCode, 2);
@@ -120,4 +126,13 @@ TEST(EndToEndLists, StripOperatorSendsTheBareCommand)
     line.list = files.write("s.tst", "= SP 27\r\n");
     line.stripOperator = true;
     EXPECT_TRUE(run(desk, line).rows.startsWith(u"1\tSP 27\t"));
+}
+
+TEST(RunReport, ASpreadsheetTakesNoCellForAFormulaAndReadsEveryCharacter)
+{
+    RunReport report;
+    report.rows = {{QStringLiteral("= SP"), QStringLiteral("="), QStringLiteral("-70.5")}};
+    EXPECT_EQ(report.toCsv(), "\" = SP\",=,-70.5\r\n");
+    report.rows = {{QStringLiteral("\"\u00b5,"), QStringLiteral("+a")}};
+    EXPECT_EQ(report.toCsv(), "\xef\xbb\xbf\"\"\"\xc2\xb5,\",\" +a\"\r\n");
 }
