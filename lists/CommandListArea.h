@@ -102,7 +102,6 @@ private:
     void connectControls();
     void setKind(int kind);
     void showContents(ListContents &contents);
-    void openEditor(bool readOnly);
 
     Module1 &m_module;
     ListHost &m_host;

@@ -3,6 +3,7 @@
 #include <QIODevice>
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 

@@ -10,6 +10,7 @@
 #include <QStringBuilder>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace corvane {

@@ -1,6 +1,7 @@
 #include "lists/PlainText.h"
 
 #include <QPlainTextEdit>
+#include <QTextDocument>
 
 namespace corvane {
 

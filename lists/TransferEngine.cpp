@@ -13,7 +13,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
-#include <algorithm>
+#include <utility>
 
 namespace corvane {
 
