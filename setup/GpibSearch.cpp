@@ -177,12 +177,7 @@ void GpibSearch::reportNothing()
     const GpibAddress first{.board = 0, .primary = 0, .secondary = {}};
     m_host.QBXControl1().setConnectString(first.toString());
     m_host.setGpibAddress(boardName(first.board), QString::number(first.primary));
-    if (isCancelled())
-        setStatus(text(setupTexts::cancelled));
-    else if (m_faults.size() == GpibAddress::boardCount)
-        setStatus(m_faults.front().description);
-    else
-        setStatus(text(setupTexts::nothingFound));
+    setStatus(text(isCancelled() ? setupTexts::cancelled : setupTexts::nothingFound));
 }
 
 QString GpibSearch::faults() const
