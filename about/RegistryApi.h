@@ -37,10 +37,11 @@ public:
                                             std::size_t characters) = 0;
     virtual void closeKey(Key key) = 0;
 
-protected:
-    RegistryApi() = default;
     RegistryApi(const RegistryApi &) = delete;
     RegistryApi &operator=(const RegistryApi &) = delete;
+
+protected:
+    RegistryApi() = default;
 };
 
 /// The Windows registry; elsewhere one that holds no key.

@@ -5,6 +5,7 @@
 #include "platform/Dialogs.h"
 
 #include <array>
+#include <ranges>
 
 namespace corvane {
 
@@ -40,8 +41,8 @@ QString textOf(const std::vector<std::uint8_t> &bytes)
 QString hexOf(const std::vector<std::uint8_t> &bytes)
 {
     QString text = QStringLiteral("&h");
-    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte)
-        text += QStringLiteral("%1").arg(*byte, 2, 16, QLatin1Char('0')).toUpper();
+    for (const std::uint8_t byte : bytes | std::views::reverse)
+        text += QStringLiteral("%1").arg(byte, 2, 16, QLatin1Char('0')).toUpper();
     return text;
 }
 
