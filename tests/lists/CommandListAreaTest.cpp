@@ -62,8 +62,9 @@ protected:
 
 } // namespace
 
-TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailable)
+TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailableAndAClearTheStart)
 {
+    EXPECT_EQ(shown(), u"2x5 at 1.0, , ");
     m_grid.setCurrentCell(1, 2);
     load("sub.tst", "// c\n? SP x\n");
     EXPECT_EQ(
@@ -77,21 +78,26 @@ TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailable)
     m_dialogs.answerOpen({Outcome::Cancelled, {}});
     m_area.cmdLoad_Click();
     EXPECT_EQ(shown(), u"2x4 at 0.0, b.kms, Corvane - b.kms");
+    load("a.tst", "= SP 50\n");
+    m_area.cmdClear->click();
+    EXPECT_EQ(shown(), u"2x5 at 1.0, , Corvane");
+    EXPECT_EQ(m_module.ListKind, 0);
+    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_area.ListFileName, QString());
 }
 
 TEST_F(Area, AFailedLoadSaysSoAndTheNameBeforeStaysWhenNothingWasOpened)
 {
-    const QString start = u"Error occurred while trying to open file."_s;
-    const QString hint = u"  Please check string format on each line: command space value."
-                         "  Comments are proceeded by //"_s;
-    const QString end = u"\r\nFunction cmdLoad_Click"_s;
     load("a.kms", "SP\n");
-    m_dialogs.expectMessage(start + end);
+    m_dialogs.expectMessage(
+        u"Error occurred while trying to open file.\r\nFunction cmdLoad_Click"_s);
     m_dialogs.answerOpen({Outcome::Chosen, path("missing.tst")});
     m_area.cmdLoad->click();
     EXPECT_EQ(shown(), u"100x6 at 0.0, a.kms, Corvane - a.kms");
     EXPECT_EQ(m_module.ListKind, 2);
-    m_dialogs.expectMessage(start + hint + end);
+    m_dialogs.expectMessage(
+        u"Error occurred while trying to open file.  Please check string format "
+        "on each line: command space value.  Comments are proceeded by //"
+        "\r\nFunction cmdLoad_Click"_s);
     load("bad.tst", "? SP x\n? SP\n");
     EXPECT_EQ(shown(), u"100x6 at 0.0, bad.tst, Corvane - bad.tst");
 }
@@ -156,16 +162,6 @@ TEST_F(Area, AColumnIsClearedUnlessGetListRuns)
               u"1Value");
 }
 
-TEST_F(Area, AClearedListIsTheEmptySettingsListOfTheStart)
-{
-    EXPECT_EQ(shown(), u"2x5 at 1.0, , ");
-    load("a.tst", "= SP 50\n");
-    m_area.cmdClear->click();
-    EXPECT_EQ(shown(), u"2x5 at 1.0, , Corvane");
-    EXPECT_EQ(m_module.ListKind, 0);
-    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_area.ListFileName, QString());
-}
-
 TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
 {
     load("a.kms", "= SP 50\n= T 5\n");
@@ -185,6 +181,10 @@ TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
         key(code);
     EXPECT_EQ(m_grid.text(2, 2), u"8");
     EXPECT_EQ(m_grid.currentRow(), 2); // the last row
+    key(Qt::Key_F2);
+    m_area.txtFlexText->setText(u"a\r\nb"_s); // as a paste brings it
+    key(Qt::Key_Enter);
+    EXPECT_EQ(m_grid.text(2, 2), u"a  b");
 }
 
 TEST_F(Area, TextLeftInTheCellBoxIsLost)

@@ -30,6 +30,15 @@ protected:
     QTemporaryDir m_folder;
 };
 
+/// A row without its number, "|" between the cells.
+inline QString rowOf(const TextTable &table, int row)
+{
+    QStringList cells;
+    for (int column = 1; column < table.columnCount(); ++column)
+        cells.append(table.text(row, column).toString());
+    return cells.join(u'|');
+}
+
 /// The real list area over a fake main window.
 class ListFixture : public ListFolder
 {

@@ -34,15 +34,11 @@ protected:
         return list;
     }
 
-    static QStringList cells(const TextTable &table)
+    static QStringList rows(const TextTable &table)
     {
         QStringList all;
-        for (int row = 0; row < table.rowCount(); ++row) {
-            QStringList line;
-            for (int column = 0; column < table.columnCount(); ++column)
-                line.append(table.text(row, column).toString());
-            all.append(line.join(u'|'));
-        }
+        for (int row = 0; row < table.rowCount(); ++row)
+            all.append(rowOf(table, row));
         return all;
     }
 
@@ -64,7 +60,7 @@ TEST_F(ListText, ReadsBackToTheSameListForAllThreeKinds)
             list.constants = {{u"A"_s, 0.1F}, {u"B"_s, -1e30F}, {QString(), 1.0F}};
         const ListContents back = readBack(list);
         EXPECT_EQ(back.end, ListContents::End::Complete) << m_text.toStdString();
-        EXPECT_EQ(cells(back.table), cells(list.table)) << m_text.toStdString();
+        EXPECT_EQ(rows(back.table), rows(list.table)) << m_text.toStdString();
         EXPECT_EQ(back.comments, list.comments);
         EXPECT_EQ(back.constants, list.constants);
     }

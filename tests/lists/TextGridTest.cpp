@@ -20,19 +20,15 @@ protected:
     {
         m_grid.setColCount(3);
         m_grid.setRowCount(4);
-        for (int row = 0; row < 4; ++row) {
-            for (int column = 0; column < 3; ++column)
-                m_grid.setText(row, column, u"%1.%2"_s.arg(row).arg(column));
-        }
+        for (int at = 0; at < 12; ++at)
+            m_grid.setText(at / 3, at % 3, u"%1.%2"_s.arg(at / 3).arg(at % 3));
     }
 
     QString texts() const
     {
         QStringList all;
-        for (int row = 0; row < m_grid.rowCount(); ++row) {
-            for (int column = 0; column < m_grid.colCount(); ++column)
-                all.append(m_grid.text(row, column));
-        }
+        for (int at = 0; at < m_grid.rowCount() * m_grid.colCount(); ++at)
+            all.append(m_grid.text(at / m_grid.colCount(), at % m_grid.colCount()));
         return all.join(u' ');
     }
 

@@ -22,12 +22,12 @@ protected:
         QObject::connect(&m_engine, &Engine::runEnded, &m_area,
                          [this](Outcome outcome) { m_outcomes.push_back(outcome); });
         QObject::connect(&m_engine, &Engine::rowStarted, &m_area, [this](int row, QString command) {
-            m_rows.append(u"%1 > %2"_s.arg(row).arg(command));
+            m_rows += u"%1 > %2"_s.arg(row).arg(command);
         });
-        QObject::connect(
-            &m_engine, &Engine::rowFinished, &m_area, [this](int row, QString reply, RowVerdict v) {
-                m_rows.append(u"%1 < %2 %3"_s.arg(row).arg(reply).arg(static_cast<int>(v)));
-            });
+        QObject::connect(&m_engine, &Engine::rowFinished, &m_area,
+                         [this](int row, QString reply, RowVerdict verdict) {
+                             m_rows += u"%1 < %2 %3"_s.arg(row).arg(reply).arg(int(verdict));
+                         });
     }
 
     void load(const char *name, const QByteArray &text)
