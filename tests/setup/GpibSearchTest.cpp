@@ -218,12 +218,12 @@ TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
     expectNothingChosen();
 }
 
-TEST_F(Search, WithoutAnyAdapterTheStatusSaysWhy)
+TEST_F(Search, WithoutAnyAdapterTheWindowSaysWhy)
 {
     for (FakeGpibBus &bus : buses)
         bus.fault = u"no adapter"_s;
     openAndSearch();
-    expectAtRest(u"Status: no adapter"_s);
+    expectAtRest(u"Status: No Device Found"_s);
     EXPECT_EQ(window.lblFaults->text(), u"GPIB0, GPIB1, GPIB2, GPIB3: no adapter");
 }
 
