@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 
-constexpr qsizetype chunk = 256 * 1024;
+constexpr qsizetype chunk = 1 << 18;
 
 qsizetype lineLength(QByteArrayView rest, qsizetype from)
 {

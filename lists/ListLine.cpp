@@ -73,15 +73,14 @@ void parseSettings(ListLine &parsed, QByteArrayView line)
 {
     const Words words(line);
     parsed.kind = ListLine::Kind::Row;
-    if (words.count() == 1) {
-        parsed.cells[1] = latin1(line);
-    } else if (latin1(line).startsWith(QLatin1StringView("UUT"), Qt::CaseInsensitive)) {
+    const bool uut = latin1(line).startsWith(QLatin1StringView("UUT"), Qt::CaseInsensitive);
+    if (uut && words.count() > 1) {
         const QByteArray name = words[0].toByteArray();
         parsed.built = line.toByteArray().replace(name, QByteArray());
         parsed.cells[1] = latin1(words[0]);
         parsed.cells[2] = latin1(trimmed(parsed.built));
-    } else if (words.count() == 2) {
-        parsed.cells[1] = latin1(line); // not split: Get list takes it, Send list refuses it
+    } else if (words.count() <= 2) {
+        parsed.cells[1] = latin1(line); // two words stand together: Send list refuses them
     } else if (words.count() == 3) {
         parsed.cells[1] = latin1(words.upTo(1));
         parsed.cells[2] = latin1(words[2]);

@@ -95,7 +95,7 @@ QByteArray GpibSearch::probeBoards()
 {
     for (int board = 0; board < GpibAddress::boardCount; ++board) {
         try {
-            const QByteArray reply = probeBoard(board);
+            QByteArray reply = probeBoard(board);
             if (!reply.isEmpty() || isCancelled())
                 return reply;
         } catch (const PlatformError &error) {
@@ -114,7 +114,7 @@ QByteArray GpibSearch::probeBoard(int board)
         if (isCancelled())
             return {};
         Q_EMIT positionChanged(board * addressesPerBoard + address + 1);
-        const QByteArray reply = probe({.board = board, .primary = address, .secondary = {}});
+        QByteArray reply = probe({.board = board, .primary = address, .secondary = {}});
         if (!reply.isEmpty())
             return reply;
     }
