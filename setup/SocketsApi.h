@@ -30,10 +30,11 @@ public:
     /// The code of the last failure, in the numbers of the Windows Sockets library everywhere.
     [[nodiscard]] virtual int lastError() const = 0;
 
-protected:
-    SocketsApi() = default;
     SocketsApi(const SocketsApi &) = delete;
     SocketsApi &operator=(const SocketsApi &) = delete;
+
+protected:
+    SocketsApi() = default;
 };
 
 /// The system's own: the Windows Sockets library, elsewhere the local resolver.
