@@ -1,29 +1,28 @@
-// How much longer than the waits they ask for the board window's long procedures take, and what
-// they cost the processor meanwhile. Board and meter answer at once, so the rest is the program's.
-#include "board/BoardChannels.h"
+// How much longer than its waits the board's long work takes, and what it costs meanwhile.
 #include "board/CalibrationPanel.h"
 #include "board/DigitalIoPanel.h"
 #include "board/DigitalTestsPanel.h"
 #include "board/frmSBC.h"
-#include "platform/Dialogs.h"
-#include "platform/GpibControl.h"
-#include "platform/SystemClock.h"
+#include "main/BoardWindows.h"
+#include "perf/Application.h"
+#include "perf/AssembledWindow.h"
+#include "perf/BenchProcess.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
-
-#include <benchmark/benchmark.h>
-#include <ctime>
+#include <QAction>
+#include <QLabel>
 
 using namespace corvane;
+using namespace corvane::perf;
 
 namespace {
 
-/// The system's clock, adding up the waits that it was asked for.
-class CountingClock : public SystemClock
+constexpr int ieee488 = 2;
+
+/// The real clock; it adds up what is waited for.
+class RecordingClock : public SystemClock
 {
 public:
-    qint64 askedMs = 0;
+    double askedMs = 0;
 
 protected:
     WaitEnd runWait(const Condition &done, int ms, const Condition &cancelled) override
@@ -33,101 +32,86 @@ protected:
     }
 };
 
-/// A board with perfect converters and a loop-back connector, and the meter beside it.
-class InstantDevices : public GpibAdapter
-{
-public:
-    [[nodiscard]] QString description() const override { return QStringLiteral("instant devices"); }
-    QString version(WaitGroup &) override { return QStringLiteral("1"); }
-    void open(const GpibAddress &, WaitGroup &) override {}
-    void clear(const GpibAddress &, WaitGroup &) override {}
-    void write(const GpibAddress &, const QByteArray &bytes, int, WaitGroup &) override
-    {
-        const auto comma = bytes.indexOf(',');
-        if (bytes.startsWith("DAC") && comma > 0)
-            m_volts = bytes.mid(comma + 1).split(',').first().trimmed();
-        else if (bytes.startsWith("PORT") && comma > 0)
-            m_register = bytes.mid(comma + 1).trimmed();
-        m_reply = bytes.startsWith("PORT")   ? m_register
-                  : bytes.startsWith("data") ? m_volts
-                                             : m_volts + ",1,0";
-    }
-    QByteArray read(const GpibAddress &, int, WaitGroup &) override { return m_reply; }
+// The waits as they are documented, in ms
 
-private:
-    QByteArray m_volts = "0";
-    QByteArray m_register = "0";
-    QByteArray m_reply;
+constexpr int command = 25 + 100;
+constexpr int meterReading = 1000 + 1000;
+
+/// The low point, the high point, storing and reading back.
+constexpr int calibration = (2 * command + 1500 + command + 500 + meterReading) +
+                            (command + 500 + command + 500 + meterReading) +
+                            (2 * command + 100 + command + command + 500 + 500 + meterReading);
+
+constexpr int scanOfChannel = (100 + command + 100) + (100 + command + 300);
+constexpr int scanOfMeter = 100 + command + 100 + 100 + 100;
+constexpr int scanAll = 8 * (scanOfChannel + scanOfMeter);
+
+constexpr int portCommand = command + 25;
+constexpr int patterns = 17;
+/// Four ports written and read; then two times four directions and four pairs of ports.
+constexpr int fullTest =
+    4 * patterns * 2 * portCommand + 2 * 4 * portCommand + 4 * patterns * 2 * portCommand;
+
+struct Work
+{
+    std::string name;
+    int waitsMs;
+    std::function<void()> press;
+    /// Whether it went well, so that its time means something.
+    std::function<bool()> succeeded;
 };
 
-class Agreement : public Dialogs
+void measureWork(Table &table, RecordingClock &clock, const Work &work)
 {
-public:
-    using Dialogs::showMessage;
-    Answer showMessage(QWidget *, const MessageBox &) override { return Answer::Ok; }
-    FileChoice openFile(QWidget *, const FileQuestion &) override { return {}; }
-    FileChoice saveFile(QWidget *, const FileQuestion &) override { return {}; }
-    void dismissAll() override {}
-    [[nodiscard]] int openCount() const override { return 0; }
-};
+    clock.askedMs = 0;
+    const double processorBefore = processorSeconds();
+    const double seconds = secondsOf(work.press);
+    const double processor = processorSeconds() - processorBefore;
+    if (!work.succeeded())
+        throw std::runtime_error(work.name + " did not succeed");
+    table.note(work.name + ", its waits", work.waitsMs, "ms");
+    table.atLeast(work.name + ", waits asked for over them", clock.askedMs / work.waitsMs, 1,
+                  "times");
+    table.atMost(work.name + ", time over them", seconds * 1000 / work.waitsMs, 1.01, "times");
+    table.atMost(work.name + ", processor", processor / seconds * 100, 2, "% core");
+}
 
-class GpibOnly : public BoardChannels
+/// The board window, its method IEEE.
+frmSBC &openBoard(Main &window)
 {
-public:
-    explicit GpibOnly(Clock &clock)
-        : m_control(clock, [](int) { return std::make_unique<InstantDevices>(); })
-    {
-        m_control.setConnectString(QStringLiteral("GPIB0::5"));
-    }
-    SerialPort &MSComm1() override { qFatal("not used"); }
-    GpibControl &QBXControl1() override { return m_control; }
-    TcpClient &tcpClient1() override { qFatal("not used"); }
-    [[nodiscard]] QString responseText(int) const override { return {}; }
-    void clearResponse(int) override {}
-    [[nodiscard]] ChannelUse channelUse(int) const override { return ChannelUse::Free; }
-    void uncheckMnuSBC() override {}
+    connectChannel(window, ieee488, {.address = QStringLiteral("GPIB0::9")});
+    window.showChannel(ieee488);
+    window.mnuSBC->trigger();
+    return *window.boardWindows().boardWindow();
+}
 
-private:
-    GpibControl m_control;
-};
-
-void measure(benchmark::State &state, void (*procedure)(frmSBC &))
+int measure()
 {
-    CountingClock clock;
-    Agreement dialogs;
-    GpibOnly channels(clock);
-    frmSBC board(channels, dialogs, clock);
-    board.show();
-    for (auto _ : state) {
-        clock.askedMs = 0;
-        QElapsedTimer wall;
-        wall.start();
-        const std::clock_t before = std::clock();
-        procedure(board);
-        const double tookMs = static_cast<double>(wall.nsecsElapsed()) / 1e6;
-        const double cpuMs = 1e3 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-        state.counters["asked_ms"] = static_cast<double>(clock.askedMs);
-        state.counters["over_percent"] = 100 * (tookMs / static_cast<double>(clock.askedMs) - 1);
-        state.counters["core_percent"] = 100 * cpuMs / tookMs;
-    }
+    BenchProcess bench;
+    bench.order("connector on", "done");
+    RecordingClock clock;
+    AssembledWindow assembled(clock, bench.commandLine());
+    frmSBC &board = openBoard(assembled.window());
+    CalibrationPanel &panel = *board.calibration;
+    DigitalTestsPanel &tests = *board.digitalIo->tests;
+    assembled.window().WaitMs(500);
+
+    const auto done = [&panel] { return panel.lblProgress->text() == u"Done"; };
+    const Work all[] = {
+        {"calibration", calibration, [&panel] { panel.cmdCal_Click(); }, done},
+        {"Scan All", scanAll, [&panel] { panel.cmdScan_Click(); }, done},
+        {"Full Test", fullTest, [&tests] { tests.cmdDigTestFull_Click(); },
+         [&assembled] { return assembled.messages().contains(u"loop back PASSED"); }},
+    };
+    Table table("The board over IEEE 488");
+    for (const Work &work : all)
+        measureWork(table, clock, work);
+    return table.exitCode();
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    const std::pair<const char *, void (*)(frmSBC &)> procedures[] = {
-        {"Calibration", [](frmSBC &board) { board.calibration->cmdCal_Click(); }},
-        {"ScanAll", [](frmSBC &board) { board.calibration->cmdScan_Click(); }},
-        {"FullTest", [](frmSBC &board) { board.digitalIo->tests->cmdDigTestFull_Click(); }},
-    };
-    for (const auto &[name, procedure] : procedures)
-        benchmark::RegisterBenchmark(name, measure, procedure)
-            ->Iterations(1)
-            ->Unit(benchmark::kSecond);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runApplication(argc, argv, measure);
 }

@@ -1,18 +1,17 @@
 // What a long test list costs: loading against only splitting the file into lines and words,
 // growth from 100,000 to 200,000 rows, memory a row, and a reply of megabytes in small pieces.
 #include "lists/ListFile.h"
+#include "perf/Application.h"
+#include "perf/Harness.h"
 #include "platform/TextGrid.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <benchmark/benchmark.h>
-#include <ctime>
-#include <functional>
 #include <malloc.h>
 
 using namespace corvane;
+using namespace corvane::perf;
 
 namespace {
 
@@ -61,12 +60,12 @@ void load(TextGrid &grid, const QString &path)
     grid.setTable(listFile::read(path).table);
 }
 
-/// Processor time, so that what else the machine does stays out of the ratios.
-double secondsOf(const std::function<void()> &work)
+/// Processor seconds, so that what else the machine does stays out of the ratios.
+double cost(const std::function<void()> &work)
 {
-    const std::clock_t start = std::clock();
+    const double before = processorSeconds();
     work();
-    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    return processorSeconds() - before;
 }
 
 std::size_t heapInUse()
@@ -75,89 +74,79 @@ std::size_t heapInUse()
     return heap.uordblks + heap.hblkhd;
 }
 
-void splitLinesAndWords(benchmark::State &state)
+void measureLoading(Table &table)
 {
-    const TestListFile file(static_cast<int>(state.range(0)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(splitOnly(file.path()));
-}
-
-void loadIntoGrid(benchmark::State &state)
-{
-    const TestListFile file(static_cast<int>(state.range(0)));
-    TextGrid grid;
-    grid.show();
-    for (auto _ : state)
-        load(grid, file.path());
-}
-
-/// Both sides in turn, so that neither finds a warmer cache.
-void loadRatios(benchmark::State &state)
-{
+    constexpr int rounds = 9;
     const TestListFile file(shortList);
     const TestListFile twice(2 * shortList);
     TextGrid grid;
-    double split = 0;
-    double loadOnce = 0;
-    double loadTwice = 0;
-    for (auto _ : state) {
-        split += secondsOf([&file] { benchmark::DoNotOptimize(splitOnly(file.path())); });
-        loadOnce += secondsOf([&] { load(grid, file.path()); });
-        loadTwice += secondsOf([&] { load(grid, twice.path()); });
-    }
-    state.counters["load/split"] = loadOnce / split;
-    state.counters["200k/100k"] = loadTwice / loadOnce;
+    grid.show();
+    const auto loadOnce = [&] { return cost([&] { load(grid, file.path()); }); };
+    const auto loadTwice = [&] { return cost([&] { load(grid, twice.path()); }); };
+    qsizetype lines = 0;
+    const Comparison loading =
+        compare(rounds, loadOnce, [&] { return cost([&] { lines = splitOnly(file.path()); }); });
+    if (lines <= shortList)
+        throw std::runtime_error("the file has too few lines");
+    table.note("100,000 rows, loaded", loading.a, "s");
+    table.note("their lines and words, only split", loading.b, "s");
+    table.atMost("loading over splitting", loading.ratio, 3, "times");
+    table.atMost("200,000 rows over 100,000", compare(rounds, loadTwice, loadOnce).ratio, 2.2,
+                 "times");
 }
 
-void memoryOfARow(benchmark::State &state)
+/// A list as it is after a run: replies and verdicts in their cells.
+void measureMemory(Table &table)
 {
     const TestListFile file(shortList);
-    double bytes = 0;
-    for (auto _ : state) {
-        const std::size_t before = heapInUse();
-        TextGrid grid;
-        load(grid, file.path());
-        grid.show();
-        grid.grab();
-        for (int row = 2; row < grid.rowCount(); row += 2) {
-            grid.setText(row - 1, 5, QStringLiteral("25.3"));
-            grid.setText(row, 5, QStringLiteral("PASSED"));
-            grid.setVerdict(row, 5, TextGrid::Verdict::Passed);
-        }
-        bytes = static_cast<double>(heapInUse() - before);
+    const std::size_t before = heapInUse();
+    TextGrid grid;
+    load(grid, file.path());
+    grid.show();
+    grid.grab();
+    for (int row = 2; row < grid.rowCount(); row += 2) {
+        grid.setText(row - 1, 5, QStringLiteral("25.3"));
+        grid.setText(row, 5, QStringLiteral("PASSED"));
+        grid.setVerdict(row, 5, TextGrid::Verdict::Passed);
     }
-    state.counters["bytes/row"] = bytes / shortList;
+    const auto bytes = static_cast<double>(heapInUse() - before);
+    table.atMost("memory a row, run", bytes / shortList, 400, "bytes");
 }
 
-void replyInPieces(benchmark::State &state)
+void replyInPieces(TextGrid &grid, int pieces)
 {
     const QByteArray piece(64, 'x');
-    const auto pieces = state.range(0) / piece.size();
+    grid.setText(1, 5, QString());
+    for (int i = 0; i < pieces; ++i)
+        grid.replaceTail(1, 5, i * piece.size(), QLatin1StringView(piece.data(), piece.size()));
+}
+
+void measureLongReply(Table &table)
+{
+    constexpr int pieces = 65'536; // 4 MB
     TextGrid grid;
     grid.setColCount(6);
     grid.setRowCount(2);
     grid.show();
-    for (auto _ : state) {
-        grid.setText(1, 5, QString());
-        for (qsizetype at = 0; at < pieces; ++at)
-            grid.replaceTail(1, 5, at * piece.size(),
-                             QLatin1StringView(piece.data(), piece.size()));
-    }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    const Comparison growth = compare(
+        5, [&] { return cost([&] { replyInPieces(grid, 2 * pieces); }); },
+        [&] { return cost([&] { replyInPieces(grid, pieces); }); });
+    table.note("a reply of 4 MB in 64-byte pieces", growth.b, "s");
+    table.atMost("8 MB over 4 MB", growth.ratio, 2.2, "times");
+}
+
+int measure()
+{
+    Table table("Long lists");
+    measureLoading(table);
+    measureMemory(table);
+    measureLongReply(table);
+    return table.exitCode();
 }
 
 } // namespace
 
-BENCHMARK(splitLinesAndWords)->Arg(shortList)->Unit(benchmark::kMillisecond);
-BENCHMARK(loadIntoGrid)->Arg(shortList)->Arg(2 * shortList)->Unit(benchmark::kMillisecond);
-BENCHMARK(loadRatios)->Iterations(20)->Unit(benchmark::kMillisecond);
-BENCHMARK(memoryOfARow)->Iterations(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(replyInPieces)->Arg(1 << 20)->Arg(10 << 20)->Unit(benchmark::kMillisecond);
-
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runApplication(argc, argv, measure);
 }

@@ -45,8 +45,16 @@ public:
     /// The device that the reader opens.
     [[nodiscard]] const std::string &path() const { return m_path; }
 
-    /// Starts to write `bytes` bytes of printable text, `piece` at a time; at `bytesPerSecond`, or
-    /// as fast as they are read with 0.
+    /// The text of one piece: printable, without a blank.
+    [[nodiscard]] static std::string pattern(size_t piece)
+    {
+        std::string text(piece, ' ');
+        for (size_t i = 0; i < piece; ++i)
+            text[i] = static_cast<char>('!' + i % 90);
+        return text;
+    }
+    /// Starts to write `bytes` bytes, that text again and again, `piece` at a time; at
+    /// `bytesPerSecond`, or as fast as they are read with 0.
     void start(size_t bytes, size_t piece, double bytesPerSecond = 0)
     {
         join();
@@ -67,9 +75,7 @@ public:
 private:
     void feed(size_t bytes, size_t piece, double bytesPerSecond) const
     {
-        std::string text(piece, 'x');
-        for (size_t i = 0; i < piece; ++i)
-            text[i] = static_cast<char>('!' + i % 90);
+        const std::string text = pattern(piece);
         const double begin = now();
         for (size_t written = 0; written < bytes;) {
             if (bytesPerSecond > 0)

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "about/ProgramLauncher.h"
+#include "about/RegistryApi.h"
+#include "about/SystemInfo.h"
+#include "common/Module1.h"
+#include "common/modSBC.h"
+#include "main/CommandLine.h"
+#include "main/Main.h"
+#include "main/UnattendedDialogs.h"
+#include "perf/MemoryPort.h"
+#include "platform/GpibAdapterFactory.h"
+#include "platform/GpibControl.h"
+#include "platform/QtTcpClient.h"
+#include "platform/SystemClock.h"
+
+#include <QTextStream>
+
+namespace corvane::perf {
+
+/// The program's main window where a benchmark has to get in between: serial ports in memory, the
+/// benchmark's clock, message boxes answered at once; GPIB and TCP are real. The GPIB adapters wait
+/// on a clock of their own, so the benchmark's clock sees the waits of the windows and no others.
+class AssembledWindow
+{
+public:
+    /// Of the command line the GPIB adapters are taken. `clock` must outlive the window.
+    explicit AssembledWindow(Clock &clock, const CommandLine &line = {})
+    {
+        for (size_t board = 0; board < m_choices.size(); ++board) {
+            if (!line.gpibAdapters.at(board).isEmpty())
+                m_choices.at(board) = GpibAdapterChoice::parse(line.gpibAdapters.at(board));
+        }
+        m_window = std::make_unique<Main>(
+            MainParts{.clock = clock,
+                      .dialogs = m_dialogs,
+                      .module = m_module,
+                      .rs485 = rs485,
+                      .rs232 = rs232,
+                      .gpib = m_gpib,
+                      .tcpClient1 = m_tcpClient1,
+                      .tcpClient2 = m_tcpClient2,
+                      .programFolder = QDir::tempPath(),
+                      .gpibAdapters = m_choices,
+                      .gpibAdapterFactory = m_factory,
+                      .serialDevices = [] { return QStringList(); },
+                      .systemInfo = m_systemInfo,
+                      .remembered = m_remembered,
+                      .localAddress = [] { return QStringLiteral("127.0.0.1"); }});
+        m_window->Form_Load();
+        m_window->show();
+    }
+
+    [[nodiscard]] Main &window() { return *m_window; }
+    /// What the message boxes said so far, a line each.
+    [[nodiscard]] const QString &messages() const { return m_messages; }
+
+    MemoryPort rs485;
+    MemoryPort rs232;
+
+private:
+    QString m_messages;
+    QTextStream m_messageStream{&m_messages};
+    UnattendedDialogs m_dialogs{m_messageStream};
+    Module1 m_module;
+    modSBC m_remembered;
+    SystemClock m_adapterClock;
+    QtTcpClient m_tcpClient1;
+    QtTcpClient m_tcpClient2;
+    GpibAdapterFactory m_factory;
+    GpibAdapterChoices m_choices;
+    GpibControl m_gpib{m_adapterClock, [this](int board) {
+                           return m_factory.make(m_choices.at(static_cast<size_t>(board)), board);
+                       }};
+    std::unique_ptr<RegistryApi> m_registry = systemRegistry();
+    QtProgramLauncher m_launcher;
+    SystemInfo m_systemInfo{*m_registry, m_launcher, m_dialogs};
+    std::unique_ptr<Main> m_window;
+};
+
+} // namespace corvane::perf

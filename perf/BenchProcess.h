@@ -1,0 +1,67 @@
+#pragma once
+
+#include "main/ChannelDriver.h"
+#include "main/CommandLine.h"
+#include "perf/Child.h"
+
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <stdexcept>
+
+namespace corvane::perf {
+
+/// The simulated bench in a process of its own, so that its work is not counted as the program's.
+class BenchProcess
+{
+public:
+    /// Throws std::runtime_error when it does not start.
+    BenchProcess()
+        : m_child({programBeside("corvane-bench"), "--chamber-port", "0", "--board-port", "0",
+                   "--gpib-port", "0", "--links", m_links.path().toStdString()},
+                  Child::Input::Told)
+    {
+        if (!m_child.waitForOutput("\"quit\" ends."))
+            throw std::runtime_error("corvane-bench does not start");
+    }
+
+    /// The program's arguments against it, as it says them itself.
+    [[nodiscard]] CommandLine commandLine() const
+    {
+        return CommandLine::parse(said(QStringLiteral("\n  (corvane .*)\n")).split(u' '));
+    }
+    /// The TCP port of the chamber controller.
+    [[nodiscard]] QString chamberPort() const
+    {
+        return said(QStringLiteral("port (\\d+) \\(chamber\\)"));
+    }
+    /// Gives an order, as in "connector on". `answer` is in what it says when it is done.
+    void order(const std::string &text, const std::string &answer)
+    {
+        m_child.tell(text);
+        if (!m_child.waitForOutput(answer))
+            throw std::runtime_error("corvane-bench has ended");
+    }
+
+private:
+    [[nodiscard]] QString said(const QString &pattern) const
+    {
+        const QString output = QString::fromStdString(m_child.output());
+        return QRegularExpression(pattern).match(output).captured(1);
+    }
+
+    QTemporaryDir m_links;
+    Child m_child;
+};
+
+/// Presses Connect on a Channel. Throws std::runtime_error when it does not open.
+inline void connectChannel(Main &window, int index, const ChannelEntries &entries)
+{
+    constexpr int patienceMs = 10'000;
+    ChannelDriver driver(window);
+    driver.fillIn(index, entries);
+    if (!driver.connect(index, patienceMs))
+        throw std::runtime_error("Channel " + std::to_string(index) + " does not connect");
+}
+
+} // namespace corvane::perf

@@ -1,0 +1,89 @@
+// What the program costs while nothing happens, with five connected Channels, and how well the
+// shortest loop keeps its period.
+#include "main/Program.h"
+#include "main/TcpChannel.h"
+#include "perf/Application.h"
+#include "perf/BenchProcess.h"
+#include "platform/QtDialogs.h"
+
+#include <cmath>
+
+using namespace corvane;
+using namespace corvane::perf;
+
+namespace {
+
+constexpr int tcpIp1 = 3;
+
+void connectAll(Main &window, const BenchProcess &bench)
+{
+    const ChannelEntries tcp{.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")};
+    connectChannel(window, 0, {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
+    connectChannel(window, 1, {.port = QStringLiteral("2")});
+    connectChannel(window, 2, {.address = QStringLiteral("GPIB0::5")});
+    connectChannel(window, tcpIp1, tcp);
+    connectChannel(window, 4, tcp);
+}
+
+/// Percent of one core that `work` takes.
+double load(const std::function<void()> &work)
+{
+    const double before = processorSeconds();
+    const double seconds = secondsOf(work);
+    return (processorSeconds() - before) / seconds * 100;
+}
+
+void idle(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// The middle distance of two replies of a loop, in ms.
+double loopPeriodMs(Main &window, int periodMs, int ms)
+{
+    const Channel &channel = *window.channel(tcpIp1);
+    channel.cboMs->setEditText(QString::number(periodMs));
+    window.channel(tcpIp1)->cboMs_Change();
+    std::vector<double> periods;
+    double last = 0;
+    const auto watch = QObject::connect(&channel, &Channel::replied, &window, [&] {
+        const double time = now();
+        if (last > 0)
+            periods.push_back((time - last) * 1000);
+        last = time;
+    });
+    channel.chkLoop->setChecked(true);
+    idle(ms);
+    channel.chkLoop->setChecked(false);
+    QObject::disconnect(watch);
+    return median(periods);
+}
+
+int measure()
+{
+    constexpr int period = 10;
+    const BenchProcess bench;
+    QtDialogs dialogs;
+    Program program(bench.commandLine(), dialogs);
+    Main &window = program.window();
+    window.show();
+    connectAll(window, bench);
+    idle(1000);
+
+    Table table("Five connected Channels");
+    table.atMost("an idle window", load([] { idle(10'000); }), 1, "% core");
+    table.atMost("a wait", load([&] { window.WaitMs(10'000); }), 1, "% core");
+    const double loop = loopPeriodMs(window, period, 5000);
+    table.note("loop of 10 ms on TCP/IP-1, median period", loop, "ms");
+    table.atMost("off its period by", std::abs(loop - period), 1, "ms");
+    return table.exitCode();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return runApplication(argc, argv, measure);
+}

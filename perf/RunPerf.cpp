@@ -1,0 +1,155 @@
+// What a row of a list run costs on TCP/IP-1: at a loop time of 10 ms, and at row 50,000 beside
+// row 10.
+#include "lists/TransferEngine.h"
+#include "main/Program.h"
+#include "main/TcpChannel.h"
+#include "main/UnattendedDialogs.h"
+#include "perf/Application.h"
+#include "perf/BenchProcess.h"
+
+#include <QFile>
+#include <QTcpSocket>
+#include <QTextStream>
+
+#include <cmath>
+#include <map>
+
+using namespace corvane;
+using namespace corvane::perf;
+
+namespace {
+
+constexpr int tcpIp1 = 3;
+constexpr int earlyRow = 10;
+constexpr int lateRow = 49'000;
+constexpr int rowsCompared = 1000;
+constexpr int longList = lateRow + rowsCompared + 10;
+constexpr int patienceMs = 600'000;
+
+const QByteArray command = "? SP x";
+
+/// A test list of queries, in a file.
+QString writeList(const QTemporaryDir &folder, int rows)
+{
+    const QString path = folder.filePath(QStringLiteral("queries.tst"));
+    QFile file(path);
+    const QByteArray text = (command + "\r\n").repeated(rows);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        throw std::runtime_error("cannot write the list");
+    return path;
+}
+
+/// The bench's round trip without the program: a blocking socket, in ms.
+double roundTripMs(quint16 port)
+{
+    QTcpSocket socket;
+    socket.connectToHost(QStringLiteral("127.0.0.1"), port);
+    socket.waitForConnected();
+    socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    std::vector<double> trips;
+    for (int i = 0; i < 300; ++i) {
+        trips.push_back(1000 * secondsOf([&] {
+                            socket.write(command + '\r');
+                            while (!socket.readAll().endsWith('\n')) {
+                                if (!socket.waitForReadyRead())
+                                    throw std::runtime_error("the bench does not answer");
+                            }
+                        }));
+    }
+    return median(trips);
+}
+
+void setLoopTime(Main &window, int ms)
+{
+    window.channel(tcpIp1)->cboMs->setEditText(QString::number(ms));
+    window.channel(tcpIp1)->cboMs_Change();
+}
+
+/// Starts the run and waits until row `last` starts; stops it there. `eachRow` is told each start.
+void runUntil(Main &window, int last, const std::function<void(int)> &eachRow)
+{
+    TransferEngine &engine = window.transferEngine();
+    bool ended = false;
+    QObject context;
+    QObject::connect(&engine, &TransferEngine::rowStarted, &context, [&](int row) {
+        eachRow(row);
+        ended = ended || row == last;
+    });
+    QObject::connect(&engine, &TransferEngine::runEnded, &context, [&] { ended = true; });
+    engine.cmdLoadToChmber_Click(tcpIp1);
+    window.waits().waitUntil([&] { return ended; }, patienceMs);
+    if (!ended || engine.runningChannel() != tcpIp1)
+        throw std::runtime_error("the run did not get to its end");
+    engine.ResetTransferData(tcpIp1);
+}
+
+void measureRowTime(Table &table, Main &window, double roundTrip)
+{
+    constexpr int periodMs = 10;
+    std::vector<double> rows;
+    double last = 0;
+    setLoopTime(window, periodMs);
+    runUntil(window, 500, [&](int row) {
+        const double time = now();
+        if (row > earlyRow)
+            rows.push_back((time - last) * 1000);
+        last = time;
+    });
+    table.note("the bench's round trip", roundTrip, "ms");
+    table.note("a row at a loop time of 10 ms, median", median(rows), "ms");
+    table.atMost("off 10 ms and the round trip by", std::abs(median(rows) - periodMs - roundTrip),
+                 1, "ms");
+}
+
+/// Fifty thousand rows would take ten minutes at the timer's pace, so here each reply brings the
+/// next tick at once. Compared is processor time: the bench's part stays out of it.
+void measureLongRun(Table &table, Main &window)
+{
+    setLoopTime(window, Channel::maxPeriodMs);
+    QObject driver;
+    const auto tick = [&window] { window.TimerTransfer_Timer(tcpIp1); };
+    QObject::connect(&window.transferEngine(), &TransferEngine::runStarted, &driver, tick,
+                     Qt::QueuedConnection);
+    QObject::connect(window.channel(tcpIp1), &Channel::replied, &driver, tick,
+                     Qt::QueuedConnection);
+
+    std::map<int, double> processorAt;
+    runUntil(window, lateRow + rowsCompared + 1,
+             [&](int row) { processorAt[row] = processorSeconds(); });
+    const auto msARow = [&](int first) {
+        return (processorAt[first + rowsCompared] - processorAt[first]) / rowsCompared * 1000;
+    };
+    table.note("processor time of a row from row 10 on", msARow(earlyRow), "ms");
+    table.note("processor time of a row up to row 50,000", msARow(lateRow), "ms");
+    table.atMost("row 50,000 over row 10", msARow(lateRow) / msARow(earlyRow), 1.1, "times");
+}
+
+int measure()
+{
+    const QTemporaryDir folder;
+    const BenchProcess bench;
+    QTextStream messages(stderr);
+    UnattendedDialogs dialogs(messages);
+    Program program(bench.commandLine(), dialogs);
+    Main &window = program.window();
+    window.showChannel(tcpIp1);
+    window.show();
+    connectChannel(window, tcpIp1,
+                   {.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")});
+    if (!window.loadList(writeList(folder, longList)))
+        throw std::runtime_error("cannot load the list");
+    window.WaitMs(500);
+
+    Table table("A list run on TCP/IP-1");
+    measureRowTime(table, window, roundTripMs(bench.chamberPort().toUShort()));
+    window.WaitMs(100); // the reply to the last row
+    measureLongRun(table, window);
+    return table.exitCode();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return runApplication(argc, argv, measure);
+}

@@ -1,0 +1,72 @@
+// What the start costs: from the process to the first paint of the window, and the memory then,
+// beside an empty Qt main window.
+#include "main/Program.h"
+#include "perf/Application.h"
+#include "perf/Child.h"
+#include "perf/FirstPaint.h"
+#include "platform/QtDialogs.h"
+
+using namespace corvane;
+using namespace corvane::perf;
+
+namespace {
+
+/// The program's window as main() opens it.
+int showWindow()
+{
+    QtDialogs dialogs;
+    Program program(CommandLine(), dialogs);
+    FirstPaint::watch(program.window());
+    program.window().show();
+    return QApplication::exec();
+}
+
+struct Start
+{
+    double ms;
+    double megabytes;
+};
+
+Start start(const std::vector<std::string> &command)
+{
+    const double begin = now();
+    const Usage usage = Child(command).finish();
+    const auto painted = figure(usage.output, "painted");
+    if (!painted)
+        throw std::runtime_error(command.front() + " did not paint");
+    return {(*painted - begin) * 1000, figure(usage.output, "memory").value_or(0) / 1e6};
+}
+
+int measure(const std::string &program)
+{
+    std::vector<double> memory[2];
+    const auto run = [&](size_t which, const std::vector<std::string> &command) {
+        const Start figures = start(command);
+        memory[which].push_back(figures.megabytes);
+        return figures.ms;
+    };
+    const Comparison time = compare(
+        15,
+        [&] {
+            return run(0, {program, "--show"});
+        },
+        [&] { return run(1, {programBeside("peers/EmptyWindow")}); });
+    Table table("Start");
+    table.note("to the first paint, the window", time.a, "ms");
+    table.note("to the first paint, an empty window", time.b, "ms");
+    table.atMost("the window over the empty one", time.ratio, 1.5, "times");
+    table.note("resident then, the window", median(memory[0]), "MB");
+    table.note("resident then, an empty window", median(memory[1]), "MB");
+    table.atMost("the window over the empty one", median(memory[0]) / median(memory[1]), 1.6,
+                 "times");
+    return table.exitCode();
+}
+
+} // namespace
+
+/// Without arguments: measures. With --show: the window, until it has painted.
+int main(int argc, char **argv)
+{
+    return runApplication(argc, argv,
+                          [argc, argv] { return argc == 2 ? showWindow() : measure(argv[0]); });
+}
