@@ -5,7 +5,9 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
+#include <thread>
 
 namespace corvane {
 
@@ -20,11 +22,11 @@ WaitEnd SystemClock::runWait(const Condition &done, int ms, const Condition &can
 {
     const QDeadlineTimer deadline = ms == forever ? QDeadlineTimer(QDeadlineTimer::Forever)
                                                   : QDeadlineTimer(ms, Qt::PreciseTimer);
-    QTimer alarm; // its tick ends the sleep below at the deadline
+    QTimer alarm; // its tick ends the sleep in the event loop
     alarm.setTimerType(Qt::PreciseTimer);
     alarm.setSingleShot(true);
     if (ms != forever)
-        alarm.start(ms);
+        alarm.start(std::max(0, ms - 1));
     QEventLoop loop;
     for (;;) {
         loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
@@ -34,8 +36,12 @@ WaitEnd SystemClock::runWait(const Condition &done, int ms, const Condition &can
             return WaitEnd::Done;
         if (deadline.hasExpired())
             return WaitEnd::TimedOut;
-        if (!alarm.isActive() && ms != forever)
-            alarm.start(1); // the tick came a fraction early
+        if (!alarm.isActive() && ms != forever) {
+            // The event loop sleeps whole milliseconds only, and so it would be late by half of
+            // one.
+            std::this_thread::sleep_for(std::chrono::nanoseconds(deadline.remainingTimeNSecs()));
+            alarm.start(0);
+        }
     }
 }
 
