@@ -104,6 +104,7 @@ void QtTcpClient::sendData(const QByteArray &bytes)
     if (m_socket.write(bytes) != bytes.size())
         throw PlatformError(
             QStringLiteral("%1: cannot send: %2").arg(m_peer, m_socket.errorString()));
+    m_socket.flush(); // now, not after the paint that the event loop may have waiting
 }
 
 QByteArray QtTcpClient::getData()
