@@ -26,6 +26,7 @@ TcpChannel::TcpChannel(int index, TcpClient &client, const ChannelContext &conte
     txtPort->setMaximumWidth(70);
     addConnectionField(tr("&Host:"), txtAddress, QStringLiteral("txtAddress"));
     addConnectionField(tr("&Port:"), txtPort, QStringLiteral("txtPort"));
+    reserveStatus(texts::socketStates.back());
 
     connect(txtPort, &QLineEdit::textChanged, this, &TcpChannel::txtPort_Change);
     for (const QLineEdit *entry : {txtPort, txtAddress})
@@ -54,8 +55,13 @@ void TcpChannel::openTransport()
 {
     if (isOpen())
         return;
+    bool isNumber = false;
+    const qint32 port = txtPort->text().trimmed().toInt(&isNumber);
+    if (!isNumber)
+        throw PlatformError(
+            tr("the port \"%1\" is not a number from 1 to 65535").arg(txtPort->text()));
     m_client.setRemoteHost(txtAddress->text());
-    m_client.setRemotePort(numbers::leadingInteger(txtPort->text()));
+    m_client.setRemotePort(port);
     closeUntilClosed();
     m_client.connectToPeer();
 }
@@ -83,17 +89,16 @@ void TcpChannel::send(const QByteArray &command)
         refuseNotConnected();
         return;
     }
-    if (!m_pieces.isEmpty()) {
-        m_context.host.reportFault(tr("TCP/IP-2 still waits for the reply to an earlier piece."));
-        return;
-    }
+    if (!m_pieces.isEmpty())
+        m_context.host.reportFault(
+            tr("TCP/IP-2: the rest of the earlier command was dropped; its reply never came."));
     beginReply();
     m_pieces = index() == tcpIp1 ? QList{command} : command.split(';');
     sendNextPiece();
 }
 
 /// The rest of a command waits for the reply to this piece, for as long as the device takes;
-/// losing or closing the connection drops it.
+/// another command and the end of the connection drop it.
 void TcpChannel::sendNextPiece()
 {
     m_client.sendData(m_pieces.takeFirst() + '\r');
@@ -134,10 +139,10 @@ void TcpChannel::tcpClient_Error(int, const QString &description)
 void TcpChannel::poll()
 {
     refreshStatus();
-    if (isOpen())
-        loopOnce();
-    else
+    if (!isOpen())
         shpComm->setBright(false);
+    else if (m_pieces.isEmpty()) // a loop lets its command finish
+        loopOnce();
 }
 
 std::optional<QString> TcpChannel::statusText() const

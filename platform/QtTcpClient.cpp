@@ -74,7 +74,7 @@ void QtTcpClient::connectToPeer()
         throw PlatformError(QStringLiteral("the host is empty; enter its name or IP address"));
     if (m_port < 1 || m_port > 65535)
         throw PlatformError(
-            QStringLiteral("the port %1 is not a number from 1 to 65535").arg(m_port));
+            QStringLiteral("the port \"%1\" is not a number from 1 to 65535").arg(m_port));
     const int attempt = ++m_attempt;
     m_peer = QStringLiteral("%1 port %2").arg(host).arg(m_port);
     m_connectLimit.start();

@@ -78,11 +78,15 @@ TEST(TcpChannel, AFailedConnectionIsToldWithoutASeparatorAndThenClosed)
     desk.client.fail(10061, QStringLiteral("connection refused"));
     EXPECT_EQ(desk.client.state(), SocketState::Closed);
 
-    desk.client.failConnect = QStringLiteral("the port 70000 is not from 1 to 65535");
-    desk.dialogs.expectMessage(QStringLiteral(
-        "Error occurred while trying to connect.\r\nthe port 70000 is not from 1 to 65535"));
-    desk.channel.txtPort->setText(QStringLiteral("70000"));
-    desk.channel.cmdConnect_Click();
+    for (const char16_t *wrong : {u"", u"abc", u"5000x"}) {
+        const QString entry = QString::fromUtf16(wrong);
+        desk.dialogs.expectMessage(QStringLiteral("Error occurred while trying to connect.\r\n"
+                                                  "the port \"%1\" is not a number from 1 to 65535")
+                                       .arg(entry));
+        desk.channel.txtPort->setText(entry);
+        desk.channel.cmdConnect_Click();
+    }
+    EXPECT_EQ(desk.client.connects, 0);
 }
 
 TEST(TcpChannel, EditingThePortOfAConnectedSocketIsRefusedAtEachChange)
@@ -137,9 +141,9 @@ TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
     desk.channel.cmdConnect_Click();
     desk.sendText(QStringLiteral("A;B;"));
     EXPECT_EQ(desk.client.sent, Pieces{"A\r"});
-    desk.channel.cmdSend_Click(); // a second send meanwhile is not interleaved
-    EXPECT_EQ(desk.client.sent.size(), 1U);
-    EXPECT_EQ(desk.host.faults.size(), 1);
+    desk.channel.chkLoop->setChecked(true);
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.client.sent.size(), 1U) << "a loop waits for the end of its command";
     desk.channel.TimerTransfer->start();
     desk.client.feed("1\r");
     EXPECT_EQ(desk.client.sent, (Pieces{"A\r", "B\r"}));
@@ -151,15 +155,18 @@ TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
     EXPECT_EQ(desk.channel.txtIn->text(), u"123") << "collected, pairs removed, split ones too";
 }
 
-TEST(TcpChannel, LosingTheConnectionDropsTheRestOfACommand)
+TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
 {
     TcpDesk desk(tcpIp2);
     desk.channel.cmdConnect_Click();
+    desk.sendText(QStringLiteral("X;Y"));
     desk.sendText(QStringLiteral("A;B;;C"));
+    EXPECT_EQ(desk.client.sent, (Pieces{"X\r", "A\r"}));
+    EXPECT_EQ(desk.host.faults.size(), 1);
     desk.client.setState(SocketState::PeerClosing);
     desk.channel.cmdConnect_Click();
     desk.client.feed("late");
-    EXPECT_EQ(desk.client.sent, Pieces{"A\r"});
+    EXPECT_EQ(desk.client.sent, (Pieces{"X\r", "A\r"}));
     desk.sendText(QStringLiteral("D"));
     EXPECT_EQ(desk.client.sent.back(), "D\r");
 }
