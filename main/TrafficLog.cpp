@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QFile>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 
 namespace corvane {
 
@@ -123,12 +124,19 @@ bool TrafficLog::appendToFile(const QString &line)
 
 void TrafficLog::appendToComments(const QString &line)
 {
-    m_comments.moveCursor(QTextCursor::End);
-    m_comments.insertPlainText(line + QStringLiteral("\n"));
     const QTextDocument &text = *m_comments.document();
     // A line break is one character in the document and counts as CR LF.
-    if (text.characterCount() - 1 + text.blockCount() - 1 > commentLimit)
+    const qsizetype before = text.characterCount() - 1 + text.blockCount() - 1;
+    if (before + line.size() + 2 > commentLimit) {
         m_comments.setPlainText(texts::logOverflow);
+        return;
+    }
+    // The user's own cursor and selection stay where they are.
+    QTextCursor end(m_comments.document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(line + QStringLiteral("\n"));
+    if (!m_comments.hasFocus())
+        m_comments.verticalScrollBar()->setValue(m_comments.verticalScrollBar()->maximum());
 }
 
 } // namespace corvane
