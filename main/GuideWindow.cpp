@@ -6,19 +6,32 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QShortcut>
+#include <QSplitter>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
 namespace corvane {
+
+namespace {
+
+/// Where an entry of the outline keeps the number of its heading's block.
+constexpr int blockRole = Qt::UserRole;
+constexpr int chapterLevel = 2;
+constexpr int sectionLevel = 3;
+
+} // namespace
 
 GuideWindow::GuideWindow(QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
     setObjectName(QStringLiteral("GuideWindow"));
     setWindowTitle(tr("Corvane - User's Guide"));
-    resize(820, 640);
+    resize(900, 640);
 
     txtFind = new QLineEdit(this);
     txtFind->setClearButtonEnabled(true);
@@ -30,6 +43,11 @@ GuideWindow::GuideWindow(QWidget *parent)
     if (guide.open(QIODevice::ReadOnly))
         txtGuide->setMarkdown(QString::fromUtf8(guide.readAll()));
 
+    lstOutline = new QListWidget(this);
+    lstOutline->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    fillOutline();
+
+    nameControl(*lstOutline, QStringLiteral("lstOutline"), tr("Outline of the guide"));
     nameControl(*txtFind, QStringLiteral("txtFind"), tr("Find in the guide"));
     nameControl(*next, QStringLiteral("cmdFindNext"), tr("Find next"));
     nameControl(*txtGuide, QStringLiteral("txtGuide"), tr("User's guide"));
@@ -39,14 +57,50 @@ GuideWindow::GuideWindow(QWidget *parent)
     findRow->addWidget(next);
     auto *page = new QVBoxLayout(this);
     page->addLayout(findRow);
-    page->addWidget(txtGuide, 1);
+    auto *sides = new QSplitter(this);
+    sides->setChildrenCollapsible(false);
+    sides->addWidget(lstOutline);
+    sides->addWidget(txtGuide);
+    sides->setStretchFactor(1, 1);
+    sides->setSizes({270, 630});
+    page->addWidget(sides, 1);
 
+    connect(lstOutline, &QListWidget::currentRowChanged, this, &GuideWindow::showHeading);
+    connect(lstOutline, &QListWidget::itemClicked, this,
+            [this] { showHeading(lstOutline->currentRow()); });
     connect(txtFind, &QLineEdit::returnPressed, this, &GuideWindow::findNext);
     connect(next, &QPushButton::clicked, this, &GuideWindow::findNext);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txtFind,
             [this] { txtFind->setFocus(Qt::ShortcutFocusReason); });
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     txtGuide->setFocus();
+}
+
+void GuideWindow::fillOutline()
+{
+    for (QTextBlock block = txtGuide->document()->begin(); block.isValid(); block = block.next()) {
+        const int level = block.blockFormat().headingLevel();
+        if (level != chapterLevel && level != sectionLevel)
+            continue;
+        const QString indent = level == sectionLevel ? QStringLiteral("    ") : QString();
+        auto *entry = new QListWidgetItem(indent + block.text(), lstOutline);
+        entry->setData(blockRole, block.blockNumber());
+        QFont font = entry->font();
+        font.setBold(level == chapterLevel);
+        entry->setFont(font);
+    }
+}
+
+void GuideWindow::showHeading(int row)
+{
+    const QListWidgetItem *entry = lstOutline->item(row);
+    if (!entry)
+        return;
+    const QTextBlock heading =
+        txtGuide->document()->findBlockByNumber(entry->data(blockRole).toInt());
+    txtGuide->setTextCursor(QTextCursor(heading));
+    txtGuide->verticalScrollBar()->setValue(txtGuide->verticalScrollBar()->value() +
+                                            txtGuide->cursorRect().top());
 }
 
 void GuideWindow::findNext()

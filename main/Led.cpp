@@ -1,6 +1,7 @@
 #include "main/Led.h"
 
 #include <QAccessible>
+#include <QIcon>
 #include <QPainter>
 
 namespace corvane {
@@ -25,6 +26,8 @@ void Led::setBright(bool bright)
     if (colour == m_colour)
         return;
     m_colour = colour;
+    QAccessibleValueChangeEvent changed(this, text());
+    QAccessible::updateAccessibility(&changed);
     update();
 }
 
@@ -48,6 +51,18 @@ void Led::paintEvent(QPaintEvent *)
     painter.setPen(QPen(QColor(0, 90, 0), 1.2));
     painter.setBrush(QColor(m_colour));
     painter.drawEllipse(disc.adjusted(1, 1, -1, -1));
+}
+
+QIcon Led::tabMark(bool open)
+{
+    QPixmap pixmap(12, 12);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(open ? QColor(0, 110, 0) : QColor(140, 140, 140), 1.5));
+    painter.setBrush(open ? QBrush(QColor(darkGreen)) : QBrush(Qt::NoBrush));
+    painter.drawEllipse(QRectF(2, 2, 8, 8));
+    return pixmap;
 }
 
 } // namespace corvane

@@ -23,6 +23,9 @@ public:
     [[nodiscard]] QString text() const;
     void setBright(bool bright);
 
+    /// The small light on a Channel's tab: filled while the Channel is open.
+    [[nodiscard]] static QIcon tabMark(bool open);
+
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:

@@ -4,6 +4,7 @@
 #include "lists/CommandListArea.h"
 #include "lists/ListKinds.h"
 #include "lists/TransferEngine.h"
+#include "main/Accessibility.h"
 #include "main/BoardWindows.h"
 #include "main/ChannelTexts.h"
 #include "main/GpibChannel.h"
@@ -40,19 +41,6 @@ constexpr int tcpIp2 = 4;
 /// A close that came inside a wait or a message box is tried again after this time.
 constexpr int closeRetryMs = 5;
 
-/// The mark on a Channel's tab: filled while the Channel is open.
-QIcon tabMark(bool open)
-{
-    QPixmap pixmap(12, 12);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(open ? QColor(0, 110, 0) : QColor(140, 140, 140), 1.5));
-    painter.setBrush(open ? QBrush(QColor(Led::darkGreen)) : QBrush(Qt::NoBrush));
-    painter.drawEllipse(QRectF(2, 2, 8, 8));
-    return pixmap;
-}
-
 } // namespace
 
 Main::Main(const MainParts &parts, QWidget *parent)
@@ -60,6 +48,7 @@ Main::Main(const MainParts &parts, QWidget *parent)
     , m_parts(parts)
     , m_waits(parts.clock)
 {
+    installAccessibility();
     setObjectName(QStringLiteral("Main"));
     setWindowTitle(QStringLiteral("Corvane"));
     m_splitter = new QSplitter(Qt::Vertical, this);
@@ -90,15 +79,22 @@ void Main::buildChannels()
     m_channels = {m_serial[0], m_serial[1], m_gpib, m_tcp[0], m_tcp[1]};
     for (Channel *each : m_channels) {
         const int index = each->index();
-        tabChannels->addTab(each, tabMark(false),
+        tabChannels->addTab(each, Led::tabMark(false),
                             texts::channelCaptions.at(static_cast<size_t>(index)));
         connect(each, &Channel::openChanged, this,
-                [this, index](bool open) { tabChannels->setTabIcon(index, tabMark(open)); });
+                [this, index](bool open) { showOpen(index, open); });
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)), this);
         connect(shortcut, &QShortcut::activated, tabChannels,
                 [this, index] { tabChannels->setCurrentIndex(index); });
     }
     m_splitter->addWidget(tabChannels);
+}
+
+void Main::showOpen(int index, bool open)
+{
+    tabChannels->setTabIcon(index, Led::tabMark(open));
+    if (open)
+        statusBar()->clearMessage(); // what was said of a device that went away
 }
 
 void Main::buildCommandList()
@@ -169,9 +165,11 @@ void Main::buildMenus()
 
 void Main::connectWindows()
 {
-    for (const SerialChannel *each : m_serial)
+    for (SerialChannel *each : m_serial) {
+        each->setPortList(m_parts.serialPorts);
         connect(each, &SerialChannel::configureRequested, m_setup,
                 [this, index = each->index()] { m_setup->cmdPortConfig_Click(index); });
+    }
     connect(m_gpib, &GpibChannel::searchRequested, m_setup, &SetupWindows::cmdSearchGPIB_Click);
     connect(m_gpib, &GpibChannel::adapterRequested, m_setup, &SetupWindows::cmdAdapter_Click);
     connect(mnuSBC, &QAction::triggered, m_board, &BoardWindows::mnuSBC_Click);

@@ -2,6 +2,7 @@
 
 #include "main/ChannelHost.h"
 #include "platform/GpibAdapterChoice.h"
+#include "platform/SerialPortList.h"
 #include "platform/WaitGroup.h"
 
 #include <QMainWindow>
@@ -52,8 +53,8 @@ struct MainParts
     /// The adapter of each GPIB board, and what makes it.
     GpibAdapterChoices &gpibAdapters;
     const GpibAdapterFactory &gpibAdapterFactory;
-    /// The devices that the system has serial ports for.
-    std::function<QStringList()> serialDevices;
+    /// The serial ports there are now, by number.
+    std::function<QList<SerialPortEntry>()> serialPorts;
     SystemInfo &systemInfo;
     /// What the report window remembers between its openings.
     modSBC &remembered;
@@ -148,6 +149,7 @@ private:
     void buildStatusBar();
     void buildCommandList();
     void connectWindows();
+    void showOpen(int index, bool open);
     void loggingFailed(const QString &description);
     void shutDown();
 

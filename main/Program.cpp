@@ -18,9 +18,7 @@ Program::Program(const CommandLine &line, Dialogs &dialogs)
     CommandLine wanted = line;
     if (wanted.demo)
         startBench(wanted);
-    for (auto pinned = wanted.serialDevices.cbegin(); pinned != wanted.serialDevices.cend();
-         ++pinned)
-        m_serialPorts.pin(pinned.key(), pinned.value());
+    m_serialPorts.pin(wanted.serialDevices);
     m_rs485 = std::make_unique<QtSerialPort>(m_serialPorts);
     m_rs232 = std::make_unique<QtSerialPort>(m_serialPorts);
     for (size_t board = 0; board < m_gpibAdapters.size(); ++board) {
@@ -42,7 +40,7 @@ Program::Program(const CommandLine &line, Dialogs &dialogs)
                   .programFolder = QCoreApplication::applicationDirPath(),
                   .gpibAdapters = m_gpibAdapters,
                   .gpibAdapterFactory = m_gpibAdapterFactory,
-                  .serialDevices = [this] { return serialDevices(); },
+                  .serialPorts = [this] { return m_serialPorts.entries(); },
                   .systemInfo = m_systemInfo,
                   .remembered = m_remembered,
                   .localAddress =
@@ -86,14 +84,6 @@ void Program::pointChannelsAtBench()
                   {.address = QStringLiteral("GPIB0::%1").arg(bench::Bench::chamberGpibAddress)});
     for (const int tcp : {3, 4})
         driver.fillIn(tcp, {.port = chamberPort, .host = bench::Bench::host()});
-}
-
-QStringList Program::serialDevices() const
-{
-    QStringList devices;
-    for (const SerialPortEntry &port : m_serialPorts.entries())
-        devices.append(port.device);
-    return devices;
 }
 
 } // namespace corvane

@@ -33,14 +33,12 @@ public:
     ~Program();
 
     [[nodiscard]] Main &window() { return *m_window; }
-    [[nodiscard]] SerialPortList &serialPorts() { return m_serialPorts; }
     /// Null without --demo.
     [[nodiscard]] bench::Bench *bench() { return m_bench.get(); }
 
 private:
     void startBench(CommandLine &line);
     void pointChannelsAtBench();
-    [[nodiscard]] QStringList serialDevices() const;
 
     std::unique_ptr<bench::Bench> m_bench;
     SystemClock m_clock;

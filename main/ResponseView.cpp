@@ -1,5 +1,6 @@
 #include "main/ResponseView.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QFontDatabase>
@@ -19,12 +20,13 @@ constexpr int margin = 4;
 constexpr int preferredColumns = 60;
 constexpr int preferredRows = 5;
 
-/// One row as it is drawn: control characters as dots.
+/// One row as it is drawn: control characters, and the hyphen that has no width, as dots.
 QString drawable(QByteArrayView row)
 {
+    constexpr char16_t softHyphen = 0xAD;
     QString shown = QString::fromLatin1(row);
     for (QChar &c : shown) {
-        if (c.unicode() < 32 || (c.unicode() >= 127 && c.unicode() < 160))
+        if (c.unicode() < 32 || (c.unicode() >= 127 && c.unicode() < 160) || c == softHyphen)
             c = QChar(0xB7);
     }
     return shown;
@@ -51,6 +53,10 @@ ResponseView::ResponseView(QWidget *parent)
     connect(&m_repaint, &QTimer::timeout, this, [this] {
         updateScrollBar();
         viewport()->update();
+        if (QAccessible::isActive()) {
+            QAccessibleValueChangeEvent changed(this, QVariant());
+            QAccessible::updateAccessibility(&changed);
+        }
     });
 }
 

@@ -4,6 +4,8 @@
 #include "main/ChannelTexts.h"
 #include "platform/SerialPort.h"
 
+#include <QEvent>
+
 namespace corvane {
 
 namespace {
@@ -26,9 +28,11 @@ SerialChannel::SerialChannel(int index, SerialPort &port, const ChannelContext &
     cmdPortConfig = new QPushButton(tr("Config&ure..."), this);
     cmdPortConfig->setAccessibleName(tr("Configure the port"));
     addConnectionWidget(cmdPortConfig, QStringLiteral("cmdPortConfig"));
+    reserveStatus(texts::portClosed);
     chkLog->setEnabled(false);
     chkLog->setToolTip(tr("The log records the TCP/IP Channels only"));
 
+    txtPort->installEventFilter(this);
     connect(txtPort, &QLineEdit::textChanged, this, &SerialChannel::txtPort_Change);
     connect(txtPort, &QLineEdit::returnPressed, this, &Channel::cmdConnect_Click);
     connect(cmdPortConfig, &QPushButton::clicked, this, &SerialChannel::configureRequested);
@@ -50,6 +54,13 @@ void SerialChannel::buildAddress()
             [this](const QString &address) { lblPrefix->setText(QStringLiteral(">") + address); });
     for (int address = 1; address <= lastAddress485; ++address)
         cboAddress485->addItem(QStringLiteral("%1").arg(address, 2, 10, QLatin1Char('0')));
+}
+
+bool SerialChannel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == txtPort && event->type() == QEvent::ToolTip && m_ports)
+        txtPort->setToolTip(SerialPortList::describe(m_ports()));
+    return Channel::eventFilter(watched, event);
 }
 
 void SerialChannel::openTransport()

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "main/Channel.h"
+#include "platform/SerialPortList.h"
+
+#include <functional>
 
 namespace corvane {
 
@@ -21,6 +24,10 @@ public:
     void txtPort_Change();
     /// The serial receive event, with its CommEvent code.
     void MSComm1_OnComm(int event);
+
+    /// What the port entry's tool tip lists, asked anew each time it is shown.
+    void setPortList(std::function<QList<SerialPortEntry>()> ports) { m_ports = std::move(ports); }
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
     QLineEdit *txtPort = nullptr;
     QPushButton *cmdPortConfig = nullptr;
@@ -45,6 +52,7 @@ private:
     void buildAddress();
 
     SerialPort &m_port;
+    std::function<QList<SerialPortEntry>()> m_ports;
 };
 
 } // namespace corvane

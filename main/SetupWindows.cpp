@@ -19,6 +19,14 @@ namespace {
 
 constexpr int gpibIndex = 2;
 
+QStringList devices(const QList<SerialPortEntry> &ports)
+{
+    QStringList names;
+    for (const SerialPortEntry &port : ports)
+        names.append(port.device);
+    return names;
+}
+
 } // namespace
 
 SetupWindows::SetupWindows(Main &window)
@@ -59,10 +67,10 @@ void SetupWindows::cmdAdapter_Click()
 {
     const MainParts &parts = m_window.parts();
     if (!m_adapterWindow)
-        m_adapterWindow =
-            new frmGpibAdapters({parts.gpibAdapters, parts.gpib, parts.gpibAdapterFactory,
-                                 parts.dialogs, parts.serialDevices},
-                                &m_window);
+        m_adapterWindow = new frmGpibAdapters(
+            {parts.gpibAdapters, parts.gpib, parts.gpibAdapterFactory, parts.dialogs,
+             [this] { return devices(m_window.parts().serialPorts()); }},
+            &m_window);
     m_adapterWindow->openWindow();
 }
 

@@ -9,6 +9,7 @@
 #include "platform/StopSignal.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QTextStream>
 #include <QTimer>
 
@@ -37,14 +38,11 @@ bool isWithoutDisplay()
     return QGuiApplication::platformName() == u"offscreen";
 }
 
-void listPorts(QTextStream &out)
+void listPorts(const CommandLine &line, QTextStream &out)
 {
-    const auto ports = SerialPortList().entries();
-    if (ports.isEmpty())
-        out << "no serial ports" << Qt::endl;
-    for (const SerialPortEntry &port : ports)
-        out << port.number << '\t' << port.device << '\t' << port.maker << '\t' << port.description
-            << Qt::endl;
+    SerialPortList ports;
+    ports.pin(line.serialDevices);
+    out << SerialPortList::describe(ports.entries()) << Qt::endl;
 }
 
 int runWindow(const CommandLine &line)
@@ -88,7 +86,7 @@ int runTask(const CommandLine &line, QTextStream &out, QTextStream &messages)
             << productInfo::versionMinor << '.' << productInfo::versionRevision << Qt::endl;
         return 0;
     case CommandLine::Task::ListPorts:
-        listPorts(out);
+        listPorts(line, out);
         return 0;
     case CommandLine::Task::Run:
         return runUnattended(line, out, messages);
@@ -118,6 +116,7 @@ int main(int argc, char **argv)
         choosePlatform(line);
         QApplication application(argc, argv);
         QApplication::setQuitOnLastWindowClosed(false);
+        QApplication::setWindowIcon(QIcon(QStringLiteral(":/corvane.png")));
         return runTask(line, out, messages);
     } catch (const PlatformError &error) {
         messages << "corvane: " << error.description() << Qt::endl;

@@ -66,21 +66,10 @@ void SerialPortList::pin(int number, const QString &device)
     m_pinned[number] = device;
 }
 
-void SerialPortList::pin(const QString &assignment)
+void SerialPortList::pin(const QMap<int, QString> &devices)
 {
-    const auto equals = assignment.indexOf(u'=');
-    bool ok = false;
-    const int number = assignment.left(equals).trimmed().toInt(&ok);
-    const QString device = assignment.mid(equals + 1).trimmed();
-    if (equals < 0 || device.isEmpty())
-        throw PlatformError(
-            QStringLiteral("\"%1\": a port number and a device are needed, as in 3=/dev/ttyUSB0")
-                .arg(assignment));
-    if (!ok || number < 1)
-        throw PlatformError(
-            QStringLiteral("\"%1\": the port number must be a whole number from 1 up")
-                .arg(assignment));
-    pin(number, device);
+    for (auto device = devices.cbegin(); device != devices.cend(); ++device)
+        pin(device.key(), device.value());
 }
 
 std::map<int, SerialPortEntry> SerialPortList::byNumber() const
@@ -111,6 +100,16 @@ QList<SerialPortEntry> SerialPortList::entries() const
     for (const auto &[number, entry] : byNumber())
         result.append(entry);
     return result;
+}
+
+QString SerialPortList::describe(const QList<SerialPortEntry> &ports)
+{
+    QStringList lines;
+    for (const SerialPortEntry &port : ports)
+        lines.append(
+            QStringLiteral("%1\t%2\t%3\t%4")
+                .arg(QString::number(port.number), port.device, port.maker, port.description));
+    return lines.isEmpty() ? QStringLiteral("no serial ports") : lines.join(u'\n');
 }
 
 QString SerialPortList::device(int number) const

@@ -34,13 +34,13 @@ public:
 
     /// Lets the number mean the device from now on; 0 for a device that needs none.
     void pin(int number, const QString &device);
-    /// Pins as a text says, "3=/dev/ttyUSB0". Throws PlatformError that names what is wrong with
-    /// it.
-    void pin(const QString &assignment);
+    void pin(const QMap<int, QString> &devices);
 
     /// All ports by number, pinned ones included. A port that lost its number to a pinned one
     /// is left out.
     [[nodiscard]] QList<SerialPortEntry> entries() const;
+    /// The ports as text, a line each: number, device, maker, description, a tab between them.
+    [[nodiscard]] static QString describe(const QList<SerialPortEntry> &ports);
     /// The device of a number. Throws PlatformError that tells the numbers there are.
     [[nodiscard]] QString device(int number) const;
 

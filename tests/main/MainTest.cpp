@@ -47,7 +47,7 @@ struct MainDesk
                .programFolder = folder.path(),
                .gpibAdapters = adapters,
                .gpibAdapterFactory = adapterFactory,
-               .serialDevices = [] { return QStringList(); },
+               .serialPorts = [] { return QList<SerialPortEntry>(); },
                .systemInfo = systemInfo,
                .remembered = remembered,
                .localAddress = [] { return QStringLiteral("192.168.1.20"); }}};
