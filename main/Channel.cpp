@@ -74,6 +74,11 @@ void Channel::buildConnection(QVBoxLayout &page)
     page.addWidget(group);
 }
 
+void Channel::reserveStatus(const QString &longest)
+{
+    lblStatus->setMinimumWidth(QFontMetrics(lblStatus->font()).horizontalAdvance(longest));
+}
+
 void Channel::addConnectionField(const QString &caption, QWidget *field, const QString &name)
 {
     auto *label = new QLabel(caption, this);
@@ -180,6 +185,7 @@ void Channel::connectHandlers()
     connect(chkLoop, &QCheckBox::toggled, this, &Channel::chkLoop_Click);
     connect(chkLog, &QCheckBox::toggled, this, [this] { m_context.host.chkLog_Click(m_index); });
     connect(cboMs, &QComboBox::activated, this, &Channel::cboMs_Change);
+    connect(cboMs, &QComboBox::currentIndexChanged, this, &Channel::cboMs_Change);
     connect(cboMs->lineEdit(), &QLineEdit::editingFinished, this, [this] {
         if (cboMs->currentText() != QString::number(m_periodMs))
             cboMs_Change();
@@ -276,17 +282,23 @@ void Channel::cmdSend_Click()
     }
 }
 
+/// A loop stays on: it sends nothing while the Channel is closed, and goes on when it is open
+/// again.
 void Channel::refuseNotConnected()
 {
-    refuseSend(texts::notConnected.at(static_cast<size_t>(m_index)));
+    tellRefusal(texts::notConnected.at(static_cast<size_t>(m_index)));
 }
 
-/// Nothing repeats the failure behind the message: the loop is off and the run stands still while
-/// the box is open, and has ended afterwards.
 void Channel::refuseSend(const QString &message)
 {
-    TimerTransfer->stop();
     switchOffLoop();
+    tellRefusal(message);
+}
+
+/// The run stands still while the box is open, and has ended afterwards.
+void Channel::tellRefusal(const QString &message)
+{
+    TimerTransfer->stop();
     m_context.dialogs.showMessage(window(), message);
     if (m_context.module.transferRunning())
         m_context.host.ResetTransferData(m_index);
@@ -316,10 +328,12 @@ void Channel::addToHistory()
     const QSignalBlocker quiet(cboOut);
     if (cboOut->count() >= historyLimit)
         cboOut->removeItem(0);
-    if (cboOut->findText(command, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+    const auto place = [this, &command] {
+        return cboOut->findText(command, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    };
+    if (place() < 0)
         cboOut->addItem(command);
-    cboOut->setCurrentIndex(-1);
-    cboOut->setEditText(command);
+    cboOut->setCurrentIndex(place()); // the arrow keys go on from here
 }
 
 void Channel::deliverReply(qsizetype keep)

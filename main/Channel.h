@@ -97,6 +97,8 @@ protected:
     /// Shows the transport's state, at every tick and at once when it changes.
     void refreshStatus();
 
+    /// Keeps room for the longest status text, so that no button moves under the pointer.
+    void reserveStatus(const QString &longest);
     /// A field of the connection row, with its caption and the name "name_index".
     void addConnectionField(const QString &caption, QWidget *field, const QString &name);
     /// A widget of the connection row without a caption.
@@ -121,6 +123,7 @@ private:
     void buildCommand(QVBoxLayout &page);
     void buildResponse(QVBoxLayout &page);
     void connectHandlers();
+    void tellRefusal(const QString &message);
     void addToHistory();
     void SetLoopTime(int ms);
 

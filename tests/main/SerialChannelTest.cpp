@@ -73,7 +73,7 @@ TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
     EXPECT_EQ(desk.channel.txtIn->text(), u"waiting");
 }
 
-TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsLoopAndRun)
+TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsARunButNoLoop)
 {
     const QString texts[] = {
         QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
@@ -87,7 +87,7 @@ TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsLoopAndRun)
             EXPECT_FALSE(desk.channel.TimerTransfer->isActive()) << "no step behind the box";
         });
         desk.channel.cmdSend_Click();
-        EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+        EXPECT_TRUE(desk.channel.chkLoop->isChecked());
         EXPECT_FALSE(desk.module.transferRunning());
         EXPECT_TRUE(desk.port.written.empty());
     }
@@ -159,6 +159,8 @@ TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)
     EXPECT_EQ(history.itemText(0), u"CMD2");
     EXPECT_EQ(history.itemText(20), u"CMD22");
     EXPECT_EQ(desk.port.written.size(), 22U);
+    QTest::keyClick(&history, Qt::Key_Up);
+    EXPECT_EQ(history.currentText(), u"CMD21");
 }
 
 TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
