@@ -42,7 +42,7 @@ void Led::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF disc = QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5);
     if (isBright()) {
-        QColor halo = QColor(m_colour);
+        QColor halo(m_colour);
         halo.setAlpha(90);
         painter.setPen(Qt::NoPen);
         painter.setBrush(halo);
