@@ -6,7 +6,6 @@
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
 
-#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
@@ -17,8 +16,6 @@
 namespace corvane {
 
 namespace {
-
-constexpr int longestCommand = 1'000'000;
 
 /// The first character that has no place in 8-bit text.
 std::optional<QChar> firstBeyondLatin1(const QString &text)
@@ -92,7 +89,22 @@ void Channel::addConnectionWidget(QWidget *widget, const QString &name)
 {
     widget->setObjectName(QStringLiteral("%1_%2").arg(name).arg(m_index));
     m_connectionRow->insertWidget(m_connectionRow->indexOf(cmdConnect) - 1, widget);
-    setTabOrder(widget, cmdConnect);
+    orderTabs();
+}
+
+/// The Tab key goes from left to right and down, though the fields are made last.
+void Channel::orderTabs()
+{
+    QList<QWidget *> order;
+    for (int place = 0; place < m_connectionRow->count(); ++place)
+        order.append(m_connectionRow->itemAt(place)->widget());
+    order += {cboOut, cmdSend,          cmdIDN,          cmdSystErr, chkLoop, cboMs,
+              chkLog, cmdLoadFrmChmber, cmdLoadToChmber, cmdStop,    txtIn};
+    order.removeIf([](const QWidget *widget) {
+        return !widget || (widget->focusPolicy() & Qt::TabFocus) == 0;
+    });
+    for (qsizetype place = 1; place < order.size(); ++place)
+        setTabOrder(order.at(place - 1), order.at(place));
 }
 
 void Channel::buildCommand(QVBoxLayout &page)
@@ -102,15 +114,7 @@ void Channel::buildCommand(QVBoxLayout &page)
     auto *entryRow = new QHBoxLayout;
     auto *optionRow = new QHBoxLayout;
 
-    cboOut = new QComboBox(this);
-    cboOut->setEditable(true);
-    cboOut->setInsertPolicy(QComboBox::NoInsert);
-    cboOut->setCompleter(nullptr);
-    cboOut->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    cboOut->setMinimumContentsLength(20);
-    cboOut->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cboOut->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    cboOut->lineEdit()->setMaxLength(longestCommand);
+    cboOut = new CommandBox(this);
     cboOut->setEditText(texts::idnCommand);
     cmdSend = new QPushButton(tr("&Send"), this);
     cmdIDN = new QPushButton(tr("*&IDN?"), this);
@@ -319,21 +323,7 @@ void Channel::cmdSystErr_Click()
 void Channel::beginReply()
 {
     txtIn->setBytes({});
-    addToHistory();
-}
-
-void Channel::addToHistory()
-{
-    const QString command = cboOut->currentText();
-    const QSignalBlocker quiet(cboOut);
-    if (cboOut->count() >= historyLimit)
-        cboOut->removeItem(0);
-    const auto place = [this, &command] {
-        return cboOut->findText(command, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    };
-    if (place() < 0)
-        cboOut->addItem(command);
-    cboOut->setCurrentIndex(place()); // the arrow keys go on from here
+    cboOut->remember();
 }
 
 void Channel::deliverReply(qsizetype keep)

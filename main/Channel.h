@@ -1,6 +1,7 @@
 #pragma once
 
 #include "main/ChannelHost.h"
+#include "main/CommandBox.h"
 #include "main/Led.h"
 #include "main/ResponseView.h"
 
@@ -26,7 +27,6 @@ class Channel : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr int historyLimit = 21;
     static constexpr int transferIntervalMs = 500;
     static constexpr int minPeriodMs = 10;
     static constexpr int maxPeriodMs = 3'600'000;
@@ -55,7 +55,7 @@ public:
     /// The port is open, the socket connected, the GPIB control configured.
     [[nodiscard]] virtual bool isOpen() const = 0;
 
-    QComboBox *cboOut = nullptr;
+    CommandBox *cboOut = nullptr;
     QPushButton *cmdSend = nullptr;
     QPushButton *cmdIDN = nullptr;
     QPushButton *cmdSystErr = nullptr;
@@ -123,8 +123,8 @@ private:
     void buildCommand(QVBoxLayout &page);
     void buildResponse(QVBoxLayout &page);
     void connectHandlers();
+    void orderTabs();
     void tellRefusal(const QString &message);
-    void addToHistory();
     void SetLoopTime(int ms);
 
     const int m_index;

@@ -82,7 +82,9 @@ TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)
     desk.module.GpibTransfer = desk.module.SendMode = true;
     desk.channel.cmdIDN_Click();
     EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("write GPIB0::5 *IDN?\r")});
+    EXPECT_FALSE(desk.channel.isReadDone());
     desk.channel.Timer1_Timer();
+    EXPECT_TRUE(desk.channel.isReadDone());
     EXPECT_EQ(desk.channel.txtIn->text(), u"MAKER,MODEL");
     EXPECT_EQ(desk.host.gridCell, "MAKER,MODEL");
     EXPECT_TRUE(desk.module.ResponseReady);

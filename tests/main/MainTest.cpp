@@ -4,6 +4,7 @@
 #include "about/RegistryApi.h"
 #include "about/SystemInfo.h"
 #include "common/modSBC.h"
+#include "main/TrafficLog.h"
 #include "platform/GpibAdapterFactory.h"
 #include "tests/main/ChannelDesk.h"
 
@@ -141,6 +142,20 @@ TEST(Main, LogsWhileAnyBoxIsCheckedAndSaysAFailureOnce)
     EXPECT_FALSE(desk.main.shpLog->isHidden());
     desk.main.channel(4)->chkLog->setChecked(false);
     EXPECT_TRUE(desk.main.shpLog->isHidden());
+
+    QFile blocked(desk.folder.filePath(QStringLiteral("Log.txt")));
+    QDir().mkdir(blocked.fileName());
+    ASSERT_FALSE(blocked.open(QIODevice::Append));
+    desk.main.channel(3)->chkLog->setChecked(true);
+    desk.tcpClient1.feed("A");
+    desk.dialogs.expectMessage(
+        QStringLiteral("The log cannot be written; logging has been switched off.\r\n%1: %2")
+            .arg(blocked.fileName(), blocked.errorString()));
+    auto *log = desk.main.findChild<TrafficLog *>();
+    log->TimerLog_Timer();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(desk.main.channel(3)->chkLog->isChecked());
+    EXPECT_FALSE(log->TimerLog->isActive());
 }
 
 TEST(Main, ClosingDisconnectsEveryChannelAndThenUnloadsTheOtherWindows)
@@ -188,6 +203,24 @@ TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
         });
     boxed.main.cmdSend_Click(0);
     EXPECT_TRUE(boxedClosed.wait(2000));
+}
+
+TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)
+{
+    MainDesk desk;
+    for (int index = 0; index < channelCount; ++index) {
+        const Channel &channel = *desk.main.channel(index);
+        QList<QWidget *> order;
+        for (QWidget *next = channel.txtIn->nextInFocusChain(); next != channel.txtIn;
+             next = next->nextInFocusChain())
+            order.append(next);
+        const QString entry = index == 2 ? QStringLiteral("txtTimeout488_2")
+                                         : QStringLiteral("txtPort_%1").arg(index);
+        QWidget *const expected[] = {channel.findChild<QLineEdit *>(entry), channel.cmdConnect,
+                                     channel.cmdDisconnect, channel.cboOut, channel.cmdStop};
+        for (size_t place = 1; place < std::size(expected); ++place)
+            EXPECT_LT(order.indexOf(expected[place - 1]), order.indexOf(expected[place])) << index;
+    }
 }
 
 TEST(Main, NoTwoMnemonicsOfATabClash)
