@@ -21,13 +21,13 @@ QString csvText(const QString &text)
 QString csvCell(const QString &cell)
 {
     static const QString special = QStringLiteral(",\"\r\n");
-    const QString text = csvText(cell);
+    QString text = csvText(cell);
     const bool plain =
         std::none_of(text.begin(), text.end(), [](QChar c) { return special.contains(c); }) &&
         text == text.trimmed();
     if (plain)
         return text;
-    return u'"' + QString(text).replace(u'"', QStringLiteral("\"\"")) + u'"';
+    return u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"';
 }
 
 /// A text as XML can hold it: control characters, which it cannot, become "?".

@@ -13,6 +13,8 @@
 #include "setup/frmGpibAdapters.h"
 #include "setup/frmPortConfig.h"
 
+#include <QTimer>
+
 namespace corvane {
 
 namespace {
@@ -108,9 +110,9 @@ void SetupWindows::cancel()
 
 bool SetupWindows::isBusy() const
 {
-    return (m_search && m_search->isRunning()) ||
-           (m_adapterWindow && m_adapterWindow->isTesting()) ||
-           (m_gpibAbout && m_gpibAbout->isAsking());
+    return (m_search != nullptr && m_search->isRunning()) ||
+           (m_adapterWindow != nullptr && m_adapterWindow->isTesting()) ||
+           (m_gpibAbout != nullptr && m_gpibAbout->isAsking());
 }
 
 GpibControl &SetupWindows::QBXControl1()

@@ -7,6 +7,8 @@
 
 #include <array>
 
+class QTimer;
+
 namespace corvane {
 
 class GpibAboutBox;

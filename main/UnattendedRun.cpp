@@ -15,6 +15,8 @@
 #include <QSaveFile>
 #include <QTextStream>
 
+#include <utility>
+
 namespace corvane {
 
 namespace {
@@ -56,10 +58,10 @@ QString outcomeFault(TransferEngine::Outcome outcome)
 
 } // namespace
 
-UnattendedRun::UnattendedRun(Main &window, const CommandLine &line, QTextStream &rows,
+UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &rows,
                              QTextStream &messages)
     : m_window(window)
-    , m_line(line)
+    , m_line(std::move(line))
     , m_rows(rows)
     , m_messages(messages)
 {

@@ -28,7 +28,7 @@ public:
     static constexpr int checkFailed = 1;
     static constexpr int anythingElse = 2;
 
-    UnattendedRun(Main &window, const CommandLine &line, QTextStream &rows, QTextStream &messages);
+    UnattendedRun(Main &window, CommandLine line, QTextStream &rows, QTextStream &messages);
 
     /// Does it all and returns the exit code. SIGINT and SIGTERM end it as Stop does.
     int execute();
