@@ -105,7 +105,7 @@ void ResponseView::copy() const
 QSize ResponseView::sizeHint() const
 {
     const QFontMetrics metrics(font());
-    return {preferredColumns * metrics.horizontalAdvance(u'0') + 2 * margin,
+    return {qCeil(preferredColumns * pitch()) + 2 * margin,
             preferredRows * metrics.lineSpacing() + 2 * margin + 2 * frameWidth()};
 }
 
@@ -114,10 +114,16 @@ QSize ResponseView::minimumSizeHint() const
     return {120, QFontMetrics(font()).lineSpacing() * 2 + 2 * margin + 2 * frameWidth()};
 }
 
+/// The width of a column as text is drawn: seldom a whole number of pixels.
+qreal ResponseView::pitch() const
+{
+    return std::max(1.0, QFontMetricsF(font()).horizontalAdvance(u'0'));
+}
+
 qsizetype ResponseView::columns() const
 {
     const int width = viewport()->width() - 2 * margin;
-    return std::max(1, width / std::max(1, fontMetrics().horizontalAdvance(u'0')));
+    return std::max(1, qFloor(width / pitch()));
 }
 
 int ResponseView::visibleRows() const
@@ -149,6 +155,10 @@ void ResponseView::paintEvent(QPaintEvent *)
     const int first = verticalScrollBar()->value();
     for (int row = 0; row <= visibleRows(); ++row)
         drawRow(painter, first + row, margin + row * fontMetrics().lineSpacing());
+    if (hasFocus()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+    }
 }
 
 void ResponseView::drawRow(QPainter &painter, qsizetype row, int y) const
@@ -159,21 +169,23 @@ void ResponseView::drawRow(QPainter &painter, qsizetype row, int y) const
     const auto bytes = QByteArrayView(m_text.bytes()).sliced(from);
     const QByteArrayView shown = bytes.first(std::min(bytes.size(), columns()));
     const QFontMetrics metrics = fontMetrics();
-    const int pitch = metrics.horizontalAdvance(u'0');
+    const auto x = [pitch = pitch()](qsizetype column) {
+        return margin + static_cast<qreal>(column) * pitch;
+    };
 
     const auto selected = selection();
     const qsizetype selectedFrom = std::clamp<qsizetype>(selected.first - from, 0, shown.size());
     const qsizetype selectedTo = std::clamp<qsizetype>(selected.second - from, 0, shown.size());
     const auto draw = [&](qsizetype begin, qsizetype end, QPalette::ColorRole colour) {
         painter.setPen(palette().color(colour));
-        painter.drawText(margin + static_cast<int>(begin) * pitch, y + metrics.ascent(),
+        painter.drawText(QPointF(x(begin), y + metrics.ascent()),
                          drawable(shown.sliced(begin, end - begin)));
     };
     draw(0, selectedFrom, QPalette::Text);
     if (selectedFrom < selectedTo) {
-        painter.fillRect(margin + static_cast<int>(selectedFrom) * pitch, y,
-                         static_cast<int>(selectedTo - selectedFrom) * pitch, metrics.lineSpacing(),
-                         palette().highlight());
+        painter.fillRect(
+            QRectF(x(selectedFrom), y, x(selectedTo) - x(selectedFrom), metrics.lineSpacing()),
+            palette().highlight());
         draw(selectedFrom, selectedTo, QPalette::HighlightedText);
     }
     draw(selectedTo, shown.size(), QPalette::Text);
@@ -211,10 +223,8 @@ void ResponseView::keyPressEvent(QKeyEvent *event)
 
 qsizetype ResponseView::positionAt(QPoint point) const
 {
-    const QFontMetrics metrics = fontMetrics();
-    const int pitch = std::max(1, metrics.horizontalAdvance(u'0'));
-    const int row = std::max(0, point.y() - margin) / metrics.lineSpacing();
-    const int column = (std::max(0, point.x() - margin) + pitch / 2) / pitch;
+    const int row = std::max(0, point.y() - margin) / fontMetrics().lineSpacing();
+    const int column = qRound(std::max(0, point.x() - margin) / pitch());
     const qsizetype position =
         (verticalScrollBar()->value() + row) * columns() + std::min<qsizetype>(column, columns());
     return std::min(position, m_text.bytes().size());

@@ -48,6 +48,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    [[nodiscard]] qreal pitch() const;
     [[nodiscard]] qsizetype columns() const;
     [[nodiscard]] int visibleRows() const;
     [[nodiscard]] qsizetype positionAt(QPoint point) const;
