@@ -204,6 +204,18 @@ void ResponseView::changeEvent(QEvent *event)
         updateScrollBar();
 }
 
+void ResponseView::focusInEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+void ResponseView::focusOutEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
+}
+
 void ResponseView::keyPressEvent(QKeyEvent *event)
 {
     QScrollBar *bar = verticalScrollBar();
