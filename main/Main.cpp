@@ -367,12 +367,12 @@ void Main::closeEvent(QCloseEvent *event)
     m_closing = true;
     m_waits.close();
     m_parts.gpib.shutDown();
-    m_setup->cancel();
-    m_board->shutDown();
     if (m_parts.clock.runningWaits() > 0 || m_parts.dialogs.openCount() > 0 || m_setup->isBusy() ||
         m_engine->isBusy()) {
         // Something below this frame still runs: it ends now, and the close is tried again.
         event->ignore();
+        m_setup->cancel();
+        m_board->shutDown();
         m_parts.dialogs.dismissAll();
         QTimer::singleShot(closeRetryMs, this, &QWidget::close);
         return;
@@ -389,6 +389,7 @@ void Main::shutDown()
         each->cmdDisconnect_Click();
     }
     m_log->setLogging(false);
+    m_board->shutDown();
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
         if (window != this && window->isVisible())

@@ -3,7 +3,9 @@
 #include "about/ProgramLauncher.h"
 #include "about/RegistryApi.h"
 #include "about/SystemInfo.h"
+#include "board/frmSBC.h"
 #include "common/modSBC.h"
+#include "main/BoardWindows.h"
 #include "main/TrafficLog.h"
 #include "platform/GpibAdapterFactory.h"
 #include "tests/main/ChannelDesk.h"
@@ -165,9 +167,16 @@ TEST(Main, ClosingDisconnectsEveryChannelAndThenUnloadsTheOtherWindows)
     desk.main.show();
     desk.main.mnuHelp_Click();
     QWidget *guide = desk.main.findChild<QWidget *>(QStringLiteral("GuideWindow"));
-    ASSERT_TRUE(guide && guide->isVisible());
+    desk.main.mnuSBC->trigger();
+    QWidget &board = *desk.main.boardWindows().boardWindow();
+    bool othersOpen = false; // while the last Channel is disconnected
+    QObject::connect(&desk.tcpClient2, &TcpClient::stateChanged, &desk.main, [&] {
+        EXPECT_EQ(desk.tcpClient1.state(), SocketState::Closed) << "in the order of the Channels";
+        othersOpen = guide && guide->isVisible() && board.isVisible();
+    });
     QSignalSpy closed(&desk.main, &Main::closed);
     desk.main.close();
+    EXPECT_TRUE(othersOpen);
     EXPECT_EQ(closed.size(), 1);
     EXPECT_EQ(desk.rs485.closed, 1);
     EXPECT_EQ(desk.rs232.closed, 1);
