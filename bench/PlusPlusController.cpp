@@ -173,11 +173,12 @@ bool PlusPlusController::nothingToDo(const QByteArray &)
 
 void PlusPlusController::writeToDevice(const QByteArray &bytes)
 {
-    static constexpr const char *terminators[] = {"\r\n", "\r", "\n", ""};
     if (m_settings.mode == 0)
         return;
-    if (GpibStation *addressed = station())
+    if (GpibStation *addressed = station()) {
+        static constexpr const char *terminators[] = {"\r\n", "\r", "\n", ""};
         addressed->listen(bytes + terminators[m_settings.eos], m_settings.eoi == 1);
+    }
     if (m_settings.automatic == 1)
         startRead(ReadUntil::End);
 }

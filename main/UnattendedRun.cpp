@@ -105,13 +105,13 @@ bool UnattendedRun::prepare()
         return refuse(QStringLiteral("Get list is for chamber settings only"));
     list.chkStripOpr->setChecked(m_line.stripOperator);
 
-    Channel &channel = *m_window.channel(m_line.channel);
     m_window.showChannel(m_line.channel);
     ChannelDriver driver(m_window);
     driver.fillIn(m_line.channel, {m_line.port, m_line.host, m_line.address, m_line.settings});
     if (m_line.timeoutMs)
         m_window.parts().gpib.setTimeout(*m_line.timeoutMs);
     if (m_line.loopMs) {
+        Channel &channel = *m_window.channel(m_line.channel);
         channel.cboMs->setEditText(QString::number(*m_line.loopMs));
         channel.cboMs_Change();
     }

@@ -19,17 +19,20 @@ namespace {
 
 constexpr int failed = 2;
 
+bool hasDisplay()
+{
+#ifdef Q_OS_UNIX
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+#else
+    return true;
+#endif
+}
+
 /// The window system that the task needs: none where nothing is shown.
 void choosePlatform(const CommandLine &line)
 {
-    const bool hasDisplay =
-        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-#ifdef Q_OS_UNIX
-    const bool needsDisplay = line.task == CommandLine::Task::Window && hasDisplay;
-#else
-    const bool needsDisplay = line.task == CommandLine::Task::Window;
-#endif
-    if (!needsDisplay && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    const bool showsWindow = line.task == CommandLine::Task::Window && hasDisplay();
+    if (!showsWindow && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 

@@ -36,7 +36,7 @@ struct ReplyCounter
     std::array<int, channelCount> replies{};
 };
 
-void loopAll(Main &main, const QString &ms)
+void loopAll(const Main &main, const QString &ms)
 {
     for (int index = 0; index < channelCount; ++index) {
         Channel &channel = *main.channel(index);
