@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTabWidget>
 
@@ -118,6 +119,11 @@ QTabWidget *frmSBC::makePages()
     pages->addTab(calibration, tr("Calibration"));
     pages->addTab(digitalIo, tr("Digital I/O"));
     pages->addTab(identity, tr("Identity"));
+    for (int page = 0; page < pages->count(); ++page) {
+        auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);
+        connect(shortcut, &QShortcut::activated, pages,
+                [pages, page] { pages->setCurrentIndex(page); });
+    }
     return pages;
 }
 

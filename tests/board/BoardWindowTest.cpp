@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
-#include <QTabWidget>
 #include <QTest>
 
 using namespace corvane;
@@ -182,7 +181,8 @@ TEST_F(BoardWindowTest, TheKeyboardFocusComesBackAfterAnOperation)
 {
     board.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&board));
-    board.findChild<QTabWidget *>()->setCurrentWidget(board.calibration);
+    QTest::keyClick(&board, Qt::Key_2, Qt::ControlModifier);
+    ASSERT_TRUE(board.calibration->isVisible());
     for (QPushButton *button : {board.calibration->cmdWriteCal, board.calibration->cmdScanCals}) {
         button->setFocus();
         button->click();
