@@ -60,6 +60,7 @@ auto BoardLink::onGpib(Operation operation) const
 void BoardLink::OutputToSbc(QString &command)
 {
     m_fault.clear();
+    m_isSent = false;
     Q_EMIT commandShown(QString());
     Q_EMIT replyShown(QString(), QString());
     PauseMS(beforeSendMs);
@@ -71,6 +72,7 @@ void BoardLink::OutputToSbc(QString &command)
     m_sentBy = m_method;
     try {
         send(command);
+        m_isSent = true;
     } catch (const PlatformError &error) {
         m_fault = error.description();
         Q_EMIT replyShown(texts::noResponse, m_fault);
@@ -114,10 +116,11 @@ void BoardLink::InputFromSbc(QString &reply)
         Q_EMIT replyShown(reply.isEmpty() ? texts::noResponse : reply, m_fault);
 }
 
-/// The answer comes from where the last command went: the method may have been changed since.
+/// The answer comes from where the last command went: the method may have been changed since. To a
+/// command that did not go out there is none: what a receive box holds answers another one.
 QString BoardLink::readReply()
 {
-    if (isStopped())
+    if (isStopped() || !m_isSent)
         return {};
     switch (m_sentBy) {
     case Rs232:

@@ -75,6 +75,7 @@ private:
     WaitGroup &m_waits;
     Method m_method = Ieee;
     Method m_sentBy = Ieee;
+    bool m_isSent = false;
     QString m_fault;
     mutable int m_gpibCalls = 0;
 };

@@ -92,12 +92,18 @@ TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)
 
 TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
 {
-    channels.usedChannel = BoardChannels::ieee488;
     channels.use = ChannelUse::List;
-    QString text = QStringLiteral("ADC?");
-    board.link().OutputToSbc(text);
-    EXPECT_TRUE(channels.bus.calls.isEmpty());
-    EXPECT_TRUE(board.link().fault().contains(QStringLiteral("a command list is running")));
+    channels.boxText = QStringLiteral("the list's reply");
+    for (const int method : {0, 1, 2}) {
+        channels.usedChannel = method + BoardChannels::rs232;
+        board.OptSbcCommMeth_Click(method);
+        QString text = QStringLiteral("ADC?");
+        board.link().OutputToSbc(text);
+        board.link().InputFromSbc(text);
+        EXPECT_EQ(text, QString());
+        EXPECT_TRUE(board.link().fault().contains(QStringLiteral("a command list is running")));
+    }
+    EXPECT_TRUE(channels.bus.calls.isEmpty() && channels.commands().isEmpty());
 }
 
 TEST_F(BoardLinkTest, ANegativeOrEmptyPauseReturnsAtOnce)
