@@ -219,6 +219,7 @@ void DacAdcPanel::optDacUnits_Click(int units)
     const auto convert = units == Hex ? dacUnits::toHexText : dacUnits::toVoltsText;
     for (QLineEdit *box : txtSendDac)
         box->setText(convert(box->text()));
+    txtSetAllDac->setText(convert(txtSetAllDac->text()));
     for (QLabel *label : lblReadAdc)
         label->setText(convert(label->text()));
 }

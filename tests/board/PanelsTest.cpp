@@ -168,9 +168,11 @@ TEST_F(PanelsTest, ChangingTheUnitsConvertsWhatIsShownOnceAndLeavesOtherTexts)
                            Row{"9", "FFFF", "2.50000"}, Row{"-1", "0", "0.00000"},
                            Row{"xyz", "xyz", "xyz"}, Row{"", "", ""}}) {
         board.dacAdc->txtSendDac[0]->setText(QString::fromLatin1(row.volts));
+        fill("txtSetAllDac", QString::fromLatin1(row.volts));
         board.dacAdc->lblReadAdc[7]->setText(QString::fromLatin1(row.volts));
         act(board, "optDacUnits_0;optDacUnits_0");
-        EXPECT_EQ(shown(board, "txtSendDac_0"), QString::fromLatin1(row.hex));
+        for (const char *box : {"txtSendDac_0", "txtSetAllDac"})
+            EXPECT_EQ(shown(board, box), QString::fromLatin1(row.hex));
         EXPECT_EQ(shown(board, "lblDacRange"), QStringLiteral("Range: 0000 to FFFF hex"));
         act(board, "optDacUnits_1");
         EXPECT_EQ(shown(board, "lblReadAdc_7"), QString::fromLatin1(row.back));
