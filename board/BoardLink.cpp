@@ -178,4 +178,9 @@ bool BoardLink::isSendable(const QString &text)
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
 }
 
+QString BoardLink::oneLine(const QString &reply)
+{
+    return QString(reply).remove(u'\r').remove(u'\n');
+}
+
 } // namespace corvane

@@ -58,6 +58,8 @@ public:
 
     /// True when every character fits the wire's eight bits.
     static bool isSendable(const QString &text);
+    /// A reply without the line ends that a GPIB read leaves in it, to be shown.
+    static QString oneLine(const QString &reply);
 
 Q_SIGNALS:
     /// The command last sent, without its terminator; empty at the start of an exchange.

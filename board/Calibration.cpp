@@ -66,7 +66,8 @@ bool Calibration::readAdc(float &value, const QString &point)
     value =
         numbers::single(numbers::leadingNumber(QStringView(reply).first(reply.indexOf(u',') + 1)));
     return std::isfinite(value) ||
-           fail(QStringLiteral("The ADC reading at %1 is too large: \"%2\".").arg(point, reply));
+           fail(QStringLiteral("The ADC reading at %1 is too large: \"%2\".")
+                    .arg(point, BoardLink::oneLine(reply)));
 }
 
 bool Calibration::readMeter(float &value, const QString &point)

@@ -120,8 +120,8 @@ bool DigitalTests::directionStep(int port, int step, bool &passed)
     m_link.InputFromSbc(reply);
     if (!isEnded() && numbers::leadingNumber(reply) != pattern) {
         passed = false;
-        m_session.say(
-            texts::directionFailed.arg(QString::number(port), reply, QString::number(step)));
+        m_session.say(texts::directionFailed.arg(QString::number(port), BoardLink::oneLine(reply),
+                                                 QString::number(step)));
     }
     return !isEnded();
 }

@@ -141,7 +141,7 @@ void frmSBC::makeStatusBar()
     connect(&m_link, &BoardLink::commandShown, statusPanels[0], &QLabel::setText);
     connect(&m_link, &BoardLink::replyShown, this,
             [this](const QString &text, const QString &fault) {
-                statusPanels[1]->setText(QString(text).remove(u'\r').remove(u'\n'));
+                statusPanels[1]->setText(BoardLink::oneLine(text));
                 statusPanels[1]->setToolTip((fault.isEmpty() ? text : fault).toHtmlEscaped());
             });
 }

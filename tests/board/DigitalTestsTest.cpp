@@ -31,7 +31,7 @@ protected:
         else if (words[0] == QStringLiteral("PORT:DATA"))
             data[port] = values.value(1).toInt();
         else if (words[0] == QStringLiteral("PORT:DIR?"))
-            return QString::number(direction[port]);
+            return QString::number(direction[port]) + QStringLiteral("\r\n"); // as GPIB leaves it
         else if (words[0] == QStringLiteral("PORT:DATA?"))
             return QString::number(connector ? data[joined.at(port)] & ~stuckLow : 0);
         return {};
