@@ -18,8 +18,6 @@
 #include <QShortcut>
 #include <QStatusBar>
 
-#include <span>
-
 namespace corvane {
 
 using namespace controls;
@@ -28,8 +26,6 @@ using reportTexts::PrintError;
 namespace {
 
 constexpr qint16 beforeReadMs = 25;
-/// The first of the fields that do not come from the board.
-constexpr size_t firstTestRow = 5;
 
 /// Today in the system's short form; where that needs characters that the report cannot hold, in
 /// the international form.
@@ -166,24 +162,14 @@ void frmSBCPrint::showBusy(bool busy)
 void frmSBCPrint::Form_Load()
 {
     const Procedure procedure(*this);
-    const ReportFields &fields = m_remembered.report;
-    txtPartNum->setText(fields.partNum);
-    txtSerialNum->setText(fields.serialNum);
-    txtPicFirmWare->setText(fields.picFirmWare);
-    txtRabbitVersion->setText(fields.rabbitVersion);
-    fillFromBoard();
-    if (isClosing())
-        return;
     m_remembered.report.date = todayText();
     m_remembered.report.appVer = m_version;
-    showTestFields();
-    cmdGenFilename_Click();
-}
-
-void frmSBCPrint::showTestFields()
-{
-    for (const FieldRow &row : std::span(fieldRows()).subspan(firstTestRow))
+    // All before the board is asked: what the user types meanwhile stays.
+    for (const FieldRow &row : fieldRows())
         (this->*row.box)->setText(m_remembered.report.*row.field);
+    fillFromBoard();
+    if (!isClosing())
+        cmdGenFilename_Click();
 }
 
 void frmSBCPrint::remember()
@@ -220,6 +206,7 @@ void frmSBCPrint::fillFromBoard()
     link.InputFromSbc(reply);
     if (link.isStopped() || isClosing())
         return;
+    reply = BoardLink::oneLine(reply);
     const auto identity = calibrationReport::parseIdentity(reply);
     statusPanel->setText(identity ? reply : reportTexts::syntaxError + reply);
     if (!identity)

@@ -87,7 +87,6 @@ private:
 
     void fillFromBoard();
     void remember();
-    void showTestFields();
     [[nodiscard]] bool isClosing() const { return m_closing; }
     void showPrintError(const QString &text);
     void write(const QString &path, const QByteArray &report);

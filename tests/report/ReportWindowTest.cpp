@@ -21,7 +21,7 @@ class ReportWindowTest : public BoardTest
 protected:
     ReportWindowTest()
     {
-        answerQueriesWith("ACME,P/N_1234-5,R2.1,P3.0,07/0123");
+        answerQueriesWith("ACME,P/N_1234-5,R2.1,P3.0,07/0123\r\n");
         open();
     }
 
@@ -65,6 +65,7 @@ TEST_F(ReportWindowTest, OpeningFillsTheFieldsFromTheBoardAndOnlyCancelWorksMean
         EXPECT_TRUE(window->cmdCAncel->isEnabled());
         window->cmdAccept_Click();
         window->cmdAutoFill_Click();
+        act(*window, "txtYourName=Ada"); // typed meanwhile: stays
     });
     channels.forget();
     clock.waits.clear();
@@ -74,6 +75,7 @@ TEST_F(ReportWindowTest, OpeningFillsTheFieldsFromTheBoardAndOnlyCancelWorksMean
          {std::pair("txtPartNum", "1234-5"), std::pair("txtSerialNum", "07/0123"),
           std::pair("txtPicFirmWare", "P3.0"), std::pair("txtRabbitVersion", "R2.1"),
           std::pair("txtFileName", "1234-5_0123-07"), std::pair("txtAppVer", "1.2.3"),
+          std::pair("txtYourName", "Ada"),
           std::pair("StatusBar1_1", "ACME,P/N_1234-5,R2.1,P3.0,07/0123")})
         EXPECT_EQ(shown(*window, box), QString::fromLatin1(text));
     EXPECT_FALSE(window->txtDate->text().isEmpty());
