@@ -341,7 +341,7 @@ void Main::cmdStop_Click(int index)
 
 QByteArray Main::echoPrefix() const
 {
-    return '<' + m_serial[0]->cboAddress485->currentText().toLatin1() + ':';
+    return m_serial[0]->echoPrefix();
 }
 
 QString Main::searchRefusal() const

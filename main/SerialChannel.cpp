@@ -50,8 +50,10 @@ void SerialChannel::buildAddress()
     lblPrefix = new QLabel(this);
     lblPrefix->setAccessibleName(tr("Addressing prefix"));
     addConnectionWidget(lblPrefix, QStringLiteral("lblPrefix"));
-    connect(cboAddress485, &QComboBox::currentTextChanged, this,
-            [this](const QString &address) { lblPrefix->setText(QStringLiteral(">") + address); });
+    connect(cboAddress485, &QComboBox::currentTextChanged, this, [this](const QString &address) {
+        lblPrefix->setText(QStringLiteral(">") + address);
+        m_echoPrefix = '<' + address.toLatin1() + ':';
+    });
     for (int address = 1; address <= lastAddress485; ++address)
         cboAddress485->addItem(QStringLiteral("%1").arg(address, 2, 10, QLatin1Char('0')));
 }

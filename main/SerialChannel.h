@@ -37,6 +37,8 @@ public:
 
     [[nodiscard]] bool isOpen() const override;
     [[nodiscard]] SerialPort &port() const { return m_port; }
+    /// What a device puts in front of its replies (RS-485 only).
+    [[nodiscard]] const QByteArray &echoPrefix() const { return m_echoPrefix; }
 
 Q_SIGNALS:
     void configureRequested();
@@ -53,6 +55,7 @@ private:
 
     SerialPort &m_port;
     std::function<QList<SerialPortEntry>()> m_ports;
+    QByteArray m_echoPrefix; // kept, as every arrival of both serial Channels asks for it
 };
 
 } // namespace corvane
