@@ -123,7 +123,11 @@ void TextGrid::setCurrentCell(int row, int column)
         clearSelection();
         setCurrentIndex({});
     } else {
-        setCurrentIndex(m_model->index(row - 1, column));
+        const QModelIndex index = m_model->index(row - 1, column);
+        // A run that walks down goes on by pages: the view would paint all of itself at every row.
+        if (visualRect(index).bottom() >= viewport()->height())
+            scrollTo(index, PositionAtTop);
+        setCurrentIndex(index);
     }
     if (moved)
         Q_EMIT currentCellChanged(row, column);
