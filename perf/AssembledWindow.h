@@ -43,7 +43,7 @@ public:
                       .programFolder = QDir::tempPath(),
                       .gpibAdapters = m_choices,
                       .gpibAdapterFactory = m_factory,
-                      .serialDevices = [] { return QStringList(); },
+                      .serialPorts = [] { return QList<SerialPortEntry>(); },
                       .systemInfo = m_systemInfo,
                       .remembered = m_remembered,
                       .localAddress = [] { return QStringLiteral("127.0.0.1"); }});
