@@ -1,9 +1,7 @@
 #include "BenchSupport.h"
 #include "bench/PlusPlusController.h"
-#include "bench/PtyPort.h"
 #include "bench/TcpPort.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -85,18 +83,16 @@ TEST_F(PlusPlus, AReplyWaitsAtItsAddressUntilItIsRead)
     dialogue("E?\n++clr\n++read eoi\n", "");
 }
 
-TEST_F(PlusPlus, EscapedBytesReachTheDeviceAsTheyAre)
+TEST_F(PlusPlus, EscapedBytesReachTheDeviceAsTheyAreInMessagesThatEndAsSet)
 {
     dialogue("++addr 5\n\x1b+\x1b+ver\n", "");
     dialogue("a+b++c\x1b\x1b\n+\x1b+x\n\n\r\n+y\n", "");
     // An escaped line end is the device's own and ends its first command.
     dialogue("one\x1b\rtwo\x1b\n\n", "");
     EXPECT_EQ(atFive.heard, (QList<QByteArray>{"++ver", "a+b++c\x1b", "++x", "+y", "one", "two"}));
-}
-
-TEST_F(PlusPlus, AMessageEndsByItsMarkOrItsTerminator)
-{
-    dialogue("++addr 5\n++eoi 0\nA\nB\n++eos 1\nC\n++eoi 1\n++eos 3\nD\n", "");
+    // A message ends by its mark or by its terminator.
+    atFive.heard.clear();
+    dialogue("++eoi 0\nA\nB\n++eos 1\nC\n++eoi 1\n++eos 3\nD\n", "");
     EXPECT_EQ(atFive.heard, (QList<QByteArray>{"ABC", "D"}));
 }
 
@@ -184,16 +180,4 @@ TEST_F(PlusPlus, SettingsOutliveTheConnectionAndACutReadDisturbsNobody)
     QTest::qWait(50);
     user.reset();
     dialogue("++addr\n", "7\r\n");
-}
-
-TEST_F(PlusPlus, RunsOverASerialPortAlike)
-{
-    QTemporaryDir folder;
-    PtyPort serial(folder.filePath(QStringLiteral("gpib")));
-    ASSERT_TRUE(serial.replug());
-    controller.attach(serial);
-    PtyUser serialUser(serial.path());
-    serialUser.send("++addr 9\nA?\n++read eoi\n++ver\n");
-    serialUser.expect("A?\r\nV1\r\n");
-    dialogue("++addr\n", "9\r\n");
 }

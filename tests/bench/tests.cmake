@@ -9,7 +9,6 @@ corvane_test(
   FaultTest.cpp
   PlusPlusTest.cpp
   PtyPortTest.cpp
-  TextTest.cpp
   USES
   bench)
 add_dependencies(test_bench corvane-bench)
