@@ -104,23 +104,23 @@ TEST_F(Area, AFailedLoadSaysSoAndTheNameBeforeStaysWhenNothingWasOpened)
 
 TEST_F(Area, SavingWritesSettingsUnderTheChosenNameAndTheCaptionKeepsTheOldOne)
 {
-    load("a.kms", "// one\n= SP 50\n");
+    load("a.kms", "// one\n= SP 50\nSP\nA B C D\nT\n"); // saved down to the row without a command
     m_grid.setCurrentCell(1, 2);
     save(Outcome::Cancelled, m_area.cmdSave);
     EXPECT_FALSE(QFile::exists(path("b.kms")));
-    EXPECT_EQ(shown(), u"2x4 at 1.2, a.kms, Corvane - a.kms");
+    EXPECT_EQ(shown(), u"5x4 at 1.2, a.kms, Corvane - a.kms");
     EXPECT_EQ(m_dialogs.questions[1].filter + m_dialogs.questions[1].name,
               u"KMX Chamber Settings(*.kms)|*.kmsa.kms");
 
     m_area.txtVDL->setPlainText(u"\u00a0one\n\ntwo"_s);
     save(Outcome::Chosen, m_area.cmdSave);
-    EXPECT_EQ(saved(), "\\\\\xa0one\r\n\\\\two\r\n= SP 50\r\n");
-    EXPECT_EQ(shown(), u"2x4 at 0.0, b.kms, Corvane - a.kms");
+    EXPECT_EQ(saved(), "\\\\\xa0one\r\n\\\\two\r\n= SP 50\r\nSP \r\n");
+    EXPECT_EQ(shown(), u"5x4 at 0.0, b.kms, Corvane - a.kms");
     m_grid.setText(1, 2, u"\u20ac"_s);
     for (const Outcome outcome : {Outcome::Chosen, Outcome::InvalidName}) {
         m_dialogs.expectMessage(u"Error occurred while trying to save file."_s);
         save(outcome, m_area.cmdSave);
-        EXPECT_TRUE(saved().endsWith("= SP 50\r\n"));
+        EXPECT_TRUE(saved().endsWith("= SP 50\r\nSP \r\n"));
     }
     load("t.tst", "= SP 1\n");
     m_area.cmdSave_Click(); // asks nothing: only settings are saved this way

@@ -98,23 +98,6 @@ TEST_F(Transfer, GetListFillsTheValueColumnWithTheRepliesOfItsQueries)
     expectEnd(Outcome::Complete);
 }
 
-TEST_F(Transfer, SendListPutsTheRepliesIntoTheReplyColumnOfTheKind)
-{
-    const char *const names[] = {"a.kms", "a.kmp", "a.tst"};
-    for (int kind = 0; kind < 3; ++kind) {
-        send(names[kind], "= SP 50", 1);
-        tick(1);
-        EXPECT_EQ(m_host.sent.takeLast(), u"= SP 50");
-        piece("OK", 1);
-        EXPECT_EQ(m_grid.text(1, 3 + kind), u"OK");
-        if (kind == 2)
-            m_dialogs.expectMessage(u"Test Passed."_s);
-        tick(1);
-        expectEnd(kind == 2 ? Outcome::Passed : Outcome::Complete);
-    }
-    EXPECT_EQ(m_host.cleared, (QStringList{u"loop 1"_s, u"loop 1"_s, u"loop 1"_s}));
-}
-
 TEST_F(Transfer, ATestJudgesTheReplyOfTheRowAboveAndPausesForOneTick)
 {
     m_area.chkStripOpr->setChecked(true);
@@ -207,8 +190,11 @@ TEST_F(Transfer, ARowWithoutACellThatItNeedsCancelsTheTransfer)
 TEST_F(Transfer, TheGpibTimeOutEndsTheRunWithoutABox)
 {
     m_engine.replyTimedOut(2);
-    send("a.kms", "= SP 50\n", 2);
+    send("a.kmp", "= SP 50\n= SP 51", 2);
     EXPECT_FALSE(m_module.GpibTransfer);
+    tick(2);
+    piece("OK", 2);
+    EXPECT_EQ(m_grid.text(1, 4), u"OK");
     tick(2);
     m_engine.replyTimedOut(1);
     EXPECT_TRUE(m_module.GpibTransfer && m_module.SendMode);
