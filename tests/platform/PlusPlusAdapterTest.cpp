@@ -161,15 +161,12 @@ TEST(GpibAdapterChoice, IsReadAndWrittenAsText)
         (GpibAdapterChoice{.kind = Kind::Tcp, .host = QStringLiteral("fe80::1"), .port = 99}));
     EXPECT_EQ(GpibAdapterChoice::parse(QStringLiteral("library:3")),
               (GpibAdapterChoice{.kind = Kind::Library, .libraryBoard = 3}));
+    // The setup window's test takes every other kind through its text and back.
     const char *const rows[][2] = {{" Auto ", "auto"},
-                                   {"none", "none"},
                                    {"tcp:box", "tcp:box:1234"},
-                                   {"tcp:10.0.0.5:23", "tcp:10.0.0.5:23"},
                                    {"tcp:[::1]", "tcp:[::1]:1234"},
                                    {"serial:/dev/a:b", "serial:/dev/a:b"},
-                                   {"library", "library"},
-                                   {"library:0", "library:0"},
-                                   {"visa", "visa"}};
+                                   {"library:0", "library:0"}};
     for (const auto &[text, written] : rows)
         EXPECT_EQ(GpibAdapterChoice::parse(QLatin1String(text)).toString(), QLatin1String(written));
     const char *const faults[][2] = {{"", "it must be"},        {"usb", "it must be"},
