@@ -218,15 +218,6 @@ TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
     expectNothingChosen();
 }
 
-TEST_F(Search, WithoutAnyAdapterTheWindowSaysWhy)
-{
-    for (FakeGpibBus &bus : buses)
-        bus.fault = u"no adapter"_s;
-    openAndSearch();
-    expectAtRest(u"Status: No Device Found"_s);
-    EXPECT_EQ(window.lblFaults->text(), u"GPIB0, GPIB1, GPIB2, GPIB3: no adapter");
-}
-
 TEST_F(Search, AnAddressThatTakesNoQueryIsPassedOverUnread)
 {
     buses[0].onWrite = [](const QString &address, const QByteArray &) -> std::optional<QByteArray> {
