@@ -32,37 +32,6 @@ protected:
 
 } // namespace
 
-TEST_F(WholeBench, TheDevicesThatTheProgramDoesNotOpenByItselfAnswerToo)
-{
-    PtyUser rs485(bench.rs485Device());
-    rs485.send(">05 ? SN\r>01 ? SN\r");
-    rs485.expect("<05:CH-10421\r\n<01:CH-10422\r\n");
-    TcpUser second(bench.secondGpibPort());
-    second.send("++addr 0\n? SN\n++read eoi\n");
-    second.expect("CH-10423\r\n");
-    PtyUser gpibSerial(bench.gpibDevice());
-    gpibSerial.send("++addr 9\n*IDN?\n++read eoi\n");
-    gpibSerial.expect("BRENNICK,P/N_25010-1,R2.14,P3.02,07/0123\r\n");
-}
-
-TEST_F(WholeBench, OneDeviceBehindSeveralPlacesIsTheSame)
-{
-    TcpUser tcp(bench.boardPort());
-    tcp.send("DAC 2,0.5\rDAC? 2\r");
-    tcp.expect("0.50000,1.00000,0.00000\r\n");
-    EXPECT_EQ(order("sensor 2"), "done");
-    TcpUser gpib(bench.gpibPort());
-    // 0.5 * 1.0045 + 0.012
-    gpib.send("++addr 16\ndata?\n++read eoi\n");
-    gpib.expect("+5.14250E-01\r\n");
-    PtyUser rs232(bench.rs232Device());
-    rs232.send("= SP 31\r");
-    rs232.expect("OK\r\n");
-    PtyUser rs485(bench.rs485Device());
-    rs485.send(">05 ? SP\r");
-    rs485.expect("<05:31.0\r\n");
-}
-
 TEST_F(WholeBench, OrdersChangeTheDevices)
 {
     for (const char *text : {"connector on", "stuck data 1 7 0", "stuck dir 0 0 1", "sensor 7",
@@ -110,25 +79,6 @@ TEST_F(WholeBench, FaultsActAtTheirPlaceUntilTheyAreCleared)
     TcpUser tcp(bench.chamberPort());
     tcp.send("? SN\r");
     tcp.expect("CH-10421\r\n");
-}
-
-TEST_F(WholeBench, ATakenPortGivesWayToAFreeOne)
-{
-    BenchOptions options = anyPorts();
-    options.boardPort = bench.boardPort();
-    Bench second(options);
-    ASSERT_TRUE(second.start());
-    EXPECT_NE(second.boardPort(), bench.boardPort());
-    EXPECT_NE(second.boardPort(), 0);
-    EXPECT_NE(second.rs485Device(), bench.rs485Device());
-
-    QTcpServer server;
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-    options.gpibPort = server.serverPort();
-    server.close();
-    Bench third(options);
-    ASSERT_TRUE(third.start());
-    EXPECT_EQ(third.gpibPort(), options.gpibPort);
 }
 
 TEST(Bench, SaysWhatCouldNotStartAndRunsTheRest)

@@ -75,52 +75,6 @@ TEST_F(BoardOnTheBench, TheJoinedCommandSetCountsInHexadecimal)
                           {"SYST:ERR?", "-108,\"Parameter error\""}});
 }
 
-TEST_F(BoardOnTheBench, WhatIsWrongIsRefusedInSilenceAndKeptAsAnError)
-{
-    const auto refused = [this](const char *error, std::initializer_list<const char *> lines) {
-        for (const char *line : lines) {
-            EXPECT_EQ(ask(board, line), "(silent)") << line;
-            EXPECT_EQ(ask(board, "SYST:ERR?").substr(0, 4), error) << line;
-        }
-    };
-    refused("-222", {"DAC 1,2.50001", "DAC 1,-0.1"});
-    refused("-113", {"FOO?", "PORT:", "DAC1,2", "SYS:ERR?", "SYST:ERR", "ERR?", ":"});
-    refused("-108", {"DAC 8,1",
-                     "DAC 1",
-                     "DAC 1,2,1.0",
-                     "DAC 1,2,one,0",
-                     "DAC 1,2,1,0,0",
-                     "DAC 1,nan",
-                     "DAC 1,inf",
-                     "DAC 1,1e999",
-                     "DAC 1,0x1",
-                     "DAC 1,.",
-                     "DAC 1,+-1",
-                     "ADC 1,1.0",
-                     "ADC? x",
-                     "ADC?",
-                     "CAL:PIC 1",
-                     "PORT:DIR 4,0",
-                     "PORT:DIR 0,256",
-                     "PORT:DIR 0,2.5",
-                     "PORT:DATA? 0,1",
-                     "H 8",
-                     "L",
-                     "CAL:PICSN a,b",
-                     "CAL:PICSN"});
-    EXPECT_EQ(ask(board, "DAC? 1"), "0.00000,1.00000,0.00000");
-}
-
-TEST_F(BoardOnTheBench, TheMeterShowsTheTrueOutput)
-{
-    meter.setSensorChannel(1);
-    EXPECT_EQ(ask(meter, "DATA?"), "-6.00000E-03");
-    meter.setOverflow(true);
-    EXPECT_EQ(ask(meter, "data?"), "OVERFLOW");
-    EXPECT_EQ(ask(meter, "read?"), "(silent)");
-    EXPECT_EQ(ask(meter, "SYST:ERR?"), "-113,\"Undefined header\"");
-}
-
 TEST_F(BoardOnTheBench, ACalibrationComesOutAsWorkedByHand)
 {
     // Meter 0.515 and 2.03. The ADC sees 0.515 * 0.995 - 0.004 = 0.508425, step 13328 of 65535,

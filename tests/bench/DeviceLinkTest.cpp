@@ -74,20 +74,6 @@ TEST_F(EchoOnTcp, ASlowReplyIsNotThereBeforeItsTimeNorASplitOneWhole)
     EXPECT_EQ(seen.join(u'|').toStdString(), "<0|<05:A|<05:ABCD|<05:ABCD\r|<05:ABCD\r\n");
 }
 
-TEST_F(EchoOnTcp, ADroppedClientMayComeBack)
-{
-    TcpUser user(port.port());
-    TcpUser other(port.port());
-    order("drop");
-    user.send("1\r2\r3\r");
-    EXPECT_TRUE(soon([&] { return !user.connected(); }));
-    other.send("here\r");
-    other.expect("here\r\n");
-    TcpUser again(port.port());
-    again.send("4\r");
-    again.expect("4\r\n");
-}
-
 TEST_F(EchoOnTcp, AFloodArrivesWholeWhileOthersAreServedAndEndsByAnotherOrder)
 {
     TcpUser user(port.port());

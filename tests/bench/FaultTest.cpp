@@ -63,16 +63,6 @@ TEST(Faults, SpoilARepliesPiecesAndTimes)
     }
 }
 
-TEST(Faults, GarbageIsEveryByteValueOnce)
-{
-    FaultLine line;
-    line.order(parsed("garbage"));
-    const QByteArray bytes = line.spoil("ABCD\r\n").pieces.at(0).bytes;
-    ASSERT_EQ(bytes.size(), 258);
-    for (int value = 0; value < 256; ++value)
-        EXPECT_EQ(bytes.count(static_cast<char>(value)), value == 10 || value == 13 ? 2 : 1);
-}
-
 TEST(Faults, ALateReplyComesWithTheNextCommand)
 {
     FaultLine line;

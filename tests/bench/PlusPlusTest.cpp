@@ -54,28 +54,6 @@ protected:
 
 } // namespace
 
-TEST_F(PlusPlus, SettingsAreShownSetAndRefused)
-{
-    struct Row
-    {
-        const char *lines;
-        const char *replies;
-    };
-    const Row rows[] = {
-        {"++mode\n++auto\n++eoi\n++eos\n++eot_enable\n", "1\r\n0\r\n1\r\n3\r\n0\r\n"},
-        {"++read_tmo_ms 3000\n++read_tmo_ms\n", "3000\r\n"},
-        {"++eos 2\r\n++eos\r\n", "2\r\n"},
-        {"++addr 30\n++addr\n++addr 5 96\n++addr\n", "30\r\n5 96\r\n"},
-        {"++savecfg 0\n++savecfg\n++ifc\n++loc\n++spoll\n", "0\r\n0\r\n"},
-    };
-    for (const Row &row : rows)
-        dialogue(row.lines, row.replies);
-    for (const char *wrong : {"++eos 4", "++addr 31", "++addr 5 6", "++read_tmo_ms 0", "++read x",
-                              "++AUTO", "++", "++nonsense 1"})
-        dialogue(QByteArray(wrong) + '\n', "Unrecognized command\r\n");
-    dialogue("++addr\n++eos\n", "5 96\r\n2\r\n");
-}
-
 TEST_F(PlusPlus, AReplyWaitsAtItsAddressUntilItIsRead)
 {
     dialogue("++addr 5\nA?\n++addr 9\nB?\n++read eoi\n++addr 5\n++read eoi\n", "B?\r\nA?\r\n");
@@ -94,28 +72,6 @@ TEST_F(PlusPlus, EscapedBytesReachTheDeviceAsTheyAreInMessagesThatEndAsSet)
     atFive.heard.clear();
     dialogue("++eoi 0\nA\nB\n++eos 1\nC\n++eoi 1\n++eos 3\nD\n", "");
     EXPECT_EQ(atFive.heard, (QList<QByteArray>{"ABC", "D"}));
-}
-
-TEST_F(PlusPlus, ReadingEndsWhereItIsToldTo)
-{
-    dialogue("++addr 5\n++read_tmo_ms 20\nA,B?\n++read 44\n++read eoi\n", "A,B?\r\n");
-    dialogue("A,B?\n++read 44\n", "A,");
-    dialogue("++read 44\n", "B?\r\n");
-    dialogue("A?\n++read\n", "A?\r\n");
-    dialogue("++eot_enable 1\n++eot_char 36\nA?\n++read eoi\n", "A?\r\n$");
-    dialogue("++eot_enable 0\n++auto 1\nA?\n", "A?\r\n");
-    dialogue("++auto 0\nA?\n", "");
-}
-
-TEST_F(PlusPlus, AbsentDevicesAreSilentForTheTimeOut)
-{
-    dialogue("", "");
-    QElapsedTimer timer;
-    timer.start();
-    dialogue("++addr 7\n*IDN?\n++read_tmo_ms 150\n++read eoi\n", "");
-    EXPECT_GE(timer.elapsed(), 149);
-    dialogue("++addr 5\n++read_tmo_ms 20\n++mode 0\nA?\n++read eoi\n++mode 1\n", "");
-    EXPECT_TRUE(atFive.heard.isEmpty());
 }
 
 TEST_F(PlusPlus, TheTimeOutCountsFromByteToByte)

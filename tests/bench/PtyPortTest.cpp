@@ -73,17 +73,6 @@ TEST_F(Pty, KeepsWhatTheOtherEndIsSlowToTakeAndSaysWhenItIsGone)
     user.expect("fresh");
 }
 
-TEST_F(Pty, TellsTheRateThatItsUserSet)
-{
-    const PtyUser user(port.path());
-    termios settings{};
-    ::tcgetattr(user.descriptor(), &settings);
-    ::cfsetspeed(&settings, B19200);
-    settings.c_cflag |= CSTOPB;
-    ::tcsetattr(user.descriptor(), TCSANOW, &settings);
-    EXPECT_EQ(port.state().toStdString(), "19200 baud, 2 stop bits");
-}
-
 TEST_F(Pty, NeitherReplacesAFileNorRemovesAnothersLink)
 {
     const QString path = folder.filePath(QStringLiteral("file"));
