@@ -7,6 +7,7 @@
 #include "board/DacAdcPanel.h"
 #include "board/DigitalIoPanel.h"
 #include "board/IdentityPanel.h"
+#include "common/EditableBox.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>
@@ -89,10 +90,8 @@ QWidget *frmSBC::makeMeter()
 {
     auto *box = new QGroupBox(tr("Measurement Instrument Address"));
     auto *row = new QHBoxLayout(box);
-    cboMeasInstAdrGpib = named(new QComboBox, QStringLiteral("cboMeasInstAdrGpib"),
+    cboMeasInstAdrGpib = named(new EditableBox, QStringLiteral("cboMeasInstAdrGpib"),
                                tr("GPIB address of the measurement instrument"));
-    cboMeasInstAdrGpib->setEditable(true);
-    cboMeasInstAdrGpib->setInsertPolicy(QComboBox::NoInsert);
     for (int address = 0; address <= 30; ++address)
         cboMeasInstAdrGpib->addItem(QString::number(address));
     cboMeasInstAdrGpib->setCurrentText(QStringLiteral("16"));

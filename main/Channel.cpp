@@ -1,12 +1,13 @@
 #include "main/Channel.h"
 
+#include "common/EditableBox.h"
 #include "common/Naming.h"
 #include "main/ChannelTexts.h"
 #include "platform/Dialogs.h"
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
 
-#include <QGroupBox>
+#include <QFrame>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -46,17 +47,12 @@ Channel::Channel(int index, const ChannelContext &context, QWidget *parent)
 
 void Channel::buildConnection(QVBoxLayout &page)
 {
-    auto *group = new QGroupBox(tr("Connection"), this);
-    m_connectionRow = new QHBoxLayout(group);
-
+    m_connectionRow = new QHBoxLayout;
     cmdConnect = new QPushButton(tr("&Connect"), this);
     cmdDisconnect = new QPushButton(tr("&Disconnect"), this);
     auto *statusCaption = new QLabel(tr("Status:"), this);
     lblStatus = new QLabel(this);
     lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    QFont bold = lblStatus->font();
-    bold.setBold(true);
-    lblStatus->setFont(bold);
     shpComm = new Led(this);
 
     m_connectionRow->addStretch();
@@ -68,7 +64,10 @@ void Channel::buildConnection(QVBoxLayout &page)
     nameControl(*cmdDisconnect, QStringLiteral("cmdDisconnect_%1").arg(m_index), tr("Disconnect"));
     nameControl(*lblStatus, QStringLiteral("lblStatus_%1").arg(m_index), tr("Status"));
     nameControl(*shpComm, QStringLiteral("shpComm_%1").arg(m_index), tr("Activity"));
-    page.addWidget(group);
+    page.addLayout(m_connectionRow);
+    auto *line = new QFrame(this);
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    page.addWidget(line);
 }
 
 void Channel::reserveStatus(const QString &longest)
@@ -109,8 +108,6 @@ void Channel::orderTabs()
 
 void Channel::buildCommand(QVBoxLayout &page)
 {
-    auto *group = new QGroupBox(tr("Command"), this);
-    auto *rows = new QVBoxLayout(group);
     auto *entryRow = new QHBoxLayout;
     auto *optionRow = new QHBoxLayout;
 
@@ -120,10 +117,7 @@ void Channel::buildCommand(QVBoxLayout &page)
     cmdIDN = new QPushButton(tr("*&IDN?"), this);
     cmdSystErr = new QPushButton(tr("Syst:&Err?"), this);
     chkLoop = new QCheckBox(tr("&Loop"), this);
-    cboMs = new QComboBox(this);
-    cboMs->setEditable(true);
-    cboMs->setInsertPolicy(QComboBox::NoInsert);
-    cboMs->setCompleter(nullptr);
+    cboMs = new EditableBox(this);
     for (const char *ms : {"1000", "2000", "5000", "10000", "30000", "60000"})
         cboMs->addItem(QString::fromLatin1(ms));
     auto *every = new QLabel(tr("ever&y"), this);
@@ -138,8 +132,8 @@ void Channel::buildCommand(QVBoxLayout &page)
         optionRow->addWidget(widget);
     optionRow->insertSpacing(optionRow->indexOf(chkLog), 12);
     optionRow->addStretch();
-    rows->addLayout(entryRow);
-    rows->addLayout(optionRow);
+    page.addLayout(entryRow);
+    page.addLayout(optionRow);
 
     cmdLoadFrmChmber = new QPushButton(tr("Get from Chamber"), this);
     cmdLoadToChmber = new QPushButton(tr("Send to Chamber"), this);
@@ -165,17 +159,13 @@ void Channel::buildCommand(QVBoxLayout &page)
     for (const auto &[control, name] : names)
         nameControl(*control, QStringLiteral("%1_%2").arg(QLatin1String(name.first)).arg(m_index),
                     name.second);
-    page.addWidget(group);
 }
 
 void Channel::buildResponse(QVBoxLayout &page)
 {
     txtIn = new ResponseView(this);
     nameControl(*txtIn, QStringLiteral("txtIn_%1").arg(m_index), tr("Response"));
-    auto *group = new QGroupBox(tr("Response"), this);
-    auto *box = new QVBoxLayout(group);
-    box->addWidget(txtIn);
-    page.addWidget(group, 1);
+    page.addWidget(txtIn, 1);
 }
 
 void Channel::connectHandlers()
@@ -221,6 +211,9 @@ void Channel::refreshStatus()
         lblStatus->setText(*text);
     if (isOpen() != m_shownOpen) {
         m_shownOpen = isOpen();
+        QFont font = lblStatus->font();
+        font.setBold(m_shownOpen);
+        lblStatus->setFont(font);
         Q_EMIT openChanged(m_shownOpen);
     }
 }

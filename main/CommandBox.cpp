@@ -1,27 +1,31 @@
 #include "main/CommandBox.h"
 
-#include <QFontDatabase>
 #include <QLineEdit>
+#include <QStyleOptionComboBox>
 
 namespace corvane {
 
 namespace {
 
 constexpr int longestCommand = 1'000'000;
+constexpr int shownCharacters = 20;
 
 } // namespace
 
 CommandBox::CommandBox(QWidget *parent)
-    : QComboBox(parent)
+    : EditableBox(parent)
 {
-    setEditable(true);
-    setInsertPolicy(QComboBox::NoInsert);
-    setCompleter(nullptr);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setMinimumContentsLength(20);
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     lineEdit()->setMaxLength(longestCommand);
+}
+
+QSize CommandBox::sizeHint() const
+{
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QSize text(shownCharacters * fontMetrics().horizontalAdvance(u'x'),
+                     lineEdit()->sizeHint().height());
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, this);
 }
 
 void CommandBox::remember()

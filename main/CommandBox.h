@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QComboBox>
+#include "common/EditableBox.h"
 
 namespace corvane {
 
 /// The command entry of a Channel with the commands sent before, oldest first. What is sent and
 /// when is left to the Channel.
-class CommandBox : public QComboBox
+class CommandBox : public EditableBox
 {
 public:
     static constexpr int historyLimit = 21;
@@ -16,6 +16,10 @@ public:
     /// Notes the command in the entry. A full history drops the oldest one first, and a command
     /// that is there already stays where it is.
     void remember();
+
+    /// The same whatever the history holds: a command may be as long as a reply.
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
 } // namespace corvane

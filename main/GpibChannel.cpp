@@ -1,5 +1,6 @@
 #include "main/GpibChannel.h"
 
+#include "common/EditableBox.h"
 #include "common/Numbers.h"
 #include "main/ChannelTexts.h"
 #include "platform/GpibControl.h"
@@ -45,16 +46,12 @@ GpibChannel::GpibChannel(int index, GpibControl &control, const ChannelContext &
 
 void GpibChannel::buildFields()
 {
-    cboIEEEPort = new QComboBox(this);
+    cboIEEEPort = new EditableBox(this);
     for (int board = 0; board < GpibAddress::boardCount; ++board)
         cboIEEEPort->addItem(QStringLiteral("GPIB%1").arg(board));
-    cboIEEEAddress = new QComboBox(this);
+    cboIEEEAddress = new EditableBox(this);
     for (int address = 0; address <= lastPrimaryAddress; ++address)
         cboIEEEAddress->addItem(QString::number(address));
-    for (QComboBox *entry : {cboIEEEPort, cboIEEEAddress}) {
-        entry->setEditable(true);
-        entry->setInsertPolicy(QComboBox::NoInsert);
-    }
     lblConnectString = new QLabel(this);
     lblConnectString->setTextInteractionFlags(Qt::TextSelectableByMouse);
     txtTimeout488 = new QLineEdit(QString::number(GpibControl::defaultTimeoutMs), this);

@@ -1,5 +1,6 @@
 #include "setup/frmGpibAdapters.h"
 
+#include "common/EditableBox.h"
 #include "platform/Dialogs.h"
 #include "platform/GpibAdapterFactory.h"
 #include "platform/GpibControl.h"
@@ -92,12 +93,9 @@ void frmGpibAdapters::createRow(QGridLayout &grid, std::size_t board)
     for (const Kind &entry : kinds)
         kind->addItem(QString::fromUtf16(entry.caption));
     label->setBuddy(kind);
-    auto *place = new QComboBox;
+    auto *place = new EditableBox;
     place->setObjectName(numbered(u"cboPlace", board));
     place->setAccessibleName(QStringLiteral("Place of the adapter of ") + name);
-    place->setEditable(true);
-    place->setInsertPolicy(QComboBox::NoInsert);
-    place->setCompleter(nullptr);
     cmdTest[board] = createButton(QStringLiteral("&Test"), numbered(u"cmdTest", board));
     cmdTest[board]->setAccessibleName(QStringLiteral("Test the adapter of ") + name);
     cmdTest[board]->setToolTip(QStringLiteral("Stores the choice and asks the adapter"));

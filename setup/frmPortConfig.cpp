@@ -1,5 +1,6 @@
 #include "setup/frmPortConfig.h"
 
+#include "common/EditableBox.h"
 #include "platform/SerialPort.h"
 
 #include <QBoxLayout>
@@ -112,12 +113,9 @@ QWidget *frmPortConfig::createFields()
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (std::size_t i = 0; i < cboCfg.size(); ++i) {
         const Field &field = fieldTable()[i];
-        auto *box = new QComboBox;
+        auto *box = new EditableBox;
         box->setObjectName(QStringLiteral("cboCfg_%1").arg(i));
         box->setAccessibleName(QString::fromUtf16(field.name));
-        box->setEditable(true);
-        box->setInsertPolicy(QComboBox::NoInsert);
-        box->setCompleter(nullptr); // what is typed stays what was typed
         for (const char16_t *choice : field.choices)
             box->addItem(QString::fromUtf16(choice));
         box->setMaxVisibleItems(box->count());
