@@ -51,7 +51,6 @@ CommandListArea::CommandListArea(Module1 &module, ListHost &host, Dialogs &dialo
     , m_module(module)
     , m_host(host)
     , m_dialogs(dialogs)
-    , m_editor(new frmList(dialogs, this))
 {
     setObjectName(QStringLiteral("CommandListArea"));
     makeControls();
@@ -83,10 +82,6 @@ void CommandListArea::connectControls()
     connect(cmdMinGrid, clicked, this, &Area::cmdMinGrid_Click);
     connect(flexgridVDL, &TextGrid::editRequested, this, &Area::flexgridVDL_EditRequested);
     connect(flexgridVDL, &TextGrid::acted, this, &Area::flexgridVDL_Acted);
-    connect(m_editor, &frmList::saved, this, [this](const QString &path) {
-        ListFilePath = path;
-        OpenFile();
-    });
     txtFlexText->installEventFilter(this);
 }
 
@@ -177,14 +172,27 @@ QString CommandListArea::listText() const
     return listText::ofList(m_module.ListKind, flexgridVDL->table(), comments(), m_constants);
 }
 
+/// Made when it is first wanted.
+frmList &CommandListArea::editor()
+{
+    if (!m_editor) {
+        m_editor = new frmList(m_dialogs, this);
+        connect(m_editor, &frmList::saved, this, [this](const QString &path) {
+            ListFilePath = path;
+            OpenFile();
+        });
+    }
+    return *m_editor;
+}
+
 void CommandListArea::cmdEditList_Click()
 {
-    m_editor->edit(listText(), m_module.ListKind, false);
+    editor().edit(listText(), m_module.ListKind, false);
 }
 
 void CommandListArea::cmdSaveList_Click()
 {
-    m_editor->edit(listText(), m_module.ListKind, true);
+    editor().edit(listText(), m_module.ListKind, true);
 }
 
 // Rows and columns

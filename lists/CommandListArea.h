@@ -100,6 +100,7 @@ private:
     void orderTabs();
     void setColumnWidths();
     void connectControls();
+    [[nodiscard]] frmList &editor();
     void setKind(int kind);
     void showContents(ListContents &contents);
 

@@ -113,9 +113,6 @@ void CommandListArea::makeControls()
     lblFileName = named(new QLabel(this), "lblFileName", tr("Name of the list file"));
     lblFileName->setTextFormat(Qt::PlainText);
     lblFileName->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    QFont bold = lblFileName->font();
-    bold.setBold(true);
-    lblFileName->setFont(bold);
     lblProgress = named(new QLabel(this), "lblProgress", tr("Progress of the run"));
     txtVDL = named(new QPlainTextEdit(this), "txtVDL", tr("Comments of the list"));
     txtVDL->setPlaceholderText(tr("Comments"));

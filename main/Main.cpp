@@ -71,6 +71,7 @@ void Main::buildChannels()
     const ChannelContext context{*this, m_parts.module, m_parts.dialogs, m_waits};
     tabChannels = new QTabWidget(this);
     nameControl(*tabChannels, QStringLiteral("tabChannels"), tr("Channels"));
+    tabChannels->setDocumentMode(true);
     m_serial = {new SerialChannel(rs485, m_parts.rs485, context, this),
                 new SerialChannel(rs232, m_parts.rs232, context, this)};
     m_gpib = new GpibChannel(gpib, m_parts.gpib, context, this);

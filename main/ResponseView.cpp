@@ -17,8 +17,9 @@ namespace corvane {
 namespace {
 
 constexpr int margin = 4;
-constexpr int preferredColumns = 60;
+constexpr int preferredWidth = 120;
 constexpr int preferredRows = 5;
+constexpr int minimumRows = 2;
 
 /// One row as it is drawn: control characters, and the hyphen that has no width, as dots.
 QString drawable(QByteArrayView row)
@@ -104,14 +105,20 @@ void ResponseView::copy() const
 
 QSize ResponseView::sizeHint() const
 {
-    const QFontMetrics metrics(font());
-    return {qCeil(preferredColumns * pitch()) + 2 * margin,
-            preferredRows * metrics.lineSpacing() + 2 * margin + 2 * frameWidth()};
+    return sizeOfRows(preferredRows);
 }
 
 QSize ResponseView::minimumSizeHint() const
 {
-    return {120, QFontMetrics(font()).lineSpacing() * 2 + 2 * margin + 2 * frameWidth()};
+    return sizeOfRows(minimumRows);
+}
+
+/// Measured in the window's font. The fixed font is loaded with the first text, so that the start
+/// of the program does not wait for it.
+QSize ResponseView::sizeOfRows(int rows) const
+{
+    const int lineSpacing = QFontMetrics(QApplication::font()).lineSpacing();
+    return {preferredWidth, rows * lineSpacing + 2 * margin + 2 * frameWidth()};
 }
 
 /// The width of a column as text is drawn: seldom a whole number of pixels.
@@ -139,6 +146,10 @@ std::pair<qsizetype, qsizetype> ResponseView::selection() const
 void ResponseView::updateScrollBar()
 {
     QScrollBar *bar = verticalScrollBar();
+    if (m_text.bytes().isEmpty()) {
+        bar->setRange(0, 0);
+        return;
+    }
     const bool atEnd = bar->value() == bar->maximum();
     const qsizetype rows = (m_text.bytes().size() + columns() - 1) / columns();
     const qsizetype hidden =
@@ -153,7 +164,8 @@ void ResponseView::paintEvent(QPaintEvent *)
 {
     QPainter painter(viewport());
     const int first = verticalScrollBar()->value();
-    for (int row = 0; row <= visibleRows(); ++row)
+    const int rows = m_text.bytes().isEmpty() ? 0 : visibleRows() + 1;
+    for (int row = 0; row < rows; ++row)
         drawRow(painter, first + row, margin + row * fontMetrics().lineSpacing());
     if (hasFocus()) {
         painter.setPen(palette().color(QPalette::Highlight));

@@ -55,6 +55,7 @@ private:
     [[nodiscard]] int visibleRows() const;
     [[nodiscard]] qsizetype positionAt(QPoint point) const;
     [[nodiscard]] std::pair<qsizetype, qsizetype> selection() const;
+    [[nodiscard]] QSize sizeOfRows(int rows) const;
     void textChanged();
     void updateScrollBar();
     void drawRow(QPainter &painter, qsizetype row, int y) const;

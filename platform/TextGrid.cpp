@@ -9,10 +9,37 @@
 
 namespace corvane {
 
+namespace {
+
+/// The titles in their own font: QHeaderView measures in bold, for the title of the current column,
+/// which is never marked here.
+class TitleRow : public QHeaderView
+{
+public:
+    explicit TitleRow(QWidget *parent)
+        : QHeaderView(Qt::Horizontal, parent)
+    {
+        setSectionsClickable(true);
+        setHighlightSections(false);
+        setMinimumSectionSize(fontMetrics().horizontalAdvance(u'0') * 4);
+    }
+
+protected:
+    [[nodiscard]] QSize sectionSizeFromContents(int section) const override
+    {
+        const QString title = model()->headerData(section, Qt::Horizontal).toString();
+        const int margin = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+        return fontMetrics().size(0, title) + QSize(margin, margin);
+    }
+};
+
+} // namespace
+
 TextGrid::TextGrid(QWidget *parent)
     : QTableView(parent)
     , m_model(new TextGridModel(this))
 {
+    setHorizontalHeader(new TitleRow(this));
     setModel(m_model);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
@@ -22,8 +49,6 @@ TextGrid::TextGrid(QWidget *parent)
     // One height for all rows: nothing is measured however many there are.
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance(u'0') * 4);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TextGrid::acted);
 }
 

@@ -56,8 +56,6 @@ protected:
 
     void key(int code) { QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code)); }
     bool editing() const { return m_area.txtFlexText->isVisible(); }
-
-    frmList &m_editor = *m_area.findChild<frmList *>();
 };
 
 } // namespace
@@ -229,24 +227,25 @@ TEST_F(Area, TheEditorSavesTheTextAsItStandsAndTheListIsReadBackFromTheFile)
 {
     load("a.tst", "// c\n? SP x\n! SP 25 0.5\n");
     m_area.cmdEditList->click();
-    EXPECT_TRUE(m_editor.isModal());
-    EXPECT_EQ(m_editor.windowTitle(), u"Edit List");
-    EXPECT_EQ(m_editor.text(), u"\\\\ c\r\n? SP x\r\n! SP 25 0.5\r\n");
-    save(Outcome::Cancelled, m_editor.cmdSave);
+    frmList &editor = *m_area.findChild<frmList *>();
+    EXPECT_TRUE(editor.isModal());
+    EXPECT_EQ(editor.windowTitle(), u"Edit List");
+    EXPECT_EQ(editor.text(), u"\\\\ c\r\n? SP x\r\n! SP 25 0.5\r\n");
+    save(Outcome::Cancelled, editor.cmdSave);
     EXPECT_EQ(m_dialogs.questions.back().filter + m_dialogs.questions.back().name,
               u"Test List (*.tst)|*.tst");
-    m_editor.txtList->setPlainText(u"= SP \u20ac"_s);
+    editor.txtList->setPlainText(u"= SP \u20ac"_s);
     m_dialogs.expectMessage(u"Error occurred while trying to save file."_s);
-    save(Outcome::Chosen, m_editor.cmdSave);
-    EXPECT_TRUE(m_editor.isVisible());
+    save(Outcome::Chosen, editor.cmdSave);
+    EXPECT_TRUE(editor.isVisible());
 
-    m_editor.txtList->setPlainText(u"= SP\u00a0 50\nT"_s);
-    save(Outcome::Chosen, m_editor.cmdSave); // read by its extension, whatever was edited
-    EXPECT_FALSE(m_editor.isVisible());
+    editor.txtList->setPlainText(u"= SP\u00a0 50\nT"_s);
+    save(Outcome::Chosen, editor.cmdSave); // read by its extension, whatever was edited
+    EXPECT_FALSE(editor.isVisible());
     EXPECT_EQ(saved(), "= SP\xa0 50\r\nT");
     EXPECT_EQ(shown(), u"3x4 at 0.0, b.kms, Corvane - b.kms");
     m_area.cmdSaveList->click(); // shows the text and only saves it
-    EXPECT_TRUE(m_editor.isVisible() && m_editor.txtList->isReadOnly());
-    m_editor.cmdCAncel->click();
-    EXPECT_FALSE(m_editor.isVisible());
+    EXPECT_TRUE(editor.isVisible() && editor.txtList->isReadOnly());
+    editor.cmdCAncel->click();
+    EXPECT_FALSE(editor.isVisible());
 }
