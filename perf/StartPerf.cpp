@@ -6,6 +6,8 @@
 #include "perf/FirstPaint.h"
 #include "platform/QtDialogs.h"
 
+#include <QIcon>
+
 using namespace corvane;
 using namespace corvane::perf;
 
@@ -16,6 +18,7 @@ int showWindow()
 {
     QtDialogs dialogs;
     Program program(CommandLine(), dialogs);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/corvane.png")));
     FirstPaint::watch(program.window());
     program.window().show();
     return QApplication::exec();
