@@ -3,6 +3,7 @@
 #include "about/AboutHost.h"
 #include "about/AboutTexts.h"
 #include "about/SystemInfo.h"
+#include "common/Naming.h"
 #include "common/ProductInfo.h"
 
 #include <QBoxLayout>
@@ -97,9 +98,7 @@ QLabel *frmAbout::createLabel(const QString &name)
 
 QPushButton *frmAbout::createButton(const QString &caption, const QString &name)
 {
-    auto *button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setAccessibleName(button->text().remove(u'&'));
+    auto *button = named(new QPushButton(caption, this), name);
     button->setAutoDefault(false);
     return button;
 }

@@ -12,11 +12,6 @@ int widthOf(const QWidget &widget, int characters)
 
 } // namespace
 
-QString indexed(const QString &name, int index)
-{
-    return QStringLiteral("%1_%2").arg(name).arg(index);
-}
-
 QPushButton *button(const QString &caption, const QString &name, const QString &accessibleName)
 {
     return named(new QPushButton(caption), name, accessibleName);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Naming.h"
+
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -7,17 +9,6 @@
 /// How the board window's pages make their controls: each with its name, which tests and style
 /// sheets find it by, and what a screen reader says.
 namespace corvane::controls {
-
-/// An element of a control array: "name_index".
-QString indexed(const QString &name, int index);
-
-template <class Control>
-Control *named(Control *control, const QString &name, const QString &accessibleName)
-{
-    control->setObjectName(name);
-    control->setAccessibleName(accessibleName);
-    return control;
-}
 
 QPushButton *button(const QString &caption, const QString &name, const QString &accessibleName);
 /// A button no wider than its short caption needs, for rows of them.

@@ -1,16 +1,30 @@
 #pragma once
 
 #include <QString>
-#include <QWidget>
 
 namespace corvane {
 
-/// Gives a control its name (what tests and style sheets look up) and its accessible name (what a
-/// screen reader says).
-inline void nameControl(QWidget &control, const QString &name, const QString &accessibleName)
+/// Gives a control its name (what tests and style sheets find it by) and its accessible name (what
+/// a screen reader says), and returns it.
+template <class Control>
+Control *named(Control *control, const QString &name, const QString &accessibleName)
 {
-    control.setObjectName(name);
-    control.setAccessibleName(accessibleName);
+    control->setObjectName(name);
+    control->setAccessibleName(accessibleName);
+    return control;
+}
+
+/// The same for a button, which a screen reader calls by its caption.
+template <class Button>
+Button *named(Button *button, const QString &name)
+{
+    return named(button, name, button->text().remove(u'&'));
+}
+
+/// The name of an element of a control array: "name_index".
+inline QString indexed(const QString &name, qsizetype index)
+{
+    return QStringLiteral("%1_%2").arg(name).arg(index);
 }
 
 } // namespace corvane

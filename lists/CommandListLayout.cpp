@@ -1,4 +1,5 @@
 // How the command-list area looks: its controls, their names and places.
+#include "common/Naming.h"
 #include "lists/CommandListArea.h"
 #include "platform/TextGrid.h"
 
@@ -68,14 +69,6 @@ constexpr ColumnWidth columnWidths[] = {
     {QLatin1StringView("Tolerance"), 10},
 };
 
-template <typename Widget>
-Widget *named(Widget *widget, const char *name, const QString &accessibleName)
-{
-    widget->setObjectName(QLatin1StringView(name));
-    widget->setAccessibleName(accessibleName);
-    return widget;
-}
-
 QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
 {
     auto *layout = new QHBoxLayout;
@@ -104,26 +97,28 @@ void addShortcut(QPushButton &button, const QString &purpose, const QKeySequence
 void CommandListArea::makeControls()
 {
     for (const ButtonRow &button : buttonRows) {
-        auto *made =
-            named(new QPushButton(tr(button.caption), this), button.name, tr(button.purpose));
+        auto *made = named(new QPushButton(tr(button.caption), this), QLatin1String(button.name),
+                           tr(button.purpose));
         addShortcut(*made, tr(button.purpose), QKeySequence(QLatin1String(button.shortcut)));
         made->setAutoDefault(false);
         this->*button.member = made;
     }
-    lblFileName = named(new QLabel(this), "lblFileName", tr("Name of the list file"));
+    lblFileName =
+        named(new QLabel(this), QStringLiteral("lblFileName"), tr("Name of the list file"));
     lblFileName->setTextFormat(Qt::PlainText);
     lblFileName->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    lblProgress = named(new QLabel(this), "lblProgress", tr("Progress of the run"));
-    txtVDL = named(new QPlainTextEdit(this), "txtVDL", tr("Comments of the list"));
+    lblProgress = named(new QLabel(this), QStringLiteral("lblProgress"), tr("Progress of the run"));
+    txtVDL = named(new QPlainTextEdit(this), QStringLiteral("txtVDL"), tr("Comments of the list"));
     txtVDL->setPlaceholderText(tr("Comments"));
     txtVDL->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtVDL->setTabChangesFocus(true);
-    flexgridVDL = named(new TextGrid(this), "flexgridVDL", tr("Command list"));
+    flexgridVDL = named(new TextGrid(this), QStringLiteral("flexgridVDL"), tr("Command list"));
     flexgridVDL->horizontalHeader()->setStretchLastSection(true);
-    txtFlexText = named(new QLineEdit(flexgridVDL->viewport()), "txtFlexText", tr("Cell text"));
+    txtFlexText = named(new QLineEdit(flexgridVDL->viewport()), QStringLiteral("txtFlexText"),
+                        tr("Cell text"));
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
     txtFlexText->hide();
-    chkStripOpr = named(new QCheckBox(tr("Strip operator"), this), "chkStripOpr",
+    chkStripOpr = named(new QCheckBox(tr("Strip operator"), this), QStringLiteral("chkStripOpr"),
                         tr("Send the commands of a test list without their leading operator"));
     chkStripOpr->setToolTip(chkStripOpr->accessibleName());
 }

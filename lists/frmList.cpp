@@ -1,5 +1,6 @@
 #include "lists/frmList.h"
 
+#include "common/Naming.h"
 #include "lists/ListFile.h"
 #include "lists/ListKinds.h"
 #include "lists/ListTexts.h"
@@ -17,23 +18,19 @@ namespace corvane {
 
 frmList::frmList(Dialogs &dialogs, QWidget *parent)
     : QDialog(parent)
-    , txtList(new QPlainTextEdit(this))
-    , cmdSave(new QPushButton(tr("&Save..."), this))
-    , cmdCAncel(new QPushButton(tr("&Cancel"), this))
+    , txtList(named(new QPlainTextEdit(this), QStringLiteral("txtList"), tr("The list as text")))
+    , cmdSave(named(new QPushButton(tr("&Save..."), this), QStringLiteral("cmdSave"),
+                    tr("Save the list to a file and load it")))
+    , cmdCAncel(named(new QPushButton(tr("&Cancel"), this), QStringLiteral("cmdCAncel"),
+                      tr("Close without any change")))
     , m_dialogs(dialogs)
 {
     setObjectName(QStringLiteral("frmList"));
     setModal(true);
     resize(640, 480);
-    txtList->setObjectName(QStringLiteral("txtList"));
-    txtList->setAccessibleName(tr("The list as text"));
     txtList->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     txtList->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtList->setTabChangesFocus(true);
-    cmdSave->setObjectName(QStringLiteral("cmdSave"));
-    cmdSave->setAccessibleName(tr("Save the list to a file and load it"));
-    cmdCAncel->setObjectName(QStringLiteral("cmdCAncel"));
-    cmdCAncel->setAccessibleName(tr("Close without any change"));
 
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();

@@ -1,16 +1,11 @@
 #include "main/Channel.h"
 
-#include "common/EditableBox.h"
-#include "common/Naming.h"
 #include "main/ChannelTexts.h"
 #include "platform/Dialogs.h"
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
 
-#include <QFrame>
-#include <QHBoxLayout>
 #include <QScopedValueRollback>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -37,135 +32,9 @@ Channel::Channel(int index, const ChannelContext &context, QWidget *parent)
     Timer1->setTimerType(Qt::PreciseTimer);
     TimerTransfer = new QTimer(this);
     TimerTransfer->setTimerType(Qt::PreciseTimer);
-
-    auto *page = new QVBoxLayout(this);
-    buildConnection(*page);
-    buildCommand(*page);
-    buildResponse(*page);
+    makeControls();
+    layOut();
     connectHandlers();
-}
-
-void Channel::buildConnection(QVBoxLayout &page)
-{
-    m_connectionRow = new QHBoxLayout;
-    cmdConnect = new QPushButton(tr("&Connect"), this);
-    cmdDisconnect = new QPushButton(tr("&Disconnect"), this);
-    auto *statusCaption = new QLabel(tr("Status:"), this);
-    lblStatus = new QLabel(this);
-    lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    shpComm = new Led(this);
-
-    m_connectionRow->addStretch();
-    for (QWidget *widget : std::initializer_list<QWidget *>{cmdConnect, cmdDisconnect,
-                                                            statusCaption, lblStatus, shpComm})
-        m_connectionRow->addWidget(widget);
-    statusCaption->setObjectName(QStringLiteral("lblStatusCaption_%1").arg(m_index));
-    nameControl(*cmdConnect, QStringLiteral("cmdConnect_%1").arg(m_index), tr("Connect"));
-    nameControl(*cmdDisconnect, QStringLiteral("cmdDisconnect_%1").arg(m_index), tr("Disconnect"));
-    nameControl(*lblStatus, QStringLiteral("lblStatus_%1").arg(m_index), tr("Status"));
-    nameControl(*shpComm, QStringLiteral("shpComm_%1").arg(m_index), tr("Activity"));
-    page.addLayout(m_connectionRow);
-    auto *line = new QFrame(this);
-    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
-    page.addWidget(line);
-}
-
-void Channel::reserveStatus(const QString &longest)
-{
-    lblStatus->setMinimumWidth(QFontMetrics(lblStatus->font()).horizontalAdvance(longest));
-}
-
-void Channel::addConnectionField(const QString &caption, QWidget *field, const QString &name)
-{
-    auto *label = new QLabel(caption, this);
-    label->setBuddy(field);
-    m_connectionRow->insertWidget(m_connectionRow->indexOf(cmdConnect) - 1, label);
-    addConnectionWidget(field, name);
-    field->setAccessibleName(QString(caption).remove(u'&').remove(u':'));
-}
-
-void Channel::addConnectionWidget(QWidget *widget, const QString &name)
-{
-    widget->setObjectName(QStringLiteral("%1_%2").arg(name).arg(m_index));
-    m_connectionRow->insertWidget(m_connectionRow->indexOf(cmdConnect) - 1, widget);
-    orderTabs();
-}
-
-/// The Tab key goes from left to right and down, though the fields are made last.
-void Channel::orderTabs()
-{
-    QList<QWidget *> order;
-    for (int place = 0; place < m_connectionRow->count(); ++place)
-        order.append(m_connectionRow->itemAt(place)->widget());
-    order += {cboOut, cmdSend,          cmdIDN,          cmdSystErr, chkLoop, cboMs,
-              chkLog, cmdLoadFrmChmber, cmdLoadToChmber, cmdStop,    txtIn};
-    order.removeIf([](const QWidget *widget) {
-        return !widget || (widget->focusPolicy() & Qt::TabFocus) == 0;
-    });
-    for (qsizetype place = 1; place < order.size(); ++place)
-        setTabOrder(order.at(place - 1), order.at(place));
-}
-
-void Channel::buildCommand(QVBoxLayout &page)
-{
-    auto *entryRow = new QHBoxLayout;
-    auto *optionRow = new QHBoxLayout;
-
-    cboOut = new CommandBox(this);
-    cboOut->setEditText(texts::idnCommand);
-    cmdSend = new QPushButton(tr("&Send"), this);
-    cmdIDN = new QPushButton(tr("*&IDN?"), this);
-    cmdSystErr = new QPushButton(tr("Syst:&Err?"), this);
-    chkLoop = new QCheckBox(tr("&Loop"), this);
-    cboMs = new EditableBox(this);
-    for (const char *ms : {"1000", "2000", "5000", "10000", "30000", "60000"})
-        cboMs->addItem(QString::fromLatin1(ms));
-    auto *every = new QLabel(tr("ever&y"), this);
-    every->setBuddy(cboMs);
-    chkLog = new QCheckBox(tr("Lo&g"), this);
-
-    entryRow->addWidget(cboOut, 1);
-    for (QWidget *widget : std::initializer_list<QWidget *>{cmdSend, cmdIDN, cmdSystErr})
-        entryRow->addWidget(widget);
-    for (QWidget *widget : std::initializer_list<QWidget *>{chkLoop, every, cboMs,
-                                                            new QLabel(tr("ms"), this), chkLog})
-        optionRow->addWidget(widget);
-    optionRow->insertSpacing(optionRow->indexOf(chkLog), 12);
-    optionRow->addStretch();
-    page.addLayout(entryRow);
-    page.addLayout(optionRow);
-
-    cmdLoadFrmChmber = new QPushButton(tr("Get from Chamber"), this);
-    cmdLoadToChmber = new QPushButton(tr("Send to Chamber"), this);
-    cmdStop = new QPushButton(tr("Stop"), this);
-    cmdLoadFrmChmber->setToolTip(tr("Download the chamber's current settings into the list"));
-    cmdLoadToChmber->setToolTip(tr("Send the list to the chamber"));
-    optionRow->addWidget(new QLabel(tr("Settings list:"), this));
-    for (QPushButton *button : {cmdLoadFrmChmber, cmdLoadToChmber, cmdStop})
-        optionRow->addWidget(button);
-
-    const std::pair<QWidget *, std::pair<const char *, QString>> names[] = {
-        {cboOut, {"cboOut", tr("Command")}},
-        {cmdSend, {"cmdSend", tr("Send")}},
-        {cmdIDN, {"cmdIDN", tr("Identify")}},
-        {cmdSystErr, {"cmdSystErr", tr("System error")}},
-        {chkLoop, {"chkLoop", tr("Loop")}},
-        {cboMs, {"cboMs", tr("Loop period in milliseconds")}},
-        {chkLog, {"chkLog", tr("Log replies to file")}},
-        {cmdLoadFrmChmber, {"cmdLoadFrmChmber", tr("Get list from the chamber")}},
-        {cmdLoadToChmber, {"cmdLoadToChmber", tr("Send list to the chamber")}},
-        {cmdStop, {"cmdStop", tr("Stop the list")}},
-    };
-    for (const auto &[control, name] : names)
-        nameControl(*control, QStringLiteral("%1_%2").arg(QLatin1String(name.first)).arg(m_index),
-                    name.second);
-}
-
-void Channel::buildResponse(QVBoxLayout &page)
-{
-    txtIn = new ResponseView(this);
-    nameControl(*txtIn, QStringLiteral("txtIn_%1").arg(m_index), tr("Response"));
-    page.addWidget(txtIn, 1);
 }
 
 void Channel::connectHandlers()

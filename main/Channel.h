@@ -16,7 +16,6 @@
 #include <optional>
 
 class QHBoxLayout;
-class QVBoxLayout;
 
 namespace corvane {
 
@@ -99,6 +98,10 @@ protected:
 
     /// Keeps room for the longest status text, so that no button moves under the pointer.
     void reserveStatus(const QString &longest);
+    /// For a transport without a state to tell.
+    void hideStatus();
+    /// For a Channel whose replies are not logged.
+    void disableLog();
     /// A field of the connection row, with its caption and the name "name_index".
     void addConnectionField(const QString &caption, QWidget *field, const QString &name);
     /// A widget of the connection row without a caption.
@@ -119,9 +122,8 @@ protected:
     ChannelContext m_context;
 
 private:
-    void buildConnection(QVBoxLayout &page);
-    void buildCommand(QVBoxLayout &page);
-    void buildResponse(QVBoxLayout &page);
+    void makeControls();
+    void layOut();
     void connectHandlers();
     void orderTabs();
     void tellRefusal(const QString &message);
@@ -129,6 +131,7 @@ private:
 
     const int m_index;
     QHBoxLayout *m_connectionRow = nullptr;
+    QLabel *m_statusCaption = nullptr;
     int m_periodMs = 1000;
     bool m_sending = false;
     bool m_shownOpen = false;

@@ -31,10 +31,8 @@ GpibChannel::GpibChannel(int index, GpibControl &control, const ChannelContext &
     , m_control(control)
 {
     buildFields();
-    lblStatus->hide();
-    findChild<QLabel *>(QStringLiteral("lblStatusCaption_%1").arg(index))->hide();
-    chkLog->setEnabled(false);
-    chkLog->setToolTip(tr("The log records the TCP/IP Channels only"));
+    hideStatus();
+    disableLog();
 
     for (const QComboBox *entry : {cboIEEEPort, cboIEEEAddress})
         connect(entry, &QComboBox::currentTextChanged, this, &GpibChannel::cboIEEE_Change);

@@ -47,10 +47,10 @@ GuideWindow::GuideWindow(QWidget *parent)
     lstOutline->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     fillOutline();
 
-    nameControl(*lstOutline, QStringLiteral("lstOutline"), tr("Outline of the guide"));
-    nameControl(*txtFind, QStringLiteral("txtFind"), tr("Find in the guide"));
-    nameControl(*next, QStringLiteral("cmdFindNext"), tr("Find next"));
-    nameControl(*txtGuide, QStringLiteral("txtGuide"), tr("User's guide"));
+    named(lstOutline, QStringLiteral("lstOutline"), tr("Outline of the guide"));
+    named(txtFind, QStringLiteral("txtFind"), tr("Find in the guide"));
+    named(next, QStringLiteral("cmdFindNext"), tr("Find next"));
+    named(txtGuide, QStringLiteral("txtGuide"), tr("User's guide"));
 
     auto *findRow = new QHBoxLayout;
     findRow->addWidget(txtFind, 1);

@@ -1,6 +1,5 @@
 #include "main/Main.h"
 
-#include "common/Naming.h"
 #include "lists/CommandListArea.h"
 #include "lists/ListKinds.h"
 #include "lists/TransferEngine.h"
@@ -22,8 +21,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QMenuBar>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -31,12 +28,6 @@
 namespace corvane {
 
 namespace {
-
-constexpr int rs485 = 0;
-constexpr int rs232 = 1;
-constexpr int gpib = 2;
-constexpr int tcpIp1 = 3;
-constexpr int tcpIp2 = 4;
 
 /// A close that came inside a wait or a message box is tried again after this time.
 constexpr int closeRetryMs = 5;
@@ -66,53 +57,11 @@ Main::Main(const MainParts &parts, QWidget *parent)
 
 Main::~Main() = default;
 
-void Main::buildChannels()
-{
-    const ChannelContext context{*this, m_parts.module, m_parts.dialogs, m_waits};
-    tabChannels = new QTabWidget(this);
-    nameControl(*tabChannels, QStringLiteral("tabChannels"), tr("Channels"));
-    tabChannels->setDocumentMode(true);
-    m_serial = {new SerialChannel(rs485, m_parts.rs485, context, this),
-                new SerialChannel(rs232, m_parts.rs232, context, this)};
-    m_gpib = new GpibChannel(gpib, m_parts.gpib, context, this);
-    m_tcp = {new TcpChannel(tcpIp1, m_parts.tcpClient1, context, this),
-             new TcpChannel(tcpIp2, m_parts.tcpClient2, context, this)};
-    m_channels = {m_serial[0], m_serial[1], m_gpib, m_tcp[0], m_tcp[1]};
-    for (Channel *each : m_channels) {
-        const int index = each->index();
-        tabChannels->addTab(each, Led::tabMark(false),
-                            texts::channelCaptions.at(static_cast<size_t>(index)));
-        connect(each, &Channel::openChanged, this,
-                [this, index](bool open) { showOpen(index, open); });
-        auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)), this);
-        connect(shortcut, &QShortcut::activated, tabChannels,
-                [this, index] { tabChannels->setCurrentIndex(index); });
-    }
-    m_splitter->addWidget(tabChannels);
-}
-
 void Main::showOpen(int index, bool open)
 {
     tabChannels->setTabIcon(index, Led::tabMark(open));
     if (open)
         statusBar()->clearMessage(); // what was said of a device that went away
-}
-
-void Main::buildCommandList()
-{
-    m_listConnection = std::make_unique<ListConnection>(*this);
-    commandList = new CommandListArea(m_parts.module, *m_listConnection, m_parts.dialogs, this);
-    m_engine =
-        new TransferEngine(m_parts.module, *commandList, *m_listConnection, m_parts.dialogs, this);
-    const auto source = [](const TcpChannel *channel) {
-        return TrafficLog::Source{[channel] { return channel->chkLog->isChecked(); },
-                                  [channel] { return channel->isOpen(); },
-                                  [channel] { return channel->txtIn->text(); }};
-    };
-    m_log = new TrafficLog(m_parts.programFolder + QStringLiteral("/Log.txt"), source(m_tcp[0]),
-                           source(m_tcp[1]), *commandList->txtVDL, *shpLog, this);
-    connect(m_log, &TrafficLog::failed, this, &Main::loggingFailed, Qt::QueuedConnection);
-    m_splitter->addWidget(commandList);
 }
 
 void Main::loggingFailed(const QString &description)
@@ -122,59 +71,6 @@ void Main::loggingFailed(const QString &description)
     m_parts.dialogs.showMessage(this,
                                 tr("The log cannot be written; logging has been switched off.") +
                                     QStringLiteral("\r\n") + description);
-}
-
-void Main::buildStatusBar()
-{
-    statusBar()->setObjectName(QStringLiteral("statusMain"));
-    shpLog = new Led(this);
-    nameControl(*shpLog, QStringLiteral("shpLog"), tr("Logging"));
-    shpLog->setToolTip(tr("Logging the TCP/IP Channels"));
-    statusBar()->addPermanentWidget(shpLog);
-}
-
-void Main::buildMenus()
-{
-    const auto addEntry = [](QMenu *menu, const QString &caption, const QString &name) {
-        QAction *entry = menu->addAction(caption);
-        entry->setObjectName(name);
-        return entry;
-    };
-    QMenu *mnuFile = menuBar()->addMenu(tr("&File"));
-    QMenu *mnuView = menuBar()->addMenu(tr("&View"));
-    QMenu *mnuAbout = menuBar()->addMenu(tr("&About"));
-    mnuFile->setObjectName(QStringLiteral("mnuFile"));
-    mnuView->setObjectName(QStringLiteral("mnuView"));
-    mnuAbout->setObjectName(QStringLiteral("mnuAbout"));
-
-    mnuPrefs = addEntry(mnuFile, tr("&Preferences"), QStringLiteral("mnuPrefs"));
-    mnuPrefs->setEnabled(false); // it has no action
-    mnuExit = addEntry(mnuFile, tr("&Exit"), QStringLiteral("mnuExit"));
-    mnuExit->setShortcut(QKeySequence::Quit);
-    mnuCmdList = addEntry(mnuView, tr("&Command List"), QStringLiteral("mnuCmdList"));
-    mnuCmdList->setCheckable(true);
-    mnuSBC = addEntry(mnuView, tr("&VXM250E"), QStringLiteral("mnuSBC"));
-    mnuSBC->setCheckable(true);
-    mnuHelp = addEntry(mnuAbout, tr("&Help"), QStringLiteral("mnuHelp"));
-    mnuHelp->setShortcut(QKeySequence::HelpContents);
-    mnuAboutSC = addEntry(mnuAbout, tr("&About Corvane"), QStringLiteral("mnuAboutSC"));
-
-    connect(mnuExit, &QAction::triggered, this, &QWidget::close);
-    connect(mnuCmdList, &QAction::toggled, this, &Main::mnuCmdList_Click);
-    connect(mnuHelp, &QAction::triggered, this, &Main::mnuHelp_Click);
-}
-
-void Main::connectWindows()
-{
-    for (SerialChannel *each : m_serial) {
-        each->setPortList(m_parts.serialPorts);
-        connect(each, &SerialChannel::configureRequested, m_setup,
-                [this, index = each->index()] { m_setup->cmdPortConfig_Click(index); });
-    }
-    connect(m_gpib, &GpibChannel::searchRequested, m_setup, &SetupWindows::cmdSearchGPIB_Click);
-    connect(m_gpib, &GpibChannel::adapterRequested, m_setup, &SetupWindows::cmdAdapter_Click);
-    connect(mnuSBC, &QAction::triggered, m_board, &BoardWindows::mnuSBC_Click);
-    connect(mnuAboutSC, &QAction::triggered, m_setup, &SetupWindows::mnuAboutSC_Click);
 }
 
 void Main::Form_Load()
@@ -235,12 +131,12 @@ Channel *Main::channel(int index) const
 
 SerialChannel &Main::serialChannel(int index) const
 {
-    return *m_serial.at(static_cast<size_t>(index - rs485));
+    return *m_serial.at(static_cast<size_t>(index - channels::rs485));
 }
 
 TcpChannel &Main::tcpChannel(int index) const
 {
-    return *m_tcp.at(static_cast<size_t>(index - tcpIp1));
+    return *m_tcp.at(static_cast<size_t>(index - channels::tcpIp1));
 }
 
 void Main::cmdConnect_Click(int index)
@@ -355,7 +251,7 @@ QString Main::channelRefusal(int index) const
     if (m_board->usesChannel(index))
         return tr("The VXM250E window is using %1.  Please wait until it has finished.")
             .arg(texts::channelCaptions.at(static_cast<size_t>(index)));
-    return index == gpib ? searchRefusal() : QString();
+    return index == channels::ieee488 ? searchRefusal() : QString();
 }
 
 void Main::reportFault(const QString &description)

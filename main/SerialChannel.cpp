@@ -10,7 +10,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int rs485 = 0;
 constexpr int lastAddress485 = 30;
 
 } // namespace
@@ -23,14 +22,13 @@ SerialChannel::SerialChannel(int index, SerialPort &port, const ChannelContext &
     txtPort = new QLineEdit(this);
     txtPort->setMaximumWidth(70);
     addConnectionField(tr("COM &port:"), txtPort, QStringLiteral("txtPort"));
-    if (index == rs485)
+    if (index == channels::rs485)
         buildAddress();
     cmdPortConfig = new QPushButton(tr("Config&ure..."), this);
     cmdPortConfig->setAccessibleName(tr("Configure the port"));
     addConnectionWidget(cmdPortConfig, QStringLiteral("cmdPortConfig"));
     reserveStatus(texts::portClosed);
-    chkLog->setEnabled(false);
-    chkLog->setToolTip(tr("The log records the TCP/IP Channels only"));
+    disableLog();
 
     txtPort->installEventFilter(this);
     connect(txtPort, &QLineEdit::textChanged, this, &SerialChannel::txtPort_Change);
@@ -95,7 +93,7 @@ void SerialChannel::send(const QByteArray &command)
     m_port.input();
     beginReply();
     QByteArray line = command + '\r';
-    if (index() == rs485)
+    if (index() == channels::rs485)
         line.prepend('>' + cboAddress485->currentText().toLatin1() + ' ');
     m_port.output(line);
     TimerTransfer->stop();

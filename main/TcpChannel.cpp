@@ -10,7 +10,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int tcpIp1 = 3;
 /// The port that a send on a closed socket goes back to, whatever the entry holds.
 constexpr qint32 defaultPort = 5000;
 
@@ -93,7 +92,7 @@ void TcpChannel::send(const QByteArray &command)
         m_context.host.reportFault(
             tr("TCP/IP-2: the rest of the earlier command was dropped; its reply never came."));
     beginReply();
-    m_pieces = index() == tcpIp1 ? QList{command} : command.split(';');
+    m_pieces = index() == channels::tcpIp1 ? QList{command} : command.split(';');
     sendNextPiece();
 }
 
@@ -115,7 +114,7 @@ void TcpChannel::sendFailed()
 void TcpChannel::tcpClient_DataArrival()
 {
     const QByteArray arrival = m_client.getData();
-    if (index() == tcpIp1)
+    if (index() == channels::tcpIp1)
         txtIn->setBytes({});
     deliverReply(txtIn->append(arrival, {.lineEnds = false, .sequence = "\r\n"}));
     if (!std::exchange(TcpSegmentWait, false))

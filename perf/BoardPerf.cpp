@@ -16,8 +16,6 @@ using namespace corvane::perf;
 
 namespace {
 
-constexpr int ieee488 = 2;
-
 /// The real clock; it adds up what is waited for.
 class RecordingClock : public SystemClock
 {
@@ -79,8 +77,8 @@ void measureWork(Table &table, RecordingClock &clock, const Work &work)
 /// The board window, its method IEEE.
 frmSBC &openBoard(Main &window)
 {
-    connectChannel(window, ieee488, {.address = QStringLiteral("GPIB0::9")});
-    window.showChannel(ieee488);
+    connectChannel(window, channels::ieee488, {.address = QStringLiteral("GPIB0::9")});
+    window.showChannel(channels::ieee488);
     window.mnuSBC->trigger();
     return *window.boardWindows().boardWindow();
 }

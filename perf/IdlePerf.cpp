@@ -13,16 +13,15 @@ using namespace corvane::perf;
 
 namespace {
 
-constexpr int tcpIp1 = 3;
-
 void connectAll(Main &window, const BenchProcess &bench)
 {
     const ChannelEntries tcp{.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")};
-    connectChannel(window, 0, {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
-    connectChannel(window, 1, {.port = QStringLiteral("2")});
-    connectChannel(window, 2, {.address = QStringLiteral("GPIB0::5")});
-    connectChannel(window, tcpIp1, tcp);
-    connectChannel(window, 4, tcp);
+    connectChannel(window, channels::rs485,
+                   {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
+    connectChannel(window, channels::rs232, {.port = QStringLiteral("2")});
+    connectChannel(window, channels::ieee488, {.address = QStringLiteral("GPIB0::5")});
+    connectChannel(window, channels::tcpIp1, tcp);
+    connectChannel(window, channels::tcpIp2, tcp);
 }
 
 /// Percent of one core that `work` takes.
@@ -43,9 +42,9 @@ void idle(int ms)
 /// The middle distance of two replies of a loop, in ms.
 double loopPeriodMs(Main &window, int periodMs, int ms)
 {
-    const Channel &channel = *window.channel(tcpIp1);
+    const Channel &channel = *window.channel(channels::tcpIp1);
     channel.cboMs->setEditText(QString::number(periodMs));
-    window.channel(tcpIp1)->cboMs_Change();
+    window.channel(channels::tcpIp1)->cboMs_Change();
     std::vector<double> periods;
     double last = 0;
     const auto watch = QObject::connect(&channel, &Channel::replied, &window, [&] {

@@ -13,8 +13,6 @@ using namespace corvane::perf;
 
 namespace {
 
-constexpr int rs232 = 1;
-
 constexpr Load bulk{20'000'000, 4096, 0};
 /// As fast as a line of 921,600 baud, in the arrivals of a serial driver.
 constexpr Load trickle{1'000'000, 64, 92'000};
@@ -55,11 +53,11 @@ Receipt receiveInMemory(qint64 bytes)
     SystemClock clock;
     AssembledWindow assembled(clock);
     Main &window = assembled.window();
-    window.showChannel(rs232);
-    window.cmdConnect_Click(rs232);
+    window.showChannel(channels::rs232);
+    window.cmdConnect_Click(channels::rs232);
     window.WaitMs(100);
 
-    const ResponseView &view = *window.channel(rs232)->txtIn;
+    const ResponseView &view = *window.channel(channels::rs232)->txtIn;
     const PaintCounter paints(*view.viewport());
     QEventLoop loop;
     QTimer feeder;
@@ -119,16 +117,16 @@ int readInWindow(const QString &device, qsizetype bytes)
     UnattendedDialogs dialogs(messages);
     Program program(line, dialogs);
     Main &window = program.window();
-    window.serialChannel(rs232).txtPort->setText(QStringLiteral("2"));
-    window.showChannel(rs232);
+    window.serialChannel(channels::rs232).txtPort->setText(QStringLiteral("2"));
+    window.showChannel(channels::rs232);
     window.show();
-    window.cmdConnect_Click(rs232);
-    if (!window.channel(rs232)->isOpen())
+    window.cmdConnect_Click(channels::rs232);
+    if (!window.channel(channels::rs232)->isOpen())
         return 1;
     window.WaitMs(300); // first paints are the start's cost
     const ReaderReport report;
-    const ResponseView &view = *window.channel(rs232)->txtIn;
-    QObject::connect(window.channel(rs232), &Channel::replied, &window, [&] {
+    const ResponseView &view = *window.channel(channels::rs232)->txtIn;
+    QObject::connect(window.channel(channels::rs232), &Channel::replied, &window, [&] {
         if (view.bytes().size() < bytes)
             return;
         report.done(view.bytes().size() == bytes && isPattern(view.bytes(), load));

@@ -20,7 +20,6 @@ using namespace corvane::perf;
 
 namespace {
 
-constexpr int tcpIp1 = 3;
 constexpr int periodMs = 10;
 constexpr int earlyRow = 10;
 constexpr int lateRow = 49'000;
@@ -65,8 +64,8 @@ double roundTripMs(quint16 port)
 
 void setLoopTime(const Main &window, int ms)
 {
-    window.channel(tcpIp1)->cboMs->setEditText(QString::number(ms));
-    window.channel(tcpIp1)->cboMs_Change();
+    window.channel(channels::tcpIp1)->cboMs->setEditText(QString::number(ms));
+    window.channel(channels::tcpIp1)->cboMs_Change();
 }
 
 /// Starts the run and waits until row `last` starts; stops it there. `eachRow` is told each start.
@@ -80,11 +79,11 @@ void runUntil(Main &window, int last, const std::function<void(int)> &eachRow)
         ended = ended || row == last;
     });
     QObject::connect(&engine, &TransferEngine::runEnded, &context, [&] { ended = true; });
-    engine.cmdLoadToChmber_Click(tcpIp1);
+    engine.cmdLoadToChmber_Click(channels::tcpIp1);
     window.waits().waitUntil([&] { return ended; }, patienceMs);
-    if (!ended || engine.runningChannel() != tcpIp1)
+    if (!ended || engine.runningChannel() != channels::tcpIp1)
         throw std::runtime_error("the run did not get to its end");
-    engine.ResetTransferData(tcpIp1);
+    engine.ResetTransferData(channels::tcpIp1);
 }
 
 void measureRowTime(Table &table, Main &window, double roundTrip)
@@ -110,10 +109,10 @@ void measureLongRun(Table &table, Main &window)
 {
     setLoopTime(window, Channel::maxPeriodMs);
     QObject driver;
-    const auto tick = [&window] { window.TimerTransfer_Timer(tcpIp1); };
+    const auto tick = [&window] { window.TimerTransfer_Timer(channels::tcpIp1); };
     QObject::connect(&window.transferEngine(), &TransferEngine::runStarted, &driver, tick,
                      Qt::QueuedConnection);
-    QObject::connect(window.channel(tcpIp1), &Channel::replied, &driver, tick,
+    QObject::connect(window.channel(channels::tcpIp1), &Channel::replied, &driver, tick,
                      Qt::QueuedConnection);
 
     std::map<int, double> processorAt;
@@ -135,9 +134,9 @@ int measure()
     UnattendedDialogs dialogs(messages);
     Program program(bench.commandLine(), dialogs);
     Main &window = program.window();
-    window.showChannel(tcpIp1);
+    window.showChannel(channels::tcpIp1);
     window.show();
-    connectChannel(window, tcpIp1,
+    connectChannel(window, channels::tcpIp1,
                    {.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")});
     if (!window.loadList(writeList(folder, longList)))
         throw std::runtime_error("cannot load the list");

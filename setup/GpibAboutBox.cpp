@@ -1,5 +1,6 @@
 #include "setup/GpibAboutBox.h"
 
+#include "common/Naming.h"
 #include "platform/GpibControl.h"
 #include "platform/PlatformError.h"
 #include "setup/growToFit.h"
@@ -20,7 +21,7 @@ constexpr int askDelayMs = 50;
 QLabel *createText(const QString &name, int board)
 {
     auto *label = new QLabel;
-    label->setObjectName(QStringLiteral("%1_%2").arg(name).arg(board));
+    label->setObjectName(indexed(name, board));
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;

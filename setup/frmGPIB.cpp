@@ -1,6 +1,7 @@
 #include "setup/frmGPIB.h"
 
 #include "common/Module1.h"
+#include "common/Naming.h"
 #include "platform/Dialogs.h"
 #include "setup/GpibSearch.h"
 #include "setup/SetupTexts.h"
@@ -18,14 +19,6 @@ namespace {
 
 /// Long enough for the window to be painted before the first probe.
 constexpr int startDelayMs = 50;
-
-QPushButton *createButton(const QString &caption, const QString &name)
-{
-    auto *button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setAccessibleName(button->text().remove(u'&'));
-    return button;
-}
 
 QLabel *createStatus(const QString &name)
 {
@@ -55,13 +48,13 @@ void frmGPIB::createControls()
 {
     lblSearch = createStatus(QStringLiteral("lblSearch"));
     lblFaults = createStatus(QStringLiteral("lblFaults"));
-    progress = new QProgressBar;
-    progress->setObjectName(QStringLiteral("progress"));
-    progress->setAccessibleName(QStringLiteral("Addresses probed"));
+    progress =
+        named(new QProgressBar, QStringLiteral("progress"), QStringLiteral("Addresses probed"));
     progress->setRange(0, GpibSearch::probeCount);
-    cmdSearch = createButton(QStringLiteral("&Search Again"), QStringLiteral("cmdSearch"));
-    cmdCancel = createButton(QStringLiteral("&Cancel"), QStringLiteral("cmdCancel"));
-    cmdClose = createButton(QStringLiteral("&Close"), QStringLiteral("cmdClose"));
+    cmdSearch =
+        named(new QPushButton(QStringLiteral("&Search Again")), QStringLiteral("cmdSearch"));
+    cmdCancel = named(new QPushButton(QStringLiteral("&Cancel")), QStringLiteral("cmdCancel"));
+    cmdClose = named(new QPushButton(QStringLiteral("&Close")), QStringLiteral("cmdClose"));
     tmrStart = new QTimer(this);
     tmrStart->setObjectName(QStringLiteral("tmrStart"));
     tmrStart->setTimerType(Qt::PreciseTimer);

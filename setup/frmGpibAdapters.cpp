@@ -1,6 +1,7 @@
 #include "setup/frmGpibAdapters.h"
 
 #include "common/EditableBox.h"
+#include "common/Naming.h"
 #include "platform/Dialogs.h"
 #include "platform/GpibAdapterFactory.h"
 #include "platform/GpibControl.h"
@@ -43,11 +44,6 @@ std::size_t indexOf(int board)
     return static_cast<std::size_t>(board);
 }
 
-QString numbered(const char16_t *name, std::size_t board)
-{
-    return QStringLiteral("%1_%2").arg(QString::fromUtf16(name)).arg(board);
-}
-
 } // namespace
 
 frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
@@ -71,8 +67,8 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
     (new QVBoxLayout(frame))->addWidget(lblInstalled);
     rows->addWidget(frame);
     rows->addStretch();
-    cmdOK = createButton(QStringLiteral("&OK"), QStringLiteral("cmdOK"));
-    cmdCancel = createButton(QStringLiteral("&Cancel"), QStringLiteral("cmdCancel"));
+    cmdOK = named(new QPushButton(QStringLiteral("&OK")), QStringLiteral("cmdOK"));
+    cmdCancel = named(new QPushButton(QStringLiteral("&Cancel")), QStringLiteral("cmdCancel"));
     cmdOK->setDefault(true);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -87,20 +83,19 @@ void frmGpibAdapters::createRow(QGridLayout &grid, std::size_t board)
 {
     const QString name = QStringLiteral("GPIB%1").arg(board);
     auto *label = new QLabel(QStringLiteral("GPIB&%1").arg(board));
-    auto *kind = new QComboBox;
-    kind->setObjectName(numbered(u"cboKind", board));
-    kind->setAccessibleName(QStringLiteral("Adapter of ") + name);
+    auto *kind = named(new QComboBox, indexed(QStringLiteral("cboKind"), board),
+                       QStringLiteral("Adapter of ") + name);
     for (const Kind &entry : kinds)
         kind->addItem(QString::fromUtf16(entry.caption));
     label->setBuddy(kind);
-    auto *place = new EditableBox;
-    place->setObjectName(numbered(u"cboPlace", board));
-    place->setAccessibleName(QStringLiteral("Place of the adapter of ") + name);
-    cmdTest[board] = createButton(QStringLiteral("&Test"), numbered(u"cmdTest", board));
-    cmdTest[board]->setAccessibleName(QStringLiteral("Test the adapter of ") + name);
+    auto *place = named(new EditableBox, indexed(QStringLiteral("cboPlace"), board),
+                        QStringLiteral("Place of the adapter of ") + name);
+    cmdTest[board] =
+        named(new QPushButton(QStringLiteral("&Test")), indexed(QStringLiteral("cmdTest"), board),
+              QStringLiteral("Test the adapter of ") + name);
     cmdTest[board]->setToolTip(QStringLiteral("Stores the choice and asks the adapter"));
     auto *result = new QLabel;
-    result->setObjectName(numbered(u"lblResult", board));
+    result->setObjectName(indexed(QStringLiteral("lblResult"), board));
     result->setWordWrap(true);
     result->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
@@ -113,15 +108,6 @@ void frmGpibAdapters::createRow(QGridLayout &grid, std::size_t board)
     cboKind[board] = kind;
     cboPlace[board] = place;
     lblResult[board] = result;
-}
-
-QPushButton *frmGpibAdapters::createButton(const QString &caption, const QString &name)
-{
-    auto *button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setAccessibleName(button->text().remove(u'&'));
-    button->setAutoDefault(false);
-    return button;
 }
 
 void frmGpibAdapters::connectControls()

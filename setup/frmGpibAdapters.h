@@ -68,7 +68,6 @@ public:
 
 private:
     void createRow(QGridLayout &grid, std::size_t board);
-    QPushButton *createButton(const QString &caption, const QString &name);
     void connectControls();
     void showChoice(std::size_t board);
     void showInstalled();

@@ -1,6 +1,8 @@
 #include "setup/frmPortConfig.h"
 
 #include "common/EditableBox.h"
+#include "common/Module1.h"
+#include "common/Naming.h"
 #include "platform/SerialPort.h"
 
 #include <QBoxLayout>
@@ -65,9 +67,8 @@ QGroupBox *createPresets(const QString &title, const QString &name, const QStrin
     auto *column = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < count; ++i) {
         const QString settings = QString::fromUtf16(presets[i].settings);
-        auto *button = new QPushButton(QString::fromUtf16(presets[i].caption));
-        button->setObjectName(QStringLiteral("%1_%2").arg(buttonName).arg(i));
-        button->setAccessibleName(button->text().remove(u'&'));
+        auto *button =
+            named(new QPushButton(QString::fromUtf16(presets[i].caption)), indexed(buttonName, i));
         button->setToolTip(settings);
         button->setAutoDefault(false);
         column->addWidget(button);
@@ -107,15 +108,14 @@ frmPortConfig::frmPortConfig(int channel, SerialPort &port, QWidget *parent)
 
 QWidget *frmPortConfig::createFields()
 {
-    auto *frame = new QGroupBox(m_channel == channelRs485 ? QStringLiteral("RS-485 Settings")
-                                                          : QStringLiteral("RS-232 Settings"));
+    auto *frame = new QGroupBox(m_channel == channels::rs485 ? QStringLiteral("RS-485 Settings")
+                                                             : QStringLiteral("RS-232 Settings"));
     auto *form = new QFormLayout(frame);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (std::size_t i = 0; i < cboCfg.size(); ++i) {
         const Field &field = fieldTable()[i];
-        auto *box = new EditableBox;
-        box->setObjectName(QStringLiteral("cboCfg_%1").arg(i));
-        box->setAccessibleName(QString::fromUtf16(field.name));
+        auto *box = named(new EditableBox, indexed(QStringLiteral("cboCfg"), i),
+                          QString::fromUtf16(field.name));
         for (const char16_t *choice : field.choices)
             box->addItem(QString::fromUtf16(choice));
         box->setMaxVisibleItems(box->count());
@@ -130,9 +130,8 @@ QLayout *frmPortConfig::createButtons()
 {
     static constexpr std::array captions{u"&Apply", u"&Cancel", u"Apply, &Keep Open"};
     for (std::size_t i = 0; i < cmdPortConfig.size(); ++i) {
-        auto *button = new QPushButton(QString::fromUtf16(captions[i]), this);
-        button->setObjectName(QStringLiteral("cmdPortConfig_%1").arg(i));
-        button->setAccessibleName(button->text().remove(u'&'));
+        auto *button = named(new QPushButton(QString::fromUtf16(captions[i]), this),
+                             indexed(QStringLiteral("cmdPortConfig"), i));
         button->setAutoDefault(false);
         cmdPortConfig[i] = button;
     }
@@ -174,8 +173,8 @@ void frmPortConfig::openWindow()
 
 void frmPortConfig::Form_Load()
 {
-    fraPresets232->setVisible(m_channel == channelRs232);
-    fraPresets485->setVisible(m_channel == channelRs485);
+    fraPresets232->setVisible(m_channel == channels::rs232);
+    fraPresets485->setVisible(m_channel == channels::rs485);
     setFields(PortSettingsText::parse(m_port.settings()));
     m_applied = fields().toString();
     cmdPortConfig[applyAndClose]->setEnabled(true);

@@ -23,10 +23,7 @@ class frmPortConfig : public QDialog
     Q_OBJECT
 
 public:
-    static constexpr int channelRs485 = 0;
-    static constexpr int channelRs232 = 1;
-
-    /// `channel` is 0 (RS-485) or 1 (RS-232); the port must outlive the window.
+    /// `channel` is channels::rs485 or channels::rs232; the port must outlive the window.
     frmPortConfig(int channel, SerialPort &port, QWidget *parent = nullptr);
 
     /// Shows the window with the port's current settings; one that is already open comes to the

@@ -21,14 +21,11 @@ struct SerialDesk : ChannelDesk
     SerialChannel channel;
 };
 
-constexpr int rs485 = 0;
-constexpr int rs232 = 1;
-
 } // namespace
 
 TEST(SerialChannel, OffersThirtyAddressesAndShowsThePrefixThatGoesOut)
 {
-    SerialDesk desk(rs485);
+    SerialDesk desk(channels::rs485);
     const QComboBox &list = *desk.channel.cboAddress485;
     ASSERT_EQ(list.count(), 30);
     EXPECT_EQ(list.itemText(0), u"01");
@@ -40,7 +37,7 @@ TEST(SerialChannel, OffersThirtyAddressesAndShowsThePrefixThatGoesOut)
 
 TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
 {
-    SerialDesk rs485Desk(rs485);
+    SerialDesk rs485Desk(channels::rs485);
     rs485Desk.channel.cmdConnect_Click();
     rs485Desk.channel.cmdSend_Click();
     EXPECT_EQ(rs485Desk.port.written, (std::vector<QByteArray>{">05 *IDN?\r"}));
@@ -51,7 +48,7 @@ TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
     EXPECT_EQ(rs485Desk.host.gridCell, "ABC");
     EXPECT_TRUE(rs485Desk.module.ResponseReady);
 
-    SerialDesk rs232Desk(rs232);
+    SerialDesk rs232Desk(channels::rs232);
     rs232Desk.channel.cmdConnect_Click();
     rs232Desk.port.feed("stale");
     rs232Desk.channel.cmdSystErr_Click();
@@ -62,7 +59,7 @@ TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
 
 TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
 {
-    SerialDesk desk(rs232);
+    SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     desk.port.setRThreshold(0);
     desk.port.feed("waiting");
@@ -78,7 +75,7 @@ TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsARunButNoLoop)
     const QString texts[] = {
         QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
         QStringLiteral("The RS 232 port is not connected.  Please connect and try again.")};
-    for (const int index : {rs485, rs232}) {
+    for (const int index : {channels::rs485, channels::rs232}) {
         SerialDesk desk(index);
         desk.channel.chkLoop->setChecked(true);
         desk.module.SendMode = true;
@@ -95,7 +92,7 @@ TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsARunButNoLoop)
 
 TEST(SerialChannel, ConnectingOpensOnceAndAFaultIsTold)
 {
-    SerialDesk desk(rs485);
+    SerialDesk desk(channels::rs485);
     desk.channel.txtPort->setText(QStringLiteral("7"));
     desk.port.failOpen = QStringLiteral("serial port 7: there is no such port");
     desk.dialogs.expectMessage(QStringLiteral(
@@ -116,7 +113,7 @@ TEST(SerialChannel, ConnectingOpensOnceAndAFaultIsTold)
 
 TEST(SerialChannel, AnUnpluggedPortIsSaidOnceWithoutABoxAndTheLoopGoesQuiet)
 {
-    SerialDesk desk(rs232);
+    SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     desk.channel.chkLoop->setChecked(true);
     desk.channel.Timer1_Timer();
@@ -135,7 +132,7 @@ TEST(SerialChannel, AnUnpluggedPortIsSaidOnceWithoutABoxAndTheLoopGoesQuiet)
 
 TEST(SerialChannel, AFaultInALoopIsToldOnceAndSwitchesTheLoopOff)
 {
-    SerialDesk desk(rs232);
+    SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     desk.channel.chkLoop->setChecked(true);
     desk.port.failWrite = QStringLiteral("the port has failed");
@@ -147,7 +144,7 @@ TEST(SerialChannel, AFaultInALoopIsToldOnceAndSwitchesTheLoopOff)
 
 TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)
 {
-    SerialDesk desk(rs232);
+    SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     QComboBox &history = *desk.channel.cboOut;
     for (int number = 1; number <= 22; ++number) {
@@ -165,7 +162,7 @@ TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)
 
 TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
 {
-    SerialDesk desk(rs232);
+    SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     const QString hundredKilobytes(100'000, u'x');
     for (const QString &command :
@@ -184,7 +181,7 @@ TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
 
 TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
 {
-    SerialDesk desk(rs232);
+    SerialDesk desk(channels::rs232);
     Channel &channel = desk.channel;
     EXPECT_EQ(channel.Timer1->interval(), 1000);
     EXPECT_EQ(channel.TimerTransfer->interval(), 500);
@@ -204,7 +201,7 @@ TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
 
 TEST(Channel, ALoopCannotBeSwitchedOnDuringAListRun)
 {
-    SerialDesk desk(rs232);
+    SerialDesk desk(channels::rs232);
     desk.module.GetMode = true;
     desk.channel.chkLoop->click();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());

@@ -6,9 +6,6 @@ using namespace corvane;
 
 namespace {
 
-constexpr int tcpIp1 = 3;
-constexpr int tcpIp2 = 4;
-
 struct TcpDesk : ChannelDesk
 {
     explicit TcpDesk(int index)
@@ -34,7 +31,7 @@ using Pieces = std::vector<QByteArray>;
 
 TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
 {
-    TcpDesk desk(tcpIp1);
+    TcpDesk desk(channels::tcpIp1);
     desk.channel.txtPort->setText(QStringLiteral("5025"));
     desk.client.setState(SocketState::PeerClosing);
     QTest::keyClick(desk.channel.txtAddress, Qt::Key_Return);
@@ -52,7 +49,7 @@ TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
 
 TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
 {
-    TcpDesk desk(tcpIp1);
+    TcpDesk desk(channels::tcpIp1);
     const char *states[] = {"Socket Closed",
                             "Socket Open",
                             "Socket Listening",
@@ -72,7 +69,7 @@ TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
 
 TEST(TcpChannel, AFailedConnectionIsToldWithoutASeparatorAndThenClosed)
 {
-    TcpDesk desk(tcpIp2);
+    TcpDesk desk(channels::tcpIp2);
     desk.dialogs.expectMessage(QStringLiteral("Errorconnection refused"), Dialogs::Answer::Ok,
                                [&] { EXPECT_EQ(desk.client.state(), SocketState::Error); });
     desk.client.fail(10061, QStringLiteral("connection refused"));
@@ -91,7 +88,7 @@ TEST(TcpChannel, AFailedConnectionIsToldWithoutASeparatorAndThenClosed)
 
 TEST(TcpChannel, EditingThePortOfAConnectedSocketIsRefusedAtEachChange)
 {
-    TcpDesk desk(tcpIp1);
+    TcpDesk desk(channels::tcpIp1);
     desk.channel.txtPort->setText(QStringLiteral("6000"));
     EXPECT_EQ(desk.client.remotePort(), 6000) << "taken over at once";
     desk.channel.txtPort->setText(QString());
@@ -110,11 +107,11 @@ TEST(TcpChannel, ASendOnAClosedSocketGoesBackToPort5000)
     const QString texts[] = {
         QStringLiteral("TCP/IP1 is not connected.  Please connect and try again."),
         QStringLiteral("TCP/IP2 is not connected.  Please connect and try again.")};
-    for (const int index : {tcpIp1, tcpIp2}) {
+    for (const int index : {channels::tcpIp1, channels::tcpIp2}) {
         TcpDesk desk(index);
         desk.channel.txtPort->setText(QStringLiteral("6000"));
         desk.client.setState(SocketState::PeerClosing);
-        desk.dialogs.expectMessage(texts[index - tcpIp1]);
+        desk.dialogs.expectMessage(texts[index - channels::tcpIp1]);
         desk.channel.cmdSend_Click();
         EXPECT_EQ(desk.client.remotePort(), 5000);
         EXPECT_EQ(desk.client.state(), SocketState::Closed);
@@ -124,7 +121,7 @@ TEST(TcpChannel, ASendOnAClosedSocketGoesBackToPort5000)
 
 TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
 {
-    TcpDesk desk(tcpIp1);
+    TcpDesk desk(channels::tcpIp1);
     desk.channel.cmdConnect_Click();
     desk.sendText(QStringLiteral("A;B;C"));
     EXPECT_EQ(desk.client.sent, Pieces{"A;B;C\r"});
@@ -137,7 +134,7 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
 
 TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
 {
-    TcpDesk desk(tcpIp2);
+    TcpDesk desk(channels::tcpIp2);
     desk.channel.cmdConnect_Click();
     desk.sendText(QStringLiteral("A;B;"));
     EXPECT_EQ(desk.client.sent, Pieces{"A\r"});
@@ -157,7 +154,7 @@ TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
 
 TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
 {
-    TcpDesk desk(tcpIp2);
+    TcpDesk desk(channels::tcpIp2);
     desk.channel.cmdConnect_Click();
     desk.sendText(QStringLiteral("X;Y"));
     desk.sendText(QStringLiteral("A;B;;C"));
@@ -173,7 +170,7 @@ TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
 
 TEST(TcpChannel, LoopsOnlyWhileConnected)
 {
-    TcpDesk desk(tcpIp1);
+    TcpDesk desk(channels::tcpIp1);
     desk.channel.chkLoop->setChecked(true);
     desk.channel.Timer1_Timer();
     EXPECT_TRUE(desk.client.sent.empty());
