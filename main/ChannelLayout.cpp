@@ -98,7 +98,8 @@ void Channel::layOut()
 
 void Channel::reserveStatus(const QString &longest)
 {
-    lblStatus->setMinimumWidth(QFontMetrics(lblStatus->font()).horizontalAdvance(longest));
+    constexpr int boldPercent = 115; // an open Channel's text is bold, hence wider
+    lblStatus->setMinimumWidth(fontMetrics().horizontalAdvance(longest) * boldPercent / 100);
 }
 
 void Channel::hideStatus()

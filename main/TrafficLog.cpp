@@ -24,6 +24,18 @@ QString quotedRecord(const QString &text)
     return QStringLiteral("\"") + text + QStringLiteral("\"");
 }
 
+/// A disk that is nearly full takes a part; writing the rest then tells why not all.
+bool writeWhole(QFile &file, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const qint64 taken = file.write(bytes.data(), bytes.size());
+        if (taken <= 0)
+            return false;
+        bytes = bytes.sliced(taken);
+    }
+    return true;
+}
+
 } // namespace
 
 TrafficLog::TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QPlainTextEdit &comments,
@@ -114,8 +126,8 @@ void TrafficLog::PrintLog(Selector selector)
 bool TrafficLog::appendToFile(const QString &line)
 {
     QFile file(m_path);
-    const QByteArray bytes = line.toLatin1() + "\r\n";
-    if (file.open(QIODevice::Append) && file.write(bytes) == bytes.size() && file.flush())
+    if (file.open(QIODevice::Append | QIODevice::Unbuffered) &&
+        writeWhole(file, line.toLatin1() + "\r\n"))
         return true;
     setLogging(false);
     Q_EMIT failed(QStringLiteral("%1: %2").arg(m_path, file.errorString()));
