@@ -142,9 +142,7 @@ void Channel::cmdSend_Click()
     try {
         send(command.toLatin1());
     } catch (const PlatformError &error) {
-        sendFailed();
-        m_context.host.reportFault(error.description());
-        refuseSend(texts::sendError);
+        exchangeFailed(error, texts::sendError);
     }
 }
 
@@ -161,13 +159,20 @@ void Channel::refuseSend(const QString &message)
     tellRefusal(message);
 }
 
-/// The run stands still while the box is open, and has ended afterwards.
+/// The Channel's run stands still while the box is open, and has ended afterwards.
 void Channel::tellRefusal(const QString &message)
 {
     TimerTransfer->stop();
     m_context.dialogs.showMessage(window(), message);
-    if (m_context.module.transferRunning())
+    if (m_context.host.runsList(m_index))
         m_context.host.ResetTransferData(m_index);
+}
+
+void Channel::exchangeFailed(const PlatformError &error, const QString &message)
+{
+    forgetExchange();
+    m_context.host.reportFault(m_index, error.description());
+    refuseSend(message);
 }
 
 void Channel::cmdIDN_Click()
@@ -199,7 +204,8 @@ void Channel::deliverReply(qsizetype keep)
 
 void Channel::chkLoop_Click()
 {
-    if (chkLoop->isChecked() && m_context.module.transferRunning())
+    const bool isBorrowed = !m_context.host.channelRefusal(m_index).isEmpty();
+    if (chkLoop->isChecked() && (m_context.module.transferRunning() || isBorrowed))
         chkLoop->setChecked(false);
     if (!chkLoop->isChecked())
         shpComm->setBright(false);
@@ -224,9 +230,7 @@ void Channel::Timer1_Timer()
     try {
         poll();
     } catch (const PlatformError &error) {
-        sendFailed();
-        m_context.host.reportFault(error.description());
-        refuseSend(texts::readError + QStringLiteral("\r\n") + error.description());
+        exchangeFailed(error, texts::readError + QStringLiteral("\r\n") + error.description());
     }
 }
 
@@ -243,7 +247,7 @@ void Channel::SetLoopTime(int ms)
 {
     m_periodMs = ms;
     Timer1->setInterval(ms);
-    if (m_index != 2)
+    if (m_index != channels::ieee488)
         TimerTransfer->setInterval(ms); // restarts it when it runs
 }
 

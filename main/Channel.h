@@ -19,6 +19,8 @@ class QHBoxLayout;
 
 namespace corvane {
 
+class PlatformError;
+
 /// One tab of the main window: the controls, history, loop, LED, status and the two timers of one
 /// Channel. What goes over the wire and how is left to the transport below it.
 class Channel : public QWidget
@@ -89,8 +91,9 @@ protected:
     virtual void send(const QByteArray &command) = 0;
     /// One tick of the poll timer.
     virtual void poll() = 0;
-    /// A send failed half-way: what the transport had noted of it is forgotten.
-    virtual void sendFailed() {}
+    /// A send, a read or the connection failed: what the transport had noted of an exchange is
+    /// forgotten.
+    virtual void forgetExchange() {}
     /// The status text of the transport's state; nothing leaves the shown one as it is.
     [[nodiscard]] virtual std::optional<QString> statusText() const = 0;
     /// Shows the transport's state, at every tick and at once when it changes.
@@ -111,6 +114,9 @@ protected:
     void refuseNotConnected();
     /// Shows why nothing was sent; nothing repeats it: the loop is off and a list run has ended.
     void refuseSend(const QString &message);
+    /// A send or a read failed: its cause is in the window and the message in a box; nothing of the
+    /// exchange is left.
+    void exchangeFailed(const PlatformError &error, const QString &message);
     /// The steps that every send begins with: clears the box, notes the command in the history.
     void beginReply();
     /// The steps after an arrival: flags, wait count, the grid's copy.

@@ -33,8 +33,11 @@ public:
     virtual void cmdStop_Click(int index) = 0;
     /// The text that echo removal looks for, "<05:" for address 05.
     [[nodiscard]] virtual QByteArray echoPrefix() const = 0;
-    /// Says in the window, without a message box, what happened to a device.
-    virtual void reportFault(const QString &description) = 0;
+    /// Says in the window, without a message box, what happened to the Channel's device. It stays
+    /// there until the Channel is open again.
+    virtual void reportFault(int index, const QString &description) = 0;
+    /// A command list runs over the Channel.
+    [[nodiscard]] virtual bool runsList(int index) const = 0;
 
     /// Why the Channel must not send now (the GPIB search or the board window uses its device);
     /// empty when it may.

@@ -16,6 +16,13 @@ namespace {
 constexpr int lastPrimaryAddress = 30;
 constexpr double timeoutLimitMs = 60000;
 
+/// The user has gone on to another control: no menu, nor another window, is over this one.
+bool hasLeft(Qt::FocusReason reason)
+{
+    return reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason &&
+           reason != Qt::ActiveWindowFocusReason;
+}
+
 QByteArray withoutLineEnds(QByteArray text)
 {
     text.replace("\r", "");
@@ -81,6 +88,13 @@ void GpibChannel::cboIEEE_Change()
         addressControl();
 }
 
+/// The entries that were changed while somebody else used the control.
+void GpibChannel::applyWaitingEntries()
+{
+    if (m_entriesWait)
+        cboIEEE_Change();
+}
+
 void GpibChannel::addressControl()
 {
     const QString connectString = cboIEEEPort->currentText().trimmed() + QStringLiteral("::") +
@@ -101,7 +115,8 @@ bool GpibChannel::eventFilter(QObject *watched, QEvent *event)
     if (watched == txtTimeout488) {
         if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress)
             setTimeoutBold(true);
-        else if (event->type() == QEvent::FocusOut)
+        else if (event->type() == QEvent::FocusOut &&
+                 hasLeft(static_cast<QFocusEvent *>(event)->reason()))
             txtTimeout488_Apply();
     }
     return Channel::eventFilter(watched, event);
@@ -132,6 +147,7 @@ void GpibChannel::openTransport()
 {
     if (const QString refusal = m_context.host.channelRefusal(index()); !refusal.isEmpty())
         throw PlatformError(refusal);
+    applyWaitingEntries();
     m_configured = false;
     m_control.open();
     m_configured = true;
@@ -147,6 +163,7 @@ void GpibChannel::closeTransport() {}
 
 void GpibChannel::send(const QByteArray &command)
 {
+    applyWaitingEntries();
     GpibReadDone = false;
     GpibReadPending = true;
     beginReply();
@@ -155,7 +172,7 @@ void GpibChannel::send(const QByteArray &command)
     TimerTransfer->stop();
 }
 
-void GpibChannel::sendFailed()
+void GpibChannel::forgetExchange()
 {
     GpibReadPending = false;
 }
@@ -164,8 +181,7 @@ void GpibChannel::poll()
 {
     if (m_control.isBusy() || !m_context.host.channelRefusal(index()).isEmpty())
         return; // somebody else's exchange; the next tick goes on
-    if (m_entriesWait)
-        cboIEEE_Change();
+    applyWaitingEntries();
     if (!GpibReadPending) {
         loopOnce();
         return;

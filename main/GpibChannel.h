@@ -52,13 +52,14 @@ protected:
     void send(const QByteArray &command) override;
     void poll() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
-    void sendFailed() override;
+    void forgetExchange() override;
 
 private:
     void buildFields();
     void setTimeoutBold(bool bold);
     void showTimeout();
     void handleResponse();
+    void applyWaitingEntries();
     void addressControl();
 
     GpibControl &m_control;

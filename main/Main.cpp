@@ -21,8 +21,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLabel>
 #include <QSplitter>
-#include <QStatusBar>
 #include <QTabWidget>
 
 namespace corvane {
@@ -60,8 +60,21 @@ Main::~Main() = default;
 void Main::showOpen(int index, bool open)
 {
     tabChannels->setTabIcon(index, Led::tabMark(open));
-    if (open)
-        statusBar()->clearMessage(); // what was said of a device that went away
+    if (!open)
+        return;
+    m_faults.at(static_cast<size_t>(index)).clear();
+    showFaults();
+}
+
+void Main::showFaults()
+{
+    QStringList shown;
+    for (const QString &fault : m_faults) {
+        if (!fault.isEmpty())
+            shown.append(fault);
+    }
+    lblFaults->setText(shown.join(QStringLiteral("; ")));
+    lblFaults->setToolTip(shown.join(u'\n'));
 }
 
 void Main::loggingFailed(const QString &description)
@@ -76,13 +89,11 @@ void Main::loggingFailed(const QString &description)
 void Main::Form_Load()
 {
     mnuCmdList->setChecked(true);
-    mnuCmdList_Click();
     m_parts.rs485.setSettings(QStringLiteral("9600,N,8,1"));
     m_parts.rs232.setSettings(QStringLiteral("19200,N,8,1"));
     m_log->initialise();
     for (Channel *each : m_channels)
         each->initialise();
-    statusBar()->clearMessage();
     resetUserInterface();
     m_gpib->applyEntries();
 }
@@ -254,14 +265,22 @@ QString Main::channelRefusal(int index) const
     return index == channels::ieee488 ? searchRefusal() : QString();
 }
 
-void Main::reportFault(const QString &description)
+void Main::reportFault(int index, const QString &description)
 {
-    statusBar()->showMessage(description);
+    m_faults.at(static_cast<size_t>(index)) = description;
+    showFaults();
+    Q_EMIT faultReported(description);
+}
+
+bool Main::runsList(int index) const
+{
+    return m_engine->runningChannel() == index;
 }
 
 void Main::closeEvent(QCloseEvent *event)
 {
-    m_closing = true;
+    for (Channel *each : m_channels)
+        each->stopTimers();
     m_waits.close();
     m_parts.gpib.shutDown();
     if (m_parts.clock.runningWaits() > 0 || m_parts.dialogs.openCount() > 0 || m_setup->isBusy() ||
@@ -281,10 +300,8 @@ void Main::closeEvent(QCloseEvent *event)
 
 void Main::shutDown()
 {
-    for (Channel *each : m_channels) {
-        each->stopTimers();
+    for (Channel *each : m_channels)
         each->cmdDisconnect_Click();
-    }
     m_log->setLogging(false);
     m_board->shutDown();
     const auto windows = QApplication::topLevelWidgets();

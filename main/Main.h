@@ -12,6 +12,7 @@
 #include <memory>
 
 class QAction;
+class QLabel;
 class QSplitter;
 class QTabWidget;
 
@@ -108,7 +109,8 @@ public:
     void cmdLoadToChmber_Click(int index) override;
     void cmdStop_Click(int index) override;
     [[nodiscard]] QByteArray echoPrefix() const override;
-    void reportFault(const QString &description) override;
+    void reportFault(int index, const QString &description) override;
+    [[nodiscard]] bool runsList(int index) const override;
     [[nodiscard]] QString channelRefusal(int index) const override;
     /// Why the GPIB search keeps others from the control; empty when it does not.
     [[nodiscard]] QString searchRefusal() const;
@@ -123,8 +125,6 @@ public:
     [[nodiscard]] BoardWindows &boardWindows() const { return *m_board; }
     [[nodiscard]] const MainParts &parts() const { return m_parts; }
     [[nodiscard]] WaitGroup &waits() { return m_waits; }
-    /// The window is closing or has closed; nothing new may start.
-    [[nodiscard]] bool isClosing() const { return m_closing; }
 
     QTabWidget *tabChannels = nullptr;
     QAction *mnuPrefs = nullptr;
@@ -133,10 +133,13 @@ public:
     QAction *mnuSBC = nullptr;
     QAction *mnuHelp = nullptr;
     QAction *mnuAboutSC = nullptr;
+    QLabel *lblFaults = nullptr;
     Led *shpLog = nullptr;
     CommandListArea *commandList = nullptr;
 
 Q_SIGNALS:
+    /// A Channel's device has a fault, as the status bar shows it.
+    void faultReported(const QString &description);
     /// The window has closed: Channels disconnected, other windows gone.
     void closed();
 
@@ -150,6 +153,7 @@ private:
     void buildCommandList();
     void connectWindows();
     void showOpen(int index, bool open);
+    void showFaults();
     void loggingFailed(const QString &description);
     void shutDown();
 
@@ -166,7 +170,8 @@ private:
     SetupWindows *m_setup = nullptr;
     BoardWindows *m_board = nullptr;
     GuideWindow *m_guide = nullptr;
-    bool m_closing = false;
+    /// What was last said of each Channel's device; empty once it is open again.
+    std::array<QString, channelCount> m_faults;
 };
 
 } // namespace corvane

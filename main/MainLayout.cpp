@@ -15,6 +15,7 @@
 #include "platform/SerialPort.h"
 #include "platform/TcpClient.h"
 
+#include <QLabel>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QSplitter>
@@ -68,6 +69,12 @@ void Main::buildCommandList()
 void Main::buildStatusBar()
 {
     statusBar()->setObjectName(QStringLiteral("statusMain"));
+    lblFaults =
+        named(new QLabel(this), QStringLiteral("lblFaults"), tr("What happened to a device"));
+    lblFaults->setTextFormat(Qt::PlainText);
+    lblFaults->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblFaults->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    statusBar()->addWidget(lblFaults, 1);
     shpLog = new Led(this);
     named(shpLog, QStringLiteral("shpLog"), tr("Logging"));
     shpLog->setToolTip(tr("Logging the TCP/IP Channels"));

@@ -228,6 +228,19 @@ void ResponseView::focusOutEvent(QFocusEvent *event)
     viewport()->update();
 }
 
+/// The keys of the view are no shortcuts of the window while it has the focus.
+bool ResponseView::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::SelectAll)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QAbstractScrollArea::event(event);
+}
+
 void ResponseView::keyPressEvent(QKeyEvent *event)
 {
     QScrollBar *bar = verticalScrollBar();

@@ -37,7 +37,7 @@ SerialChannel::SerialChannel(int index, SerialPort &port, const ChannelContext &
     connect(&m_port, &SerialPort::onComm, this, &SerialChannel::MSComm1_OnComm);
     connect(&m_port, &SerialPort::lost, this, [this](const QString &description) {
         refreshStatus();
-        m_context.host.reportFault(description);
+        m_context.host.reportFault(this->index(), description);
     });
 }
 

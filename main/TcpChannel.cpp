@@ -32,7 +32,7 @@ TcpChannel::TcpChannel(int index, TcpClient &client, const ChannelContext &conte
         connect(entry, &QLineEdit::returnPressed, this, &Channel::cmdConnect_Click);
     connect(&m_client, &TcpClient::stateChanged, this, [this] {
         if (!isOpen())
-            sendFailed();
+            dropRest(tr("the connection has ended"));
         refreshStatus();
     });
     connect(&m_client, &TcpClient::dataArrived, this, &TcpChannel::tcpClient_DataArrival);
@@ -88,9 +88,7 @@ void TcpChannel::send(const QByteArray &command)
         refuseNotConnected();
         return;
     }
-    if (!m_pieces.isEmpty())
-        m_context.host.reportFault(
-            tr("TCP/IP-2: the rest of the earlier command was dropped; its reply never came."));
+    dropRest(tr("a reply did not come before the next command"));
     beginReply();
     m_pieces = index() == channels::tcpIp1 ? QList{command} : command.split(';');
     sendNextPiece();
@@ -105,10 +103,18 @@ void TcpChannel::sendNextPiece()
     TimerTransfer->stop();
 }
 
-void TcpChannel::sendFailed()
+void TcpChannel::forgetExchange()
 {
     m_pieces.clear();
     TcpSegmentWait = false;
+}
+
+void TcpChannel::dropRest(const QString &reason)
+{
+    if (!m_pieces.isEmpty())
+        m_context.host.reportFault(
+            index(), tr("TCP/IP-2: the rest of the command was not sent: %1").arg(reason));
+    forgetExchange();
 }
 
 void TcpChannel::tcpClient_DataArrival()
@@ -122,8 +128,9 @@ void TcpChannel::tcpClient_DataArrival()
     try {
         sendNextPiece();
     } catch (const PlatformError &error) {
-        sendFailed();
-        m_context.host.reportFault(error.description());
+        // Below this frame is the socket's own: the message waits until it has returned.
+        TimerTransfer->stop();
+        QTimer::singleShot(0, this, [this, error] { exchangeFailed(error, texts::sendError); });
     }
 }
 

@@ -33,11 +33,13 @@ protected:
     void closeTransport() override;
     void send(const QByteArray &command) override;
     void poll() override;
-    void sendFailed() override;
+    void forgetExchange() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
 
 private:
     void closeUntilClosed();
+    /// The pieces that wait are not sent any more; says so when there are any.
+    void dropRest(const QString &reason);
     void sendNextPiece();
 
     TcpClient &m_client;

@@ -22,7 +22,8 @@ constexpr int failed = 2;
 bool hasDisplay()
 {
 #ifdef Q_OS_UNIX
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 #else
     return true;
 #endif
@@ -66,6 +67,8 @@ int runUnattended(const CommandLine &line, QTextStream &out, QTextStream &messag
     UnattendedDialogs dialogs(messages);
     Program program(line, dialogs);
     Main &window = program.window();
+    QObject::connect(&window, &Main::faultReported, &window,
+                     [&messages](const QString &fault) { messages << fault << Qt::endl; });
     int exitCode = failed;
     QTimer::singleShot(0, &window, [&] {
         exitCode = line.task == CommandLine::Task::Run

@@ -2,6 +2,7 @@
 
 #include "platform/PlatformError.h"
 
+#include <QDir>
 #include <QSerialPortInfo>
 #include <QStringList>
 
@@ -46,6 +47,23 @@ int numberInName(const QString &device)
     return name.startsWith(prefix) ? name.mid(prefix.size()).toInt() : 0;
 }
 
+#ifdef Q_OS_LINUX
+/// Adds the built-in ports that cannot be opened now (in use, or not permitted). The toolkit leaves
+/// them out, and the ports behind them would change their numbers.
+void addBuiltInPorts(QList<SerialPortEntry> &ports)
+{
+    const QDir known(QStringLiteral("/sys/class/tty"));
+    for (const QString &name : known.entryList({QStringLiteral("ttyS*")})) {
+        QFile chip(known.filePath(name + QStringLiteral("/type")));
+        if (!chip.open(QIODevice::ReadOnly) || chip.readAll().trimmed() == "0")
+            continue; // a name without a port behind it
+        const QString device = QStringLiteral("/dev/") + name;
+        if (std::ranges::find(ports, device, &SerialPortEntry::device) == ports.end())
+            ports.append({0, device, {}, {}});
+    }
+}
+#endif
+
 } // namespace
 
 QList<SerialPortEntry> SerialPortList::systemPorts()
@@ -53,6 +71,9 @@ QList<SerialPortEntry> SerialPortList::systemPorts()
     QList<SerialPortEntry> ports;
     for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts())
         ports.append({0, info.systemLocation(), info.manufacturer(), info.description()});
+#ifdef Q_OS_LINUX
+    addBuiltInPorts(ports);
+#endif
     return ports;
 }
 

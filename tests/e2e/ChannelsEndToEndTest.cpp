@@ -117,5 +117,6 @@ TEST(EndToEnd, TheWindowClosesWithEveryChannelLoopingAndAReadOut)
         QObject::connect(&desk.main, &Main::closed, &desk.main, [&closed] { closed = true; });
         EXPECT_TRUE(QTest::qWaitFor([&] { return closed; }, 2000)) << fault;
         EXPECT_FALSE(desk.main.channel(0)->isOpen());
+        EXPECT_EQ(desk.messages, QString()) << "no box while it closes";
     }
 }

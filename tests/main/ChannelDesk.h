@@ -36,11 +36,16 @@ public:
     void cmdLoadToChmber_Click(int) override {}
     void cmdStop_Click(int) override {}
     [[nodiscard]] QByteArray echoPrefix() const override { return prefix; }
-    void reportFault(const QString &description) override { faults.append(description); }
-
+    void reportFault(int, const QString &description) override { faults.append(description); }
+    [[nodiscard]] bool runsList(int index) const override
+    {
+        return m_module.transferRunning() && index != freeOfLists;
+    }
     [[nodiscard]] QString channelRefusal(int) const override { return refusal; }
 
     QString refusal;
+    /// A list that runs is on another Channel than this one.
+    int freeOfLists = -1;
     /// The reply as a grid that only takes the tails would hold it.
     QByteArray gridCell;
     std::vector<int> repliesOn;

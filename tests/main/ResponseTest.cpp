@@ -78,6 +78,9 @@ TEST(ResponseView, SelectsWithMouseAndKeysAndCopiesTheTextItself)
     const int pitch = view.fontMetrics().horizontalAdvance(u'0');
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, QPoint(4 + pitch * 2, 10));
     EXPECT_EQ(view.selectedText(), u"MAKER");
+    QKeyEvent wanted(QEvent::ShortcutOverride, Qt::Key_Insert, Qt::ControlModifier);
+    QApplication::sendEvent(&view, &wanted);
+    EXPECT_TRUE(wanted.isAccepted()) << "no shortcut of the window takes a key to copy";
     QTest::keySequence(&view, QKeySequence::SelectAll);
     QTest::keySequence(&view, QKeySequence::Copy);
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("MAKER,MODEL\x01,7"));

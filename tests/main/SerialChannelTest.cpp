@@ -70,7 +70,7 @@ TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
     EXPECT_EQ(desk.channel.txtIn->text(), u"waiting");
 }
 
-TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsARunButNoLoop)
+TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsItsRunButNoLoop)
 {
     const QString texts[] = {
         QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
@@ -87,6 +87,11 @@ TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsARunButNoLoop)
         EXPECT_TRUE(desk.channel.chkLoop->isChecked());
         EXPECT_FALSE(desk.module.transferRunning());
         EXPECT_TRUE(desk.port.written.empty());
+        desk.module.SendMode = true;
+        desk.host.freeOfLists = index;
+        desk.dialogs.expectMessage(texts[index]);
+        desk.channel.cmdSend_Click();
+        EXPECT_TRUE(desk.module.transferRunning()) << "a run of another Channel goes on";
     }
 }
 
@@ -199,10 +204,14 @@ TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
     }
 }
 
-TEST(Channel, ALoopCannotBeSwitchedOnDuringAListRun)
+TEST(Channel, ALoopCannotBeSwitchedOnDuringAListRunOrWhileTheChannelIsBorrowed)
 {
     SerialDesk desk(channels::rs232);
     desk.module.GetMode = true;
+    desk.channel.chkLoop->click();
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+    desk.module.GetMode = false;
+    desk.host.refusal = QStringLiteral("borrowed");
     desk.channel.chkLoop->click();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
 }

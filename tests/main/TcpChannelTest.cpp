@@ -164,8 +164,15 @@ TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
     desk.channel.cmdConnect_Click();
     desk.client.feed("late");
     EXPECT_EQ(desk.client.sent, (Pieces{"X\r", "A\r"}));
-    desk.sendText(QStringLiteral("D"));
+    EXPECT_EQ(desk.host.faults.size(), 2);
+    desk.sendText(QStringLiteral("D;E"));
     EXPECT_EQ(desk.client.sent.back(), "D\r");
+    desk.client.failSend = QStringLiteral("network is down");
+    desk.client.feed("reply"); // not told from within the socket's own frame
+    EXPECT_FALSE(desk.channel.TimerTransfer->isActive());
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(desk.host.faults.last(), desk.client.failSend);
 }
 
 TEST(TcpChannel, LoopsOnlyWhileConnected)
