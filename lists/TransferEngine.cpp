@@ -19,9 +19,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int gpibChannel = 2;
-constexpr int firstTcpChannel = 3;
-
 bool isChannel(int index)
 {
     return index >= 0 && index < channelCount;
@@ -127,7 +124,7 @@ void TransferEngine::refuse(int index, Outcome outcome, const QString &message)
 void TransferEngine::clearOptions(int index)
 {
     m_host.clearLoop(index);
-    if (index >= firstTcpChannel)
+    if (index >= channels::tcpIp1)
         m_host.clearLog(index);
 }
 
@@ -168,7 +165,7 @@ void TransferEngine::TimerTransfer_Timer(int index)
 {
     if (!isChannel(index) || index != runningChannel() || isBusy())
         return;
-    if (index == gpibChannel)
+    if (index == channels::ieee488)
         m_module.GpibTransfer = true;
     const int next = m_module.CurrentListRow + 1;
     if (next >= m_grid.rowCount()) {

@@ -34,9 +34,9 @@ void choose(QComboBox &list, const QString &entry)
 
 void ChannelDriver::fillIn(int index, const ChannelEntries &entries)
 {
-    if (index <= 1)
+    if (index <= channels::rs232)
         fillInSerial(index, entries);
-    else if (index == 2)
+    else if (index == channels::ieee488)
         fillInGpib(entries);
     else
         fillInTcp(index, entries);
@@ -58,9 +58,9 @@ void ChannelDriver::fillInSerial(int index, const ChannelEntries &entries)
 
 void ChannelDriver::fillInGpib(const ChannelEntries &entries)
 {
-    refuseEntry(2, QStringLiteral("port"), entries.port);
-    refuseEntry(2, QStringLiteral("host"), entries.host);
-    refuseEntry(2, QStringLiteral("settings"), entries.settings);
+    refuseEntry(channels::ieee488, QStringLiteral("port"), entries.port);
+    refuseEntry(channels::ieee488, QStringLiteral("host"), entries.host);
+    refuseEntry(channels::ieee488, QStringLiteral("settings"), entries.settings);
     if (entries.address.isEmpty())
         return;
     const QStringList parts = entries.address.split(QStringLiteral("::"));

@@ -50,8 +50,9 @@ void Channel::makeControls()
     for (const ButtonRow &button : buttonRows)
         this->*button.member = named(new QPushButton(tr(button.caption), this), name(button.name),
                                      tr(button.accessibleName));
-    cmdLoadFrmChmber->setToolTip(tr("Download the chamber's current settings into the list"));
-    cmdLoadToChmber->setToolTip(tr("Send the list to the chamber"));
+    cmdLoadFrmChmber->setToolTip(tr("Download the chamber's current settings into the list (F6)"));
+    cmdLoadToChmber->setToolTip(tr("Send the list to the chamber (F5)"));
+    cmdStop->setToolTip(tr("Stop the list (Shift+F5)"));
     m_statusCaption = new QLabel(tr("Status:"), this);
     lblStatus = named(new QLabel(this), name("lblStatus"), tr("Status"));
     lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);

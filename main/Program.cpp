@@ -78,11 +78,11 @@ void Program::pointChannelsAtBench()
 {
     ChannelDriver driver(*m_window);
     const QString chamberPort = QString::number(m_bench->chamberPort());
-    driver.fillIn(0, {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
-    driver.fillIn(1, {.port = QStringLiteral("2")});
-    driver.fillIn(2,
+    driver.fillIn(channels::rs485, {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
+    driver.fillIn(channels::rs232, {.port = QStringLiteral("2")});
+    driver.fillIn(channels::ieee488,
                   {.address = QStringLiteral("GPIB0::%1").arg(bench::Bench::chamberGpibAddress)});
-    for (const int tcp : {3, 4})
+    for (const int tcp : {channels::tcpIp1, channels::tcpIp2})
         driver.fillIn(tcp, {.port = chamberPort, .host = bench::Bench::host()});
 }
 

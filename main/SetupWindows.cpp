@@ -19,8 +19,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int gpibIndex = 2;
-
 QStringList devices(const QList<SerialPortEntry> &ports)
 {
     QStringList names;
@@ -123,13 +121,13 @@ GpibControl &SetupWindows::QBXControl1()
 GpibSearchHost::OtherUse SetupWindows::otherGpibUse() const
 {
     const GpibChannel &channel = m_window.gpibChannel();
-    if (m_window.transferEngine().runningChannel() == gpibIndex)
+    if (m_window.transferEngine().runningChannel() == channels::ieee488)
         return OtherUse::ListRun;
     if (channel.chkLoop->isChecked())
         return OtherUse::Loop;
     if (channel.isReadPending())
         return OtherUse::PendingRead;
-    if (m_window.boardWindows().usesChannel(gpibIndex))
+    if (m_window.boardWindows().usesChannel(channels::ieee488))
         return OtherUse::BoardExchange;
     return OtherUse::None;
 }
@@ -144,7 +142,7 @@ void SetupWindows::setGpibResponse(const QString &text)
 {
     m_window.gpibChannel().txtIn->setText(text);
     QMetaObject::invokeMethod(
-        this, [this] { m_window.cmdConnect_Click(gpibIndex); }, Qt::QueuedConnection);
+        this, [this] { m_window.cmdConnect_Click(channels::ieee488); }, Qt::QueuedConnection);
 }
 
 void SetupWindows::setGpibAddress(const QString &board, const QString &address)

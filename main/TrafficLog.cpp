@@ -94,8 +94,8 @@ void TrafficLog::TimerLED_Timer()
 
 void TrafficLog::PrintLog(Selector selector)
 {
-    const QString first = m_tcpIp1.reply();
-    const QString second = m_tcpIp2.reply();
+    const QString first = selector == Selector::TcpIp2 ? QString() : m_tcpIp1.reply();
+    const QString second = selector == Selector::TcpIp1 ? QString() : m_tcpIp2.reply();
     QString record = QDate::currentDate().toString(Qt::ISODate);
     QString fileLine;
     switch (selector) {
