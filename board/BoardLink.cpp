@@ -37,7 +37,12 @@ void BoardLink::setMethod(int method)
 
 int BoardLink::channel() const
 {
-    switch (m_method) {
+    return channelOf(m_method);
+}
+
+int BoardLink::channelOf(Method method)
+{
+    switch (method) {
     case Rs232:
         return BoardChannels::rs232;
     case TcpIp:
@@ -46,6 +51,11 @@ int BoardLink::channel() const
         break;
     }
     return BoardChannels::ieee488;
+}
+
+bool BoardLink::usesChannel(int channel) const
+{
+    return channel == channelOf(m_method) || (m_isSent && channel == channelOf(m_sentBy));
 }
 
 /// Marks a call that may block on the bus, so that stop knows whether to end it.

@@ -53,6 +53,8 @@ public:
     [[nodiscard]] bool isStopped() const { return m_waits.isClosed(); }
     /// Ends every wait and every call that blocks on the bus.
     void stop();
+    /// True when commands go over the Channel, or the answer to the last one comes over it.
+    [[nodiscard]] bool usesChannel(int channel) const;
     /// Lets waits run again after stop.
     void resume() { m_waits.reopen(); }
 
@@ -70,6 +72,7 @@ Q_SIGNALS:
 private:
     template <class Operation>
     auto onGpib(Operation operation) const;
+    static int channelOf(Method method);
     void send(const QString &text);
     QString readReply();
 

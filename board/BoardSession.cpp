@@ -55,7 +55,7 @@ std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
 
 bool BoardSession::usesChannel(int channel) const
 {
-    return m_running && (channel == m_link.channel() ||
+    return m_running && (m_link.usesChannel(channel) ||
                          (m_uses == Uses::BoardAndMeter && channel == BoardChannels::ieee488));
 }
 

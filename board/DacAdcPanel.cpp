@@ -220,8 +220,10 @@ void DacAdcPanel::optDacUnits_Click(int units)
     for (QLineEdit *box : txtSendDac)
         box->setText(convert(box->text()));
     txtSetAllDac->setText(convert(txtSetAllDac->text()));
-    for (QLabel *label : lblReadAdc)
-        label->setText(convert(label->text()));
+    for (size_t at = 0; at < lblReadAdc.size(); ++at) {
+        if (!m_isBertanReading[at]) // that text has no unit
+            lblReadAdc[at]->setText(convert(lblReadAdc[at]->text()));
+    }
 }
 
 void DacAdcPanel::chkBertanDac_Click()
@@ -259,14 +261,13 @@ std::optional<QString> DacAdcPanel::dacCommand(int channel)
 
 std::optional<QString> DacAdcPanel::dacCommandFromHex(int channel, const QString &text)
 {
-    const auto value = numbers::fromHex(text);
-    // A text that is not hexadecimal reads as 0; one that means 0 holds the digit.
-    if (!value || *value > dacUnits::fullScaleCounts || (*value == 0 && !text.contains(u'0')))
+    const auto counts = dacUnits::countsFromHex(text);
+    if (!counts)
         return std::nullopt;
     if (isBertan())
         return QStringLiteral("W%1%2\r").arg(QString::number(channel), text.trimmed());
-    const double volts = dacUnits::voltsOf(static_cast<double>(*value));
-    return QStringLiteral("DAC %1,%2\r").arg(numbers::numberText(channel), numbers::fixed5(volts));
+    return QStringLiteral("DAC %1,%2\r")
+        .arg(numbers::numberText(channel), numbers::fixed5(dacUnits::voltsOf(*counts)));
 }
 
 std::optional<QString> DacAdcPanel::dacCommandFromVolts(int channel, const QString &text)
@@ -311,7 +312,9 @@ void DacAdcPanel::readAdc(int channel)
         text = numbers::toHex(dacUnits::countsOf(double{*reply.value}));
     else if (reply.value)
         text = numbers::fixed5(double{*reply.value});
-    lblReadAdc[static_cast<size_t>(channel)]->setText(text);
+    const auto at = static_cast<size_t>(channel);
+    m_isBertanReading[at] = reply.bertan.has_value();
+    lblReadAdc[at]->setText(text);
 }
 
 } // namespace corvane

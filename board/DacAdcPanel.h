@@ -77,6 +77,7 @@ private:
     [[nodiscard]] bool isBertan() const;
 
     int m_units = Volts;
+    std::array<bool, channels> m_isBertanReading{};
 };
 
 } // namespace corvane

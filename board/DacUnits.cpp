@@ -18,6 +18,15 @@ int countsOf(double volts)
     return static_cast<int>(std::clamp(counts, 0.0, double{fullScaleCounts}));
 }
 
+std::optional<int> countsFromHex(const QString &text)
+{
+    const auto value = numbers::fromHex(text);
+    // A text that is not hexadecimal reads as 0; one that means 0 holds the digit.
+    if (!value || *value > fullScaleCounts || (*value == 0 && !text.contains(u'0')))
+        return std::nullopt;
+    return static_cast<int>(*value);
+}
+
 QString toHexText(const QString &volts)
 {
     const auto value = numbers::numericValue(volts);
@@ -26,9 +35,8 @@ QString toHexText(const QString &volts)
 
 QString toVoltsText(const QString &hex)
 {
-    bool isHex = false;
-    const uint counts = hex.trimmed().toUInt(&isHex, 16);
-    return isHex ? numbers::fixed5(voltsOf(counts)) : hex;
+    const auto counts = countsFromHex(hex);
+    return counts ? numbers::fixed5(voltsOf(*counts)) : hex;
 }
 
 } // namespace corvane::dacUnits

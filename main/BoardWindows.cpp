@@ -40,7 +40,12 @@ BoardWindows::~BoardWindows()
 
 void BoardWindows::mnuSBC_Click()
 {
-    if (!m_window.mnuSBC->isChecked()) {
+    const bool wanted = m_window.mnuSBC->isChecked();
+    if (m_board && !m_board->isVisible()) {
+        m_reopen = wanted; // it still closes
+        return;
+    }
+    if (!wanted) {
         if (m_board)
             m_board->close();
         return;
@@ -59,6 +64,8 @@ void BoardWindows::openBoard()
     connect(m_board, &frmSBC::closed, this, [this] {
         m_board->deleteLater();
         m_board = nullptr;
+        if (std::exchange(m_reopen, false))
+            m_window.mnuSBC->trigger();
     });
     bringToFront(*m_board);
 }
@@ -85,6 +92,7 @@ void BoardWindows::openReport()
 
 void BoardWindows::shutDown()
 {
+    m_reopen = false;
     if (m_report)
         m_report->close();
     if (m_board)

@@ -47,6 +47,8 @@ private:
 
     Main &m_window;
     frmSBC *m_board = nullptr;
+    /// The menu entry was chosen again while the window was closing.
+    bool m_reopen = false;
     frmSBCPrint *m_report = nullptr;
 };
 

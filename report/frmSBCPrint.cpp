@@ -190,11 +190,13 @@ void frmSBCPrint::fillFromBoard()
 {
     if (!m_board)
         return;
-    const auto operation = m_board->session().begin();
-    if (!operation) {
+    if (m_board->session().isRunning()) {
         statusPanel->setText(reportTexts::busy);
         return;
     }
+    const auto operation = m_board->session().begin();
+    if (!operation)
+        return;
     m_exchanging = true;
     const auto done = qScopeGuard([this] { m_exchanging = false; });
     BoardLink &link = m_board->link();

@@ -157,7 +157,11 @@ TEST_F(BoardWindowTest, TellsWhichChannelsItNeedsForItself)
     };
     EXPECT_EQ(used(), (std::vector{false, false, false}));
     clock.after(10, [&] { EXPECT_EQ(used(), (std::vector{false, false, true})); });
-    act(board, "OptSbcCommMeth_2;cmdWriteCal");
+    clock.after(60, [&] {
+        board.CallOptSbcCommMeth(0);
+        EXPECT_EQ(used(), (std::vector{true, false, true})) << "its answer is still to come";
+    });
+    act(board, "OptSbcCommMeth_2;cmdWriteCal;OptSbcCommMeth_2");
     clock.after(10, [&] {
         EXPECT_EQ(used(), (std::vector{false, true, true}));
         act(board, "cmdCancelCal");
