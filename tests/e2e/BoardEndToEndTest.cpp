@@ -28,10 +28,11 @@ TEST(EndToEndBoard, SetsReadsAndCalibratesAChannelOnEveryMethod)
     frmSBC &board = *main.boardWindows().boardWindow();
     for (const int method : {0, 1, 2}) {
         board.CallOptSbcCommMeth(static_cast<qint16>(method));
-        board.dacAdc->txtSendDac[2]->setText(QStringLiteral("1.25"));
+        const double volts = 1.0 + method * 0.5; // another one each time
+        board.dacAdc->txtSendDac[2]->setText(QString::number(volts));
         board.dacAdc->cmdSendDac_Click(2);
         board.dacAdc->cmdReadAdc_Click(2);
-        EXPECT_NEAR(board.dacAdc->lblReadAdc[2]->text().toDouble(), 1.25, 0.15) << method;
+        EXPECT_NEAR(board.dacAdc->lblReadAdc[2]->text().toDouble(), volts, 0.15) << method;
     }
     desk.order("sensor 2");
     board.calibration->txtChannel->setText(QStringLiteral("2"));
@@ -39,6 +40,14 @@ TEST(EndToEndBoard, SetsReadsAndCalibratesAChannelOnEveryMethod)
     EXPECT_NEAR(board.calibration->MSFlexGrid1->text(7, 3).toDouble(), 2.0, 0.002);
     EXPECT_EQ(main.parts().gpib.connectString(), u"GPIB0::9") << "addressed to the board again";
     EXPECT_EQ(desk.messages, QString());
+    const QPointer<frmSBC> closing(&board);
+    main.mnuSBC->trigger();
+    main.mnuSBC->trigger(); // while it still closes
+    EXPECT_TRUE(desk.waitFor([&] {
+        const frmSBC *again = main.boardWindows().boardWindow();
+        return !closing && again && again->isVisible();
+    }));
+    EXPECT_TRUE(main.mnuSBC->isChecked());
     main.mnuSBC->trigger();
     EXPECT_TRUE(desk.waitFor([&] { return !main.boardWindows().boardWindow(); }));
     EXPECT_FALSE(main.mnuSBC->isChecked());
