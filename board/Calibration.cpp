@@ -44,9 +44,11 @@ bool Calibration::measure(CalibrationReadings &readings)
     const QString resetAdc =
         QStringLiteral("ADC ") + numberText(m_channel) + QStringLiteral(",1.0,0.0");
     showStep(m_channel, QStringLiteral("settling at ") + lowPoint);
-    return setNeutralDac(lowDacVolts) && send(resetAdc) && pause(1500) &&
-           readAdc(readings.adcLow, lowPoint) && readMeter(readings.meterLow, lowPoint) &&
-           setNeutralDac(highDacVolts) && pause(500) && readAdc(readings.adcHigh, highPoint) &&
+    if (!setNeutralDac(lowDacVolts) || !send(resetAdc) || !pause(1500) ||
+        !readAdc(readings.adcLow, lowPoint) || !readMeter(readings.meterLow, lowPoint))
+        return false;
+    showStep(m_channel, QStringLiteral("settling at ") + highPoint);
+    return setNeutralDac(highDacVolts) && pause(500) && readAdc(readings.adcHigh, highPoint) &&
            readMeter(readings.meterHigh, highPoint);
 }
 

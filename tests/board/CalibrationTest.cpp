@@ -86,6 +86,9 @@ TEST_F(CalibrationTest, ExchangesWaitsAndReadBackComeInTheirOrder)
     const QStringList meter =
         latin({"open GPIB0::16", "write GPIB0::16 data?\r", "read GPIB0::16", "open GPIB0::5"});
     const QStringList readAdc = latin({"write GPIB0::5 ADC?  3\r", "read GPIB0::5"});
+    clock.after(11000, [this] {
+        EXPECT_TRUE(shown(board, "lblProgress").contains(QStringLiteral("step 9 of 9")));
+    });
     act(board, "cmdCal");
     EXPECT_EQ(channels.bus.calls,
               latin({"write GPIB0::5 DAC  3, .5,1.0,0.0\r", "write GPIB0::5 ADC  3,1.0,0.0\r"}) +
