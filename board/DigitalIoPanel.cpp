@@ -99,6 +99,9 @@ void DigitalIoPanel::makePort(QGridLayout &grid, int port)
     txtDirIo[at] = entry(3, name(u"txtDirIo"), tr("Direction to write to port %1").arg(port));
     txtDirIoRead[at] = entry(3, name(u"txtDirIoRead"), tr("Direction read of port %1").arg(port));
     txtDirIoRead[at]->setReadOnly(true);
+    QPalette readOnly = txtDirIoRead[at]->palette();
+    readOnly.setBrush(QPalette::Base, readOnly.window());
+    txtDirIoRead[at]->setPalette(readOnly);
     txtWriteIo[at] = entry(3, name(u"txtWriteIo"), tr("Data to write to port %1").arg(port));
     lblReadIo[at] = readOut(3, name(u"lblReadIo"), tr("Data read of port %1").arg(port));
     cmdWriteDirIo[at] = exchanging(smallButton(tr("&Write"), name(u"cmdWriteDirIo"),

@@ -47,6 +47,8 @@ DigitalTestsPanel::DigitalTestsPanel(BoardLink &link, BoardSession &session)
         cell->addWidget(label, 1);
         grid->addLayout(cell, 1, column++);
     }
+    for (int i = 0; i < grid->columnCount(); ++i)
+        grid->setColumnStretch(i, 1);
     connect(cmdDigTestFull, &QPushButton::clicked, this, &DigitalTestsPanel::cmdDigTestFull_Click);
     connect(cmdDigTestWrite, &QPushButton::clicked, this,
             &DigitalTestsPanel::cmdDigTestWrite_Click);

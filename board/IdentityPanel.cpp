@@ -72,7 +72,10 @@ QWidget *IdentityPanel::makeNetwork()
     cmdGetTcpip = exchanging(button(tr("Get TCP/IP Sett&ings"), QStringLiteral("cmdGetTcpip"),
                                     tr("Query the board's network settings")));
     cmdGetTcpip->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    form->addRow(tr("TCP/IP"), lblTcpip);
+    auto *caption = new QLabel(tr("TCP/IP"));
+    // The field stands below those of the serial number.
+    caption->setMinimumWidth(QLabel(tr("Unlock phrase")).sizeHint().width());
+    form->addRow(caption, lblTcpip);
     form->addRow(QString(), cmdGetTcpip);
     return box;
 }
