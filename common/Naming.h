@@ -22,7 +22,7 @@ Button *named(Button *button, const QString &name)
 }
 
 /// The name of an element of a control array: "name_index".
-inline QString indexed(const QString &name, qsizetype index)
+QString indexed(const QString &name, auto index)
 {
     return QStringLiteral("%1_%2").arg(name).arg(index);
 }

@@ -101,7 +101,7 @@ void BoardWindows::shutDown()
 
 bool BoardWindows::usesChannel(int index) const
 {
-    return m_board && m_board->usesChannel(index);
+    return m_board != nullptr && m_board->usesChannel(index);
 }
 
 SerialPort &BoardWindows::MSComm1()

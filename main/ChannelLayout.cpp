@@ -140,7 +140,7 @@ void Channel::orderTabs()
     order += {cboOut, cmdSend,          cmdIDN,          cmdSystErr, chkLoop, cboMs,
               chkLog, cmdLoadFrmChmber, cmdLoadToChmber, cmdStop,    txtIn};
     order.removeIf([](const QWidget *widget) {
-        return !widget || (widget->focusPolicy() & Qt::TabFocus) == 0;
+        return widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0;
     });
     for (qsizetype place = 1; place < order.size(); ++place)
         setTabOrder(order.at(place - 1), order.at(place));

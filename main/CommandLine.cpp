@@ -39,7 +39,7 @@ constexpr Option options[] = {
     {"settings", "S", "Serial settings, as in 9600,N,8,1."},
     {"timeout", "MS", "GPIB time-out, 1 to 59999 ms."},
     {"loop", "MS", "Loop time, 10 to 3600000 ms."},
-    {"strip-operator", "", "Send \"=\" and \"?\" commands without their operator."},
+    {"strip-operator", "", R"(Send "=" and "?" commands without their operator.)"},
     {"get", "", "Get list: fill the list with the device's values."},
     {"save", "FILE", "Write the list back to FILE after --get."},
     {"patience", "SECONDS", "Give up when a reply stays out so long (default 30)."},

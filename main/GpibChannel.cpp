@@ -7,7 +7,7 @@
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 
 namespace corvane {
 

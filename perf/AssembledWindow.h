@@ -14,6 +14,7 @@
 #include "platform/QtTcpClient.h"
 #include "platform/SystemClock.h"
 
+#include <QDir>
 #include <QTextStream>
 
 namespace corvane::perf {

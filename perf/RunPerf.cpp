@@ -32,7 +32,7 @@ const QByteArray command = "? SP x";
 /// A test list of queries, in a file.
 QString writeList(const QTemporaryDir &folder, int rows)
 {
-    const QString path = folder.filePath(QStringLiteral("queries.tst"));
+    QString path = folder.filePath(QStringLiteral("queries.tst"));
     QFile file(path);
     const QByteArray text = (command + "\r\n").repeated(rows);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())

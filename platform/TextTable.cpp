@@ -6,7 +6,7 @@ namespace corvane {
 
 namespace {
 
-constexpr qsizetype usualBlock = 32 * 1024;
+constexpr qsizetype usualBlock = qsizetype{32} * 1024;
 
 } // namespace
 
