@@ -13,12 +13,12 @@ namespace corvane {
 
 namespace {
 
-/// The first character that has no place in 8-bit text.
-std::optional<QChar> firstBeyondLatin1(const QString &text)
+/// The first character that has no place in 8-bit text; empty when all have.
+QString firstBeyondLatin1(const QString &text)
 {
     const auto found =
         std::find_if(text.begin(), text.end(), [](QChar c) { return c.unicode() > 0xFF; });
-    return found == text.end() ? std::nullopt : std::optional(*found);
+    return text.mid(found - text.begin(), found != text.end() && found->isHighSurrogate() ? 2 : 1);
 }
 
 } // namespace
@@ -135,8 +135,8 @@ void Channel::cmdSend_Click()
         return;
     }
     const QString command = cboOut->currentText();
-    if (const auto refused = firstBeyondLatin1(command)) {
-        refuseSend(texts::notSendable.arg(*refused));
+    if (const QString refused = firstBeyondLatin1(command); !refused.isEmpty()) {
+        refuseSend(texts::notSendable.arg(refused));
         return;
     }
     try {

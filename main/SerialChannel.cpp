@@ -2,6 +2,7 @@
 
 #include "common/Numbers.h"
 #include "main/ChannelTexts.h"
+#include "platform/PlatformError.h"
 #include "platform/SerialPort.h"
 
 #include <QEvent>
@@ -67,7 +68,11 @@ void SerialChannel::openTransport()
 {
     if (m_port.isPortOpen())
         return;
-    m_port.setCommPort(numbers::leadingInteger(txtPort->text()));
+    const QString entry = txtPort->text();
+    const int port = numbers::leadingInteger(entry);
+    if (port == 0 && !numbers::isNumeric(entry))
+        throw PlatformError(tr("the port \"%1\" is not a number").arg(entry));
+    m_port.setCommPort(port);
     m_port.setPortOpen(true);
     m_port.setInputLen(0);
     m_port.setRThreshold(1);
