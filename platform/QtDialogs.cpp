@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QScreen>
 #include <QWindow>
 
 #include <algorithm>
@@ -28,7 +29,8 @@ QMessageBox::Icon toQt(Dialogs::Icon icon)
     return QMessageBox::NoIcon;
 }
 
-/// Places the dialog over the window it speaks for; there is no parent that would do it.
+/// Places the dialog over the window it speaks for, all of it on the screen; there is no parent
+/// that would do it.
 void placeOver(QDialog &dialog, const QWidget *parent)
 {
     if (!parent)
@@ -43,6 +45,9 @@ void placeOver(QDialog &dialog, const QWidget *parent)
     dialog.adjustSize();
     QRect place(QPoint(), dialog.size());
     place.moveCenter(window->frameGeometry().center());
+    const QRect screen = window->screen()->availableGeometry();
+    place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
+    place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
     dialog.move(place.topLeft());
 }
 

@@ -95,7 +95,11 @@ TEST_F(QtDialogsTest, AMessageBoxShowsItsTextsAndGivesTheAnswer)
     EXPECT_EQ(dialogs.openCount(), 0);
     answerBox(QMessageBox::No);
     EXPECT_EQ(dialogs.showMessage(nullptr, box), Dialogs::Answer::No);
-    answerBox(QMessageBox::Ok);
+    window.move(-450, -350);
+    whenOpen<QMessageBox>([](QMessageBox &shown) {
+        EXPECT_TRUE(shown.screen()->availableGeometry().contains(shown.frameGeometry()));
+        shown.accept();
+    });
     dialogs.showMessage(&window, QStringLiteral("plain"));
 }
 
