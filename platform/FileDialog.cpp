@@ -19,10 +19,9 @@ FileDialog::FileDialog(const Dialogs::FileQuestion &question, AcceptMode mode)
 QString FileDialog::path() const
 {
     const QString chosen = selectedFiles().value(0);
-    const QString extension = fileQuestions::extensionOf(selectedNameFilter());
-    const bool bare = !QFileInfo(chosen).fileName().contains(u'.');
-    return acceptMode() == AcceptSave && bare && !extension.isEmpty() && !chosen.isEmpty()
-               ? chosen + u'.' + extension
+    return acceptMode() == AcceptSave
+               ? fileQuestions::withExtension(chosen,
+                                              fileQuestions::extensionOf(selectedNameFilter()))
                : chosen;
 }
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -45,6 +46,15 @@ QString extensionOf(const QString &nameFilter)
     const QString pattern = nameFilter.mid(first).section(u')', 0, 0).section(u' ', 0, 0);
     const QString extension = pattern.mid(pattern.lastIndexOf(u'.') + 1);
     return extension.contains(u'*') ? QString() : extension;
+}
+
+QString withExtension(const QString &path, const QString &extension)
+{
+    static const QRegularExpression typed(QStringLiteral("\\.[A-Za-z][A-Za-z0-9]{0,3}$"));
+    if (path.isEmpty() || extension.isEmpty() || typed.match(path).hasMatch() ||
+        path.endsWith(u'.' + extension, Qt::CaseInsensitive))
+        return path;
+    return path.endsWith(u'.') ? path + extension : path + u'.' + extension;
 }
 
 bool isRefusedName(const QString &path)

@@ -14,6 +14,11 @@ QStringList nameFilters(const QString &filter);
 /// "*.*".
 QString extensionOf(const QString &nameFilter);
 
+/// The path with the extension, unless its name has one: this one, or another that was typed on
+/// purpose, which is a letter and up to three more letters or digits behind the last point. The
+/// point of a part number, as in "1234.5_0123-07", begins none.
+QString withExtension(const QString &path, const QString &extension);
+
 /// True when no file of this path can be made: no name, a name or path too long, a character that
 /// the system refuses, a folder that does not exist.
 bool isRefusedName(const QString &path);

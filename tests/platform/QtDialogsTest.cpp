@@ -147,6 +147,11 @@ TEST_F(QtDialogsTest, SavingAppendsTheExtensionAndAsksBeforeReplacing)
     answerFile(QStringLiteral("new"));
     EXPECT_EQ(dialogs.saveFile(nullptr, question),
               (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(QStringLiteral("new.kms"))}));
+    for (const auto &[typed, whole] :
+         {std::pair("1234.5_0123-07", "1234.5_0123-07.kms"), std::pair("a.2", "a.2.kms"),
+          std::pair("a.", "a.kms"), std::pair("A.KMS", "A.KMS"), std::pair("a.kmp", "a.kmp")})
+        EXPECT_EQ(fileQuestions::withExtension(QString::fromLatin1(typed), QStringLiteral("kms")),
+                  QString::fromLatin1(whole));
     answerFile(QStringLiteral("old"));
     whenOpen<QMessageBox>([&](QMessageBox &box) {
         answerFile(QStringLiteral("x.txt"));
