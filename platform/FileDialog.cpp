@@ -13,7 +13,11 @@ FileDialog::FileDialog(const Dialogs::FileQuestion &question, AcceptMode mode)
     setOption(DontConfirmOverwrite);
     setDirectory(question.folder.isEmpty() ? QDir::currentPath() : question.folder);
     setNameFilters(fileQuestions::nameFilters(question.filter));
-    selectFile(question.name);
+    // A name that begins like a path, as of a part number "/12", belongs to this folder too.
+    QString name = question.name;
+    while (name.startsWith(u'/'))
+        name.remove(0, 1);
+    selectFile(name);
 }
 
 QString FileDialog::path() const

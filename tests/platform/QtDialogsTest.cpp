@@ -159,7 +159,8 @@ TEST_F(QtDialogsTest, SavingAppendsTheExtensionAndAsksBeforeReplacing)
     });
     EXPECT_EQ(dialogs.saveFile(nullptr, question),
               (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(QStringLiteral("x.txt"))}));
-    answerFile(QStringLiteral("old.kms"));
+    question.name = QStringLiteral("/old.kms"); // proposed in the folder all the same
+    whenOpen<QFileDialog>([](QDialog &dialog) { dialog.accept(); });
     whenOpen<QMessageBox>([](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); });
     EXPECT_EQ(dialogs.saveFile(nullptr, question), (Dialogs::FileChoice{Outcome::Chosen, old}));
 }
