@@ -96,7 +96,7 @@ void CalibrationSequence::fillRows(int firstRow, int channel, const QString &rep
     const QStringList fields = reply.split(u',');
     for (int i = 0; i < most && i < fields.size(); ++i) {
         Q_EMIT cellSelected(firstRow + i, CalibrationTable::columnOf(channel));
-        setCell(firstRow + i, channel, numbers::fixed5(fields[i].trimmed()));
+        setCell(firstRow + i, channel, numbers::fixed5(fields[i].simplified()));
     }
 }
 

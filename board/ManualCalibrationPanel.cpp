@@ -130,9 +130,9 @@ void ManualCalibrationPanel::cmdReadCal_Click()
     if (m_session.isStopped())
         return;
     const QStringList fields = reply.split(u',');
-    lblValue->setText(fields.value(0).trimmed());
-    lblGain->setText(fields.value(1).trimmed());
-    lblOffset->setText(fields.value(2).trimmed());
+    lblValue->setText(fields.value(0).simplified());
+    lblGain->setText(fields.value(1).simplified());
+    lblOffset->setText(fields.value(2).simplified());
 }
 
 void ManualCalibrationPanel::cmdDefaultSet_Click()

@@ -229,10 +229,10 @@ TEST_F(CalibrationTest, ASilentBoardReadsAsZeroAndTheComputationGoesOn)
 
 TEST_F(CalibrationTest, ReadBackTakesThreeFieldsAndKeepsWhatIsNoNumber)
 {
-    dacReadBack = QStringLiteral("abc,,1e2,9,9,9,9,9,9,9");
+    dacReadBack = QStringLiteral("a\rc,,1e2,9,9,9,9,9,9,9");
     adcReadBack = QStringLiteral(",1\r,-0.000001,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5");
     act(board, "cmdCal");
-    EXPECT_EQ(column(3), latin({"abc", "", "100.00000", "", "1.00000", "0.00000", "1.99990"}));
+    EXPECT_EQ(column(3), latin({"a c", "", "100.00000", "", "1.00000", "0.00000", "1.99990"}));
     EXPECT_EQ(column(2).join(QString()), QString());
 }
 
