@@ -3,6 +3,7 @@
 #include "common/Numbers.h"
 #include "report/ReportTexts.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 namespace corvane::calibrationReport {
@@ -10,6 +11,13 @@ namespace corvane::calibrationReport {
 namespace {
 
 const QString lineEnd = QStringLiteral("\r\n");
+
+/// What a field holds, on one line: several may have been pasted into it.
+QString fieldValue(const QString &field)
+{
+    static const QRegularExpression lineEnds(QStringLiteral("[\\r\\n]+"));
+    return field.trimmed().replace(lineEnds, QStringLiteral(" "));
+}
 
 /// One row of the grid, the last channel first under a heading that begins with channel 0: the
 /// readers of these files rely on that order.
@@ -33,7 +41,7 @@ QString text(const ReportFields &fields, const CalibrationTable &table)
     for (const reportTexts::Line &line : reportTexts::lines) {
         result += line.label;
         if (line.field)
-            result += u' ' + (fields.*line.field).trimmed();
+            result += u' ' + fieldValue(fields.*line.field);
         result += lineEnd;
     }
     result += reportTexts::gridHeading + lineEnd;

@@ -15,7 +15,7 @@ ReportFields fields()
     const auto text = [](const char *latin) { return QString::fromLatin1(latin); };
     return {text(" 1234-5 "),       text("07/0123"),  text("P3.0"),  text("R2.1"),
             text("1234-5_0123-07"), text("6/3/2026"), text("1.0.0"), text("J\xF6rg"),
-            text("Meter"),          text("M 1"),      QString(),     text("77")};
+            text("Meter"),          text("M\r\n1"),   QString(),     text("77")};
 }
 
 /// Channel n's DAC value is n, its other values are blank but for a few of channels 0 and 7.
