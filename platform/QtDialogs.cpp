@@ -29,6 +29,16 @@ QMessageBox::Icon toQt(Dialogs::Icon icon)
     return QMessageBox::NoIcon;
 }
 
+/// A message that quotes a reply of any length, cut in its middle so that the buttons stay on the
+/// screen.
+QString fittingText(const QString &text)
+{
+    constexpr qsizetype longest = 600;
+    return text.size() <= longest
+               ? text
+               : text.first(longest / 2) + QStringLiteral(" ... ") + text.last(longest / 2);
+}
+
 /// Places the dialog over the window it speaks for, all of it on the screen; there is no parent
 /// that would do it.
 void placeOver(QDialog &dialog, const QWidget *parent)
@@ -70,7 +80,7 @@ Dialogs::Answer QtDialogs::showMessage(QWidget *parent, const MessageBox &box)
     QMessageBox dialog;
     dialog.setObjectName(QStringLiteral("messageBox"));
     dialog.setTextFormat(Qt::PlainText);
-    dialog.setText(box.text);
+    dialog.setText(fittingText(box.text));
     dialog.setWindowTitle(box.title);
     dialog.setIcon(toQt(box.icon));
     dialog.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);

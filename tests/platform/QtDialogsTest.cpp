@@ -100,7 +100,7 @@ TEST_F(QtDialogsTest, AMessageBoxShowsItsTextsAndGivesTheAnswer)
         EXPECT_TRUE(shown.screen()->availableGeometry().contains(shown.frameGeometry()));
         shown.accept();
     });
-    dialogs.showMessage(&window, QStringLiteral("plain"));
+    dialogs.showMessage(&window, QStringLiteral("long ").repeated(20000));
 }
 
 TEST_F(QtDialogsTest, DismissAllClosesNestedBoxesAndABoxOutlivesItsWindow)
