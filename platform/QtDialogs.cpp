@@ -39,8 +39,17 @@ QString fittingText(const QString &text)
                : text.first(longest / 2) + QStringLiteral(" ... ") + text.last(longest / 2);
 }
 
-/// Places the dialog over the window it speaks for, all of it on the screen; there is no parent
-/// that would do it.
+/// Moves the dialog to a centre, all of it on the screen.
+void moveTo(QDialog &dialog, QPoint centre, const QRect &screen)
+{
+    QRect place(QPoint(), dialog.frameGeometry().size());
+    place.moveCenter(centre);
+    place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
+    place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
+    dialog.move(place.topLeft());
+}
+
+/// Places the dialog over the window it speaks for; there is no parent that would do it.
 void placeOver(QDialog &dialog, const QWidget *parent)
 {
     if (!parent)
@@ -53,12 +62,13 @@ void placeOver(QDialog &dialog, const QWidget *parent)
         return;
     dialog.ensurePolished();
     dialog.adjustSize();
-    QRect place(QPoint(), dialog.size());
-    place.moveCenter(window->frameGeometry().center());
-    const QRect screen = window->screen()->availableGeometry();
-    place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
-    place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
-    dialog.move(place.topLeft());
+    const auto place = [&dialog, centre = window->frameGeometry().center(),
+                        screen = window->screen()->availableGeometry()] {
+        moveTo(dialog, centre, screen);
+    };
+    place();
+    // A message box takes its size, and its frame, as it is shown.
+    QMetaObject::invokeMethod(&dialog, place, Qt::QueuedConnection);
 }
 
 } // namespace

@@ -95,12 +95,12 @@ TEST_F(QtDialogsTest, AMessageBoxShowsItsTextsAndGivesTheAnswer)
     EXPECT_EQ(dialogs.openCount(), 0);
     answerBox(QMessageBox::No);
     EXPECT_EQ(dialogs.showMessage(nullptr, box), Dialogs::Answer::No);
-    window.move(-450, -350);
+    window.move(450, -350);
     whenOpen<QMessageBox>([](QMessageBox &shown) {
         EXPECT_TRUE(shown.screen()->availableGeometry().contains(shown.frameGeometry()));
         shown.accept();
     });
-    dialogs.showMessage(&window, QStringLiteral("long ").repeated(20000));
+    dialogs.showMessage(&window, QString(100, u'x') + QStringLiteral(" long").repeated(20000));
 }
 
 TEST_F(QtDialogsTest, DismissAllClosesNestedBoxesAndABoxOutlivesItsWindow)
