@@ -26,6 +26,8 @@ inline const QString meterWarning = QStringLiteral(
 inline const QString moveSensor = QStringLiteral("Move Keithly sensor to channel %1");
 inline const QString badChannel =
     QStringLiteral("The channel must be a number from 0 to 7.  Nothing was sent.");
+inline const QString badMeterAddress =
+    QStringLiteral("The meter's GPIB address must be a number.  Nothing was sent.");
 
 inline const QString directionFailed =
     QStringLiteral("Error testing direction register, port %1, data= %2 ,expected%3");

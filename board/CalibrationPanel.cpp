@@ -147,6 +147,8 @@ void CalibrationPanel::cmdCal_Click()
     if (!numbers::isNumeric(txtChannel->text()) || channel < 0 ||
         channel >= CalibrationTable::channels)
         m_session.say(texts::badChannel);
+    else if (!numbers::isNumeric(m_meterAddress))
+        m_session.say(texts::badMeterAddress);
     else if (confirmMeter(channel))
         runCalibration(channel);
 }

@@ -173,7 +173,7 @@ TEST_F(CalibrationTest, TheMeterIsAskedAboutOnlyForChannelZeroAndOtherMethods)
     }
 }
 
-TEST_F(CalibrationTest, AChannelThatDoesNotExistIsRefused)
+TEST_F(CalibrationTest, AChannelThatDoesNotExistAndNoMeterAddressAreRefused)
 {
     for (const char *script : {"txtChannel=8;cmdCal", "txtChannel=-1;cmdCal", "txtChannel=;cmdCal",
                                "txtChannel=abc;cmdCal", "txtChannel=99999999999;cmdCal"}) {
@@ -181,6 +181,9 @@ TEST_F(CalibrationTest, AChannelThatDoesNotExistIsRefused)
             QStringLiteral("The channel must be a number from 0 to 7.  Nothing was sent."));
         act(board, script);
     }
+    dialogs.expectMessage(
+        QStringLiteral("The meter's GPIB address must be a number.  Nothing was sent."));
+    act(board, "txtChannel=0;cboMeasInstAdrGpib=;cmdCal");
     EXPECT_TRUE(channels.commands().isEmpty());
 }
 
