@@ -30,6 +30,14 @@ namespace {
 constexpr int unloadPauseMs = 250;
 const QString runningTag = QStringLiteral("runnning");
 
+/// Any text, shown as it stands and broken into lines; of a long one, its start.
+QString toolTipOf(const QString &text)
+{
+    constexpr qsizetype longest = 1000;
+    return text.isEmpty() ? QString()
+                          : QStringLiteral("<qt>%1</qt>").arg(text.left(longest).toHtmlEscaped());
+}
+
 } // namespace
 
 frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
@@ -141,7 +149,7 @@ void frmSBC::makeStatusBar()
     connect(&m_link, &BoardLink::replyShown, this,
             [this](const QString &text, const QString &fault) {
                 statusPanels[1]->setText(BoardLink::oneLine(text));
-                statusPanels[1]->setToolTip((fault.isEmpty() ? text : fault).toHtmlEscaped());
+                statusPanels[1]->setToolTip(toolTipOf(fault.isEmpty() ? text : fault));
             });
 }
 
