@@ -61,8 +61,9 @@ bool isRefusedName(const QString &path)
 {
     const QFileInfo file(path);
     const QString name = file.fileName();
-    const bool isFolder = name == u"." || name == u".." || file.isDir();
-    return name.isEmpty() || isFolder || std::ranges::any_of(name, isRefusedCharacter) ||
+    // A folder, or a device or pipe, which saving would replace by a file.
+    const bool isOther = name == u"." || name == u".." || (file.exists() && !file.isFile());
+    return name.isEmpty() || isOther || std::ranges::any_of(name, isRefusedCharacter) ||
            path.contains(QChar::Null) || QFile::encodeName(name).size() > longestName ||
            QFile::encodeName(path).size() > longestPath || !file.dir().exists();
 }

@@ -20,7 +20,7 @@ QString extensionOf(const QString &nameFilter);
 QString withExtension(const QString &path, const QString &extension);
 
 /// True when no file of this path can be made: no name, a name or path too long, a character that
-/// the system refuses, a folder that does not exist.
+/// the system refuses, a folder that does not exist, something there that is no file.
 bool isRefusedName(const QString &path);
 
 } // namespace corvane::fileQuestions

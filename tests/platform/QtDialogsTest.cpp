@@ -173,7 +173,7 @@ TEST_F(QtDialogsTest, ANameThatTheFileSystemRefusesIsInvalid)
     EXPECT_EQ(dialogs.saveFile(nullptr, question).outcome, Outcome::InvalidName);
 
     for (const QString &bad : {QString(), QStringLiteral("/"), folder.path(), QStringLiteral(".."),
-                               folder.filePath(QStringLiteral("a\0b")),
+                               QStringLiteral("/dev/full"), folder.filePath(QStringLiteral("a\0b")),
                                folder.filePath(QString(128, QChar(0xe9))), // 256 bytes
                                folder.filePath(QStringLiteral("no/x"))})
         EXPECT_TRUE(fileQuestions::isRefusedName(bad)) << bad.toStdString();
