@@ -126,6 +126,15 @@ void BoardLink::InputFromSbc(QString &reply)
         Q_EMIT replyShown(reply.isEmpty() ? texts::noResponse : reply, m_fault);
 }
 
+QString BoardLink::ask(QString command, qint16 beforeReadMs)
+{
+    OutputToSbc(command);
+    PauseMS(beforeReadMs);
+    QString reply;
+    InputFromSbc(reply);
+    return reply;
+}
+
 /// The answer comes from where the last command went: the method may have been changed since. To a
 /// command that did not go out there is none: what a receive box holds answers another one.
 QString BoardLink::readReply()

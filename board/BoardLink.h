@@ -14,7 +14,7 @@ class BoardChannels;
 /// opens no port, and it leaves to BoardSession who may use it and when.
 ///
 /// A Channel that is closed or fails gives the empty answer; nothing but readMeter and
-/// addressMeter throws.
+/// addressGpib throws.
 class BoardLink : public QObject
 {
     Q_OBJECT
@@ -37,6 +37,8 @@ public:
     [[nodiscard]] const QString &fault() const { return m_fault; }
     /// Takes the answer to the last command; empty when there is none.
     void InputFromSbc(QString &reply);
+    /// Sends a command, waits for `beforeReadMs` and returns the answer.
+    QString ask(QString command, qint16 beforeReadMs);
 
     /// Waits for `ms` milliseconds, or until `endEarly` holds or the link is stopped.
     void PauseMS(

@@ -64,10 +64,7 @@ bool CalibrationSequence::query(const QString &command, qint16 ms, QString &repl
 {
     if (isEnded())
         return false;
-    QString sent = command;
-    m_link.OutputToSbc(sent);
-    m_link.PauseMS(ms);
-    m_link.InputFromSbc(reply);
+    reply = m_link.ask(command, ms);
     return !isEnded();
 }
 

@@ -281,13 +281,11 @@ std::optional<QString> DacAdcPanel::dacCommandFromVolts(int channel, const QStri
 DacAdcPanel::AdcReply DacAdcPanel::ReadAdcChannel(int channel)
 {
     const bool bertan = isBertan();
-    QString command = bertan ? QStringLiteral("M%1\r").arg(channel)
-                             : QStringLiteral("ADC? %1\r").arg(numbers::numberText(channel));
     m_link.PauseMS(100);
-    m_link.OutputToSbc(command);
-    QString reply;
-    m_link.PauseMS(500);
-    m_link.InputFromSbc(reply);
+    const QString reply =
+        m_link.ask(bertan ? QStringLiteral("M%1").arg(channel)
+                          : QStringLiteral("ADC? ") + numbers::numberText(channel),
+                   500);
     AdcReply result;
     if (bertan) {
         result.bertan = reply.trimmed();

@@ -227,11 +227,7 @@ std::optional<QString> DigitalIoPanel::readRegister(const QString &name, int por
     const auto operation = m_session.begin();
     if (!operation)
         return std::nullopt;
-    QString command = QStringLiteral("%1? %2").arg(name).arg(port);
-    QString reply;
-    m_link.OutputToSbc(command);
-    m_link.PauseMS(beforeReadMs);
-    m_link.InputFromSbc(reply);
+    const QString reply = m_link.ask(QStringLiteral("%1? %2").arg(name).arg(port), beforeReadMs);
     if (m_session.isStopped())
         return std::nullopt;
     return m_units == Hex ? numbers::toHex(numbers::leadingInteger(reply))

@@ -123,11 +123,7 @@ void IdentityPanel::cmdGetTcpip_Click()
     const auto operation = m_session.begin();
     if (!operation)
         return;
-    QString command = QStringLiteral("TCPIP?\r");
-    QString reply;
-    m_link.OutputToSbc(command);
-    m_link.PauseMS(beforeReadMs);
-    m_link.InputFromSbc(reply);
+    const QString reply = m_link.ask(QStringLiteral("TCPIP?"), beforeReadMs);
     if (m_session.isStopped())
         return;
     const qsizetype comma = reply.indexOf(u',');

@@ -122,11 +122,8 @@ void ManualCalibrationPanel::cmdReadCal_Click()
     const auto operation = m_session.begin();
     if (!operation)
         return;
-    QString command =
-        kindName() + QStringLiteral("? ") + numbers::numberText(cboChannel->currentIndex());
-    QString reply;
-    m_link.OutputToSbc(command);
-    m_link.InputFromSbc(reply);
+    const QString reply = m_link.ask(
+        kindName() + QStringLiteral("? ") + numbers::numberText(cboChannel->currentIndex()), 0);
     if (m_session.isStopped())
         return;
     const QStringList fields = reply.split(u',');

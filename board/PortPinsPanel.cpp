@@ -154,11 +154,7 @@ void PortPinsPanel::readPin(int pin)
         return;
     QLabel *readOut = lblPortPinRead[static_cast<size_t>(pin)];
     readOut->clear();
-    QString command = QStringLiteral("H? %1").arg(pin);
-    QString reply;
-    m_link.OutputToSbc(command);
-    m_link.PauseMS(beforeReadMs);
-    m_link.InputFromSbc(reply);
+    const QString reply = m_link.ask(QStringLiteral("H? %1").arg(pin), beforeReadMs);
     if (!m_session.isStopped())
         readOut->setText(reply.trimmed());
 }

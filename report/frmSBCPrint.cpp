@@ -200,12 +200,9 @@ void frmSBCPrint::fillFromBoard()
     m_exchanging = true;
     const auto done = qScopeGuard([this] { m_exchanging = false; });
     BoardLink &link = m_board->link();
-    QString command = QStringLiteral("*IDN?\r");
-    QString reply;
-    statusPanel->setText(command.trimmed());
-    link.OutputToSbc(command);
-    link.PauseMS(beforeReadMs);
-    link.InputFromSbc(reply);
+    const QString command = QStringLiteral("*IDN?");
+    statusPanel->setText(command);
+    QString reply = link.ask(command, beforeReadMs);
     if (link.isStopped() || isClosing())
         return;
     reply = BoardLink::oneLine(reply);
