@@ -43,10 +43,8 @@ CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session)
     layout->addWidget(makeGrid(), 1);
     auto *manual = new QHBoxLayout;
     layout->addLayout(manual);
-    for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc}) {
-        m_manual[kind] = new ManualCalibrationPanel(kind, link, session);
-        manual->addWidget(m_manual[kind]);
-    }
+    for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc})
+        manual->addWidget(new ManualCalibrationPanel(kind, link, session));
     connectControls();
 }
 

@@ -15,7 +15,6 @@ class QStackedLayout;
 
 namespace corvane {
 
-class ManualCalibrationPanel;
 class TextGrid;
 
 /// The page that calibrates channels against the reference meter: the grid, calibrating and
@@ -40,10 +39,6 @@ public:
     /// The meter's address as the window's box holds it.
     void setMeterAddress(const QString &text) { m_meterAddress = text; }
     [[nodiscard]] const CalibrationTable &table() const { return m_table; }
-    [[nodiscard]] ManualCalibrationPanel &manual(int kind) const
-    {
-        return *m_manual.at(static_cast<size_t>(kind));
-    }
 
     QLineEdit *txtChannel;
     QPushButton *cmdDec;
@@ -80,7 +75,6 @@ private:
     QString m_meterAddress;
     QStackedLayout *m_calPlace = nullptr;
     QStackedLayout *m_scanPlace = nullptr;
-    std::array<ManualCalibrationPanel *, 2> m_manual{};
 };
 
 } // namespace corvane

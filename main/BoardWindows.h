@@ -31,7 +31,6 @@ public:
     [[nodiscard]] bool usesChannel(int index) const;
     /// Null while it is closed.
     [[nodiscard]] frmSBC *boardWindow() const { return m_board; }
-    [[nodiscard]] frmSBCPrint *reportWindow() const { return m_report; }
 
     // What the board link borrows.
     SerialPort &MSComm1() override;

@@ -247,7 +247,7 @@ void frmSBCPrint::PrintCals()
     const QString report =
         calibrationReport::text(m_remembered.report, m_board->calibration->table());
     if (!BoardLink::isSendable(report)) {
-        showPrintError(reportTexts::notWritable);
+        tell(reportTexts::notWritable);
         return;
     }
     ++m_openBoxes;
@@ -259,7 +259,7 @@ void frmSBCPrint::PrintCals()
     if (isClosing() || choice.outcome == Dialogs::FileChoice::Outcome::Cancelled)
         return;
     if (choice.outcome == Dialogs::FileChoice::Outcome::InvalidName) {
-        showPrintError(reportTexts::printErrorText(PrintError::InvalidName, choice.path, {}));
+        tell(reportTexts::printErrorText(PrintError::InvalidName, choice.path, {}));
         return;
     }
     m_remembered.reportFolder = QFileInfo(choice.path).path() + u'/';
@@ -270,15 +270,15 @@ void frmSBCPrint::write(const QString &path, const QByteArray &report)
 {
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(report) == report.size() && file.commit()) {
-        showPrintError(reportTexts::printSuccessful);
+        tell(reportTexts::printSuccessful);
         return;
     }
     const QString description =
         QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
-    showPrintError(reportTexts::printErrorText(PrintError::Other, path, description));
+    tell(reportTexts::printErrorText(PrintError::Other, path, description));
 }
 
-void frmSBCPrint::showPrintError(const QString &text)
+void frmSBCPrint::tell(const QString &text)
 {
     ++m_openBoxes;
     m_dialogs.showMessage(this, text);

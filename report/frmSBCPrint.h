@@ -88,7 +88,7 @@ private:
     void fillFromBoard();
     void remember();
     [[nodiscard]] bool isClosing() const { return m_closing; }
-    void showPrintError(const QString &text);
+    void tell(const QString &text);
     void write(const QString &path, const QByteArray &report);
 
     QPointer<frmSBC> m_board;
