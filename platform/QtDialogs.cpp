@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QScreen>
@@ -47,6 +48,14 @@ void moveTo(QDialog &dialog, QPoint centre, const QRect &screen)
     place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
     place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
     dialog.move(place.topLeft());
+}
+
+/// A box with a word or two in it would cut its title.
+void widenForTitle(QMessageBox &box)
+{
+    constexpr int width = 240;
+    if (auto *grid = qobject_cast<QGridLayout *>(box.layout()))
+        grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 /// Places the dialog over the window it speaks for; there is no parent that would do it.
@@ -95,6 +104,7 @@ Dialogs::Answer QtDialogs::showMessage(QWidget *parent, const MessageBox &box)
     dialog.setIcon(toQt(box.icon));
     dialog.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
     dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    widenForTitle(dialog);
     if (!run(dialog, parent))
         return Answer::Dismissed;
     switch (dialog.standardButton(dialog.clickedButton())) {
