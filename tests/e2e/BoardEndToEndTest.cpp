@@ -3,6 +3,7 @@
 #include "board/frmSBC.h"
 #include "main/BoardWindows.h"
 #include "platform/TextGrid.h"
+#include "report/frmSBCPrint.h"
 #include "tests/e2e/EndToEndDesk.h"
 
 #include <QLabel>
@@ -12,7 +13,47 @@
 
 using namespace corvane;
 
-TEST(EndToEndBoard, SetsReadsAndCalibratesAChannelOnEveryMethod)
+namespace {
+
+frmSBCPrint *openReport(EndToEndDesk &desk)
+{
+    desk.main.boardWindows().openReport();
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (auto *report = qobject_cast<frmSBCPrint *>(window))
+            return report;
+    }
+    return nullptr;
+}
+
+/// The report of a board with Channel 2 calibrated, and what is left of it in the next one.
+void saveReport(EndToEndDesk &desk)
+{
+    const QTemporaryDir folder;
+    desk.dialogs.savePath = folder.filePath(QStringLiteral("r.txt"));
+    QPointer<frmSBCPrint> report = openReport(desk);
+    ASSERT_TRUE(report);
+    report->txtYourName->setText(QStringLiteral("A. Tester"));
+    report->cmdAccept_Click();
+    QFile file(desk.dialogs.savePath);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArrayList lines = file.readAll().split('\n');
+    ASSERT_EQ(lines.size(), 30);
+    for (const auto &[line, text] : {std::pair(6, "  Serial Number:  07/0123\r"),
+                                     std::pair(11, "  File Name:  25010-1_0123-07\r"),
+                                     std::pair(14, "  Technician:  A. Tester\r"),
+                                     std::pair(22, "DAC Value\t           2.00000     \r")})
+        EXPECT_EQ(lines[line], text) << line;
+    EXPECT_TRUE(desk.waitFor([&] { return !report; }));
+    report = openReport(desk);
+    EXPECT_EQ(report->txtYourName->text(), u"A. Tester");
+    report->cmdCAncel_Click();
+    EXPECT_TRUE(desk.messages.contains(u"Print Successful"));
+    desk.messages.clear();
+}
+
+} // namespace
+
+TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
 {
     EndToEndDesk desk;
     Main &main = desk.main;
@@ -40,6 +81,7 @@ TEST(EndToEndBoard, SetsReadsAndCalibratesAChannelOnEveryMethod)
     EXPECT_NEAR(board.calibration->MSFlexGrid1->text(7, 3).toDouble(), 2.0, 0.002);
     EXPECT_EQ(main.parts().gpib.connectString(), u"GPIB0::9") << "addressed to the board again";
     EXPECT_EQ(desk.messages, QString());
+    saveReport(desk);
     const QPointer<frmSBC> closing(&board);
     main.mnuSBC->trigger();
     main.mnuSBC->trigger(); // while it still closes

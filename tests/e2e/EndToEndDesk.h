@@ -10,7 +10,20 @@
 
 namespace corvane {
 
-/// The real program on the bench: real transports, real clock, message boxes recorded and answered.
+/// Message boxes are recorded and answered; a file is saved at a path set beforehand.
+class DeskDialogs : public UnattendedDialogs
+{
+public:
+    using UnattendedDialogs::UnattendedDialogs;
+
+    FileChoice saveFile(QWidget *, const FileQuestion &) override
+    {
+        return {FileChoice::Outcome::Chosen, savePath};
+    }
+    QString savePath;
+};
+
+/// The real program on the bench: real transports, real clock.
 struct EndToEndDesk
 {
     static constexpr int patienceMs = 8000;
@@ -42,7 +55,7 @@ struct EndToEndDesk
 
     QString messages;
     QTextStream messageStream{&messages};
-    UnattendedDialogs dialogs{messageStream};
+    DeskDialogs dialogs{messageStream};
     Program program{demo(), dialogs};
     Main &main = program.window();
     ChannelDriver driver{main};
