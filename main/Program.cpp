@@ -2,12 +2,13 @@
 
 #include "bench/Bench.h"
 #include "main/ChannelDriver.h"
+#include "main/LeanStyle.h"
 #include "platform/GpibAdapterChoice.h"
 #include "platform/PlatformError.h"
 #include "setup/SocketsApi.h"
 #include "setup/modWinsockAPI.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 namespace corvane {
 
@@ -15,6 +16,7 @@ Program::Program(const CommandLine &line, Dialogs &dialogs)
     : m_registry(systemRegistry())
     , m_systemInfo(*m_registry, m_launcher, dialogs)
 {
+    QApplication::setStyle(new LeanStyle);
     CommandLine wanted = line;
     if (wanted.demo)
         startBench(wanted);

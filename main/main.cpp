@@ -9,7 +9,6 @@
 #include "platform/StopSignal.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QTextStream>
 #include <QTimer>
 
@@ -56,6 +55,10 @@ int runWindow(const CommandLine &line)
     const StopSignal stop([&program] { program.window().close(); });
     QObject::connect(&program.window(), &Main::closed, qApp, &QCoreApplication::quit);
     program.window().show();
+    // For the window manager: the first paint does not wait for the picture.
+    QTimer::singleShot(0, &program.window(), [] {
+        QApplication::setWindowIcon(QPixmap(QStringLiteral(":/corvane.png")));
+    });
     if (!line.list.isEmpty())
         program.window().loadList(line.list);
     return QApplication::exec();
@@ -122,7 +125,6 @@ int main(int argc, char **argv)
         choosePlatform(line);
         QApplication application(argc, argv);
         QApplication::setQuitOnLastWindowClosed(false);
-        QApplication::setWindowIcon(QIcon(QStringLiteral(":/corvane.png")));
         return runTask(line, out, messages);
     } catch (const PlatformError &error) {
         messages << "corvane: " << error.description() << Qt::endl;

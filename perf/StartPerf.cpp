@@ -6,8 +6,6 @@
 #include "perf/FirstPaint.h"
 #include "platform/QtDialogs.h"
 
-#include <QIcon>
-
 using namespace corvane;
 using namespace corvane::perf;
 
@@ -18,7 +16,6 @@ int showWindow()
 {
     QtDialogs dialogs;
     Program program(CommandLine(), dialogs);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/corvane.png")));
     FirstPaint::watch(program.window());
     program.window().show();
     return QApplication::exec();
@@ -67,7 +64,7 @@ int measure(const std::string &program)
         return figures.ms;
     };
     const Comparison time = compare(
-        25,
+        61,
         [&] {
             return run(0, {program, "--show"});
         },
