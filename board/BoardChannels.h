@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Module1.h"
+
 #include <QString>
 
 namespace corvane {
@@ -22,11 +24,6 @@ enum class ChannelUse {
 class BoardChannels
 {
 public:
-    /// The Channels that can be borrowed.
-    static constexpr int rs232 = 1;
-    static constexpr int ieee488 = 2;
-    static constexpr int tcpIp1 = 3;
-
     virtual ~BoardChannels() = default;
 
     /// The serial port of Channel 1.

@@ -44,13 +44,13 @@ int BoardLink::channelOf(Method method)
 {
     switch (method) {
     case Rs232:
-        return BoardChannels::rs232;
+        return channels::rs232;
     case TcpIp:
-        return BoardChannels::tcpIp1;
+        return channels::tcpIp1;
     case Ieee:
         break;
     }
-    return BoardChannels::ieee488;
+    return channels::ieee488;
 }
 
 bool BoardLink::usesChannel(int channel) const
@@ -101,14 +101,14 @@ void BoardLink::send(const QString &text)
     switch (m_sentBy) {
     case Rs232:
         m_channels.MSComm1().input();
-        m_channels.clearResponse(BoardChannels::rs232);
+        m_channels.clearResponse(channels::rs232);
         m_channels.MSComm1().output(bytes);
         break;
     case Ieee:
         onGpib([&](GpibControl &control) { control.write(bytes); });
         break;
     case TcpIp:
-        m_channels.clearResponse(BoardChannels::tcpIp1);
+        m_channels.clearResponse(channels::tcpIp1);
         m_channels.tcpClient1().sendData(bytes);
         break;
     }
@@ -143,9 +143,9 @@ QString BoardLink::readReply()
         return {};
     switch (m_sentBy) {
     case Rs232:
-        return m_channels.responseText(BoardChannels::rs232);
+        return m_channels.responseText(channels::rs232);
     case TcpIp:
-        return m_channels.responseText(BoardChannels::tcpIp1);
+        return m_channels.responseText(channels::tcpIp1);
     case Ieee:
         break;
     }

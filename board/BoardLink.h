@@ -59,6 +59,8 @@ public:
     [[nodiscard]] bool usesChannel(int channel) const;
     /// Lets waits run again after stop.
     void resume() { m_waits.reopen(); }
+    /// No answer is waited for any more.
+    void forgetAnswer() { m_isSent = false; }
 
     /// True when every character fits the wire's eight bits.
     static bool isSendable(const QString &text);

@@ -26,6 +26,8 @@ BoardSession::Operation::~Operation()
     if (!m_session)
         return;
     m_session->m_running = false;
+    m_session->m_granted = false;
+    m_session->m_link.forgetAnswer();
     if (!m_session->m_shut)
         m_session->m_link.resume();
     Q_EMIT m_session->runningChanged(false);
@@ -48,15 +50,16 @@ std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
     std::optional<Operation> operation(std::in_place, *this);
     if (!mayUse(m_link.channel()))
         return std::nullopt;
-    if (uses == Uses::BoardAndMeter && !mayUse(BoardChannels::ieee488))
+    if (uses == Uses::BoardAndMeter && !mayUse(channels::ieee488))
         return std::nullopt;
+    m_granted = true;
     return operation;
 }
 
 bool BoardSession::usesChannel(int channel) const
 {
-    return m_running && (m_link.usesChannel(channel) ||
-                         (m_uses == Uses::BoardAndMeter && channel == BoardChannels::ieee488));
+    return m_granted && (m_link.usesChannel(channel) ||
+                         (m_uses == Uses::BoardAndMeter && channel == channels::ieee488));
 }
 
 bool BoardSession::mayUse(int channel)

@@ -72,6 +72,8 @@ private:
     Dialogs &m_dialogs;
     QPointer<QWidget> m_window;
     bool m_running = false;
+    /// The main window was asked and let the operation have its Channel.
+    bool m_granted = false;
     Uses m_uses = Uses::Board;
     bool m_shut = false;
     int m_openBoxes = 0;

@@ -7,9 +7,9 @@ namespace {
 QString channelName(int channel)
 {
     switch (channel) {
-    case BoardChannels::rs232:
+    case channels::rs232:
         return QStringLiteral("RS-232");
-    case BoardChannels::ieee488:
+    case channels::ieee488:
         return QStringLiteral("IEEE 488");
     default:
         return QStringLiteral("TCP/IP-1");

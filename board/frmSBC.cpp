@@ -8,6 +8,7 @@
 #include "board/DigitalIoPanel.h"
 #include "board/IdentityPanel.h"
 #include "common/EditableBox.h"
+#include "common/ToolTip.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>
@@ -29,14 +30,6 @@ namespace {
 
 constexpr int unloadPauseMs = 250;
 const QString runningTag = QStringLiteral("runnning");
-
-/// Any text, shown as it stands and broken into lines; of a long one, its start.
-QString toolTipOf(const QString &text)
-{
-    constexpr qsizetype longest = 1000;
-    return text.isEmpty() ? QString()
-                          : QStringLiteral("<qt>%1</qt>").arg(text.left(longest).toHtmlEscaped());
-}
 
 } // namespace
 
@@ -149,7 +142,7 @@ void frmSBC::makeStatusBar()
     connect(&m_link, &BoardLink::replyShown, this,
             [this](const QString &text, const QString &fault) {
                 statusPanels[1]->setText(BoardLink::oneLine(text));
-                statusPanels[1]->setToolTip(toolTipOf(fault.isEmpty() ? text : fault));
+                statusPanels[1]->setToolTip(plainToolTip(fault.isEmpty() ? text : fault));
             });
 }
 

@@ -14,11 +14,11 @@ Control *named(Control *control, const QString &name, const QString &accessibleN
     return control;
 }
 
-/// The same for a button, which a screen reader calls by its caption.
-template <class Button>
-Button *named(Button *button, const QString &name)
+/// The same for a control that a screen reader calls by its caption.
+template <class Control>
+Control *named(Control *control, const QString &name)
 {
-    return named(button, name, button->text().remove(u'&'));
+    return named(control, name, control->text().remove(u'&'));
 }
 
 /// The name of an element of a control array: "name_index".

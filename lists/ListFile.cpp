@@ -3,10 +3,10 @@
 #include "lists/LineReader.h"
 #include "lists/ListKinds.h"
 #include "lists/ListLine.h"
+#include "platform/WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -153,9 +153,7 @@ bool listFile::write(const QString &path, const QString &text)
 {
     if (!fitsLatin1(text))
         return false;
-    QSaveFile file(path);
-    const QByteArray bytes = text.toLatin1();
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    return wholeFile::write(path, text.toLatin1()).isEmpty();
 }
 
 } // namespace corvane

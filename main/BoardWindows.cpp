@@ -40,12 +40,11 @@ BoardWindows::~BoardWindows()
 
 void BoardWindows::mnuSBC_Click()
 {
-    const bool wanted = m_window.mnuSBC->isChecked();
     if (m_board && !m_board->isVisible()) {
-        m_reopen = wanted; // it still closes
+        m_reopen = !m_reopen; // it still closes
         return;
     }
-    if (!wanted) {
+    if (!m_window.mnuSBC->isChecked()) {
         if (m_board)
             m_board->close();
         return;
@@ -53,8 +52,8 @@ void BoardWindows::mnuSBC_Click()
     if (!m_board)
         openBoard();
     const int tab = m_window.tabChannels->currentIndex();
-    if (tab >= rs232 && tab <= tcpIp1)
-        m_board->CallOptSbcCommMeth(static_cast<qint16>(tab - rs232));
+    if (tab >= channels::rs232 && tab <= channels::tcpIp1)
+        m_board->CallOptSbcCommMeth(static_cast<qint16>(tab - channels::rs232));
 }
 
 void BoardWindows::openBoard()
@@ -140,7 +139,7 @@ ChannelUse BoardWindows::channelUse(int channel) const
         return ChannelUse::List;
     if (borrowed->chkLoop->isChecked())
         return ChannelUse::Loop;
-    if (channel != ieee488)
+    if (channel != channels::ieee488)
         return ChannelUse::Free;
     if (!m_window.searchRefusal().isEmpty())
         return ChannelUse::Search;

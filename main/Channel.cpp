@@ -163,6 +163,8 @@ void Channel::refuseSend(const QString &message)
 void Channel::tellRefusal(const QString &message)
 {
     TimerTransfer->stop();
+    if (m_context.waits.isClosed())
+        return;
     m_context.dialogs.showMessage(window(), message);
     if (m_context.host.runsList(m_index))
         m_context.host.ResetTransferData(m_index);

@@ -34,8 +34,10 @@ public:
     /// The text that echo removal looks for, "<05:" for address 05.
     [[nodiscard]] virtual QByteArray echoPrefix() const = 0;
     /// Says in the window, without a message box, what happened to the Channel's device. It stays
-    /// there until the Channel is open again.
+    /// there until clearFault, which also follows when the Channel is open again.
     virtual void reportFault(int index, const QString &description) = 0;
+    /// The Channel's device works again.
+    virtual void clearFault(int index) = 0;
     /// A command list runs over the Channel.
     [[nodiscard]] virtual bool runsList(int index) const = 0;
 

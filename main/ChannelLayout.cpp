@@ -53,7 +53,7 @@ void Channel::makeControls()
     cmdLoadFrmChmber->setToolTip(tr("Download the chamber's current settings into the list (F6)"));
     cmdLoadToChmber->setToolTip(tr("Send the list to the chamber (F5)"));
     cmdStop->setToolTip(tr("Stop the list (Shift+F5)"));
-    m_statusCaption = new QLabel(tr("Status:"), this);
+    m_statusCaption = named(new QLabel(tr("Status:"), this), name("lblStatusCaption"));
     lblStatus = named(new QLabel(this), name("lblStatus"), tr("Status"));
     lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
     shpComm = named(new Led(this), name("shpComm"), tr("Activity"));

@@ -17,7 +17,8 @@ public:
     /// that is there already stays where it is.
     void remember();
 
-    /// The same whatever the history holds: a command may be as long as a reply.
+    /// The same whatever the history holds. A size adjust policy would say so too, but makes the
+    /// pop-up list at once.
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };

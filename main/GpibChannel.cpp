@@ -7,6 +7,7 @@
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 
 namespace corvane {
@@ -16,11 +17,11 @@ namespace {
 constexpr int lastPrimaryAddress = 30;
 constexpr double timeoutLimitMs = 60000;
 
-/// The user has gone on to another control: no menu, nor another window, is over this one.
+/// The user has gone on to another control or window: no menu or message box is over this one.
 bool hasLeft(Qt::FocusReason reason)
 {
     return reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason &&
-           reason != Qt::ActiveWindowFocusReason;
+           !QApplication::activeModalWidget();
 }
 
 QByteArray withoutLineEnds(QByteArray text)
@@ -157,6 +158,7 @@ void GpibChannel::openTransport()
     showAddress(parts.value(0), parts.mid(1).join(QStringLiteral("::")));
     lblConnectString->setText(connectString);
     showTimeout();
+    m_context.host.clearFault(index());
 }
 
 void GpibChannel::closeTransport() {}
@@ -209,6 +211,7 @@ void GpibChannel::handleResponse()
             m_context.host.replyTimedOut(index());
         return;
     }
+    m_context.host.clearFault(index());
     txtIn->setBytes(withoutLineEnds(GpibResponse));
     deliverReply(0);
 }

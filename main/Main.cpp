@@ -1,5 +1,6 @@
 #include "main/Main.h"
 
+#include "common/ToolTip.h"
 #include "lists/CommandListArea.h"
 #include "lists/ListKinds.h"
 #include "lists/TransferEngine.h"
@@ -62,7 +63,15 @@ void Main::showOpen(int index, bool open)
     tabChannels->setTabIcon(index, Led::tabMark(open));
     if (!open)
         return;
-    m_faults.at(static_cast<size_t>(index)).clear();
+    clearFault(index);
+}
+
+void Main::clearFault(int index)
+{
+    QString &fault = m_faults.at(static_cast<size_t>(index));
+    if (fault.isEmpty())
+        return;
+    fault.clear();
     showFaults();
 }
 
@@ -73,8 +82,10 @@ void Main::showFaults()
         if (!fault.isEmpty())
             shown.append(fault);
     }
-    lblFaults->setText(shown.join(QStringLiteral("; ")));
-    lblFaults->setToolTip(shown.join(u'\n'));
+    const QString text = shown.join(QStringLiteral("; "));
+    lblFaults->setText(text);
+    lblFaults->setAccessibleName(text);
+    lblFaults->setToolTip(plainToolTip(text));
 }
 
 void Main::loggingFailed(const QString &description)

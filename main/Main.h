@@ -110,6 +110,7 @@ public:
     void cmdStop_Click(int index) override;
     [[nodiscard]] QByteArray echoPrefix() const override;
     void reportFault(int index, const QString &description) override;
+    void clearFault(int index) override;
     [[nodiscard]] bool runsList(int index) const override;
     [[nodiscard]] QString channelRefusal(int index) const override;
     /// Why the GPIB search keeps others from the control; empty when it does not.

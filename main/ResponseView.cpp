@@ -17,9 +17,9 @@ namespace corvane {
 namespace {
 
 constexpr int margin = 4;
-constexpr int preferredWidth = 120;
+constexpr int leastWidth = 120;
 constexpr int preferredRows = 5;
-constexpr int minimumRows = 2;
+constexpr int leastRows = 2;
 
 /// One row as it is drawn: control characters, and the hyphen that has no width, as dots.
 QString drawable(QByteArrayView row)
@@ -110,7 +110,7 @@ QSize ResponseView::sizeHint() const
 
 QSize ResponseView::minimumSizeHint() const
 {
-    return sizeOfRows(minimumRows);
+    return sizeOfRows(leastRows);
 }
 
 /// Measured in the window's font. The fixed font is loaded with the first text, so that the start
@@ -118,7 +118,7 @@ QSize ResponseView::minimumSizeHint() const
 QSize ResponseView::sizeOfRows(int rows) const
 {
     const int lineSpacing = QFontMetrics(QApplication::font()).lineSpacing();
-    return {preferredWidth, rows * lineSpacing + 2 * margin + 2 * frameWidth()};
+    return {leastWidth, rows * lineSpacing + 2 * margin + 2 * frameWidth()};
 }
 
 /// The width of a column as text is drawn: seldom a whole number of pixels.

@@ -68,6 +68,7 @@ void TcpChannel::openTransport()
 void TcpChannel::closeTransport()
 {
     chkLoop->setChecked(false);
+    forgetExchange();
     m_client.close();
 }
 
@@ -88,6 +89,8 @@ void TcpChannel::send(const QByteArray &command)
         refuseNotConnected();
         return;
     }
+    if (m_pieces.isEmpty())
+        m_context.host.clearFault(index());
     dropRest(tr("a reply did not come before the next command"));
     beginReply();
     m_pieces = index() == channels::tcpIp1 ? QList{command} : command.split(';');
@@ -130,7 +133,9 @@ void TcpChannel::tcpClient_DataArrival()
     } catch (const PlatformError &error) {
         // Below this frame is the socket's own: the message waits until it has returned.
         TimerTransfer->stop();
-        QTimer::singleShot(0, this, [this, error] { exchangeFailed(error, texts::sendError); });
+        forgetExchange();
+        m_context.host.reportFault(index(), error.description());
+        QTimer::singleShot(0, this, [this] { refuseSend(texts::sendError); });
     }
 }
 

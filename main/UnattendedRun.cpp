@@ -10,9 +10,9 @@
 #include "platform/PlatformError.h"
 #include "platform/StopSignal.h"
 #include "platform/TextGrid.h"
+#include "platform/WholeFile.h"
 
 #include <QCheckBox>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <utility>
@@ -228,10 +228,8 @@ bool UnattendedRun::conclude()
 
 bool UnattendedRun::writeFile(const QString &path, const QByteArray &bytes)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return true;
-    return refuse(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    const QString fault = wholeFile::write(path, bytes);
+    return fault.isEmpty() || refuse(QStringLiteral("%1: %2").arg(path, fault));
 }
 
 int UnattendedRun::exitCode() const

@@ -4,6 +4,7 @@
 #include "board/Controls.h"
 #include "board/frmSBC.h"
 #include "platform/Dialogs.h"
+#include "platform/WholeFile.h"
 #include "report/CalibrationReport.h"
 #include "report/ReportTexts.h"
 
@@ -13,7 +14,6 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QSaveFile>
 #include <QScopeGuard>
 #include <QShortcut>
 #include <QStatusBar>
@@ -268,13 +268,12 @@ void frmSBCPrint::PrintCals()
 
 void frmSBCPrint::write(const QString &path, const QByteArray &report)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(report) == report.size() && file.commit()) {
+    const QString fault = wholeFile::write(path, report);
+    if (fault.isEmpty()) {
         tell(reportTexts::printSuccessful);
         return;
     }
-    const QString description =
-        QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
+    const QString description = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), fault);
     tell(reportTexts::printErrorText(PrintError::Other, path, description));
 }
 

@@ -93,6 +93,7 @@ void frmGpibAdapters::createRow(QGridLayout &grid, std::size_t board)
     cmdTest[board] =
         named(new QPushButton(QStringLiteral("&Test")), indexed(QStringLiteral("cmdTest"), board),
               QStringLiteral("Test the adapter of ") + name);
+    cmdTest[board]->setAutoDefault(false); // Enter takes the choices over
     cmdTest[board]->setToolTip(QStringLiteral("Stores the choice and asks the adapter"));
     auto *result = new QLabel;
     result->setObjectName(indexed(QStringLiteral("lblResult"), board));

@@ -50,7 +50,7 @@ public:
     {
         if (!boxText.isEmpty())
             return boxText;
-        const auto &written = channel == rs232 ? serial.written : tcp.sent;
+        const auto &written = channel == channels::rs232 ? serial.written : tcp.sent;
         return written.empty() ? QString() : answer(QString::fromLatin1(written.back()));
     }
     void clearResponse(int channel) override

@@ -95,7 +95,7 @@ TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
     channels.use = ChannelUse::List;
     channels.boxText = QStringLiteral("the list's reply");
     for (const int method : {0, 1, 2}) {
-        channels.usedChannel = method + BoardChannels::rs232;
+        channels.usedChannel = method + channels::rs232;
         board.OptSbcCommMeth_Click(method);
         QString text = QStringLiteral("ADC?");
         board.link().OutputToSbc(text);

@@ -37,6 +37,7 @@ public:
     void cmdStop_Click(int) override {}
     [[nodiscard]] QByteArray echoPrefix() const override { return prefix; }
     void reportFault(int, const QString &description) override { faults.append(description); }
+    void clearFault(int) override { faults.clear(); }
     [[nodiscard]] bool runsList(int index) const override
     {
         return m_module.transferRunning() && index != freeOfLists;

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace corvane {
+
+/// A tool tip that shows any text as it stands, broken into lines; of a long one, its start.
+inline QString plainToolTip(const QString &text)
+{
+    constexpr qsizetype longest = 1000;
+    return text.isEmpty() ? QString()
+                          : QStringLiteral("<qt>%1</qt>").arg(text.left(longest).toHtmlEscaped());
+}
+
+} // namespace corvane
