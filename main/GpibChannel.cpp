@@ -21,7 +21,7 @@ constexpr double timeoutLimitMs = 60000;
 bool hasLeft(Qt::FocusReason reason)
 {
     return reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason &&
-           !QApplication::activeModalWidget();
+           QApplication::activeModalWidget() == nullptr;
 }
 
 QByteArray withoutLineEnds(QByteArray text)
