@@ -18,7 +18,7 @@ class ResponseView : public QAbstractScrollArea
 
 public:
     /// At most one repaint in this many ms.
-    static constexpr int repaintIntervalMs = 50;
+    static constexpr int repaintIntervalMs = 75;
 
     explicit ResponseView(QWidget *parent = nullptr);
 
