@@ -52,8 +52,8 @@ public:
 
     virtual ~Dialogs() = default;
 
-    /// Shows a message box. `parent` may be null. Dismissed: closed by
-    /// dismissAll; its close box and Esc answer Ok, or No where that is a choice.
+    /// Shows a message box. `parent` may be null. Dismissed: closed by dismissAll; the
+    /// close box and Esc answer Ok, or No where that is a choice.
     virtual Answer showMessage(QWidget *parent, const MessageBox &box) = 0;
     /// A message box with an OK button, no icon and the program's title.
     void showMessage(QWidget *parent, const QString &text);

@@ -92,13 +92,9 @@ QVariant TextGridModel::colour(int row, int column, int role) const
 
 QVariant TextGridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal)
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    if (role == Qt::DisplayRole)
-        return m_table.text(0, section).toString();
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
-    return {};
+    return m_table.text(0, section).toString();
 }
 
 void TextGridModel::setTable(TextTable table)
