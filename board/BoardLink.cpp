@@ -85,7 +85,7 @@ void BoardLink::OutputToSbc(QString &command)
         m_isSent = true;
     } catch (const PlatformError &error) {
         m_fault = error.description();
-        Q_EMIT replyShown(texts::noResponse, m_fault);
+        Q_EMIT replyShown(boardTexts::noResponse, m_fault);
     }
     PauseMS(afterSendMs);
 }
@@ -93,10 +93,10 @@ void BoardLink::OutputToSbc(QString &command)
 void BoardLink::send(const QString &text)
 {
     if (!isSendable(text))
-        throw PlatformError(texts::notSendable);
+        throw PlatformError(boardTexts::notSendable);
     const ChannelUse use = m_channels.channelUse(channel());
     if (use != ChannelUse::Free)
-        throw PlatformError(texts::channelInUse(channel(), use));
+        throw PlatformError(boardTexts::channelInUse(channel(), use));
     const QByteArray bytes = text.toLatin1();
     switch (m_sentBy) {
     case Rs232:
@@ -123,7 +123,7 @@ void BoardLink::InputFromSbc(QString &reply)
         reply = readReply();
     }
     if (!isStopped())
-        Q_EMIT replyShown(reply.isEmpty() ? texts::noResponse : reply, m_fault);
+        Q_EMIT replyShown(reply.isEmpty() ? boardTexts::noResponse : reply, m_fault);
 }
 
 QString BoardLink::ask(QString command, qint16 beforeReadMs)

@@ -67,7 +67,7 @@ bool BoardSession::mayUse(int channel)
     const ChannelUse use = m_channels.channelUse(channel);
     if (use == ChannelUse::Free)
         return true;
-    say(texts::channelInUse(channel, use));
+    say(boardTexts::channelInUse(channel, use));
     return false;
 }
 
@@ -106,7 +106,7 @@ bool BoardSession::checkSendable(const QString &text)
 {
     if (BoardLink::isSendable(text))
         return true;
-    say(texts::notSendable);
+    say(boardTexts::notSendable);
     return false;
 }
 

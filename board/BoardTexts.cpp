@@ -1,6 +1,6 @@
 #include "board/BoardTexts.h"
 
-namespace corvane::texts {
+namespace corvane::boardTexts {
 
 namespace {
 
@@ -40,4 +40,4 @@ QString channelInUse(int channel, ChannelUse use)
     return QStringLiteral("The %1 Channel is in use: %2").arg(channelName(channel), useName(use));
 }
 
-} // namespace corvane::texts
+} // namespace corvane::boardTexts

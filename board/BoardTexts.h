@@ -5,7 +5,7 @@
 #include <QString>
 
 /// The board window's fixed texts, letter by letter, misspellings and double blanks included.
-namespace corvane::texts {
+namespace corvane::boardTexts {
 
 inline const QString boardCaption = QStringLiteral("VXM250 Calibration Utility");
 inline const QString noResponse = QStringLiteral("NO RESPONSE");
@@ -51,4 +51,4 @@ inline const QString notSendable =
 /// "The RS-232 Channel is in use: ...", for a message box or a status panel's tool tip.
 QString channelInUse(int channel, ChannelUse use);
 
-} // namespace corvane::texts
+} // namespace corvane::boardTexts

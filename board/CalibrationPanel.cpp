@@ -144,9 +144,9 @@ void CalibrationPanel::cmdCal_Click()
     const int channel = numbers::leadingInteger(txtChannel->text());
     if (!numbers::isNumeric(txtChannel->text()) || channel < 0 ||
         channel >= CalibrationTable::channels)
-        m_session.say(texts::badChannel);
+        m_session.say(boardTexts::badChannel);
     else if (!numbers::isNumeric(m_meterAddress))
-        m_session.say(texts::badMeterAddress);
+        m_session.say(boardTexts::badMeterAddress);
     else if (confirmMeter(channel))
         runCalibration(channel);
 }
@@ -156,8 +156,8 @@ bool CalibrationPanel::confirmMeter(int channel)
 {
     if (channel != 0 || m_link.method() == BoardLink::Ieee)
         return true;
-    return m_session.ask({.text = texts::meterWarning,
-                          .title = texts::meterWarningTitle,
+    return m_session.ask({.text = boardTexts::meterWarning,
+                          .title = boardTexts::meterWarningTitle,
                           .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes;
 }
 

@@ -21,7 +21,7 @@ CalibrationEnd CalibrationScan::scanAll(const QString &meterAddress)
     for (int channel = 0; channel < CalibrationTable::channels; ++channel) {
         if (!readChannel(channel))
             break;
-        m_session.say(texts::moveSensor.arg(channel));
+        m_session.say(boardTexts::moveSensor.arg(channel));
         if (!readMeter(channel, meter))
             break;
     }

@@ -67,7 +67,7 @@ QWidget *DacAdcPanel::makeUnits()
         row->addWidget(option);
     }
     optDacUnits[Volts]->setChecked(true);
-    lblDacRange = named(new QLabel(texts::dacRangeVolts), QStringLiteral("lblDacRange"),
+    lblDacRange = named(new QLabel(boardTexts::dacRangeVolts), QStringLiteral("lblDacRange"),
                         tr("Range of the DAC entries"));
     row->addSpacing(24);
     row->addWidget(lblDacRange);
@@ -215,7 +215,7 @@ void DacAdcPanel::optDacUnits_Click(int units)
         return;
     m_units = units;
     optDacUnits[static_cast<size_t>(units)]->setChecked(true);
-    lblDacRange->setText(units == Hex ? texts::dacRangeHex : texts::dacRangeVolts);
+    lblDacRange->setText(units == Hex ? boardTexts::dacRangeHex : boardTexts::dacRangeVolts);
     const auto convert = units == Hex ? dacUnits::toHexText : dacUnits::toVoltsText;
     for (QLineEdit *box : txtSendDac)
         box->setText(convert(box->text()));
@@ -249,13 +249,13 @@ std::optional<QString> DacAdcPanel::dacCommand(int channel)
 {
     const QString text = txtSendDac[static_cast<size_t>(channel)]->text();
     if (m_units == Volts && isBertan()) {
-        m_session.say(texts::voltsInBertan);
+        m_session.say(boardTexts::voltsInBertan);
         return std::nullopt;
     }
     auto command =
         m_units == Hex ? dacCommandFromHex(channel, text) : dacCommandFromVolts(channel, text);
     if (!command)
-        m_session.say(texts::invalidData);
+        m_session.say(boardTexts::invalidData);
     return command;
 }
 

@@ -153,7 +153,7 @@ void DigitalIoPanel::optIoUnits_Click(int units)
     m_units = units;
     const QSignalBlocker once(optIoUnits[static_cast<size_t>(units)]);
     optIoUnits[static_cast<size_t>(units)]->setChecked(true);
-    lblIoRange->setText(units == Hex ? texts::ioRangeHex : texts::ioRangeDecimal);
+    lblIoRange->setText(units == Hex ? boardTexts::ioRangeHex : boardTexts::ioRangeDecimal);
     if (units == Hex)
         chkBertan->setChecked(false);
     const QString fullScale = units == Hex ? QStringLiteral("FF") : QStringLiteral("255");
@@ -200,7 +200,7 @@ void DigitalIoPanel::writeRegister(const QString &name, int port, const QString 
         return;
     const auto value = registerValue(text);
     if (!value) {
-        m_session.say(texts::invalidData);
+        m_session.say(boardTexts::invalidData);
         return;
     }
     QString command = QStringLiteral("%1 %2,%3").arg(name, QString::number(port), *value);

@@ -90,7 +90,7 @@ void DigitalTests::directionTest()
         Q_EMIT busyChanged(true);
         bool passed = true;
         if (directionSteps(passed))
-            m_session.say(passed ? texts::writeTestPassed : texts::writeTestFailed);
+            m_session.say(passed ? boardTexts::writeTestPassed : boardTexts::writeTestFailed);
     }
     cleanUp();
 }
@@ -120,8 +120,8 @@ bool DigitalTests::directionStep(int port, int step, bool &passed)
     m_link.InputFromSbc(reply);
     if (!isEnded() && numbers::leadingNumber(reply) != pattern) {
         passed = false;
-        m_session.say(texts::directionFailed.arg(QString::number(port), BoardLink::oneLine(reply),
-                                                 QString::number(step)));
+        m_session.say(boardTexts::directionFailed.arg(
+            QString::number(port), BoardLink::oneLine(reply), QString::number(step)));
     }
     return !isEnded();
 }
@@ -148,9 +148,9 @@ void DigitalTests::loopbackTest()
     if (!isEnded()) {
         Q_EMIT busyChanged(true);
         bool passed = true;
-        m_session.say(texts::installLoopBack);
+        m_session.say(boardTexts::installLoopBack);
         if (loopbackSteps(passed))
-            m_session.say(passed ? texts::loopBackPassed : texts::loopBackFailed);
+            m_session.say(passed ? boardTexts::loopBackPassed : boardTexts::loopBackFailed);
     }
     cleanUp();
 }
@@ -179,7 +179,7 @@ bool DigitalTests::testPair(int outPort, int inPort, bool &passed)
     const bool pairPassed = loopback(outPort, inPort);
     if (!pairPassed && !isEnded()) {
         passed = false;
-        m_session.say(texts::loopBackError);
+        m_session.say(boardTexts::loopBackError);
     }
     return !isEnded();
 }

@@ -88,7 +88,7 @@ void IdentityPanel::enableSetSN()
 void IdentityPanel::txtSnPassword_KeyDown(int keyCode)
 {
     if (keyCode != enterKey ||
-        !txtSnPassword->text().contains(texts::unlockPhrase, Qt::CaseInsensitive))
+        !txtSnPassword->text().contains(boardTexts::unlockPhrase, Qt::CaseInsensitive))
         return;
     m_unlocked = true;
     txtSN->setEnabled(true);
@@ -108,14 +108,14 @@ void IdentityPanel::cmdSetSN_Click()
         return;
     const QString serial = txtSN->text();
     if (!isSerialNumber(serial)) {
-        m_session.say(texts::serialNumberRefused);
+        m_session.say(boardTexts::serialNumberRefused);
         return;
     }
     QString command = QStringLiteral(":CALibrate:PICSerialNumber ") + serial.trimmed() + u'\r';
     if (!m_session.checkSendable(command))
         return;
     m_link.OutputToSbc(command);
-    m_session.say(m_link.fault().isEmpty() ? texts::serialNumberSent : m_link.fault());
+    m_session.say(m_link.fault().isEmpty() ? boardTexts::serialNumberSent : m_link.fault());
 }
 
 void IdentityPanel::cmdGetTcpip_Click()
@@ -127,7 +127,7 @@ void IdentityPanel::cmdGetTcpip_Click()
     if (m_session.isStopped())
         return;
     const qsizetype comma = reply.indexOf(u',');
-    lblTcpip->setText(comma < 0 ? texts::tcpipError : reply.first(comma));
+    lblTcpip->setText(comma < 0 ? boardTexts::tcpipError : reply.first(comma));
 }
 
 } // namespace corvane

@@ -41,7 +41,7 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     , m_session(m_link, channels, dialogs, this)
 {
     setObjectName(QStringLiteral("frmSBC"));
-    setWindowTitle(texts::boardCaption);
+    setWindowTitle(boardTexts::boardCaption);
     caliTimer.setTimerType(Qt::PreciseTimer);
     connect(&caliTimer, &QTimer::timeout, this, &frmSBC::caliTimer_Timer);
     // Before the pages disable their buttons, and again after they have enabled them.

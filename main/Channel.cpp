@@ -104,8 +104,8 @@ void Channel::cmdConnect_Click()
         openTransport();
         shpComm->show();
     } catch (const PlatformError &error) {
-        m_context.dialogs.showMessage(window(), texts::connectError + QStringLiteral("\r\n") +
-                                                    error.description());
+        m_context.dialogs.showMessage(window(), channelTexts::connectError +
+                                                    QStringLiteral("\r\n") + error.description());
         Q_EMIT connectFailed();
     }
     refreshStatus();
@@ -118,8 +118,8 @@ void Channel::cmdDisconnect_Click()
     } catch (const PlatformError &error) {
         m_context.dialogs.showMessage(
             window(),
-            {.text = texts::disconnectError + QStringLiteral("\r\n") + error.description(),
-             .title = texts::disconnectErrorTitle});
+            {.text = channelTexts::disconnectError + QStringLiteral("\r\n") + error.description(),
+             .title = channelTexts::disconnectErrorTitle});
     }
     refreshStatus();
 }
@@ -136,13 +136,13 @@ void Channel::cmdSend_Click()
     }
     const QString command = cboOut->currentText();
     if (const QString refused = firstBeyondLatin1(command); !refused.isEmpty()) {
-        refuseSend(texts::notSendable.arg(refused));
+        refuseSend(channelTexts::notSendable.arg(refused));
         return;
     }
     try {
         send(command.toLatin1());
     } catch (const PlatformError &error) {
-        exchangeFailed(error, texts::sendError);
+        exchangeFailed(error, channelTexts::sendError);
     }
 }
 
@@ -150,7 +150,7 @@ void Channel::cmdSend_Click()
 /// again.
 void Channel::refuseNotConnected()
 {
-    tellRefusal(texts::notConnected.at(static_cast<size_t>(m_index)));
+    tellRefusal(channelTexts::notConnected.at(static_cast<size_t>(m_index)));
 }
 
 void Channel::refuseSend(const QString &message)
@@ -179,13 +179,13 @@ void Channel::exchangeFailed(const PlatformError &error, const QString &message)
 
 void Channel::cmdIDN_Click()
 {
-    setCommand(texts::idnCommand);
+    setCommand(channelTexts::idnCommand);
     cmdSend_Click();
 }
 
 void Channel::cmdSystErr_Click()
 {
-    setCommand(texts::systErrCommand);
+    setCommand(channelTexts::systErrCommand);
     cmdSend_Click();
 }
 
@@ -232,7 +232,8 @@ void Channel::Timer1_Timer()
     try {
         poll();
     } catch (const PlatformError &error) {
-        exchangeFailed(error, texts::readError + QStringLiteral("\r\n") + error.description());
+        exchangeFailed(error,
+                       channelTexts::readError + QStringLiteral("\r\n") + error.description());
     }
 }
 

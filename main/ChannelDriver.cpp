@@ -18,8 +18,9 @@ constexpr int quietMs = 60;
 void refuseEntry(int index, const QString &entry, const QString &value)
 {
     if (!value.isEmpty())
-        throw PlatformError(QStringLiteral("%1 has no %2 entry")
-                                .arg(texts::channelCaptions.at(static_cast<size_t>(index)), entry));
+        throw PlatformError(
+            QStringLiteral("%1 has no %2 entry")
+                .arg(channelTexts::channelCaptions.at(static_cast<size_t>(index)), entry));
 }
 
 void choose(QComboBox &list, const QString &entry)

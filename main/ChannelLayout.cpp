@@ -58,7 +58,7 @@ void Channel::makeControls()
     lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
     shpComm = named(new Led(this), name("shpComm"), tr("Activity"));
     cboOut = named(new CommandBox(this), name("cboOut"), tr("Command"));
-    cboOut->setEditText(texts::idnCommand);
+    cboOut->setEditText(channelTexts::idnCommand);
     chkLoop = named(new QCheckBox(tr("&Loop"), this), name("chkLoop"), tr("Loop"));
     cboMs = named(new EditableBox(this), name("cboMs"), tr("Loop period in milliseconds"));
     for (const char *ms : {"1000", "2000", "5000", "10000", "30000", "60000"})

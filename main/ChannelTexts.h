@@ -5,7 +5,7 @@
 #include <array>
 
 /// The fixed texts of the Channels, kept exactly as they stand.
-namespace corvane::texts {
+namespace corvane::channelTexts {
 
 inline const std::array<QString, 5> channelCaptions = {
     QStringLiteral("RS-485"), QStringLiteral("RS-232"), QStringLiteral("IEEE 488"),
@@ -54,4 +54,4 @@ inline const std::array<QString, 9> socketStates = {
 inline const QString logOverflow =
     QStringLiteral("Text Box > 32000 Characters: Buffer Over Run: Text Box Reset");
 
-} // namespace corvane::texts
+} // namespace corvane::channelTexts

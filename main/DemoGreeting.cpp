@@ -20,13 +20,13 @@ int greetTheBench(Main &window, QTextStream &out)
     bool allAnswered = true;
     for (int index = 0; index < channelCount; ++index) {
         const QString caption =
-            texts::channelCaptions.at(static_cast<size_t>(index)).leftJustified(10);
+            channelTexts::channelCaptions.at(static_cast<size_t>(index)).leftJustified(10);
         if (!driver.connect(index, patienceMs)) {
             out << caption << "not connected" << Qt::endl;
             allAnswered = false;
             continue;
         }
-        for (const QString &command : {texts::idnCommand, texts::systErrCommand}) {
+        for (const QString &command : {channelTexts::idnCommand, channelTexts::systErrCommand}) {
             const auto reply = driver.ask(index, command, patienceMs);
             allAnswered = allAnswered && reply;
             out << caption << command.leftJustified(12)

@@ -202,11 +202,11 @@ void GpibChannel::handleResponse()
     const Module1 &module = m_context.module;
     if (GpibResponse.isEmpty()) {
         if (!module.transferRunning() && module.GpibLoopEnabled) {
-            txtIn->setText(texts::loopTimedOut.arg(m_control.timeout()));
+            txtIn->setText(channelTexts::loopTimedOut.arg(m_control.timeout()));
             switchOffLoop();
             return;
         }
-        txtIn->setText(texts::timedOut.arg(m_control.timeout()));
+        txtIn->setText(channelTexts::timedOut.arg(m_control.timeout()));
         if (module.transferRunning())
             m_context.host.replyTimedOut(index());
         return;

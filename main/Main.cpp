@@ -272,7 +272,7 @@ QString Main::channelRefusal(int index) const
 {
     if (m_board->usesChannel(index))
         return tr("The VXM250E window is using %1.  Please wait until it has finished.")
-            .arg(texts::channelCaptions.at(static_cast<size_t>(index)));
+            .arg(channelTexts::channelCaptions.at(static_cast<size_t>(index)));
     return index == channels::ieee488 ? searchRefusal() : QString();
 }
 

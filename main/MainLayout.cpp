@@ -39,7 +39,7 @@ void Main::buildChannels()
     for (Channel *each : m_channels) {
         const int index = each->index();
         tabChannels->addTab(each, Led::tabMark(false),
-                            texts::channelCaptions.at(static_cast<size_t>(index)));
+                            channelTexts::channelCaptions.at(static_cast<size_t>(index)));
         connect(each, &Channel::openChanged, this,
                 [this, index](bool open) { showOpen(index, open); });
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)), this);

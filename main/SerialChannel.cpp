@@ -28,7 +28,7 @@ SerialChannel::SerialChannel(int index, SerialPort &port, const ChannelContext &
     cmdPortConfig = new QPushButton(tr("Config&ure..."), this);
     cmdPortConfig->setAccessibleName(tr("Configure the port"));
     addConnectionWidget(cmdPortConfig, QStringLiteral("cmdPortConfig"));
-    reserveStatus(texts::portClosed);
+    reserveStatus(channelTexts::portClosed);
     disableLog();
 
     txtPort->installEventFilter(this);
@@ -129,7 +129,7 @@ bool SerialChannel::isOpen() const
 
 std::optional<QString> SerialChannel::statusText() const
 {
-    return m_port.isPortOpen() ? texts::portOpen : texts::portClosed;
+    return m_port.isPortOpen() ? channelTexts::portOpen : channelTexts::portClosed;
 }
 
 } // namespace corvane

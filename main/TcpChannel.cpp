@@ -25,7 +25,7 @@ TcpChannel::TcpChannel(int index, TcpClient &client, const ChannelContext &conte
     txtPort->setMaximumWidth(70);
     addConnectionField(tr("&Host:"), txtAddress, QStringLiteral("txtAddress"));
     addConnectionField(tr("&Port:"), txtPort, QStringLiteral("txtPort"));
-    reserveStatus(texts::socketStates.back());
+    reserveStatus(channelTexts::socketStates.back());
 
     connect(txtPort, &QLineEdit::textChanged, this, &TcpChannel::txtPort_Change);
     for (const QLineEdit *entry : {txtPort, txtAddress})
@@ -75,7 +75,7 @@ void TcpChannel::closeTransport()
 void TcpChannel::txtPort_Change()
 {
     if (isOpen())
-        m_context.dialogs.showMessage(window(), texts::alreadyConnected);
+        m_context.dialogs.showMessage(window(), channelTexts::alreadyConnected);
     else if (!txtPort->text().isEmpty())
         m_client.setRemotePort(numbers::leadingInteger(txtPort->text()));
 }
@@ -135,13 +135,13 @@ void TcpChannel::tcpClient_DataArrival()
         TimerTransfer->stop();
         forgetExchange();
         m_context.host.reportFault(index(), error.description());
-        QTimer::singleShot(0, this, [this] { refuseSend(texts::sendError); });
+        QTimer::singleShot(0, this, [this] { refuseSend(channelTexts::sendError); });
     }
 }
 
 void TcpChannel::tcpClient_Error(int, const QString &description)
 {
-    m_context.dialogs.showMessage(window(), texts::socketError + description);
+    m_context.dialogs.showMessage(window(), channelTexts::socketError + description);
     closeUntilClosed();
     refreshStatus();
     Q_EMIT connectFailed();
@@ -159,9 +159,9 @@ void TcpChannel::poll()
 std::optional<QString> TcpChannel::statusText() const
 {
     const auto state = static_cast<size_t>(m_client.state());
-    if (state >= texts::socketStates.size())
+    if (state >= channelTexts::socketStates.size())
         return std::nullopt;
-    return texts::socketStates.at(state);
+    return channelTexts::socketStates.at(state);
 }
 
 } // namespace corvane

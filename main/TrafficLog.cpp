@@ -140,7 +140,7 @@ void TrafficLog::appendToComments(const QString &line)
     // A line break is one character in the document and counts as CR LF.
     const qsizetype before = text.characterCount() - 1 + text.blockCount() - 1;
     if (before + line.size() + 2 > commentLimit) {
-        m_comments.setPlainText(texts::logOverflow);
+        m_comments.setPlainText(channelTexts::logOverflow);
         return;
     }
     // The user's own cursor and selection stay where they are.

@@ -120,7 +120,7 @@ bool UnattendedRun::prepare()
     if (m_window.waits().isClosed())
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
     return refuse(QStringLiteral("%1 is not connected")
-                      .arg(texts::channelCaptions.at(static_cast<size_t>(m_line.channel))));
+                      .arg(channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel))));
 }
 
 void UnattendedRun::run()
@@ -172,7 +172,7 @@ RunReport UnattendedRun::report() const
     const TextGrid &grid = *m_window.commandList->flexgridVDL;
     RunReport report;
     report.listName = m_window.commandList->ListFileName;
-    report.channel = texts::channelCaptions.at(static_cast<size_t>(m_line.channel));
+    report.channel = channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel));
     report.fault = m_fault;
     if (m_sinceStart.isValid())
         report.seconds = static_cast<double>(m_sinceStart.elapsed()) / 1000.0;
