@@ -14,12 +14,14 @@ namespace {
 constexpr qsizetype longestName = 255;
 constexpr qsizetype longestPath = 4095;
 
-bool isRefusedCharacter(QChar c)
+/// A name that the system refuses, or keeps for a device.
+bool isRefusedBySystem(const QString &name)
 {
 #ifdef Q_OS_WIN
-    return c < u' ' || QStringLiteral("<>:\"|?*").contains(c);
+    const auto isRefused = [](QChar c) { return c < u' ' || QStringView(u"<>:\"|?*").contains(c); };
+    return std::ranges::any_of(name, isRefused) || isReservedOnWindows(name);
 #else
-    Q_UNUSED(c)
+    Q_UNUSED(name)
     return false;
 #endif
 }
@@ -57,14 +59,24 @@ QString withExtension(const QString &path, const QString &extension)
     return path.endsWith(u'.') ? path + extension : path + u'.' + extension;
 }
 
+bool isReservedOnWindows(const QString &name)
+{
+    // The system takes the superscript digits 1 to 3 for digits, too.
+    static const QRegularExpression reserved(
+        QStringLiteral("^(con|prn|aux|nul|(com|lpt)[1-9\u00b9\u00b2\u00b3]|conin\\$|conout\\$)"
+                       " *(\\.|$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    return reserved.match(name).hasMatch();
+}
+
 bool isRefusedName(const QString &path)
 {
     const QFileInfo file(path);
     const QString name = file.fileName();
     // A folder, or a device or pipe, which saving would replace by a file.
     const bool isOther = name == u"." || name == u".." || (file.exists() && !file.isFile());
-    return name.isEmpty() || isOther || std::ranges::any_of(name, isRefusedCharacter) ||
-           path.contains(QChar::Null) || QFile::encodeName(name).size() > longestName ||
+    return name.isEmpty() || isOther || isRefusedBySystem(name) || path.contains(QChar::Null) ||
+           QFile::encodeName(name).size() > longestName ||
            QFile::encodeName(path).size() > longestPath || !file.dir().exists();
 }
 

@@ -19,8 +19,13 @@ QString extensionOf(const QString &nameFilter);
 /// point of a part number, as in "1234.5_0123-07", begins none.
 QString withExtension(const QString &path, const QString &extension);
 
+/// True for a name that means a device on Windows, whatever follows its first point: CON, PRN, AUX,
+/// NUL, COM1 to COM9, LPT1 to LPT9 and the console's CONIN$ and CONOUT$, in any case.
+bool isReservedOnWindows(const QString &name);
+
 /// True when no file of this path can be made: no name, a name or path too long, a character that
-/// the system refuses, a folder that does not exist, something there that is no file.
+/// the system refuses or a name that it keeps for a device, a folder that does not exist, something
+/// there that is no file.
 bool isRefusedName(const QString &path);
 
 } // namespace corvane::fileQuestions

@@ -52,8 +52,12 @@ public:
         };
         action.sa_handler = noteStopSignal;
         action.sa_flags = SA_RESTART;
-        for (size_t each = 0; each < signals.size(); ++each)
-            ::sigaction(signals.at(each), &action, &m_before.at(each));
+        for (size_t each = 0; each < signals.size(); ++each) {
+            ::sigaction(signals.at(each), nullptr, &m_before.at(each));
+            const bool ignored = m_before.at(each).sa_handler == SIG_IGN;
+            if (signals.at(each) != SIGHUP || !ignored)
+                ::sigaction(signals.at(each), &action, nullptr);
+        }
     }
 
     ~Private()
@@ -71,7 +75,7 @@ public:
     Q_DISABLE_COPY_MOVE(Private)
 
 private:
-    static constexpr std::array signals = {SIGINT, SIGTERM};
+    static constexpr std::array signals = {SIGINT, SIGTERM, SIGHUP};
 
     std::function<void()> m_stop;
     const int m_outerEnd;

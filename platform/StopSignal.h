@@ -5,8 +5,9 @@
 
 namespace corvane {
 
-/// Turns a request to end the process (SIGINT, SIGTERM; console events on Windows) into a call in
-/// the event loop, for as long as the object lives. Objects nest: the newest one is called.
+/// Turns a request to end the process (SIGINT, SIGTERM, SIGHUP; console events on Windows) into a
+/// call in the event loop, for as long as the object lives. Objects nest: the newest one is called.
+/// A hang-up that the program was started to ignore stays ignored.
 class StopSignal
 {
 public:

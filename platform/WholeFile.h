@@ -10,4 +10,8 @@ namespace corvane::wholeFile {
 /// Returns why it failed, without the path; empty when it is written.
 QString write(const QString &path, const QByteArray &bytes);
 
+/// Why a write there would fail as things are now; empty when it would not. Leaves what is there as
+/// it is, and nothing where nothing was.
+QString refusal(const QString &path);
+
 } // namespace corvane::wholeFile

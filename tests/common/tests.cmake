@@ -1,1 +1,1 @@
-corvane_test(common SOURCES NumbersTest.cpp USES common)
+corvane_test(common SOURCES NumbersTest.cpp PrintableTextTest.cpp USES common)

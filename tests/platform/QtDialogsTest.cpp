@@ -179,3 +179,13 @@ TEST_F(QtDialogsTest, ANameThatTheFileSystemRefusesIsInvalid)
         EXPECT_TRUE(fileQuestions::isRefusedName(bad)) << bad.toStdString();
     EXPECT_FALSE(fileQuestions::isRefusedName(folder.filePath(QString(255, u'x'))));
 }
+
+TEST(FileQuestions, KnowsTheNamesThatMeanADeviceOnWindows)
+{
+    for (const char *name :
+         {"CON", "nul", "Com1.txt", "LPT9.tar.gz", "aux .kms", "COM\xb2", "conin$"})
+        EXPECT_TRUE(fileQuestions::isReservedOnWindows(QString::fromLatin1(name))) << name;
+    for (const char *name :
+         {"", "console.txt", "COM", "COM0", "com10.txt", "a.con", "nul_", "x nul"})
+        EXPECT_FALSE(fileQuestions::isReservedOnWindows(QString::fromLatin1(name))) << name;
+}
