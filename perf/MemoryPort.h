@@ -20,6 +20,9 @@ public:
 
     [[nodiscard]] int commPort() const override { return m_number; }
     void setCommPort(int number) override { m_number = number; }
+    [[nodiscard]] QString device() const override { return {}; }
+    void setDevice(const QString &) override {}
+    [[nodiscard]] QString place() const override { return {}; }
     [[nodiscard]] QString settings() const override { return m_settings; }
     void setSettings(const QString &settings) override { m_settings = settings; }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }

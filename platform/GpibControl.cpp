@@ -100,6 +100,7 @@ void GpibControl::forgetAdapter(int board)
 {
     const Use use(*this);
     m_adapters.at(static_cast<size_t>(board)).reset();
+    Q_EMIT adapterForgotten(board);
 }
 
 GpibAdapter &GpibControl::adapter(int board)

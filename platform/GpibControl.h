@@ -64,6 +64,9 @@ public:
     /// Drops the board's adapter, so that its next use makes it anew.
     void forgetAdapter(int board);
 
+Q_SIGNALS:
+    void adapterForgotten(int board);
+
 private:
     class Use;
 

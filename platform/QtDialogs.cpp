@@ -1,5 +1,6 @@
 #include "platform/QtDialogs.h"
 
+#include "platform/BusyPointer.h"
 #include "platform/FileDialog.h"
 #include "platform/FileQuestions.h"
 
@@ -86,6 +87,7 @@ bool QtDialogs::run(QDialog &dialog, QWidget *parent)
 {
     OpenDialog entry{dialog};
     m_open.push_back(&entry);
+    const BusyPointer::Pause pause;
     dialog.setWindowModality(Qt::ApplicationModal);
     placeOver(dialog, parent);
     dialog.exec();

@@ -2,6 +2,7 @@
 
 #include "platform/PlatformError.h"
 #include "platform/SerialLine.h"
+#include "platform/SerialLock.h"
 #include "platform/SerialSettings.h"
 
 #include <QFileInfo>
@@ -114,12 +115,19 @@ void QtSerialPort::setPortOpen(bool open)
 void QtSerialPort::open()
 {
     const auto wanted = SerialSettings::parse(m_settings);
-    const QString device = m_list.device(m_commPort);
-    m_label =
-        m_commPort > 0 ? QStringLiteral("serial port %1 (%2)").arg(m_commPort).arg(device) : device;
+    const bool isNumbered = m_device.isEmpty();
+    const QString device = isNumbered ? m_list.device(m_commPort) : m_list.device(m_device);
+    m_label = isNumbered && m_commPort > 0
+                  ? QStringLiteral("serial port %1 (%2)").arg(m_commPort).arg(device)
+                  : device;
     m_port.clearError();
-    m_port.setPortName(canonical(device));
+    const QString path = canonical(device);
+    m_port.setPortName(path);
     applySettings(wanted);
+    // The toolkit takes another program's lock for a left-over and deletes it.
+    if (const auto holder = serialLock::holder(path))
+        throw PlatformError(QStringLiteral("%1: in use by %2; close it there first")
+                                .arg(m_label, holder->toString()));
     if (!m_port.open(QIODevice::ReadWrite))
         throw PlatformError(QStringLiteral("%1: %2").arg(m_label, openFault(device)));
     const QString refused = serialLine::refusedSetting(m_port, wanted);
@@ -130,6 +138,7 @@ void QtSerialPort::open()
     m_port.setDataTerminalReady(true); // a line without that wire is as good
     m_port.clearError();
     m_open = true;
+    m_place = device + QStringLiteral(", ") + wanted.toString();
     m_lineCheck.start();
 }
 
@@ -184,7 +193,7 @@ QString QtSerialPort::openFault(const QString &device) const
 void QtSerialPort::output(const QByteArray &bytes)
 {
     if (!m_open)
-        throw PlatformError(QStringLiteral("serial port %1 is not open").arg(m_commPort));
+        throw PlatformError(QStringLiteral("the serial port is not open"));
     if (m_port.bytesToWrite() > mostUnsent)
         throw PlatformError(QStringLiteral("%1: the device takes no more data").arg(m_label));
     if (m_port.write(bytes) != bytes.size())

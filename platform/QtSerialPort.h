@@ -26,10 +26,13 @@ public:
 
     [[nodiscard]] int commPort() const override { return m_commPort; }
     void setCommPort(int number) override { m_commPort = number; }
+    [[nodiscard]] QString device() const override { return m_device; }
+    void setDevice(const QString &name) override { m_device = name; }
     [[nodiscard]] QString settings() const override { return m_settings; }
     void setSettings(const QString &settings) override { m_settings = settings; }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;
+    [[nodiscard]] QString place() const override { return m_open ? m_place : QString(); }
     [[nodiscard]] int inputLen() const override { return m_inputLen; }
     void setInputLen(int bytes) override { m_inputLen = bytes; }
     [[nodiscard]] int rThreshold() const override { return m_rThreshold; }
@@ -51,8 +54,10 @@ private:
     QSerialPort m_port;
     QTimer m_lineCheck;
     int m_commPort = 1;
+    QString m_device;
     QString m_settings = QStringLiteral("9600,N,8,1");
     QString m_label; ///< what messages call the open port
+    QString m_place;
     bool m_open = false;
     int m_inputLen = 0;
     int m_rThreshold = 0;

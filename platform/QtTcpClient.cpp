@@ -24,6 +24,9 @@ constexpr Failure failures[] = {
          "%1 refused the connection; is the port number right, and is the device ready?")},
     {QAbstractSocket::HostNotFoundError, 11001,
      QLatin1String("%1: no such host; check the name or enter its IP address")},
+    {QAbstractSocket::TemporaryError, 11002,
+     QLatin1String("%1: the name server does not answer; check the network or enter the device's "
+                   "IP address")},
     {QAbstractSocket::SocketTimeoutError, 10060,
      QLatin1String("%1 does not answer; check its address, its power and the network cable")},
     {QAbstractSocket::NetworkError, 10051,
@@ -44,14 +47,17 @@ constexpr qint64 mostUnsent = 16'000'000;
 
 } // namespace
 
-QtTcpClient::QtTcpClient(int connectTimeoutMs)
+QtTcpClient::QtTcpClient(int connectTimeoutMs, HostLookup::Resolver resolver)
+    : m_lookup(std::move(resolver))
 {
     m_socket.setProxy(QNetworkProxy::NoProxy); // devices stand in the workshop, not behind a proxy
     m_connectLimit.setSingleShot(true);
     m_connectLimit.setTimerType(Qt::PreciseTimer);
     m_connectLimit.setInterval(connectTimeoutMs);
     connect(&m_connectLimit, &QTimer::timeout, this, [this] {
-        fail(QAbstractSocket::SocketTimeoutError);
+        m_lookup.forget();
+        fail(m_state == SocketState::ResolvingHost ? QAbstractSocket::TemporaryError
+                                                   : QAbstractSocket::SocketTimeoutError);
         m_socket.abort();
     });
     connect(&m_socket, &QAbstractSocket::stateChanged, this, &QtTcpClient::followSocket);
@@ -81,13 +87,31 @@ void QtTcpClient::connectToPeer()
     setState(SocketState::ResolvingHost);
     if (attempt != m_attempt) // a receiver closed it
         return;
-    m_socket.connectToHost(host, static_cast<quint16>(m_port));
+    if (const QHostAddress address(host); !address.isNull())
+        connectToOneOf({address});
+    else
+        m_lookup.start(host, [this](const auto &addresses) { connectToOneOf(addresses); });
+}
+
+/// Tries the addresses of the host one after the other until one takes the connection.
+void QtTcpClient::connectToOneOf(QList<QHostAddress> addresses)
+{
+    if (addresses.isEmpty()) {
+        fail(QAbstractSocket::HostNotFoundError);
+        return;
+    }
+    const QHostAddress next = addresses.takeFirst();
+    m_addresses = addresses;
+    m_socket.abort();
+    m_socket.connectToHost(next, static_cast<quint16>(m_port));
 }
 
 void QtTcpClient::close()
 {
     ++m_attempt;
     m_connectLimit.stop();
+    m_lookup.forget();
+    m_addresses.clear();
     const bool wasOpen = m_state != SocketState::Closed;
     m_state = SocketState::Closed; // so that nothing of what follows counts
     m_socket.abort();
@@ -130,7 +154,7 @@ void QtTcpClient::followSocket(QAbstractSocket::SocketState state)
     if (!isActive())
         return;
     // Leaving these states is told by errors; the socket forgets too early why it left.
-    if (state == QAbstractSocket::ConnectingState) {
+    if (state == QAbstractSocket::ConnectingState && m_state == SocketState::ResolvingHost) {
         setState(SocketState::HostResolved);
         if (isActive()) // a receiver may have closed it
             setState(SocketState::Connecting);
@@ -148,6 +172,14 @@ void QtTcpClient::handleError(QAbstractSocket::SocketError error)
         return;
     if (error == QAbstractSocket::RemoteHostClosedError)
         peerClosed();
+    else if (m_state != SocketState::Connected && !m_addresses.isEmpty())
+        QMetaObject::invokeMethod( // this frame is the socket's own
+            this,
+            [this, attempt = m_attempt] {
+                if (attempt == m_attempt && isActive())
+                    connectToOneOf(m_addresses);
+            },
+            Qt::QueuedConnection);
     else
         fail(error);
 }

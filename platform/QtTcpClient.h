@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/HostLookup.h"
 #include "platform/TcpClient.h"
 
 #include <QTcpSocket>
@@ -9,7 +10,7 @@ namespace corvane {
 
 /// The TCP client on a real socket. It keeps a state of its own, since the toolkit's socket is
 /// already unconnected when "closed by the peer" and "error" must still be seen, and a time limit
-/// for connecting.
+/// for looking the host up and connecting.
 ///
 /// stateChanged and dataArrived come straight out of the socket's slots: a receiver takes the bytes
 /// and neither waits nor shows a box.
@@ -20,7 +21,8 @@ class QtTcpClient : public TcpClient
 public:
     static constexpr int defaultConnectTimeoutMs = 10'000;
 
-    explicit QtTcpClient(int connectTimeoutMs = defaultConnectTimeoutMs);
+    explicit QtTcpClient(int connectTimeoutMs = defaultConnectTimeoutMs,
+                         HostLookup::Resolver resolver = HostLookup::systemResolver);
     ~QtTcpClient() override;
 
     [[nodiscard]] QString remoteHost() const override { return m_host; }
@@ -35,6 +37,7 @@ public:
 
 private:
     [[nodiscard]] bool isActive() const;
+    void connectToOneOf(QList<QHostAddress> addresses);
     void setState(SocketState state);
     void followSocket(QAbstractSocket::SocketState state);
     void handleError(QAbstractSocket::SocketError error);
@@ -44,6 +47,8 @@ private:
 
     QTcpSocket m_socket;
     QTimer m_connectLimit;
+    HostLookup m_lookup;
+    QList<QHostAddress> m_addresses; ///< of the running attempt, still to be tried
     QString m_host;
     qint32 m_port = 0;
     SocketState m_state = SocketState::Closed;

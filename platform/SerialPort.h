@@ -25,12 +25,20 @@ public:
     [[nodiscard]] virtual int commPort() const = 0;
     virtual void setCommPort(int number) = 0;
 
+    /// A device by its name ("/dev/ttyUSB0", "ttyUSB0") that counts instead of the number; empty:
+    /// the number does. One that is not there is a fault at opening.
+    [[nodiscard]] virtual QString device() const = 0;
+    virtual void setDevice(const QString &name) = 0;
+
     /// Baud rate, parity letter, data bits and stop bits, as in "9600,N,8,1". Any text may be set;
     /// a wrong one is a fault at opening that names the wrong part.
     [[nodiscard]] virtual QString settings() const = 0;
     virtual void setSettings(const QString &settings) = 0;
 
     [[nodiscard]] virtual bool isPortOpen() const = 0;
+    /// The open device and the settings it was opened with, "/dev/ttyUSB0, 9600,N,8,1"; empty while
+    /// the port is closed.
+    [[nodiscard]] virtual QString place() const = 0;
     /// Opens or closes the port; no effect when it already is. Throws PlatformError when it cannot
     /// be opened (missing, not permitted, in use, settings that the port cannot do); the port then
     /// stays closed.

@@ -3,6 +3,7 @@
 #include "platform/PlatformError.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSerialPortInfo>
 #include <QStringList>
 
@@ -139,18 +140,56 @@ QString SerialPortList::device(int number) const
     if (const auto pinned = m_pinned.find(number); pinned != m_pinned.end())
         return pinned->second;
     const auto ports = byNumber();
-    if (const auto found = ports.find(number); found != ports.end())
-        return found->second.device;
+    const auto found = ports.find(number);
+    if (found == ports.end())
+        refuse(QStringLiteral("serial port %1: there is no such port").arg(number), ports);
+    return found->second.device;
+}
+
+QString SerialPortList::device(const QString &name) const
+{
+    if (name.startsWith(u'/') || name.startsWith(u'\\'))
+        return name;
+    const auto ports = byNumber();
+    for (const auto &[number, entry] : ports) {
+        if (QFileInfo(entry.device).fileName() == name)
+            return entry.device;
+    }
+    const QString unlisted = QStringLiteral("/dev/") + name;
+    if (!QFileInfo::exists(unlisted))
+        refuse(QStringLiteral("the port \"%1\" is neither a number nor a device").arg(name), ports);
+    return unlisted;
+}
+
+std::optional<int> SerialPortList::numberIn(const QString &entry)
+{
+    const QString text = entry.trimmed();
+    const QString prefix = QStringLiteral("COM");
+    bool isNumber = false;
+    const int number =
+        (text.startsWith(prefix, Qt::CaseInsensitive) ? text.mid(prefix.size()) : text)
+            .toInt(&isNumber);
+    if (isNumber)
+        return number;
+    if (text.isEmpty() ||
+        !(text.front().isLetter() || text.front() == u'/' || text.front() == u'\\'))
+        throw PlatformError(QStringLiteral("the port \"%1\" is not a number").arg(entry));
+    return {};
+}
+
+void SerialPortList::refuse(const QString &what, const std::map<int, SerialPortEntry> &ports)
+{
     QStringList known;
-    for (const auto &[portNumber, entry] : ports)
-        known.append(QStringLiteral("%1 = %2").arg(portNumber).arg(entry.device));
+    for (const auto &[number, entry] : ports)
+        known.append(QStringLiteral("%1 = %2").arg(number).arg(entry.device));
     throw PlatformError(
         known.isEmpty()
-            ? QStringLiteral("serial port %1: the system lists no serial ports; plug the adapter "
-                             "in, or pin the number to a device (--com N=DEVICE)")
-                  .arg(number)
-            : QStringLiteral("serial port %1: there is no such port; the system lists %2 (%3)")
-                  .arg(number)
+            ? QStringLiteral(
+                  "%1: the system lists no serial ports; plug the adapter in, or pin the "
+                  "number to a device (--com N=DEVICE)")
+                  .arg(what)
+            : QStringLiteral("%1; the system lists %2 (%3)")
+                  .arg(what)
                   .arg(known.size())
                   .arg(known.join(QStringLiteral(", "))));
 }

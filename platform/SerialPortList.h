@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 
 namespace corvane {
 
@@ -41,11 +42,20 @@ public:
     [[nodiscard]] QList<SerialPortEntry> entries() const;
     /// The ports as text, a line each: number, device, maker, description, a tab between them.
     [[nodiscard]] static QString describe(const QList<SerialPortEntry> &ports);
+    /// The number that a typed port is: a whole number, or the n of COMn; nothing for a device's
+    /// name. Throws PlatformError for what begins as a number and is none, and for an empty text.
+    [[nodiscard]] static std::optional<int> numberIn(const QString &entry);
+    /// The device that a name means: a path itself, else one that is listed ("ttyUSB0"), else one
+    /// that is there. Throws as the next.
+    [[nodiscard]] QString device(const QString &name) const;
     /// The device of a number. Throws PlatformError that tells the numbers there are.
     [[nodiscard]] QString device(int number) const;
 
 private:
     [[nodiscard]] std::map<int, SerialPortEntry> byNumber() const;
+    /// Says what is wrong and which ports there are.
+    [[noreturn]] static void refuse(const QString &what,
+                                    const std::map<int, SerialPortEntry> &ports);
 
     Source m_source;
     std::map<int, QString> m_pinned;

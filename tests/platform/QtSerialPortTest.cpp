@@ -4,6 +4,8 @@
 #include "Pty.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -154,6 +156,53 @@ TEST_F(QtSerialPortTest, ADeviceIsOpenedOnceUnderAnyOfItsNames)
     port.setPortOpen(false);
     second.setPortOpen(true);
     EXPECT_TRUE(second.isPortOpen());
+}
+
+TEST_F(QtSerialPortTest, ALockOfALivingProgramIsRespectedAndALeftOverTakenOver)
+{
+    QFile lock(QStringLiteral("/var/lock/LCK..") + far.device().mid(5).replace(u'/', u'_'));
+    if (!QFileInfo(QStringLiteral("/var/lock")).isWritable())
+        GTEST_SKIP() << "no lock folder";
+    QProcess holder;
+    holder.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+    ASSERT_TRUE(holder.waitForStarted());
+    const auto process = static_cast<int>(holder.processId());
+    const QByteArray text = QByteArray::number(process).rightJustified(10) + '\n';
+    const QByteArray binary(reinterpret_cast<const char *>(&process), sizeof process);
+    const auto write = [&lock](const QByteArray &content) {
+        ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+        lock.write(content);
+        lock.close();
+    };
+    const QByteArray said = "in use by sleep (process " + QByteArray::number(process) + ")";
+    for (const QByteArray &content : {text, binary, text.trimmed() + " sleep tester"}) {
+        write(content);
+        EXPECT_TRUE(failsSaying(said.constData(), [this] { port.setPortOpen(true); }));
+        EXPECT_TRUE(lock.open(QIODevice::ReadOnly) && lock.readAll() == content);
+        lock.close();
+    }
+    write(text.trimmed() + "\nanother-program\n"); // the number is in use again
+    port.setPortOpen(true);
+    port.setPortOpen(false);
+    write(binary);
+    holder.kill();
+    holder.waitForFinished();
+    port.setPortOpen(true);
+    EXPECT_TRUE(port.isPortOpen());
+}
+
+TEST_F(QtSerialPortTest, ADeviceIsFoundByItsName)
+{
+    const QString name = far.device().mid(far.device().lastIndexOf(u'/') + 1);
+    for (const QString &given : {far.device(), name, far.device().mid(5)}) {
+        port.setDevice(given);
+        port.setPortOpen(true);
+        EXPECT_EQ(port.place(), far.device() + QStringLiteral(", 9600,N,8,1"));
+        port.setPortOpen(false);
+    }
+    port.setDevice(QStringLiteral("abc"));
+    EXPECT_TRUE(failsSaying("the port \"abc\" is neither a number nor a device; the system lists 1",
+                            [this] { port.setPortOpen(true); }));
 }
 
 TEST_F(QtSerialPortTest, AnUnpluggedPortIsClosedAndReportedOnceAtNoCostAndOpensAgain)

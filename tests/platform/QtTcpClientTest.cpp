@@ -2,6 +2,7 @@
 
 #include "Faults.h"
 
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTest>
@@ -140,6 +141,42 @@ TEST_F(QtTcpClientTest, APeerThatNeverAnswersTimesOutAndCanBeGivenUp)
     EXPECT_TRUE(QTest::qWaitFor([this] { return !errors.empty(); }));
     EXPECT_EQ(errors[0][0].toInt(), 10060);
     EXPECT_EQ(client.state(), SocketState::Error);
+}
+
+TEST_F(QtTcpClientTest, TriesEachAddressOfAHost)
+{
+    QtTcpClient named(5000, [](const QString &) {
+        return QList{QHostAddress(QHostAddress::LocalHostIPv6),
+                     QHostAddress(QHostAddress::LocalHost)};
+    });
+    named.setRemoteHost(QStringLiteral("chamber"));
+    named.setRemotePort(server.serverPort()); // it listens at the second address only
+    named.connectToPeer();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return named.state() == SocketState::Connected; }));
+}
+
+TEST_F(QtTcpClientTest, ASilentNameServerIsSaidAndHoldsNothingUp)
+{
+    const auto answer = std::make_shared<QSemaphore>();
+    const auto asked = std::make_shared<QSemaphore>();
+    const auto silent = [answer, asked](const QString &) {
+        asked->release();
+        answer->acquire();
+        return QList<QHostAddress>();
+    };
+    {
+        QtTcpClient waiting(200, silent);
+        QSignalSpy reports(&waiting, &TcpClient::errorOccurred);
+        waiting.setRemoteHost(QStringLiteral("chamber"));
+        waiting.setRemotePort(1);
+        waiting.connectToPeer();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !reports.empty(); }));
+        EXPECT_EQ(reports[0][0].toInt(), 11002);
+        waiting.close();
+        waiting.connectToPeer();
+        asked->acquire(2); // both threads are in the resolver, which never returns
+    }
+    answer->release(2);
 }
 
 TEST_F(QtTcpClientTest, AFailureIsNotReportedAfterClosing)

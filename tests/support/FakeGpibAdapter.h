@@ -23,7 +23,8 @@ struct FakeGpibBus
     /// Answers a write with a reply for the next read; may be empty.
     std::function<std::optional<QByteArray>(const QString &address, const QByteArray &text)>
         onWrite;
-    /// Run while the version is asked for and when a read is over; may be empty.
+    /// Run inside an open, while the version is asked for and when a read is over; may be empty.
+    std::function<void()> onOpen;
     std::function<void()> whileAsked;
     std::function<void()> afterRead;
     /// Not empty: every call fails with this description.
@@ -48,6 +49,8 @@ public:
     }
     void open(const GpibAddress &address, WaitGroup &) override
     {
+        if (m_bus.onOpen)
+            m_bus.onOpen();
         record(QStringLiteral("open ") + address.toString());
     }
     void clear(const GpibAddress &address, WaitGroup &) override

@@ -13,6 +13,14 @@ class FakeSerialPort : public SerialPort
 public:
     [[nodiscard]] int commPort() const override { return m_commPort; }
     void setCommPort(int number) override { m_commPort = number; }
+    [[nodiscard]] QString device() const override { return m_device; }
+    void setDevice(const QString &name) override { m_device = name; }
+    [[nodiscard]] QString place() const override
+    {
+        return m_open ? QStringLiteral("fake port ") +
+                            (m_device.isEmpty() ? QString::number(m_commPort) : m_device)
+                      : QString();
+    }
     [[nodiscard]] QString settings() const override { return m_settings; }
     void setSettings(const QString &settings) override { m_settings = settings; }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
@@ -40,6 +48,7 @@ public:
 
 private:
     int m_commPort = 0;
+    QString m_device;
     QString m_settings;
     bool m_open = false;
     int m_inputLen = -1;

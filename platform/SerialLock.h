@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// The lock files by which programs tell each other that they use a serial device: LCK..ttyUSB0 in
+/// one of the system's lock folders, with the number of the process in it.
+namespace corvane::serialLock {
+
+/// Who has locked a device.
+struct Holder
+{
+    qint64 process = 0; ///< 0: the file cannot be read
+    QString program{};  ///< empty when the system does not tell
+    QString file{};
+    bool isOwn = false; ///< this process: another Channel
+
+    /// As in "picocom (process 1234)".
+    [[nodiscard]] QString toString() const;
+};
+
+/// The process number in a lock file, written as text or as the bytes of an int; 0 when there is
+/// none.
+[[nodiscard]] qint64 processIn(const QByteArray &content);
+
+/// The living process that has locked the device (its real path, without links). A lock whose
+/// process has ended counts as none and is taken away. Systems whose devices are exclusive anyway
+/// have no holders.
+[[nodiscard]] std::optional<Holder> holder(const QString &device);
+
+} // namespace corvane::serialLock
