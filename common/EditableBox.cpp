@@ -1,5 +1,7 @@
 #include "common/EditableBox.h"
 
+#include "common/OneLine.h"
+
 #include <QCompleter>
 #include <QCoreApplication>
 #include <QLineEdit>
@@ -29,6 +31,9 @@ EditableBox::EditableBox(QWidget *parent)
     entry->setCompleter(noCompleter());
     setLineEdit(entry);
     setCompleter(nullptr);
+    oneLine::keepIn(*entry);
+    // Left alone the box would put an item that differs in its letters' case in place of the text.
+    disconnect(entry, &QLineEdit::editingFinished, this, nullptr);
 }
 
 } // namespace corvane

@@ -4,7 +4,8 @@
 
 namespace corvane {
 
-/// A combo box that takes any text: nothing is completed, and what is typed stays out of its list.
+/// A combo box that takes any text of one line: nothing is completed or corrected, and what is
+/// typed stays out of its list.
 ///
 /// QComboBox::setEditable() would build the pop-up list and a completer at once. A dozen boxes in
 /// the main window spend a tenth of its start on them, so here the list waits until it is opened.

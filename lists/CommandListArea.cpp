@@ -31,16 +31,6 @@ constexpr int startColumns = 5;
 constexpr int startRows = 2;
 /// Rows can be added by hand up to here; a loaded list may hold more.
 constexpr int mostRowsByHand = 100;
-/// What was pasted may have line ends; a row of a list is one line.
-QString oneLine(QString text)
-{
-    for (QChar &c : text) {
-        if (c == u'\r' || c == u'\n')
-            c = u' ';
-    }
-    return text;
-}
-
 /// A cell longer than this came from a device; a box of one line is no place to edit it.
 constexpr qsizetype longestEdited = 32767;
 
@@ -296,7 +286,7 @@ void CommandListArea::txtFlexText_KeyDown(int key)
         return;
     const int row = flexgridVDL->currentRow();
     const int column = flexgridVDL->currentCol();
-    const QString text = oneLine(txtFlexText->text());
+    const QString text = txtFlexText->text();
     flexgridVDL->setFocus();
     flexgridVDL_Acted();
     if (!enter || m_module.transferRunning())

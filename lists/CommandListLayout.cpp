@@ -1,5 +1,6 @@
 // How the command-list area looks: its controls, their names and places.
 #include "common/Naming.h"
+#include "common/OneLine.h"
 #include "lists/CommandListArea.h"
 #include "platform/TextGrid.h"
 
@@ -117,6 +118,7 @@ void CommandListArea::makeControls()
     txtFlexText = named(new QLineEdit(flexgridVDL->viewport()), QStringLiteral("txtFlexText"),
                         tr("Cell text"));
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
+    oneLine::keepIn(*txtFlexText);
     txtFlexText->hide();
     chkStripOpr = named(new QCheckBox(tr("Strip operator"), this), QStringLiteral("chkStripOpr"),
                         tr("Send the commands of a test list without their leading operator"));

@@ -15,6 +15,8 @@ public:
     /// The Channel whose tab is showing.
     [[nodiscard]] virtual int showingChannel() const = 0;
 
+    /// A list is about to be run on the Channel: what is still being typed into its entries counts.
+    virtual void applyEntries(int index) = 0;
     /// Sends the Channel's command box and stops its TimerTransfer, also when the send fails; shows
     /// its own messages, and may process events meanwhile.
     virtual void cmdSend_Click_Public(int index) = 0;

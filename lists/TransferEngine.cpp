@@ -87,6 +87,7 @@ void TransferEngine::start(int index, Mode mode)
     if (!isChannel(index) || m_boxOpen)
         return;
     ResetTransferData(index);
+    m_host.applyEntries(index);
     const QString first = m_grid.text(1, listKinds::firstColumn);
     const bool sends = mode == Mode::Send;
     if (first.isEmpty())

@@ -58,6 +58,8 @@ void BoardWindows::mnuSBC_Click()
 
 void BoardWindows::openBoard()
 {
+    for (const int borrowed : {channels::rs232, channels::ieee488, channels::tcpIp1})
+        m_window.channel(borrowed)->applyPendingEntries();
     m_board = new frmSBC(*this, m_window.parts().dialogs, m_window.parts().clock);
     connect(m_board, &frmSBC::reportRequested, this, &BoardWindows::openReport);
     connect(m_board, &frmSBC::closed, this, [this] {

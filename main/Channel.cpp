@@ -1,5 +1,6 @@
 #include "main/Channel.h"
 
+#include "common/ToolTip.h"
 #include "main/ChannelTexts.h"
 #include "platform/Dialogs.h"
 #include "platform/PlatformError.h"
@@ -49,10 +50,7 @@ void Channel::connectHandlers()
     connect(chkLog, &QCheckBox::toggled, this, [this] { m_context.host.chkLog_Click(m_index); });
     connect(cboMs, &QComboBox::activated, this, &Channel::cboMs_Change);
     connect(cboMs, &QComboBox::currentIndexChanged, this, &Channel::cboMs_Change);
-    connect(cboMs->lineEdit(), &QLineEdit::editingFinished, this, [this] {
-        if (cboMs->currentText() != QString::number(m_periodMs))
-            cboMs_Change();
-    });
+    connect(cboMs->lineEdit(), &QLineEdit::editingFinished, this, &Channel::applyPendingPeriod);
     connect(Timer1, &QTimer::timeout, this, &Channel::Timer1_Timer);
     connect(TimerTransfer, &QTimer::timeout, this,
             [this] { m_context.host.TimerTransfer_Timer(m_index); });
@@ -85,6 +83,18 @@ void Channel::refreshStatus()
         lblStatus->setFont(font);
         Q_EMIT openChanged(m_shownOpen);
     }
+    showPlace(m_shownOpen ? place() : QString());
+}
+
+void Channel::showPlace(const QString &place)
+{
+    if (place == m_place)
+        return;
+    m_place = place;
+    constexpr int widest = 640;
+    lblPlace->setText(lblPlace->fontMetrics().elidedText(place, Qt::ElideMiddle, widest));
+    lblPlace->setAccessibleName(place);
+    lblPlace->setToolTip(plainToolTip(place));
 }
 
 void Channel::stopTimers()
@@ -100,6 +110,7 @@ void Channel::setCommand(const QString &text)
 
 void Channel::cmdConnect_Click()
 {
+    applyPendingEntries();
     try {
         openTransport();
         shpComm->show();
@@ -125,6 +136,13 @@ void Channel::cmdDisconnect_Click()
 }
 
 void Channel::cmdSend_Click()
+{
+    if (!m_context.host.runsList(m_index))
+        applyPendingEntries();
+    sendCommand();
+}
+
+void Channel::sendCommand()
 {
     if (m_sending)
         return;
@@ -209,7 +227,9 @@ void Channel::chkLoop_Click()
     const bool isBorrowed = !m_context.host.channelRefusal(m_index).isEmpty();
     if (chkLoop->isChecked() && (m_context.module.transferRunning() || isBorrowed))
         chkLoop->setChecked(false);
-    if (!chkLoop->isChecked())
+    if (chkLoop->isChecked())
+        applyPendingEntries();
+    else
         shpComm->setBright(false);
 }
 
@@ -224,7 +244,7 @@ void Channel::loopOnce()
         return;
     shpComm->show();
     shpComm->setBright(!shpComm->isBright());
-    cmdSend_Click();
+    sendCommand();
 }
 
 void Channel::Timer1_Timer()
@@ -244,6 +264,17 @@ void Channel::cboMs_Change()
     if (isNumber && ms >= minPeriodMs && ms <= maxPeriodMs)
         SetLoopTime(ms);
     cboMs->setEditText(QString::number(m_periodMs));
+}
+
+void Channel::applyPendingEntries()
+{
+    applyPendingPeriod();
+}
+
+void Channel::applyPendingPeriod()
+{
+    if (cboMs->currentText() != QString::number(m_periodMs))
+        cboMs_Change();
 }
 
 void Channel::SetLoopTime(int ms)

@@ -44,6 +44,10 @@ public:
     /// Takes over the period in cboMs; anything but a whole number of ms in range brings the last
     /// good one back.
     void cboMs_Change();
+    /// Takes over what is typed into the entries and still pending, as leaving each of them would:
+    /// a mnemonic and a menu leave none. A loop and a list run do not, for they send while one
+    /// types.
+    virtual void applyPendingEntries();
     /// The poll timer's tick: status, loop, and the GPIB Channel's read.
     void Timer1_Timer();
 
@@ -66,6 +70,7 @@ public:
     QPushButton *cmdConnect = nullptr;
     QPushButton *cmdDisconnect = nullptr;
     QLabel *lblStatus = nullptr;
+    QLabel *lblPlace = nullptr;
     Led *shpComm = nullptr;
     QCheckBox *chkLog = nullptr;
     QPushButton *cmdLoadFrmChmber = nullptr;
@@ -96,6 +101,9 @@ protected:
     virtual void forgetExchange() {}
     /// The status text of the transport's state; nothing leaves the shown one as it is.
     [[nodiscard]] virtual std::optional<QString> statusText() const = 0;
+    /// Where an open Channel is connected, as a sentence: its entries may name another place by
+    /// now.
+    [[nodiscard]] virtual QString place() const = 0;
     /// Shows the transport's state, at every tick and at once when it changes.
     void refreshStatus();
 
@@ -121,6 +129,8 @@ protected:
     void beginReply();
     /// The steps after an arrival: flags, wait count, the grid's copy.
     void deliverReply(qsizetype keep);
+    /// Sends the command with the entries as they are in force.
+    void sendCommand();
     /// In a tick: one turn of the loop when it is on.
     void loopOnce();
     void switchOffLoop();
@@ -133,11 +143,14 @@ private:
     void connectHandlers();
     void orderTabs();
     void tellRefusal(const QString &message);
+    void showPlace(const QString &place);
+    void applyPendingPeriod();
     void SetLoopTime(int ms);
 
     const int m_index;
     QHBoxLayout *m_connectionRow = nullptr;
     QLabel *m_statusCaption = nullptr;
+    QString m_place; ///< as shown
     int m_periodMs = 1000;
     bool m_sending = false;
     bool m_shownOpen = false;

@@ -5,6 +5,7 @@
 #include "main/Main.h"
 #include "main/SerialChannel.h"
 #include "main/TcpChannel.h"
+#include "platform/GpibAddress.h"
 #include "platform/PlatformError.h"
 #include "platform/SerialPort.h"
 
@@ -47,8 +48,10 @@ void ChannelDriver::fillInSerial(int index, const ChannelEntries &entries)
 {
     refuseEntry(index, QStringLiteral("host"), entries.host);
     SerialChannel &channel = m_window.serialChannel(index);
-    if (!entries.port.isEmpty())
+    if (!entries.port.isEmpty()) {
+        (void)SerialPortList::numberIn(entries.port);
         channel.txtPort->setText(entries.port);
+    }
     if (!entries.settings.isEmpty())
         channel.port().setSettings(entries.settings);
     if (!channel.cboAddress485)
@@ -65,6 +68,8 @@ void ChannelDriver::fillInGpib(const ChannelEntries &entries)
     if (entries.address.isEmpty())
         return;
     const QStringList parts = entries.address.split(QStringLiteral("::"));
+    (void)GpibAddress::parse(parts.size() > 1 ? entries.address
+                                              : QStringLiteral("GPIB0::") + entries.address);
     if (parts.size() > 1)
         m_window.gpibChannel().showAddress(parts.first(), parts.mid(1).join(QStringLiteral("::")));
     else

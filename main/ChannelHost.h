@@ -38,6 +38,8 @@ public:
     virtual void reportFault(int index, const QString &description) = 0;
     /// The Channel's device works again.
     virtual void clearFault(int index) = 0;
+    /// Says what the program is waiting for, until it is called with an empty text.
+    virtual void showProgress(const QString &text) = 0;
     /// A command list runs over the Channel.
     [[nodiscard]] virtual bool runsList(int index) const = 0;
 

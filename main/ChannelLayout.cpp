@@ -56,6 +56,9 @@ void Channel::makeControls()
     m_statusCaption = named(new QLabel(tr("Status:"), this), name("lblStatusCaption"));
     lblStatus = named(new QLabel(this), name("lblStatus"), tr("Status"));
     lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblPlace = named(new QLabel(this), name("lblPlace"));
+    lblPlace->setTextFormat(Qt::PlainText);
+    lblPlace->setTextInteractionFlags(Qt::TextSelectableByMouse);
     shpComm = named(new Led(this), name("shpComm"), tr("Activity"));
     cboOut = named(new CommandBox(this), name("cboOut"), tr("Command"));
     cboOut->setEditText(channelTexts::idnCommand);
@@ -74,6 +77,9 @@ void Channel::layOut()
     addAll(*m_connectionRow, {cmdConnect, cmdDisconnect, m_statusCaption, lblStatus, shpComm});
     auto *line = new QFrame(this);
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    auto *placeRow = new QHBoxLayout;
+    placeRow->addWidget(line, 1);
+    placeRow->addWidget(lblPlace); // keeps its height while it is empty
 
     auto *entryRow = new QHBoxLayout;
     entryRow->addWidget(cboOut, 1);
@@ -91,7 +97,7 @@ void Channel::layOut()
 
     auto *page = new QVBoxLayout(this);
     page->addLayout(m_connectionRow);
-    page->addWidget(line);
+    page->addLayout(placeRow);
     page->addLayout(entryRow);
     page->addLayout(optionRow);
     page->addWidget(txtIn, 1);

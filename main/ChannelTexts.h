@@ -37,6 +37,15 @@ inline const QString loopTimedOut = QStringLiteral("Loop timed out: %1 ms.");
 inline const QString idnCommand = QStringLiteral("*IDN?");
 inline const QString systErrCommand = QStringLiteral("syst:err?");
 
+/// Where an open Channel is connected.
+inline const QString connectedTo = QStringLiteral("Connected to %1");
+/// IEEE 488: the address and what serves its board; the board that is served and the address that
+/// is not.
+inline const QString connectedThrough = QStringLiteral("Connected to %1 through %2");
+inline const QString connectedElsewhere = QStringLiteral("Connected to board GPIB%1, not to %2");
+/// In the status line.
+inline const QString connectingGpib = QStringLiteral("IEEE 488: connecting to %1 ...");
+
 inline const QString portOpen = QStringLiteral("Port Open");
 inline const QString portClosed = QStringLiteral("Port Closed");
 /// By the socket's state 0..8; a state of 9 or more leaves the text as it is.

@@ -3,12 +3,14 @@
 #include "common/EditableBox.h"
 #include "common/Numbers.h"
 #include "main/ChannelTexts.h"
+#include "platform/BusyPointer.h"
 #include "platform/GpibControl.h"
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QScopeGuard>
 
 namespace corvane {
 
@@ -46,8 +48,13 @@ GpibChannel::GpibChannel(int index, GpibControl &control, const ChannelContext &
         connect(entry, &QComboBox::currentTextChanged, this, &GpibChannel::cboIEEE_Change);
     txtTimeout488->installEventFilter(this);
     connect(txtTimeout488, &QLineEdit::returnPressed, this, &GpibChannel::txtTimeout488_Apply);
+    connect(txtTimeout488, &QLineEdit::textEdited, this, [this] { setTimeoutBold(true); });
     connect(cmdSearchGPIB, &QPushButton::clicked, this, &GpibChannel::searchRequested);
     connect(cmdAdapter, &QPushButton::clicked, this, &GpibChannel::adapterRequested);
+    connect(&m_control, &GpibControl::adapterForgotten, this, [this](int board) {
+        m_configured = m_configured && board != m_board;
+        refreshStatus();
+    });
 }
 
 void GpibChannel::buildFields()
@@ -102,6 +109,7 @@ void GpibChannel::addressControl()
                                   cboIEEEAddress->currentText().trimmed();
     m_control.setConnectString(connectString);
     lblConnectString->setText(connectString);
+    refreshStatus();
 }
 
 void GpibChannel::showAddress(const QString &board, const QString &address)
@@ -132,6 +140,13 @@ void GpibChannel::txtTimeout488_Apply()
     setTimeoutBold(false);
 }
 
+void GpibChannel::applyPendingEntries()
+{
+    Channel::applyPendingEntries();
+    if (txtTimeout488->font().bold())
+        txtTimeout488_Apply();
+}
+
 void GpibChannel::showTimeout()
 {
     txtTimeout488->setText(QString::number(m_control.timeout()));
@@ -149,9 +164,7 @@ void GpibChannel::openTransport()
     if (const QString refusal = m_context.host.channelRefusal(index()); !refusal.isEmpty())
         throw PlatformError(refusal);
     applyWaitingEntries();
-    m_configured = false;
-    m_control.open();
-    m_configured = true;
+    openControl();
     showTimeout();
     const QString connectString = m_control.connectString();
     const QStringList parts = connectString.split(QStringLiteral("::"));
@@ -159,6 +172,19 @@ void GpibChannel::openTransport()
     lblConnectString->setText(connectString);
     showTimeout();
     m_context.host.clearFault(index());
+}
+
+/// A controller that is off takes seconds to be given up.
+void GpibChannel::openControl()
+{
+    m_configured = false;
+    const BusyPointer busy;
+    m_context.host.showProgress(channelTexts::connectingGpib.arg(m_control.connectString()));
+    const auto ended = qScopeGuard([this] { m_context.host.showProgress({}); });
+    m_control.open();
+    m_configured = true;
+    m_board = GpibAddress::parse(m_control.connectString()).board;
+    m_adapter = m_control.adapterDescription(m_board);
 }
 
 void GpibChannel::closeTransport() {}
@@ -220,6 +246,18 @@ void GpibChannel::chkLoop_Click()
 {
     Channel::chkLoop_Click();
     m_context.module.GpibLoopEnabled = chkLoop->isChecked();
+}
+
+QString GpibChannel::place() const
+{
+    const QString connectString = lblConnectString->text();
+    try {
+        if (GpibAddress::parse(connectString).board == m_board)
+            return channelTexts::connectedThrough.arg(connectString, m_adapter);
+    } catch (const PlatformError &) {
+        // no address, said when it is used
+    }
+    return channelTexts::connectedElsewhere.arg(m_board).arg(connectString);
 }
 
 std::optional<QString> GpibChannel::statusText() const

@@ -26,6 +26,7 @@ public:
     /// Shows another place in the entries (the GPIB search found it).
     void showAddress(const QString &board, const QString &address);
     void chkLoop_Click() override;
+    void applyPendingEntries() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     QComboBox *cboIEEEPort = nullptr;
@@ -52,6 +53,7 @@ protected:
     void send(const QByteArray &command) override;
     void poll() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
+    [[nodiscard]] QString place() const override;
     void forgetExchange() override;
 
 private:
@@ -61,11 +63,14 @@ private:
     void handleResponse();
     void applyWaitingEntries();
     void addressControl();
+    void openControl();
 
     GpibControl &m_control;
     bool GpibReadPending = false;
     bool GpibReadDone = false;
     bool m_configured = false;
+    int m_board = -1; ///< the board that was configured last, and what serves it
+    QString m_adapter;
     /// The entries were changed while somebody else addressed the control.
     bool m_entriesWait = false;
     QByteArray GpibResponse;

@@ -12,6 +12,12 @@ int ListConnection::showingChannel() const
     return m_window.tabChannels->currentIndex();
 }
 
+void ListConnection::applyEntries(int index)
+{
+    if (Channel *channel = m_window.channel(index))
+        channel->applyPendingEntries();
+}
+
 void ListConnection::cmdSend_Click_Public(int index)
 {
     m_window.cmdSend_Click_Public(index);

@@ -16,6 +16,7 @@ public:
     }
 
     [[nodiscard]] int showingChannel() const override;
+    void applyEntries(int index) override;
     void cmdSend_Click_Public(int index) override;
     void setCommand(int index, const QString &text) override;
     void setResponse(int index, const QString &text) override;

@@ -1,5 +1,6 @@
 #include "main/Main.h"
 
+#include "common/EntryRules.h"
 #include "common/ToolTip.h"
 #include "lists/CommandListArea.h"
 #include "lists/ListKinds.h"
@@ -23,7 +24,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSplitter>
+#include <QStatusBar>
 #include <QTabWidget>
 
 namespace corvane {
@@ -39,8 +42,10 @@ Main::Main(const MainParts &parts, QWidget *parent)
     : QMainWindow(parent)
     , m_parts(parts)
     , m_waits(parts.clock)
+    , m_tabMarks{Led::tabMark(false), Led::tabMark(true)}
 {
     installAccessibility();
+    EntryRules::install();
     setObjectName(QStringLiteral("Main"));
     setWindowTitle(QStringLiteral("Corvane"));
     m_splitter = new QSplitter(Qt::Vertical, this);
@@ -60,7 +65,7 @@ Main::~Main() = default;
 
 void Main::showOpen(int index, bool open)
 {
-    tabChannels->setTabIcon(index, Led::tabMark(open));
+    tabChannels->setTabIcon(index, m_tabMarks.at(open ? 1 : 0));
     if (!open)
         return;
     clearFault(index);
@@ -112,13 +117,45 @@ void Main::Form_Load()
 void Main::resetUserInterface()
 {
     shpLog->hide();
-    const QString address = m_parts.localAddress();
     for (TcpChannel *each : m_tcp) {
-        each->txtAddress->setText(address);
+        each->txtAddress->setText(QString()); // clear() would count as the user's edit
         each->txtPort->setText(QStringLiteral("5000"));
     }
     for (SerialChannel *each : m_serial)
         each->txtPort->setText(QStringLiteral("1"));
+}
+
+QList<QLineEdit *> Main::untouchedHosts() const
+{
+    QList<QLineEdit *> untouched;
+    for (const TcpChannel *each : m_tcp) {
+        if (each->txtAddress->text().isEmpty() && !each->txtAddress->isModified())
+            untouched.append(each->txtAddress);
+    }
+    return untouched;
+}
+
+/// Not before the window is on the screen, and without one never: a name server may be silent.
+void Main::lookUpOwnAddress()
+{
+    if (!untouchedHosts().isEmpty())
+        m_parts.findLocalAddress([this](const LocalAddress &found) { showOwnAddress(found); });
+}
+
+void Main::showOwnAddress(const LocalAddress &found)
+{
+    if (m_waits.isClosed() || untouchedHosts().isEmpty())
+        return;
+    const QString address = modWinsockAPI::taken(found, m_parts.dialogs, this);
+    for (QLineEdit *entry : untouchedHosts())
+        entry->setText(address);
+}
+
+bool Main::event(QEvent *event)
+{
+    if (event->type() == QEvent::Paint && !std::exchange(m_painted, true))
+        QMetaObject::invokeMethod(this, &Main::lookUpOwnAddress, Qt::QueuedConnection);
+    return QMainWindow::event(event);
 }
 
 bool Main::loadList(const QString &path)
@@ -281,6 +318,11 @@ void Main::reportFault(int index, const QString &description)
     m_faults.at(static_cast<size_t>(index)) = description;
     showFaults();
     Q_EMIT faultReported(description);
+}
+
+void Main::showProgress(const QString &text)
+{
+    statusBar()->showMessage(text);
 }
 
 bool Main::runsList(int index) const

@@ -4,7 +4,9 @@
 #include "platform/GpibAdapterChoice.h"
 #include "platform/SerialPortList.h"
 #include "platform/WaitGroup.h"
+#include "setup/modWinsockAPI.h"
 
+#include <QIcon>
 #include <QMainWindow>
 
 #include <array>
@@ -13,6 +15,7 @@
 
 class QAction;
 class QLabel;
+class QLineEdit;
 class QSplitter;
 class QTabWidget;
 
@@ -59,8 +62,9 @@ struct MainParts
     SystemInfo &systemInfo;
     /// What the report window remembers between its openings.
     modSBC &remembered;
-    /// The computer's own IPv4 address; empty when it is not known.
-    std::function<QString()> localAddress;
+    /// Looks up the computer's own IPv4 address, for as long as it takes, and hands it over in the
+    /// event loop.
+    std::function<void(std::function<void(const LocalAddress &)> found)> findLocalAddress;
 };
 
 /// The main window: the tabs of the five Channels above the command-list area, the menus, start-up
@@ -75,7 +79,8 @@ public:
 
     /// Start-up: the defaults of every control. No Channel is opened.
     void Form_Load();
-    /// The user-interface reset: the logging indicator, the host and port entries.
+    /// The user-interface reset: the logging indicator, the host and port entries. A host entry
+    /// that is still untouched when the window has been painted gets the computer's own address.
     void resetUserInterface();
 
     void cmdConnect_Click(int index);
@@ -111,6 +116,7 @@ public:
     [[nodiscard]] QByteArray echoPrefix() const override;
     void reportFault(int index, const QString &description) override;
     void clearFault(int index) override;
+    void showProgress(const QString &text) override;
     [[nodiscard]] bool runsList(int index) const override;
     [[nodiscard]] QString channelRefusal(int index) const override;
     /// Why the GPIB search keeps others from the control; empty when it does not.
@@ -145,6 +151,7 @@ Q_SIGNALS:
     void closed();
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -155,6 +162,9 @@ private:
     void connectWindows();
     void showOpen(int index, bool open);
     void showFaults();
+    [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
+    void lookUpOwnAddress();
+    void showOwnAddress(const LocalAddress &found);
     void loggingFailed(const QString &description);
     void shutDown();
 
@@ -168,9 +178,12 @@ private:
     std::unique_ptr<ListConnection> m_listConnection;
     TransferEngine *m_engine = nullptr;
     QSplitter *m_splitter = nullptr;
+    /// Of a closed and of an open Channel. Made once: the toolkit keeps the picture of every icon.
+    const std::array<QIcon, 2> m_tabMarks;
     SetupWindows *m_setup = nullptr;
     BoardWindows *m_board = nullptr;
     GuideWindow *m_guide = nullptr;
+    bool m_painted = false;
     /// What was last said of each Channel's device; empty once it is open again.
     std::array<QString, channelCount> m_faults;
 };

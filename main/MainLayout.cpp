@@ -38,7 +38,7 @@ void Main::buildChannels()
     m_channels = {m_serial[0], m_serial[1], m_gpib, m_tcp[0], m_tcp[1]};
     for (Channel *each : m_channels) {
         const int index = each->index();
-        tabChannels->addTab(each, Led::tabMark(false),
+        tabChannels->addTab(each, m_tabMarks.front(),
                             channelTexts::channelCaptions.at(static_cast<size_t>(index)));
         connect(each, &Channel::openChanged, this,
                 [this, index](bool open) { showOpen(index, open); });

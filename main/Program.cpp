@@ -45,10 +45,12 @@ Program::Program(const CommandLine &line, Dialogs &dialogs)
                   .serialPorts = [this] { return m_serialPorts.entries(); },
                   .systemInfo = m_systemInfo,
                   .remembered = m_remembered,
-                  .localAddress =
-                      [&dialogs] {
-                          const auto sockets = systemSockets();
-                          return modWinsockAPI(*sockets, dialogs).GetLocalIPAddress();
+                  .findLocalAddress =
+                      [this](const auto &found) {
+                          m_ownAddress.start([found] {
+                              const auto sockets = systemSockets();
+                              return [found, own = modWinsockAPI::find(*sockets)] { found(own); };
+                          });
                       }});
     m_window->Form_Load();
     if (m_bench)

@@ -7,6 +7,7 @@
 #include "common/modSBC.h"
 #include "main/CommandLine.h"
 #include "main/Main.h"
+#include "platform/DetachedCall.h"
 #include "platform/GpibAdapterFactory.h"
 #include "platform/GpibControl.h"
 #include "platform/QtSerialPort.h"
@@ -56,6 +57,7 @@ private:
     QtProgramLauncher m_launcher;
     SystemInfo m_systemInfo;
     std::unique_ptr<Main> m_window;
+    DetachedCall m_ownAddress;
 };
 
 } // namespace corvane

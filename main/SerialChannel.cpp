@@ -1,8 +1,6 @@
 #include "main/SerialChannel.h"
 
-#include "common/Numbers.h"
 #include "main/ChannelTexts.h"
-#include "platform/PlatformError.h"
 #include "platform/SerialPort.h"
 
 #include <QEvent>
@@ -21,7 +19,7 @@ SerialChannel::SerialChannel(int index, SerialPort &port, const ChannelContext &
     , m_port(port)
 {
     txtPort = new QLineEdit(this);
-    txtPort->setMaximumWidth(70);
+    txtPort->setMaximumWidth(110); // a device's name fits
     addConnectionField(tr("COM &port:"), txtPort, QStringLiteral("txtPort"));
     if (index == channels::rs485)
         buildAddress();
@@ -68,11 +66,10 @@ void SerialChannel::openTransport()
 {
     if (m_port.isPortOpen())
         return;
-    const QString entry = txtPort->text();
-    const int port = numbers::leadingInteger(entry);
-    if (port == 0 && !numbers::isNumeric(entry))
-        throw PlatformError(tr("the port \"%1\" is not a number").arg(entry));
-    m_port.setCommPort(port);
+    const auto number = SerialPortList::numberIn(txtPort->text());
+    if (number)
+        m_port.setCommPort(*number);
+    m_port.setDevice(number ? QString() : txtPort->text().trimmed());
     m_port.setPortOpen(true);
     m_port.setInputLen(0);
     m_port.setRThreshold(1);
@@ -125,6 +122,11 @@ void SerialChannel::poll()
 bool SerialChannel::isOpen() const
 {
     return m_port.isPortOpen();
+}
+
+QString SerialChannel::place() const
+{
+    return channelTexts::connectedTo.arg(m_port.place());
 }
 
 std::optional<QString> SerialChannel::statusText() const

@@ -49,6 +49,7 @@ protected:
     void send(const QByteArray &command) override;
     void poll() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
+    [[nodiscard]] QString place() const override;
 
 private:
     void buildAddress();

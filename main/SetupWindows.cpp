@@ -57,6 +57,7 @@ GpibSearch &SetupWindows::search()
 
 void SetupWindows::cmdSearchGPIB_Click()
 {
+    m_window.gpibChannel().applyPendingEntries();
     if (!m_searchWindow)
         m_searchWindow =
             new frmGPIB(search(), m_window.parts().module, m_window.parts().dialogs, &m_window);

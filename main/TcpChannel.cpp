@@ -1,6 +1,5 @@
 #include "main/TcpChannel.h"
 
-#include "common/Numbers.h"
 #include "main/ChannelTexts.h"
 #include "platform/Dialogs.h"
 #include "platform/PlatformError.h"
@@ -54,14 +53,15 @@ void TcpChannel::openTransport()
 {
     if (isOpen())
         return;
-    bool isNumber = false;
-    const qint32 port = txtPort->text().trimmed().toInt(&isNumber);
-    if (!isNumber)
+    const auto port = enteredPort();
+    if (!port)
         throw PlatformError(
             tr("the port \"%1\" is not a number from 1 to 65535").arg(txtPort->text()));
     m_client.setRemoteHost(txtAddress->text());
-    m_client.setRemotePort(port);
+    m_client.setRemotePort(*port);
     closeUntilClosed();
+    m_place = channelTexts::connectedTo.arg(
+        QStringLiteral("%1 port %2").arg(txtAddress->text().trimmed()).arg(*port));
     m_client.connectToPeer();
 }
 
@@ -76,8 +76,16 @@ void TcpChannel::txtPort_Change()
 {
     if (isOpen())
         m_context.dialogs.showMessage(window(), channelTexts::alreadyConnected);
-    else if (!txtPort->text().isEmpty())
-        m_client.setRemotePort(numbers::leadingInteger(txtPort->text()));
+    else if (const auto port = enteredPort())
+        m_client.setRemotePort(*port);
+}
+
+/// The port entry when it is a whole number.
+std::optional<qint32> TcpChannel::enteredPort() const
+{
+    bool isNumber = false;
+    const qint32 port = txtPort->text().trimmed().toInt(&isNumber);
+    return isNumber ? std::optional(port) : std::nullopt;
 }
 
 void TcpChannel::send(const QByteArray &command)

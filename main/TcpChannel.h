@@ -35,14 +35,17 @@ protected:
     void poll() override;
     void forgetExchange() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
+    [[nodiscard]] QString place() const override { return m_place; }
 
 private:
+    [[nodiscard]] std::optional<qint32> enteredPort() const;
     void closeUntilClosed();
     /// The pieces that wait are not sent any more; says so when there are any.
     void dropRest(const QString &reason);
     void sendNextPiece();
 
     TcpClient &m_client;
+    QString m_place; ///< of the newest connect
     /// A piece is out, others follow it, and its reply has not come yet (TCP/IP-2).
     bool TcpSegmentWait = false;
     /// What is still to be sent of the command, each piece after the reply to the one before.

@@ -47,7 +47,8 @@ public:
                       .serialPorts = [] { return QList<SerialPortEntry>(); },
                       .systemInfo = m_systemInfo,
                       .remembered = m_remembered,
-                      .localAddress = [] { return QStringLiteral("127.0.0.1"); }});
+                      .findLocalAddress =
+                          [](const auto &found) { found({.text = QStringLiteral("127.0.0.1")}); }});
         m_window->Form_Load();
         m_window->show();
     }

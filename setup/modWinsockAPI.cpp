@@ -22,39 +22,48 @@ QString dotted(const SocketsApi::Address &address)
 
 } // namespace
 
+LocalAddress modWinsockAPI::find(SocketsApi &sockets)
+{
+    if (const int code = sockets.start(version11); code != 0)
+        return {.startFailure = code};
+    const auto ended = qScopeGuard([&sockets] { sockets.cleanUp(); });
+    const auto host = sockets.hostName();
+    if (!host)
+        return {.failure = sockets.lastError()};
+    const auto name = QString::fromLocal8Bit(*host).trimmed().toLocal8Bit().toStdString();
+    const auto addresses = sockets.addresses(name);
+    if (addresses.empty())
+        return {.failure = sockets.lastError()};
+    return {.text = dotted(addresses.front())};
+}
+
+QString modWinsockAPI::taken(const LocalAddress &found, Dialogs &dialogs, QWidget *parent)
+{
+    if (found.startFailure)
+        dialogs.showMessage(parent, {.text = socketTexts::startFailure(*found.startFailure),
+                                     .icon = Dialogs::Icon::Stop});
+    else if (found.failure)
+        dialogs.showMessage(parent, {.text = socketTexts::failure(*found.failure),
+                                     .icon = Dialogs::Icon::Exclamation});
+    return found.text;
+}
+
 QString modWinsockAPI::GetLocalIPAddress()
 {
-    if (!SocketsInitialize())
-        return {};
-    const auto ended = qScopeGuard([this] { m_sockets.cleanUp(); });
-    const auto host = m_sockets.hostName();
-    if (!host) {
-        ReportSocketError(m_sockets.lastError());
-        return {};
-    }
-    const auto name = QString::fromLocal8Bit(*host).trimmed().toLocal8Bit().toStdString();
-    const auto addresses = m_sockets.addresses(name);
-    if (addresses.empty()) {
-        ReportSocketError(m_sockets.lastError());
-        return {};
-    }
-    return dotted(addresses.front());
+    return taken(find(m_sockets), m_dialogs);
 }
 
 bool modWinsockAPI::SocketsInitialize()
 {
     const int code = m_sockets.start(version11);
-    if (code == 0)
-        return true;
-    m_dialogs.showMessage(nullptr,
-                          {.text = socketTexts::startFailure(code), .icon = Dialogs::Icon::Stop});
-    return false;
+    if (code != 0)
+        taken({.startFailure = code}, m_dialogs);
+    return code == 0;
 }
 
 void modWinsockAPI::ReportSocketError(int code)
 {
-    m_dialogs.showMessage(nullptr,
-                          {.text = socketTexts::failure(code), .icon = Dialogs::Icon::Exclamation});
+    taken({.failure = code}, m_dialogs);
 }
 
 } // namespace corvane

@@ -4,9 +4,20 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace corvane {
 
 class SocketsApi;
+
+/// The computer's own address, or why it is not known.
+struct LocalAddress
+{
+    QString text{};
+    /// The code that starting the sockets library, or a later call to it, failed with.
+    std::optional<int> startFailure{};
+    std::optional<int> failure{};
+};
 
 /// Finds the computer's own IPv4 address and words the failures of the sockets library. It leaves
 /// the calls to the operating system to SocketsApi and has nothing to do with the Channels'
@@ -22,6 +33,12 @@ public:
         , m_dialogs(dialogs)
     {
     }
+
+    /// Looks the address up and shows nothing. A name server that is silent holds it up for as long
+    /// as the system's resolver has patience, so it may be called on any thread.
+    static LocalAddress find(SocketsApi &sockets);
+    /// The address that was found; empty after a failure, which has then been shown in one message.
+    static QString taken(const LocalAddress &found, Dialogs &dialogs, QWidget *parent = nullptr);
 
     /// The computer's first IPv4 address as "192.168.1.20"; empty after any failure, which has then
     /// been shown in one message.

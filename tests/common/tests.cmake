@@ -1,1 +1,1 @@
-corvane_test(common SOURCES NumbersTest.cpp PrintableTextTest.cpp USES common)
+corvane_test(common SOURCES EntryRulesTest.cpp NumbersTest.cpp PrintableTextTest.cpp USES common)

@@ -13,6 +13,7 @@ class FakeListHost : public ListHost
 {
 public:
     int showingChannel() const override { return showing; }
+    void applyEntries(int) override {}
     void cmdSend_Click_Public(int index) override
     {
         sent.append(commands[index]);

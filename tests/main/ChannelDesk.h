@@ -38,6 +38,7 @@ public:
     [[nodiscard]] QByteArray echoPrefix() const override { return prefix; }
     void reportFault(int, const QString &description) override { faults.append(description); }
     void clearFault(int) override { faults.clear(); }
+    void showProgress(const QString &text) override { progress.append(text); }
     [[nodiscard]] bool runsList(int index) const override
     {
         return m_module.transferRunning() && index != freeOfLists;
@@ -53,6 +54,7 @@ public:
     std::vector<int> timedOutOn;
     QByteArray prefix = "<05:";
     QStringList faults;
+    QStringList progress;
 
 private:
     Module1 &m_module;

@@ -73,6 +73,40 @@ TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
     EXPECT_EQ(desk.control.timeout(), 2500);
     QTest::mouseClick(&entry, Qt::LeftButton);
     EXPECT_TRUE(entry.font().bold());
+    QTest::keyClicks(&entry, QStringLiteral("1"));
+    desk.channel.cmdConnect_Click(); // by its mnemonic: the entry keeps the focus
+    EXPECT_EQ(desk.control.timeout(), 25001);
+    EXPECT_FALSE(entry.font().bold());
+}
+
+TEST(GpibChannel, ThePointerAndTheStatusLineSayThatAConnectTakesItsTime)
+{
+    GpibDesk desk;
+    desk.bus.onOpen = [&] {
+        EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
+        EXPECT_EQ(desk.host.progress.last(), u"IEEE 488: connecting to GPIB0::5 ...");
+    };
+    const auto isQuiet = [&desk] {
+        return !QGuiApplication::overrideCursor() && desk.host.progress.last().isEmpty();
+    };
+    desk.channel.cmdConnect_Click();
+    EXPECT_TRUE(isQuiet());
+    EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to GPIB0::5 through fake adapter");
+    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral("GPIB2"));
+    EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to board GPIB0, not to GPIB2::5");
+    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral("GPIB0"));
+    desk.control.forgetAdapter(0);
+    EXPECT_EQ(desk.channel.lblPlace->text(), QString());
+
+    desk.bus.fault = QStringLiteral("no adapter");
+    desk.dialogs.expectMessage(
+        QStringLiteral("Error occurred while trying to connect.\r\nno adapter"),
+        Dialogs::Answer::Ok, [&] { EXPECT_TRUE(isQuiet()); });
+    desk.channel.cmdConnect_Click();
+    desk.bus.fault.clear();
+    desk.bus.onOpen = [&] { desk.control.shutDown(); }; // the window closes
+    desk.channel.cmdConnect_Click();
+    EXPECT_TRUE(isQuiet());
 }
 
 TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)

@@ -53,7 +53,8 @@ struct MainDesk
                .serialPorts = [] { return QList<SerialPortEntry>(); },
                .systemInfo = systemInfo,
                .remembered = remembered,
-               .localAddress = [] { return QStringLiteral("192.168.1.20"); }}};
+               .findLocalAddress = [this](const auto &found) { addressWanted = found; }}};
+    std::function<void(const LocalAddress &)> addressWanted;
 
     MainDesk() { main.Form_Load(); }
     void connectAll()
@@ -87,12 +88,44 @@ TEST(Main, StartsWithItsDefaultsAndNothingOpen)
         EXPECT_TRUE(channel.shpComm->isHidden());
     }
     for (const int index : {3, 4}) {
-        EXPECT_EQ(desk.main.tcpChannel(index).txtAddress->text(), u"192.168.1.20");
         EXPECT_EQ(desk.main.tcpChannel(index).txtPort->text(), u"5000");
     }
     EXPECT_EQ(desk.main.serialChannel(1).txtPort->text(), u"1");
     EXPECT_EQ(desk.gpib.connectString(), u"GPIB0::0");
     EXPECT_EQ(desk.main.gpibChannel().lblConnectString->text(), u"GPIB0::0");
+}
+
+TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouched)
+{
+    MainDesk desk;
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(desk.addressWanted) << "never without a window";
+    desk.main.show();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return static_cast<bool>(desk.addressWanted); }));
+    QLineEdit &typed = *desk.main.tcpChannel(4).txtAddress;
+    QTest::keyClicks(&typed, QStringLiteral("x"));
+    desk.dialogs.expectMessage({.text = QStringLiteral("Authoritative answer host not found."),
+                                .icon = Dialogs::Icon::Exclamation});
+    desk.addressWanted({.failure = 11001});
+    desk.addressWanted({.text = QStringLiteral("192.168.1.20")});
+    EXPECT_EQ(desk.main.tcpChannel(3).txtAddress->text(), u"192.168.1.20");
+    EXPECT_EQ(typed.text(), u"x");
+    desk.addressWanted({.failure = 11001}); // nobody asks any more
+}
+
+TEST(Main, NoCommandBringsALineEndOfItsOwnToAWire)
+{
+    MainDesk desk;
+    desk.connectAll();
+    for (int index = 0; index < channelCount; ++index) {
+        desk.main.channel(index)->setCommand(QStringLiteral("A\r\nB\n"));
+        desk.main.cmdSend_Click_Public(index);
+    }
+    EXPECT_EQ(desk.rs485.written.back(), ">01 A B\r");
+    EXPECT_EQ(desk.rs232.written.back(), "A B\r");
+    EXPECT_EQ(desk.bus.calls.back(), u"write GPIB0::0 A B\r");
+    EXPECT_EQ(desk.tcpClient1.sent.back(), "A B\r");
+    EXPECT_EQ(desk.tcpClient2.sent.back(), "A B\r");
 }
 
 TEST(Main, IgnoresAnIndexOutsideTheChannels)

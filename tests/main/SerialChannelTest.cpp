@@ -116,6 +116,37 @@ TEST(SerialChannel, ConnectingOpensOnceAndAFaultIsTold)
     EXPECT_EQ(desk.port.closed, 1) << "the first key closes the port";
 }
 
+TEST(SerialChannel, APortEntryMeansWhatItSaysAndTheOpenPortIsShown)
+{
+    SerialDesk desk(channels::rs232);
+    const std::tuple<const char16_t *, int, const char16_t *> rows[] = {
+        {u" 3 ", 3, u""},
+        {u"com12", 12, u""},
+        {u"/dev/ttyS0", 12, u"/dev/ttyS0"},
+        {u"ttyUSB0", 12, u"ttyUSB0"},
+        {u"7", 7, u""}};
+    for (const auto &[entry, number, device] : rows) {
+        desk.channel.txtPort->setText(QString::fromUtf16(entry));
+        EXPECT_EQ(desk.channel.lblPlace->text(), QString());
+        desk.channel.cmdConnect_Click();
+        EXPECT_EQ(desk.port.commPort(), number);
+        EXPECT_EQ(desk.port.device(), device);
+        EXPECT_EQ(desk.channel.lblPlace->text(),
+                  QStringLiteral("Connected to ") + desk.port.place());
+    }
+    const int opened = desk.port.opened;
+    for (const char16_t *wrong : {u"", u"2x", u"1.6", u"1e1", u"-"}) {
+        const QString entry = QString::fromUtf16(wrong);
+        desk.channel.txtPort->setText(entry);
+        desk.dialogs.expectMessage(
+            QStringLiteral(
+                "Error occurred while trying to connect.\r\nthe port \"%1\" is not a number")
+                .arg(entry));
+        desk.channel.cmdConnect_Click();
+    }
+    EXPECT_EQ(desk.port.opened, opened);
+}
+
 TEST(SerialChannel, AnUnpluggedPortIsSaidOnceWithoutABoxAndTheLoopGoesQuiet)
 {
     SerialDesk desk(channels::rs232);
@@ -171,7 +202,7 @@ TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
     desk.channel.cmdConnect_Click();
     const QString hundredKilobytes(100'000, u'x');
     for (const QString &command :
-         {QString(), hundredKilobytes, QStringLiteral("A\rB\nC"), QStringLiteral("\u00e4\u00ff")}) {
+         {QString(), hundredKilobytes, QStringLiteral("\u00e4\u0085\u00ff")}) {
         desk.channel.setCommand(command);
         desk.channel.cmdSend_Click();
         EXPECT_EQ(desk.port.written.back(), command.toLatin1() + '\r');
@@ -202,6 +233,29 @@ TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
         EXPECT_EQ(channel.TimerTransfer->interval(), expected);
         EXPECT_EQ(channel.cboMs->currentText(), QString::number(expected));
     }
+}
+
+TEST(Channel, APeriodStillBeingTypedCountsForWhatTheUserStartsButNotForALoopThatRuns)
+{
+    SerialDesk desk(channels::rs232);
+    Channel &channel = desk.channel;
+    const std::function<void()> starts[] = {
+        [&] { channel.cmdConnect_Click(); },
+        [&] { channel.cmdIDN_Click(); },
+        [&] { channel.chkLoop->setChecked(true); },
+    };
+    int period = 1000;
+    for (const auto &start : starts) {
+        channel.cboMs->setEditText(QString::number(++period));
+        start();
+        EXPECT_EQ(channel.Timer1->interval(), period);
+    }
+    channel.cboMs->setEditText(QStringLiteral("5"));
+    channel.Timer1_Timer();
+    EXPECT_EQ(channel.cboMs->currentText(), u"5");
+    desk.module.SendMode = true;
+    channel.cmdSend_Click(); // a row of a list
+    EXPECT_EQ(channel.cboMs->currentText(), u"5");
 }
 
 TEST(Channel, ALoopCannotBeSwitchedOnDuringAListRunOrWhileTheChannelIsBorrowed)

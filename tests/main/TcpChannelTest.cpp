@@ -40,11 +40,14 @@ TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
     EXPECT_EQ(desk.client.closes, 1) << "closed first";
     desk.channel.cmdConnect_Click();
     EXPECT_EQ(desk.client.connects, 1) << "already connected: ignored";
+    desk.channel.txtAddress->setText(QStringLiteral("elsewhere"));
+    EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to 127.0.0.1 port 5025");
 
     desk.channel.chkLoop->setChecked(true);
     desk.channel.cmdDisconnect_Click();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
     EXPECT_EQ(desk.client.state(), SocketState::Closed);
+    EXPECT_EQ(desk.channel.lblPlace->text(), QString());
 }
 
 TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
@@ -91,7 +94,8 @@ TEST(TcpChannel, EditingThePortOfAConnectedSocketIsRefusedAtEachChange)
     TcpDesk desk(channels::tcpIp1);
     desk.channel.txtPort->setText(QStringLiteral("6000"));
     EXPECT_EQ(desk.client.remotePort(), 6000) << "taken over at once";
-    desk.channel.txtPort->setText(QString());
+    for (const char16_t *noNumber : {u"", u"7000x", u"1.6"})
+        desk.channel.txtPort->setText(QString::fromUtf16(noNumber));
     EXPECT_EQ(desk.client.remotePort(), 6000);
     desk.client.setState(SocketState::Connected);
     const QString refusal = QStringLiteral(
