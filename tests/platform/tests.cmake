@@ -9,6 +9,7 @@ corvane_test(
   QtSerialPortTest.cpp
   QtTcpClientTest.cpp
   SerialSettingsTest.cpp
+  WholeFileTest.cpp
   USES
   platform)
 
