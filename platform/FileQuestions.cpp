@@ -33,11 +33,9 @@ QStringList nameFilters(const QString &filter)
     const QStringList parts = filter.split(u'|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        QString description = parts[i];
-        if (const auto patterns = description.lastIndexOf(u'('); patterns >= 0)
-            description.truncate(patterns);
         const QString patterns = QString(parts[i + 1]).replace(u';', u' ');
-        filters.append(QStringLiteral("%1 (%2)").arg(description.trimmed(), patterns));
+        const bool shows = parts[i].endsWith(u'(' + patterns + u')');
+        filters.append(shows ? parts[i] : QStringLiteral("%1 (%2)").arg(parts[i], patterns));
     }
     return filters;
 }

@@ -6,8 +6,9 @@
 /// The rules behind the file dialogs that need no window.
 namespace corvane::fileQuestions {
 
-/// The name filters of "Text (*.txt)|*.txt|All|*.*" as the toolkit writes them:
-/// "Text (*.txt)", "All (*.*)". Several patterns of one part are separated by ";".
+/// The name filters of "Text(*.txt)|*.txt|All|*.*" for the toolkit: "Text(*.txt)", "All (*.*)".
+/// A description that ends in its patterns stands as it is. Several patterns of one part are
+/// separated by ";".
 QStringList nameFilters(const QString &filter);
 
 /// The extension, without its point, that a name filter appends to a bare name; empty for "*" and

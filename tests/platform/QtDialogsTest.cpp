@@ -132,7 +132,9 @@ TEST_F(QtDialogsTest, DismissAllClosesNestedBoxesAndABoxOutlivesItsWindow)
 TEST_F(QtDialogsTest, OpeningGivesAnExistingFileOnly)
 {
     EXPECT_EQ(fileQuestions::nameFilters(question.filter),
-              (QStringList{QStringLiteral("Lists (*.kms)"), QStringLiteral("Any (*.*)")}));
+              (QStringList{QStringLiteral("Lists(*.kms)"), QStringLiteral("Any (*.*)")}));
+    EXPECT_EQ(fileQuestions::nameFilters(QStringLiteral("Any|*.a;*.b")),
+              QStringList(QStringLiteral("Any (*.a *.b)")));
     answerFile(QStringLiteral("missing.kms"));
     whenOpen<QMessageBox>([&](QMessageBox &box) {
         EXPECT_TRUE(box.text().contains(QStringLiteral("missing.kms")));
