@@ -1,5 +1,6 @@
 #include "main/CommandLine.h"
 
+#include "platform/GpibAdapterChoice.h"
 #include "platform/PlatformError.h"
 
 #include <QCommandLineParser>
@@ -26,7 +27,9 @@ struct Option
 };
 
 constexpr Option options[] = {
-    {"demo", "", "With the simulated bench behind every Channel."},
+    {"demo", "",
+     "With the simulated bench behind every Channel; without a display, ask each of them and run "
+     "LIST on TCP/IP-1."},
     {"com", "N=DEVICE", "Serial port number N is DEVICE (repeatable)."},
     {"gpib", "N=ADAPTER",
      "GPIB board N: auto | none | tcp:HOST[:PORT] | serial:DEVICE | library[:BOARD] | visa "
@@ -41,19 +44,33 @@ constexpr Option options[] = {
     {"loop", "MS", "Loop time, 10 to 3600000 ms."},
     {"strip-operator", "", R"(Send "=" and "?" commands without their operator.)"},
     {"get", "", "Get list: fill the list with the device's values."},
-    {"save", "FILE", "Write the list back to FILE after --get."},
+    {"save", "FILE", "Write the list back to FILE after --get (\"-\": standard output)."},
     {"patience", "SECONDS", "Give up when a reply stays out so long (default 30)."},
-    {"csv", "FILE", "Write the grid as run as comma-separated values."},
-    {"junit", "FILE", "Write the checks as run as a JUnit report."},
+    {"csv", "FILE", "Write the grid as run as comma-separated values (\"-\": as above)."},
+    {"junit", "FILE", "Write the checks as run as a JUnit report (\"-\": as above)."},
     {"list-ports", "", "Print number, device, maker and description of each serial port."},
     {"version", "", "Print the version."},
     {"help", "", "Print this text."},
 };
 
+/// These may be given again, each time for another number.
+bool isRepeatable(const QString &option)
+{
+    return option == u"com" || option == u"gpib";
+}
+
+/// The name, and the one letter of those that every program has.
+QStringList namesOf(const Option &option)
+{
+    const QString name = QLatin1String(option.name);
+    const bool hasLetter = name == u"help" || name == u"version";
+    return hasLetter ? QStringList{name.first(1), name} : QStringList{name};
+}
+
 void addOptions(QCommandLineParser &parser)
 {
     for (const Option &option : options)
-        parser.addOption(QCommandLineOption(QLatin1String(option.name), QLatin1String(option.help),
+        parser.addOption(QCommandLineOption(namesOf(option), QLatin1String(option.help),
                                             QLatin1String(option.value)));
     parser.addPositionalArgument(QStringLiteral("LIST"),
                                  QStringLiteral("A list file to load into the window."),
@@ -112,6 +129,19 @@ void readRun(const QCommandLineParser &parser, CommandLine &line)
         refuse(QStringLiteral("save"), line.saveFile, QStringLiteral("needs --get"));
 }
 
+/// A value that is empty, or of which only the last would count, is a slip worth telling.
+void refuseEmptyAndRepeated(const QCommandLineParser &parser)
+{
+    for (const Option &option : options) {
+        const QString name = QLatin1String(option.name);
+        const QStringList values = parser.values(name);
+        if (values.contains(QString()))
+            refuse(name, {}, QStringLiteral("%1 is missing").arg(QLatin1String(option.value)));
+        if (values.size() > 1 && !isRepeatable(name))
+            refuse(name, values.last(), QStringLiteral("it is given twice"));
+    }
+}
+
 /// An option of the unattended run without it is a slip worth telling.
 void refuseStrayRunOptions(const QCommandLineParser &parser)
 {
@@ -132,6 +162,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     if (!parser.parse(arguments))
         throw PlatformError(parser.errorText());
 
+    refuseEmptyAndRepeated(parser);
     CommandLine line;
     if (parser.isSet(QStringLiteral("help")))
         line.task = Task::Help;
@@ -142,11 +173,16 @@ CommandLine CommandLine::parse(const QStringList &arguments)
 
     for (const QString &value : parser.values(QStringLiteral("com"))) {
         const auto [number, device] = numbered(QStringLiteral("com"), value, 1, 9999);
+        if (line.serialDevices.contains(number))
+            refuse(QStringLiteral("com"), value, QStringLiteral("the number is given twice"));
         line.serialDevices.insert(number, device);
     }
     for (const QString &value : parser.values(QStringLiteral("gpib"))) {
         const auto [board, adapter] = numbered(QStringLiteral("gpib"), value, 0, 3);
-        line.gpibAdapters.at(static_cast<size_t>(board)) = adapter;
+        QString &chosen = line.gpibAdapters.at(static_cast<size_t>(board));
+        if (!chosen.isEmpty())
+            refuse(QStringLiteral("gpib"), value, QStringLiteral("the number is given twice"));
+        chosen = GpibAdapterChoice::parse(adapter).toString();
     }
     line.demo = parser.isSet(QStringLiteral("demo"));
     if (line.task != Task::Window)

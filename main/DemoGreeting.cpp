@@ -1,8 +1,10 @@
 #include "main/DemoGreeting.h"
 
 #include "common/Module1.h"
+#include "common/PrintableText.h"
 #include "main/ChannelDriver.h"
 #include "main/ChannelTexts.h"
+#include "main/Main.h"
 
 #include <QTextStream>
 
@@ -11,6 +13,7 @@ namespace corvane {
 namespace {
 
 constexpr int patienceMs = 10'000;
+constexpr int notAll = 2;
 
 } // namespace
 
@@ -21,19 +24,24 @@ int greetTheBench(Main &window, QTextStream &out)
     for (int index = 0; index < channelCount; ++index) {
         const QString caption =
             channelTexts::channelCaptions.at(static_cast<size_t>(index)).leftJustified(10);
-        if (!driver.connect(index, patienceMs)) {
+        const bool connected = driver.connect(index, patienceMs);
+        if (window.waits().isClosed())
+            return notAll; // stopped: nothing can be said of the rest
+        if (!connected) {
             out << caption << "not connected" << Qt::endl;
             allAnswered = false;
             continue;
         }
         for (const QString &command : {channelTexts::idnCommand, channelTexts::systErrCommand}) {
             const auto reply = driver.ask(index, command, patienceMs);
+            if (window.waits().isClosed())
+                return notAll;
             allAnswered = allAnswered && reply;
             out << caption << command.leftJustified(12)
-                << (reply ? *reply : QStringLiteral("no answer")) << Qt::endl;
+                << (reply ? printableText::field(*reply) : QStringLiteral("no answer")) << Qt::endl;
         }
     }
-    return allAnswered ? 0 : 2;
+    return allAnswered ? 0 : notAll;
 }
 
 } // namespace corvane

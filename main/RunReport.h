@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -22,22 +23,31 @@ struct RunReport
         QString tolerance;
         QString reply;
         Result result = Result::NotRun;
+        /// From the check before, or the run's start, to this one's verdict.
+        double seconds = 0;
+    };
+
+    /// What the run was made with; the name is one word.
+    struct Property
+    {
+        QString name;
+        QString value;
     };
 
     QString listName;
-    QString channel;
+    QString hostName;
+    QDateTime began;
+    std::vector<Property> properties;
     /// The grid, its header row first.
     std::vector<QStringList> rows;
     std::vector<Check> checks;
-    /// Why the run ended early other than by a failed check; empty when it did not.
+    /// What went wrong other than a failed check; empty when nothing did.
     QString fault;
     double seconds = 0;
 
     /// The grid as comma-separated values that a spreadsheet opens as they are: UTF-8, lines ended
     /// by CR LF, cells quoted as needed, a blank in front of what would be taken for a formula.
     [[nodiscard]] QByteArray toCsv() const;
-    /// The checks as a JUnit report: one test case a check row, one more for a fault.
-    [[nodiscard]] QByteArray toJUnit() const;
 };
 
 } // namespace corvane

@@ -1,13 +1,14 @@
 #include "main/UnattendedDialogs.h"
 
+#include "common/PrintableText.h"
+
 #include <QTextStream>
 
 namespace corvane {
 
 Dialogs::Answer UnattendedDialogs::showMessage(QWidget *, const MessageBox &box)
 {
-    m_messages << QString(box.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
-               << Qt::endl;
+    m_messages << printableText::message(box.text) << Qt::endl;
     return box.buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
 }
 

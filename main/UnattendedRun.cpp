@@ -1,19 +1,24 @@
 #include "main/UnattendedRun.h"
 
+#include "common/PrintableText.h"
+#include "common/ProductInfo.h"
 #include "lists/CommandListArea.h"
 #include "lists/ListKinds.h"
 #include "main/Channel.h"
 #include "main/ChannelDriver.h"
+#include "main/ChannelPlace.h"
 #include "main/ChannelTexts.h"
+#include "main/JUnitReport.h"
 #include "main/Main.h"
 #include "platform/GpibControl.h"
 #include "platform/PlatformError.h"
 #include "platform/StopSignal.h"
 #include "platform/TextGrid.h"
-#include "platform/WholeFile.h"
 
 #include <QCheckBox>
+#include <QSysInfo>
 #include <QTextStream>
+#include <QVersionNumber>
 
 #include <utility>
 
@@ -56,21 +61,30 @@ QString outcomeFault(TransferEngine::Outcome outcome)
     }
 }
 
+double secondsOf(const QElapsedTimer &timer)
+{
+    return timer.isValid() ? static_cast<double>(timer.elapsed()) / 1000.0 : 0;
+}
+
 } // namespace
 
-UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &rows,
+UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
                              QTextStream &messages)
     : m_window(window)
     , m_line(std::move(line))
-    , m_rows(rows)
+    , m_channel(*window.channel(m_line.channel))
+    , m_outputs(m_line, out)
+    , m_out(out)
     , m_messages(messages)
+    , m_rows(m_outputs.useStandardOutput() ? messages : out)
 {
     const TransferEngine &engine = window.transferEngine();
     connect(&engine, &TransferEngine::rowStarted, this, [this](int row, const QString &command) {
         m_row = row;
         m_command = command;
-        m_sinceStartOfRow.start();
+        m_sinceSign.start();
     });
+    connect(&m_channel, &Channel::replied, this, [this] { m_sinceSign.start(); });
     connect(&engine, &TransferEngine::rowFinished, this, &UnattendedRun::printRow);
     connect(&engine, &TransferEngine::runEnded, this,
             [this](TransferEngine::Outcome outcome) { m_outcome = outcome; });
@@ -79,21 +93,40 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &rows,
 int UnattendedRun::execute()
 {
     const StopSignal signal([this] { stop(); });
+    m_began = QDateTime::currentDateTimeUtc();
+    m_sinceStart.start();
+    m_sinceCheck.start();
+    if (const QString refusal = m_outputs.refusal(); !refusal.isEmpty()) {
+        refuse(refusal);
+        return anythingElse;
+    }
     try {
         if (prepare())
             run();
     } catch (const PlatformError &error) {
         refuse(error.description());
     }
-    const bool written = conclude();
-    return written ? exitCode() : anythingElse;
+    judgeOutcome();
+    writeResults();
+    const bool failed = m_outcome == TransferEngine::Outcome::Failed;
+    if (m_faults.isEmpty())
+        return failed ? checkFailed : passed;
+    if (failed)
+        m_messages << QStringLiteral("corvane: row %1: the check failed all the same").arg(m_row)
+                   << Qt::endl;
+    return anythingElse;
 }
 
 bool UnattendedRun::refuse(const QString &reason)
 {
-    m_fault = reason;
-    m_messages << "corvane: " << reason << Qt::endl;
+    m_faults.append(reason);
+    m_messages << "corvane: " << printableText::message(reason) << Qt::endl;
     return false;
+}
+
+bool UnattendedRun::refuseAtRow(const QString &reason)
+{
+    return refuse(m_row == 0 ? reason : QStringLiteral("row %1: %2").arg(m_row).arg(reason));
 }
 
 bool UnattendedRun::prepare()
@@ -106,16 +139,20 @@ bool UnattendedRun::prepare()
     list.chkStripOpr->setChecked(m_line.stripOperator);
 
     m_window.showChannel(m_line.channel);
-    ChannelDriver driver(m_window);
-    driver.fillIn(m_line.channel, {m_line.port, m_line.host, m_line.address, m_line.settings});
+    ChannelDriver(m_window).fillIn(m_line.channel,
+                                   {m_line.port, m_line.host, m_line.address, m_line.settings});
     if (m_line.timeoutMs)
         m_window.parts().gpib.setTimeout(*m_line.timeoutMs);
     if (m_line.loopMs) {
-        Channel &channel = *m_window.channel(m_line.channel);
-        channel.cboMs->setEditText(QString::number(*m_line.loopMs));
-        channel.cboMs_Change();
+        m_channel.cboMs->setEditText(QString::number(*m_line.loopMs));
+        m_channel.cboMs_Change();
     }
-    if (driver.connect(m_line.channel, m_line.patienceSeconds * 1000))
+    return connectChannel();
+}
+
+bool UnattendedRun::connectChannel()
+{
+    if (ChannelDriver(m_window).connect(m_line.channel, m_line.patienceSeconds * 1000))
         return true;
     if (m_window.waits().isClosed())
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
@@ -126,23 +163,29 @@ bool UnattendedRun::prepare()
 void UnattendedRun::run()
 {
     TransferEngine &engine = m_window.transferEngine();
-    const Module1 &module = m_window.parts().module;
-    m_sinceStart.start();
+    m_sinceSign.start();
     if (m_line.get)
         engine.cmdLoadFrmChmber_Click(m_line.channel);
     else
         engine.cmdLoadToChmber_Click(m_line.channel);
-    const qint64 patienceMs = m_line.patienceSeconds * 1000LL;
     while (!m_outcome) {
         if (m_window.waits().waitUntil([this] { return m_outcome.has_value(); }, patienceStepMs) ==
             WaitEnd::Cancelled)
             break;
         // A row that has its reply waits for the loop time, which may be longer.
-        if (!m_outcome && !module.ResponseReady && m_sinceStartOfRow.hasExpired(patienceMs)) {
+        const bool waitsForReply = !m_channel.TimerTransfer->isActive();
+        if (!m_outcome && waitsForReply && m_sinceSign.hasExpired(patienceMs())) {
             refuseAtRow(QStringLiteral("no reply within %1 s").arg(m_line.patienceSeconds));
             engine.cmdStopSend_Click();
         }
     }
+}
+
+/// A GPIB reply is read one period after its command.
+qint64 UnattendedRun::patienceMs() const
+{
+    const qint64 period = m_line.channel == channels::ieee488 ? m_channel.Timer1->interval() : 0;
+    return m_line.patienceSeconds * 1000LL + period;
 }
 
 /// As Stop does; while the Channel is still connecting, closing the window ends the wait.
@@ -154,36 +197,89 @@ void UnattendedRun::stop()
         m_window.close();
 }
 
-bool UnattendedRun::refuseAtRow(const QString &reason)
-{
-    return refuse(m_row == 0 ? reason : QStringLiteral("row %1: %2").arg(m_row).arg(reason));
-}
-
 void UnattendedRun::printRow(int row, const QString &reply, TransferEngine::RowVerdict verdict)
 {
-    if (verdict != TransferEngine::RowVerdict::None)
-        m_verdicts[row] = verdict;
+    if (verdict != TransferEngine::RowVerdict::None) {
+        m_judged[row] = {verdict == TransferEngine::RowVerdict::Passed, secondsOf(m_sinceCheck)};
+        m_sinceCheck.start();
+    }
+    if (m_line.get && reply.trimmed().isEmpty())
+        m_emptyRows.append(QString::number(row));
     const QString command = m_command.isEmpty() ? m_window.listRowText(row) : m_command;
-    m_rows << row << '\t' << command << '\t' << reply << '\t' << verdictText(verdict) << Qt::endl;
+    m_rows << row << '\t' << printableText::field(command) << '\t' << printableText::field(reply)
+           << '\t' << verdictText(verdict) << Qt::endl;
+}
+
+// The end
+
+void UnattendedRun::judgeOutcome()
+{
+    if (!m_outcome) {
+        if (m_faults.isEmpty())
+            refuseAtRow(outcomeFault(TransferEngine::Outcome::Stopped));
+        return;
+    }
+    if (const QString fault = outcomeFault(*m_outcome); !fault.isEmpty() && m_faults.isEmpty())
+        refuseAtRow(fault);
+    if (!m_emptyRows.isEmpty())
+        refuse(
+            QStringLiteral("no value came for row %1").arg(m_emptyRows.join(QStringLiteral(", "))));
+    if (*m_outcome == TransferEngine::Outcome::Passed && m_judged.empty())
+        m_messages << "corvane: the list holds no check; nothing was judged" << Qt::endl;
+}
+
+/// Writes what was asked for, also of a run that ended early. The JUnit report comes last, as it
+/// tells what became of the others.
+void UnattendedRun::writeResults()
+{
+    if (&m_rows == &m_out && m_out.status() != QTextStream::Ok)
+        refuse(QStringLiteral("standard output cannot be written"));
+    if (m_outcome == TransferEngine::Outcome::Complete) {
+        const CommandListArea &list = *m_window.commandList;
+        write(m_line.saveFile,
+              listFile::settingsText(list.flexgridVDL->table(), list.comments()).toLatin1());
+    } else if (!m_line.saveFile.isEmpty()) {
+        m_messages << "corvane: " << printableText::message(m_line.saveFile)
+                   << " is not written, as the list is not filled" << Qt::endl;
+    }
+    write(m_line.csvFile, report().toCsv());
+    write(m_line.junitFile, junitReport(report()));
+}
+
+void UnattendedRun::write(const QString &path, const QByteArray &bytes)
+{
+    if (const QString fault = m_outputs.write(path, bytes); !fault.isEmpty())
+        refuse(fault);
+}
+
+bool UnattendedRun::isTestList() const
+{
+    return m_window.parts().module.ListKind == listKinds::testList;
 }
 
 RunReport UnattendedRun::report() const
 {
     const TextGrid &grid = *m_window.commandList->flexgridVDL;
     RunReport report;
-    report.listName = m_window.commandList->ListFileName;
-    report.channel = channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel));
-    report.fault = m_fault;
-    if (m_sinceStart.isValid())
-        report.seconds = static_cast<double>(m_sinceStart.elapsed()) / 1000.0;
-    const bool hasChecks = m_window.parts().module.ListKind == listKinds::testList;
+    report.listName = listKinds::fileName(m_line.list);
+    report.hostName = QSysInfo::machineHostName();
+    report.began = m_began;
+    const QVersionNumber version(productInfo::versionMajor, productInfo::versionMinor,
+                                 productInfo::versionRevision);
+    report.properties = {{QStringLiteral("channel"),
+                          channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel))},
+                         {QStringLiteral("device"), channelPlace(m_window, m_line.channel)},
+                         {QStringLiteral("loop-ms"), m_channel.cboMs->currentText()},
+                         {QStringLiteral("version"), version.toString()}};
+    report.fault = m_faults.join(QStringLiteral("; "));
+    report.seconds = secondsOf(m_sinceStart);
     for (int row = 0; row < grid.rowCount(); ++row) {
         QStringList cells;
         for (int column = 0; column < grid.colCount(); ++column)
             cells.append(grid.text(row, column));
         if (row > 0 && cells.first().isEmpty())
             continue; // held ready for a list that could not be read to its end
-        if (row > 0 && hasChecks && cells.value(listKinds::firstColumn) == u"!")
+        if (row > 0 && isTestList() && cells.value(listKinds::firstColumn) == u"!")
             report.checks.push_back(checkAt(row));
         report.rows.push_back(cells);
     }
@@ -199,44 +295,12 @@ RunReport::Check UnattendedRun::checkAt(int row) const
     check.expected = grid.text(row, listKinds::valueColumnOfTests);
     check.tolerance = grid.text(row, listKinds::toleranceColumn);
     check.reply = row > 1 ? grid.text(row - 1, grid.colCount() - 1) : QString();
-    if (const auto verdict = m_verdicts.find(row); verdict != m_verdicts.end())
-        check.result = verdict->second == TransferEngine::RowVerdict::Passed
-                           ? RunReport::Check::Result::Passed
-                           : RunReport::Check::Result::Failed;
-    return check;
-}
-
-/// Writes what was asked for, also of a run that ended early.
-bool UnattendedRun::conclude()
-{
-    if (m_outcome && m_fault.isEmpty()) {
-        const QString fault = outcomeFault(*m_outcome);
-        if (!fault.isEmpty())
-            refuseAtRow(fault);
+    if (const auto judged = m_judged.find(row); judged != m_judged.end()) {
+        check.result = judged->second.passed ? RunReport::Check::Result::Passed
+                                             : RunReport::Check::Result::Failed;
+        check.seconds = judged->second.seconds;
     }
-    bool written = true;
-    if (!m_line.saveFile.isEmpty() && m_outcome == TransferEngine::Outcome::Complete &&
-        !m_window.commandList->saveSettings(m_line.saveFile))
-        written = refuse(QStringLiteral("%1 cannot be written").arg(m_line.saveFile));
-    const RunReport result = report();
-    if (!m_line.csvFile.isEmpty() && !writeFile(m_line.csvFile, result.toCsv()))
-        written = false;
-    if (!m_line.junitFile.isEmpty() && !writeFile(m_line.junitFile, result.toJUnit()))
-        written = false;
-    return written;
-}
-
-bool UnattendedRun::writeFile(const QString &path, const QByteArray &bytes)
-{
-    const QString fault = wholeFile::write(path, bytes);
-    return fault.isEmpty() || refuse(QStringLiteral("%1: %2").arg(path, fault));
-}
-
-int UnattendedRun::exitCode() const
-{
-    if (!m_fault.isEmpty() || !m_outcome)
-        return anythingElse;
-    return *m_outcome == TransferEngine::Outcome::Failed ? checkFailed : passed;
+    return check;
 }
 
 } // namespace corvane

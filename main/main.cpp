@@ -1,3 +1,5 @@
+#include "common/Module1.h"
+#include "common/PrintableText.h"
 #include "common/ProductInfo.h"
 #include "main/CommandLine.h"
 #include "main/DemoGreeting.h"
@@ -6,11 +8,16 @@
 #include "main/UnattendedRun.h"
 #include "platform/PlatformError.h"
 #include "platform/QtDialogs.h"
+#include "platform/StandardStreams.h"
 #include "platform/StopSignal.h"
+#include "platform/ToolkitWatch.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QTextStream>
 #include <QTimer>
+
+#include <optional>
 
 using namespace corvane;
 
@@ -18,8 +25,25 @@ namespace {
 
 constexpr int failed = 2;
 
+/// What was asked for, and where the answers go.
+struct Job
+{
+    const CommandLine &line;
+    QTextStream &out;
+    QTextStream &messages;
+};
+
+/// The window system that the environment asks for, without its arguments; empty: the usual one.
+QString askedPlatform()
+{
+    return qEnvironmentVariable("QT_QPA_PLATFORM").section(u':', 0, 0);
+}
+
 bool hasDisplay()
 {
+    const QString platform = askedPlatform();
+    if (!platform.isEmpty())
+        return platform != u"offscreen" && platform != u"minimal";
 #ifdef Q_OS_UNIX
     return !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
@@ -28,24 +52,33 @@ bool hasDisplay()
 #endif
 }
 
-/// The window system that the task needs: none where nothing is shown.
-void choosePlatform(const CommandLine &line)
+/// What is said when the toolkit cannot start.
+QString toolkitFault()
 {
-    const bool showsWindow = line.task == CommandLine::Task::Window && hasDisplay();
-    if (!showsWindow && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QString fault;
+    if (const QString platform = askedPlatform(); !platform.isEmpty())
+        fault =
+            QStringLiteral("the toolkit cannot start on \"%1\" (QT_QPA_PLATFORM).").arg(platform);
+    else
+        fault = QStringLiteral("the display %1 cannot be opened.")
+                    .arg(qEnvironmentVariable("DISPLAY", qEnvironmentVariable("WAYLAND_DISPLAY")));
+    return fault +
+           QStringLiteral("\nUse --run LIST to run a list without one. With CORVANE_DEBUG=1 "
+                          "the toolkit's own messages are shown.");
 }
 
-bool isWithoutDisplay()
+void printHelp(const Job &job, int &argc, char **argv)
 {
-    return QGuiApplication::platformName() == u"offscreen";
+    const QCoreApplication application(argc, argv); // knows the program's name
+    job.out << CommandLine::helpText();
 }
 
-void listPorts(const CommandLine &line, QTextStream &out)
+void listPorts(const Job &job, int &argc, char **argv)
 {
+    const QCoreApplication application(argc, argv);
     SerialPortList ports;
-    ports.pin(line.serialDevices);
-    out << SerialPortList::describe(ports.entries()) << Qt::endl;
+    ports.pin(job.line.serialDevices);
+    job.out << SerialPortList::describe(ports.entries()) << Qt::endl;
 }
 
 int runWindow(const CommandLine &line)
@@ -64,70 +97,115 @@ int runWindow(const CommandLine &line)
     return QApplication::exec();
 }
 
-/// Runs a task in the event loop, without a window on the screen, and then closes the window.
-int runUnattended(const CommandLine &line, QTextStream &out, QTextStream &messages)
+/// What `corvane --demo [LIST]` does without a display. Returns the exit code.
+int demonstrate(Main &window, const Job &job)
 {
-    UnattendedDialogs dialogs(messages);
-    Program program(line, dialogs);
+    const int greeting = greetTheBench(window, job.out);
+    if (greeting != 0 || job.line.list.isEmpty())
+        return greeting;
+    CommandLine run = job.line;
+    run.channel = channels::tcpIp1;
+    return UnattendedRun(window, run, job.out, job.messages).execute();
+}
+
+/// Runs a task in the event loop, without a window on the screen, and then closes the window.
+int runUnattended(const Job &job)
+{
+    // Also while the program is put together: the event loop, when it begins, then closes the
+    // window.
+    QPointer<Main> target;
+    const StopSignal stop([&target] {
+        if (target)
+            target->close();
+    });
+    UnattendedDialogs dialogs(job.messages);
+    Program program(job.line, dialogs);
     Main &window = program.window();
-    QObject::connect(&window, &Main::faultReported, &window,
-                     [&messages](const QString &fault) { messages << fault << Qt::endl; });
-    int exitCode = failed;
+    target = &window;
+    QObject::connect(&window, &Main::faultReported, &window, [&job](const QString &fault) {
+        job.messages << printableText::message(fault) << Qt::endl;
+    });
+    std::optional<int> exitCode;
     QTimer::singleShot(0, &window, [&] {
-        exitCode = line.task == CommandLine::Task::Run
-                       ? UnattendedRun(window, line, out, messages).execute()
-                       : greetTheBench(window, out);
+        exitCode = job.line.task == CommandLine::Task::Run
+                       ? UnattendedRun(window, job.line, job.out, job.messages).execute()
+                       : demonstrate(window, job);
         window.close();
     });
     QObject::connect(&window, &Main::closed, qApp, &QCoreApplication::quit);
     QApplication::exec();
-    return exitCode;
+    if (!exitCode)
+        throw PlatformError(QStringLiteral("stopped before anything was sent"));
+    return *exitCode;
 }
 
-int runTask(const CommandLine &line, QTextStream &out, QTextStream &messages)
+int runProgram(const Job &job, int &argc, char **argv)
 {
-    switch (line.task) {
+    const bool showsWindow = job.line.task == CommandLine::Task::Window && hasDisplay();
+    if (!showsWindow)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const ToolkitWatch watch(toolkitFault(), failed);
+    const QApplication application(argc, argv);
+    ToolkitWatch::started();
+    QApplication::setQuitOnLastWindowClosed(false);
+    return showsWindow ? runWindow(job.line) : runUnattended(job);
+}
+
+int runTask(const Job &job, int &argc, char **argv)
+{
+    switch (job.line.task) {
     case CommandLine::Task::Help:
-        out << CommandLine::helpText();
+        printHelp(job, argc, argv);
         return 0;
     case CommandLine::Task::Version:
-        out << QString::fromUtf16(productInfo::title) << ' ' << productInfo::versionMajor << '.'
-            << productInfo::versionMinor << '.' << productInfo::versionRevision << Qt::endl;
+        job.out << QString::fromUtf16(productInfo::title) << ' ' << productInfo::versionMajor << '.'
+                << productInfo::versionMinor << '.' << productInfo::versionRevision << Qt::endl;
         return 0;
     case CommandLine::Task::ListPorts:
-        listPorts(line, out);
+        listPorts(job, argc, argv);
         return 0;
     case CommandLine::Task::Run:
-        return runUnattended(line, out, messages);
+        if (standardStreams::canPrint())
+            return runProgram(job, argc, argv);
+        throw PlatformError(QStringLiteral("standard output is closed"));
     case CommandLine::Task::Window:
         break;
     }
-    if (!isWithoutDisplay())
-        return runWindow(line);
-    if (line.demo)
-        return runUnattended(line, out, messages);
-    messages << "There is no display. Use --run LIST to run a list, or --demo." << Qt::endl;
-    return failed;
+    if (hasDisplay() || job.line.demo)
+        return runProgram(job, argc, argv);
+    throw PlatformError(
+        QStringLiteral("there is no display. Use --run LIST to run a list, or --demo."));
+}
+
+CommandLine readArguments(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int index = 0; index < argc; ++index)
+        arguments.append(QString::fromLocal8Bit(argv[index]));
+    try {
+        return CommandLine::parse(arguments);
+    } catch (const PlatformError &error) {
+        throw PlatformError(error.description() + QStringLiteral("\nSee corvane --help."));
+    }
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    standardStreams::prepare();
     QTextStream out(stdout);
     QTextStream messages(stderr);
     QCoreApplication::setApplicationName(QString::fromUtf16(productInfo::title));
     try {
-        QStringList arguments;
-        for (int index = 0; index < argc; ++index)
-            arguments.append(QString::fromLocal8Bit(argv[index]));
-        const CommandLine line = CommandLine::parse(arguments);
-        choosePlatform(line);
-        QApplication application(argc, argv);
-        QApplication::setQuitOnLastWindowClosed(false);
-        return runTask(line, out, messages);
+        const CommandLine line = readArguments(argc, argv);
+        const int exitCode = runTask({line, out, messages}, argc, argv);
+        out.flush();
+        if (exitCode != failed && out.status() != QTextStream::Ok)
+            throw PlatformError(QStringLiteral("standard output cannot be written"));
+        return exitCode;
     } catch (const PlatformError &error) {
-        messages << "corvane: " << error.description() << Qt::endl;
+        messages << "corvane: " << printableText::message(error.description()) << Qt::endl;
         return failed;
     }
 }

@@ -3,8 +3,10 @@
 #include "platform/TextGrid.h"
 #include "tests/e2e/EndToEndDesk.h"
 
+#include <QBuffer>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <gtest/gtest.h>
 
 using namespace corvane;
@@ -24,9 +26,12 @@ ListRun run(EndToEndDesk &desk, CommandLine line)
     line.task = CommandLine::Task::Run;
     line.loopMs = line.loopMs.value_or(20);
     ListRun result;
-    QTextStream rows(&result.rows);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QTextStream out(&buffer);
     desk.messages.clear();
-    result.exitCode = UnattendedRun(desk.main, line, rows, desk.messageStream).execute();
+    result.exitCode = UnattendedRun(desk.main, line, out, desk.messageStream).execute();
+    result.rows = QString::fromUtf8(buffer.data());
     result.messages = desk.messages;
     return result;
 }
@@ -110,9 +115,6 @@ TEST(EndToEndLists, WhatCannotRunEndsWithTwoAndTheReason)
     line.get = true;
     EXPECT_EQ(run(desk, line).exitCode, 2);
     line.get = false;
-    line.csvFile = QStringLiteral("/nonexistent/grid.csv");
-    EXPECT_EQ(run(desk, line).exitCode, 2);
-    line.csvFile.clear();
     line.port = QStringLiteral("70000");
     desk.main.cmdDisconnect_Click(3);
     EXPECT_EQ(run(desk, line).exitCode, 2);
@@ -129,11 +131,90 @@ TEST(EndToEndLists, StripOperatorSendsTheBareCommand)
     EXPECT_TRUE(run(desk, line).rows.startsWith(u"1\tSP 27\t"));
 }
 
-TEST(RunReport, ASpreadsheetTakesNoCellForAFormulaAndReadsEveryCharacter)
+TEST(EndToEndLists, ResultsThatCannotBeKeptAreRefusedBeforeAnythingIsSent)
 {
-    RunReport report;
-    report.rows = {{QStringLiteral("= SP"), QStringLiteral("="), QStringLiteral("-70.5")}};
-    EXPECT_EQ(report.toCsv(), "\" = SP\",=,-70.5\r\n");
-    report.rows = {{QStringLiteral("\"\u00b5,"), QStringLiteral("+a")}};
-    EXPECT_EQ(report.toCsv(), "\xef\xbb\xbf\"\"\"\xc2\xb5,\",\" +a\"\r\n");
+    const Folder files;
+    CommandLine line;
+    line.channel = 3;
+    line.list = files.write("a.tst", "= SP 29\r\n");
+    const QString report = files.write("old.xml", "old");
+    const QString folder = files.folder.path();
+    const std::array<QString, 3> refused[] = {
+        {folder + QStringLiteral("/x/a.csv"), report, QStringLiteral("No such file")},
+        {report, folder, QStringLiteral("regular file")},
+        {QStringLiteral("/dev/full"), report, QStringLiteral("regular file")},
+        {report, folder + QStringLiteral("/./a.tst"), QStringLiteral("the list itself")},
+        {folder + QStringLiteral("/n"), folder + QStringLiteral("/./n"), QStringLiteral("--csv")},
+        {QStringLiteral("-"), QStringLiteral("-"), QStringLiteral("--csv goes there")},
+    };
+    EndToEndDesk desk;
+    for (const auto &[csv, junit, reason] : refused) {
+        line.csvFile = csv;
+        line.junitFile = junit;
+        const ListRun ended = run(desk, line);
+        EXPECT_EQ(ended.exitCode, 2) << reason.toStdString();
+        EXPECT_TRUE(ended.messages.contains(reason)) << ended.messages.toStdString();
+        EXPECT_EQ(ended.rows, QString());
+    }
+    EXPECT_EQ(files.read("old.xml"), "old");
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden).size(), 2);
+    line.csvFile = QStringLiteral("-");
+    line.junitFile.clear();
+    const ListRun printed = run(desk, line);
+    EXPECT_TRUE(printed.rows.startsWith(u"Line,Operator,")) << printed.rows.toStdString();
+    EXPECT_TRUE(printed.messages.startsWith(u"1\t= SP 29\t"));
+    EXPECT_TRUE(printed.messages.contains(u"no check"));
+}
+
+TEST(EndToEndLists, AFailedCheckIsToldAlsoWhenTheRowsCannotBePrinted)
+{
+    const Folder files;
+    CommandLine line;
+    line.loopMs = 20;
+    line.channel = 3;
+    line.list = files.write("a.tst", "? SP x\r\n! SP 99 1\r\n");
+    line.junitFile = files.folder.filePath(QStringLiteral("a.xml"));
+    QFile full(QStringLiteral("/dev/full"));
+    ASSERT_TRUE(full.open(QIODevice::WriteOnly));
+    QTextStream out(&full);
+    EndToEndDesk desk;
+    EXPECT_EQ(UnattendedRun(desk.main, line, out, desk.messageStream).execute(), 2);
+    EXPECT_TRUE(desk.messages.contains(u"row 2: the check failed all the same"));
+    EXPECT_TRUE(files.read("a.xml").contains("tests=\"2\" failures=\"1\" errors=\"1\""));
+}
+
+TEST(EndToEndLists, NoRunIsDoneThatGotNoReplyAndNoneIsGivenUpThatGoesOn)
+{
+    const Folder files;
+    EndToEndDesk desk;
+    CommandLine line;
+    line.patienceSeconds = 1;
+
+    line.channel = 4; // the second half of the command gets no reply
+    line.list = files.write("a.tst", "= SP 25;= SP 26\r\n");
+    QObject context;
+    QObject::connect(desk.main.channel(4), &Channel::replied, &context,
+                     [&desk] { desk.order("tcp-chamber silent"); });
+    EXPECT_TRUE(run(desk, line).messages.contains(u"row 1: no reply within 1 s"));
+    desk.main.channel(4)->disconnect(&context);
+    desk.order("clear");
+
+    line.channel = 3;
+    line.get = true;
+    line.list = files.write("a.kms", "SP\r\nTHI\r\n");
+    desk.order("tcp-chamber garbage \\r\\n once");
+    const ListRun empty = run(desk, line);
+    EXPECT_EQ(empty.exitCode, 2);
+    EXPECT_TRUE(empty.messages.contains(u"no value came for row 1\n"));
+
+    line.channel = 2; // a reply is read one period after its command
+    line.loopMs = 1500;
+    EXPECT_EQ(run(desk, line).exitCode, 0);
+
+    line.loopMs.reset();
+    QTimer::singleShot(0, &context, [] { std::raise(SIGHUP); });
+    QTimer::singleShot(0, &context, [] { std::raise(SIGTERM); });
+    const ListRun stopped = run(desk, line);
+    EXPECT_EQ(stopped.exitCode, 2);
+    EXPECT_TRUE(stopped.messages.contains(u"stopped")) << stopped.messages.toStdString();
 }

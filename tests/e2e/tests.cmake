@@ -5,5 +5,7 @@ corvane_test(
   ChannelsEndToEndTest.cpp
   EndToEndDesk.h
   ListsEndToEndTest.cpp
+  ProgramTest.cpp
   USES
   main)
+add_dependencies(test_e2e corvane) # it is started as users start it

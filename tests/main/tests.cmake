@@ -6,6 +6,7 @@ corvane_test(
   GpibChannelTest.cpp
   MainTest.cpp
   ResponseTest.cpp
+  RunReportTest.cpp
   SerialChannelTest.cpp
   TcpChannelTest.cpp
   TrafficLogTest.cpp

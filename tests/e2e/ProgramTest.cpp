@@ -1,0 +1,73 @@
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Ended
+{
+    int exitCode;
+    QByteArray output;
+    QByteArray errors;
+};
+
+/// The program as a shell starts it, without a display unless `command` sets one.
+Ended shell(const QString &command)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name :
+         {"QT_QPA_PLATFORM", "QT_LOGGING_RULES", "DISPLAY", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"})
+        environment.remove(QLatin1String(name));
+    environment.insert(QStringLiteral("corvane"),
+                       QCoreApplication::applicationDirPath() + QStringLiteral("/corvane"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), command});
+    EXPECT_TRUE(process.waitForFinished(60'000));
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+} // namespace
+
+TEST(Program, EndsWithAnExitCodeAndPlainWords)
+{
+    const QTemporaryDir folder;
+    const struct
+    {
+        const char *command;
+        int exitCode;
+        const char *output;
+        const char *errors;
+    } rows[] = {
+        {"$corvane -v", 0, "Corvane 1.0.0\n", ""},
+        {"$corvane -v > /dev/full", 2, "", "corvane: standard output cannot be written\n"},
+        {"$corvane -v >&-", 2, "", "corvane: standard output cannot be written\n"},
+        {"DISPLAY=:9999 $corvane --nonsense", 2, "",
+         "corvane: Unknown option 'nonsense'.\nSee corvane --help.\n"},
+        {"$corvane", 2, "",
+         "corvane: there is no display. Use --run LIST to run a list, or --demo.\n"},
+        {"QT_QPA_PLATFORM=nonsense $corvane 2>&1 | head -1", 0,
+         "corvane: the toolkit cannot start on \"nonsense\" (QT_QPA_PLATFORM).\n", ""},
+        {"QT_QPA_PLATFORM=nonsense $corvane 2>/dev/null", 2, "", ""},
+        {"$corvane --run a.tst --channel tcp1 >&-", 2, "", "corvane: standard output is closed\n"},
+        {"cd $folder; env -u HOME $corvane --demo a.kms <&- | tail -1", 0, "1\t= SP 25\tOK\t\n", ""},
+        {"$corvane --demo --run $folder/a.tst --channel tcp1 --junit - --csv $folder/x/b.csv", 2,
+         "", "corvane: --csv FOLDER/x/b.csv: No such file or directory\n"},
+        {"{ $corvane --demo --run $folder/a.tst --channel tcp2; echo $? >&2; } | true", 0, "",
+         "Test Passed.\ncorvane: standard output cannot be written\n2\n"},
+    };
+    shell(
+        QStringLiteral("printf '= SP 25\\n' > %1/a.kms; printf '? SP x\\n! SP 25 9\\n' > %1/a.tst")
+            .arg(folder.path()));
+    for (const auto &row : rows) {
+        const Ended ended =
+            shell(QStringLiteral("folder=%1; ").arg(folder.path()) + QLatin1String(row.command));
+        EXPECT_EQ(ended.exitCode, row.exitCode) << row.command;
+        EXPECT_EQ(ended.output, row.output) << row.command;
+        EXPECT_EQ(QByteArray(ended.errors).replace(folder.path().toLocal8Bit(), "FOLDER"),
+                  row.errors)
+            << row.command;
+    }
+}
