@@ -17,7 +17,8 @@ if(CORVANE_SANITIZE)
 endif()
 
 # One precompiled Qt header, shared by every library.
-file(WRITE ${PROJECT_BINARY_DIR}/pch/empty.cpp "")
+# Not file(WRITE): a file written anew at each configuration would have everything built again.
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/pch/empty.cpp CONTENT "\n")
 add_library(corvane_pch OBJECT ${PROJECT_BINARY_DIR}/pch/empty.cpp)
 set_target_properties(corvane_pch PROPERTIES AUTOMOC OFF)
 target_link_libraries(corvane_pch PRIVATE corvane_options)
