@@ -318,10 +318,13 @@ bool CommandListArea::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
-void CommandListArea::showProgress(int row, int rows)
+void CommandListArea::showProgress(int row, int rows, const QString &note)
 {
     cmdDeleteRow->setEnabled(row == 0);
-    lblProgress->setText(row == 0 ? QString() : tr("Row %1 of %2").arg(row).arg(rows));
+    const QString progress = row == 0 ? QString() : tr("Row %1 of %2").arg(row).arg(rows);
+    QStringList shown{progress, note};
+    shown.removeAll(QString());
+    lblProgress->setText(shown.join(QStringLiteral(": ")));
 }
 
 } // namespace corvane

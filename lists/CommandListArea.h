@@ -84,8 +84,8 @@ public:
     /// The comments, lines ended by CR LF.
     [[nodiscard]] QString comments() const;
 
-    /// Shows how far a run is; row 0: no run.
-    void showProgress(int row, int rows);
+    /// Shows how far a run is, and what is to know about it; row 0: no run.
+    void showProgress(int row, int rows, const QString &note = {});
 
 Q_SIGNALS:
     /// The list is about to be replaced; a run of it must end now.

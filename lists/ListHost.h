@@ -28,8 +28,11 @@ public:
     [[nodiscard]] virtual QByteArray response(int index) const = 0;
 
     /// Starts or stops TimerTransfer of the Channel, which ticks
-    /// TransferEngine::TimerTransfer_Timer. Starting a running timer leaves its phase alone.
+    /// TransferEngine::TimerTransfer_Timer. Starting a running timer lets its interval begin anew.
     virtual void setTransferTimer(int index, bool running) = 0;
+    [[nodiscard]] virtual bool isTransferTimerRunning(int index) const = 0;
+    /// What messages call the Channel.
+    [[nodiscard]] virtual QString channelName(int index) const = 0;
     /// Runs cmdStop_Click of the Channel, which calls TransferEngine::ResetTransferData.
     virtual void stopOperation(int index) = 0;
     /// Unchecks chkLoop of the Channel.

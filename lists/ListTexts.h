@@ -72,6 +72,36 @@ inline QString testFailed()
 {
     return QStringLiteral("Test Failed.");
 }
+/// Beside the row's number while the run's Channel is closed, and when it is open again.
+inline QString closedProgress()
+{
+    return QStringLiteral("closed");
+}
+inline QString reopenedProgress()
+{
+    return QStringLiteral("Send or Stop");
+}
+/// "%1" is the Channel, "%2" the row as in "row 20 of 200".
+inline QString closedAtRow()
+{
+    return QStringLiteral("List run on %1: the Channel is closed, %2 has no whole reply. Connect "
+                          "and press Send to send the row again, or press Stop.");
+}
+inline QString closedBetweenRows()
+{
+    return QStringLiteral("List run on %1: the Channel is closed. Connect before %2 is sent, or "
+                          "press Stop.");
+}
+inline QString reopenedAtRow()
+{
+    return QStringLiteral("List run on %1: connected again, but the reply to %2 is lost. Press "
+                          "Send to send the row again, or Stop.");
+}
+inline QString replyTooLong()
+{
+    return QStringLiteral("List run on %1: the list holds the first %3 characters of the reply to "
+                          "%2, no more.");
+}
 inline QString syntaxErrorBox()
 {
     return QStringLiteral("Syntax Error.  Canceling Transfer.");

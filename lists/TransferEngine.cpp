@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -103,6 +104,8 @@ void TransferEngine::begin(int index, Mode mode)
 {
     ++m_run;
     m_channel = index;
+    if (!std::exchange(m_cutNote, {}).isEmpty())
+        showNote();
     (mode == Mode::Get ? m_module.GetMode : m_module.SendMode) = true;
     m_module.ResponseReady = true;
     m_area.flexgridVDL_Acted(); // a cell that is being edited is left as it was
@@ -157,6 +160,7 @@ void TransferEngine::reset(int index)
     m_rowOpen = false;
     m_grid.setMarkedRow(0);
     m_grid.setCurrentCell(0, 0);
+    dropClosedNote();
     m_area.showProgress(0, 0);
 }
 
@@ -190,8 +194,9 @@ void TransferEngine::startRow(int index, int row)
     m_rowJudged = false;
     m_mirror = {};
     m_grid.setMarkedRow(row);
+    dropClosedNote();
     m_area.showProgress(row, m_grid.rowCount() - 1);
-    const ListStep step = currentStep();
+    const ListStep step = this->step(row);
     const quint64 run = m_run;
     Q_EMIT rowStarted(row, step.command);
     if (!isOn(run))
@@ -211,9 +216,8 @@ void TransferEngine::startRow(int index, int row)
     }
 }
 
-ListStep TransferEngine::currentStep() const
+ListStep TransferEngine::step(int row) const
 {
-    const int row = m_module.CurrentListRow;
     const ListStep::Cells cells{m_grid.text(row, 1), m_grid.text(row, 2), m_grid.text(row, 3)};
     if (m_module.GetMode)
         return ListStep::toGet(cells.first);
@@ -299,6 +303,10 @@ void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail
     m_module.ResponseReady = true;
     m_host.setTransferTimer(index, true);
     const int row = m_module.CurrentListRow;
+    if (keep == 0 && !m_closedNote.isEmpty()) { // the row was sent again
+        dropClosedNote();
+        m_area.showProgress(row, m_grid.rowCount() - 1);
+    }
     // The verdict of a check stands, whatever still arrives for the row before it.
     if (row > 0 && !m_rowJudged)
         mirror(index, row, keep, tail);
@@ -306,22 +314,45 @@ void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail
 
 void TransferEngine::mirror(int index, int row, qsizetype keep, QByteArrayView tail)
 {
-    const int column = replyColumn();
-    const bool untouched = m_grid.textLength(row, column) == m_mirror.cell;
-    const bool appends = untouched && keep == m_mirror.box;
-    const bool sameText = untouched && m_mirror.cell == m_mirror.box && keep < m_mirror.box;
-    QByteArray line;
-    if (keep == 0 || appends || sameText) {
-        line = oneLine(tail);
-        m_grid.replaceTail(row, column, appends ? m_mirror.cell : keep, latin1(line));
-        m_mirror.box = keep + tail.size();
+    constexpr qsizetype endKept = 32768; // more than a piece ever takes back
+    const bool follows = m_grid.textLength(row, replyColumn()) == m_mirror.cell;
+    const qsizetype back = m_mirror.box - keep;
+    QByteArray whole;
+    QByteArrayView news = tail;
+    if (keep == 0) {
+        m_mirror = {};
+        writeReply(row, 0, oneLine(tail));
+    } else if (follows && back >= 0 && back <= m_mirror.end.size()) {
+        const QByteArray taken = oneLine(QByteArrayView(m_mirror.end).last(back));
+        m_mirror.end.chop(back);
+        writeReply(row, m_mirror.line - taken.size(), oneLine(tail));
     } else {
-        const QByteArray whole = m_host.response(index);
-        line = oneLine(whole);
-        m_grid.replaceTail(row, column, 0, latin1(line));
-        m_mirror.box = whole.size();
+        m_mirror = {};
+        news = whole = m_host.response(index);
+        writeReply(row, 0, oneLine(whole));
     }
+    m_mirror.box = keep + tail.size();
+    m_mirror.end += news.last(std::min(news.size(), endKept));
+    if (m_mirror.end.size() > 2 * endKept)
+        m_mirror.end.remove(0, m_mirror.end.size() - endKept);
+}
+
+/// The reply, line ends left out, stands up to `keep`; `line` follows.
+void TransferEngine::writeReply(int row, qsizetype keep, QByteArrayView line)
+{
+    const int column = replyColumn();
+    m_mirror.line = keep + line.size();
+    if (keep >= longestCell)
+        return;
+    const qsizetype room = longestCell - keep;
+    m_grid.replaceTail(row, column, keep, latin1(line.first(std::min(line.size(), room))));
     m_mirror.cell = m_grid.textLength(row, column);
+    if (line.size() <= room)
+        return;
+    m_cutNote =
+        listTexts::replyTooLong().arg(m_host.channelName(m_channel), rowName(row)).arg(longestCell);
+    showNote();
+    Q_EMIT troubled(m_cutNote);
 }
 
 void TransferEngine::replyTimedOut(int index)
@@ -330,6 +361,75 @@ void TransferEngine::replyTimedOut(int index)
         return;
     reset(index);
     Q_EMIT runEnded(Outcome::TimedOut);
+}
+
+// The Channel goes and comes
+
+void TransferEngine::channelOpenChanged(int index, bool open)
+{
+    // The GPIB Channel has no closed state: a reply that does not come is its time-out.
+    if (!isChannel(index) || index != runningChannel() || index == channels::ieee488 ||
+        !needsChannel())
+        return;
+    const QString channel = m_host.channelName(index);
+    if (open) {
+        const bool lost = awaitsReply();
+        if (!m_closedNote.isEmpty())
+            noteClosed(
+                lost ? listTexts::reopenedProgress() : QString(),
+                lost ? listTexts::reopenedAtRow().arg(channel, rowName(m_module.CurrentListRow))
+                     : QString());
+        return;
+    }
+    const int row = m_module.CurrentListRow;
+    const QString reason = awaitsReply()
+                               ? listTexts::closedAtRow().arg(channel, rowName(row))
+                               : listTexts::closedBetweenRows().arg(channel, rowName(row + 1));
+    noteClosed(listTexts::closedProgress(), reason);
+    Q_EMIT troubled(reason);
+}
+
+/// A command is out and its reply, or the rest of it, has not come.
+bool TransferEngine::awaitsReply() const
+{
+    return !m_module.ResponseReady || !m_host.isTransferTimerRunning(m_channel);
+}
+
+/// A reply is awaited, or a row still to come sends something.
+bool TransferEngine::needsChannel() const
+{
+    if (awaitsReply())
+        return true;
+    for (int row = m_module.CurrentListRow + 1; row < m_grid.rowCount(); ++row) {
+        if (step(row).kind == ListStep::Kind::Send)
+            return true;
+    }
+    return false;
+}
+
+QString TransferEngine::rowName(int row) const
+{
+    return QStringLiteral("row %1 of %2").arg(row).arg(m_grid.rowCount() - 1);
+}
+
+void TransferEngine::noteClosed(const QString &progress, const QString &note)
+{
+    m_closedNote = note;
+    m_area.showProgress(m_module.CurrentListRow, m_grid.rowCount() - 1, progress);
+    showNote();
+}
+
+void TransferEngine::dropClosedNote()
+{
+    if (m_closedNote.isEmpty())
+        return;
+    m_closedNote.clear();
+    showNote();
+}
+
+void TransferEngine::showNote()
+{
+    Q_EMIT noted(m_closedNote.isEmpty() ? m_cutNote : m_closedNote);
 }
 
 int TransferEngine::replyColumn() const

@@ -63,6 +63,9 @@ public:
     /// is the tail's, however long the reply already is. Does nothing unless the Channel runs a
     /// list.
     void replyArrived(int index, qsizetype keep, QByteArrayView tail);
+    /// The run's Channel was closed, or is open again: a run waits for its reply all the same, and
+    /// `noted` says so. Does nothing when no row needs the Channel any more.
+    void channelOpenChanged(int index, bool open);
     /// The GPIB time-out passed without a reply; txtIn says so already.
     void replyTimedOut(int index);
 
@@ -72,6 +75,9 @@ public:
     /// not be destroyed.
     [[nodiscard]] bool isBusy() const { return m_boxOpen || m_sending; }
 
+    /// Characters of one reply that its cell holds at most: the first ones.
+    static constexpr qsizetype longestCell = 1'000'000;
+
 Q_SIGNALS:
     void runStarted(int index);
     /// A row's step begins; `command` is what goes out, empty when the row sends nothing.
@@ -79,15 +85,22 @@ Q_SIGNALS:
     /// A row is done; `reply` is the text of its reply cell.
     void rowFinished(int row, const QString &reply, corvane::TransferEngine::RowVerdict verdict);
     void runEnded(corvane::TransferEngine::Outcome outcome);
+    /// What the window is to say about the run; empty: nothing any more.
+    void noted(const QString &note);
+    /// The run cannot go on as it should: its Channel was closed, or a reply is longer than its
+    /// cell. It waits for the user.
+    void troubled(const QString &reason);
 
 private:
     enum class Mode { Get, Send };
 
-    /// How much of the response box the reply cell holds: lengths after the last piece.
+    /// How far the reply cell follows the response box, after the last piece.
     struct Mirror
     {
-        qsizetype box = -1;
-        qsizetype cell = -1;
+        qsizetype box = 0;   ///< length of the reply
+        qsizetype line = 0;  ///< the same without its line ends
+        qsizetype cell = -1; ///< characters in the cell; -1: it holds none of this reply
+        QByteArray end;      ///< the reply's last bytes: a later piece may take some back
     };
 
     void start(int index, Mode mode);
@@ -105,10 +118,17 @@ private:
     void complete(int index);
     void stopRun(int index);
     void mirror(int index, int row, qsizetype keep, QByteArrayView tail);
+    void writeReply(int row, qsizetype keep, QByteArrayView line);
+    void noteClosed(const QString &progress, const QString &note);
+    void dropClosedNote();
+    void showNote();
     bool showMessage(const QString &text);
 
     [[nodiscard]] bool isOn(quint64 run) const;
-    [[nodiscard]] ListStep currentStep() const;
+    [[nodiscard]] ListStep step(int row) const;
+    [[nodiscard]] bool needsChannel() const;
+    [[nodiscard]] bool awaitsReply() const;
+    [[nodiscard]] QString rowName(int row) const;
     [[nodiscard]] int replyColumn() const;
 
     Module1 &m_module;
@@ -125,6 +145,9 @@ private:
     bool m_rowOpen = false;   // the current row has started and not finished
     bool m_rowJudged = false; // the current row's reply cell holds a verdict
     Mirror m_mirror;
+    // What is said about the run: its Channel was closed; a reply was cut, until the next run.
+    QString m_closedNote;
+    QString m_cutNote;
 };
 
 } // namespace corvane

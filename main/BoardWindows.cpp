@@ -16,6 +16,8 @@ namespace corvane {
 
 namespace {
 
+constexpr qsizetype longestAnswer = 65536;
+
 void bringToFront(QWidget &window)
 {
     window.show();
@@ -123,13 +125,18 @@ TcpClient &BoardWindows::tcpClient1()
 QString BoardWindows::responseText(int channel) const
 {
     const Channel *borrowed = m_window.channel(channel);
-    return borrowed ? borrowed->txtIn->text() : QString();
+    if (!borrowed)
+        return {};
+    // An answer is a line; what a device that never stops has sent beyond is none.
+    const QByteArray &bytes = borrowed->txtIn->bytes();
+    return QString::fromLatin1(bytes.first(std::min(bytes.size(), longestAnswer)));
 }
 
 void BoardWindows::clearResponse(int channel)
 {
     if (const Channel *borrowed = m_window.channel(channel))
         borrowed->txtIn->setBytes({});
+    m_window.noteReply(channel, QString());
 }
 
 ChannelUse BoardWindows::channelUse(int channel) const

@@ -62,6 +62,11 @@ void Channel::connectHandlers()
             [this] { m_context.host.cmdStop_Click(m_index); });
 }
 
+const QString &Channel::caption() const
+{
+    return channelTexts::channelCaptions.at(static_cast<size_t>(m_index));
+}
+
 void Channel::initialise()
 {
     Timer1->start(m_periodMs);
@@ -213,12 +218,24 @@ void Channel::beginReply()
     cboOut->remember();
 }
 
+void Channel::appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning)
+{
+    const qsizetype keep = txtIn->append(arrival, cleaning);
+    const bool dropped = txtIn->dropped() > 0;
+    if (dropped != m_saidDropped || !dropped)
+        m_context.host.noteReply(m_index,
+                                 dropped ? channelTexts::oldestDropped.arg(caption()) : QString());
+    m_saidDropped = dropped;
+    deliverReply(keep);
+}
+
 void Channel::deliverReply(qsizetype keep)
 {
     Module1 &module = m_context.module;
     module.ResponseReady = true;
     module.TransferWaitCount.at(static_cast<size_t>(m_index)) = 0;
-    m_context.host.replyArrived(m_index, keep, QByteArrayView(txtIn->bytes()).sliced(keep));
+    m_context.host.replyArrived(m_index, keep,
+                                QByteArrayView(txtIn->bytes()).sliced(keep - txtIn->dropped()));
     Q_EMIT replied();
 }
 

@@ -33,6 +33,8 @@ public:
     static constexpr int maxPeriodMs = 3'600'000;
 
     [[nodiscard]] int index() const { return m_index; }
+    /// What messages call the Channel: the title of its tab.
+    [[nodiscard]] const QString &caption() const;
 
     void cmdConnect_Click();
     void cmdDisconnect_Click();
@@ -127,6 +129,8 @@ protected:
     void exchangeFailed(const PlatformError &error, const QString &message);
     /// The steps that every send begins with: clears the box, notes the command in the history.
     void beginReply();
+    /// Appends an arrival to the box and says when the box drops its oldest text, then delivers.
+    void appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning);
     /// The steps after an arrival: flags, wait count, the grid's copy.
     void deliverReply(qsizetype keep);
     /// Sends the command with the entries as they are in force.
@@ -154,6 +158,7 @@ private:
     int m_periodMs = 1000;
     bool m_sending = false;
     bool m_shownOpen = false;
+    bool m_saidDropped = false;
 };
 
 } // namespace corvane

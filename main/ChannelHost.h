@@ -17,8 +17,9 @@ class ChannelHost
 public:
     virtual ~ChannelHost() = default;
 
-    /// A reply is in the response box of Channel `index`: its first `keep` bytes were there before,
-    /// `tail` follows them. During a list run it goes into the grid and lets the run continue.
+    /// A reply is in the response box of Channel `index`: its first `keep` bytes, dropped ones
+    /// among them, were there before, `tail` follows them. During a list run it goes into the grid
+    /// and lets the run continue.
     virtual void replyArrived(int index, qsizetype keep, QByteArrayView tail) = 0;
     /// The GPIB Channel read nothing within its time-out during a list run; the box says so.
     virtual void replyTimedOut(int index) = 0;
@@ -40,6 +41,8 @@ public:
     virtual void clearFault(int index) = 0;
     /// Says what the program is waiting for, until it is called with an empty text.
     virtual void showProgress(const QString &text) = 0;
+    /// Says in the window what is to know about the reply in the Channel's box; empty: it is whole.
+    virtual void noteReply(int index, const QString &note) = 0;
     /// A command list runs over the Channel.
     [[nodiscard]] virtual bool runsList(int index) const = 0;
 

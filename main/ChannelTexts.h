@@ -34,6 +34,15 @@ inline const QString notSendable =
 inline const QString timedOut = QStringLiteral("Timed Out: %1 ms.");
 inline const QString loopTimedOut = QStringLiteral("Loop timed out: %1 ms.");
 
+/// "%1" is the Channel.
+inline const QString oldestDropped =
+    QStringLiteral("%1: the reply has no end; the box keeps its newest 64 MB, older text was "
+                   "dropped");
+inline const QString wasReset =
+    QStringLiteral("%1: the connection was reset by the peer; what it had not sent yet is lost");
+inline const QString piecesUnsent =
+    QStringLiteral("TCP/IP-2: the rest of the command was not sent: %1");
+
 inline const QString idnCommand = QStringLiteral("*IDN?");
 inline const QString systErrCommand = QStringLiteral("syst:err?");
 
@@ -60,6 +69,9 @@ inline const std::array<QString, 9> socketStates = {
     QStringLiteral("Socket Connected"),
     QStringLiteral("Socket Peer is closing the connection")};
 
+/// "%1" is how many characters of a reply the log takes.
+inline const QString logShortened =
+    QStringLiteral("The log takes the newest %1 characters of a reply; one was longer");
 inline const QString logOverflow =
     QStringLiteral("Text Box > 32000 Characters: Buffer Over Run: Text Box Reset");
 

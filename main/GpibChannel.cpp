@@ -28,8 +28,7 @@ bool hasLeft(Qt::FocusReason reason)
 
 QByteArray withoutLineEnds(QByteArray text)
 {
-    text.replace("\r", "");
-    text.replace("\n", "");
+    text.removeIf([](char c) { return c == '\r' || c == '\n'; });
     return text;
 }
 
@@ -239,6 +238,9 @@ void GpibChannel::handleResponse()
     }
     m_context.host.clearFault(index());
     txtIn->setBytes(withoutLineEnds(GpibResponse));
+    const QString incomplete = m_control.incomplete();
+    m_context.host.noteReply(
+        index(), incomplete.isEmpty() ? QString() : QStringLiteral("IEEE 488: ") + incomplete);
     deliverReply(0);
 }
 

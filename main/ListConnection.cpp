@@ -1,6 +1,7 @@
 #include "main/ListConnection.h"
 
 #include "main/Channel.h"
+#include "main/ChannelTexts.h"
 #include "main/Main.h"
 
 #include <QTabWidget>
@@ -44,12 +45,23 @@ QByteArray ListConnection::response(int index) const
 void ListConnection::setTransferTimer(int index, bool running)
 {
     const Channel *channel = m_window.channel(index);
-    if (!channel || channel->TimerTransfer->isActive() == running)
+    if (!channel)
         return;
     if (running)
         channel->TimerTransfer->start();
     else
         channel->TimerTransfer->stop();
+}
+
+bool ListConnection::isTransferTimerRunning(int index) const
+{
+    const Channel *channel = m_window.channel(index);
+    return channel && channel->TimerTransfer->isActive();
+}
+
+QString ListConnection::channelName(int index) const
+{
+    return channelTexts::channelCaptions.at(static_cast<size_t>(index));
 }
 
 void ListConnection::stopOperation(int index)

@@ -22,6 +22,8 @@ public:
     void setResponse(int index, const QString &text) override;
     [[nodiscard]] QByteArray response(int index) const override;
     void setTransferTimer(int index, bool running) override;
+    [[nodiscard]] bool isTransferTimerRunning(int index) const override;
+    [[nodiscard]] QString channelName(int index) const override;
     void stopOperation(int index) override;
     void clearLoop(int index) override;
     void clearLog(int index) override;

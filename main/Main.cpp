@@ -66,9 +66,9 @@ Main::~Main() = default;
 void Main::showOpen(int index, bool open)
 {
     tabChannels->setTabIcon(index, m_tabMarks.at(open ? 1 : 0));
-    if (!open)
-        return;
-    clearFault(index);
+    if (open)
+        clearFault(index);
+    m_engine->channelOpenChanged(index, open);
 }
 
 void Main::clearFault(int index)
@@ -83,10 +83,13 @@ void Main::clearFault(int index)
 void Main::showFaults()
 {
     QStringList shown;
-    for (const QString &fault : m_faults) {
-        if (!fault.isEmpty())
-            shown.append(fault);
+    shown.append(m_runNote);
+    for (const auto *said : {&m_faults, &m_replyNotes}) {
+        for (const QString &each : *said)
+            shown.append(each);
     }
+    shown.append(m_logNote);
+    shown.removeAll(QString());
     const QString text = shown.join(QStringLiteral("; "));
     lblFaults->setText(text);
     lblFaults->setAccessibleName(text);
@@ -248,6 +251,7 @@ void Main::chkLog_Click(int index)
     const Channel *clicked = channel(index);
     if (!clicked)
         return;
+    setNote(m_logNote, QString());
     if (clicked->chkLog->isChecked()) {
         if (!m_parts.module.transferRunning())
             m_log->setLogging(true);
@@ -323,6 +327,21 @@ void Main::reportFault(int index, const QString &description)
 void Main::showProgress(const QString &text)
 {
     statusBar()->showMessage(text);
+}
+
+void Main::noteReply(int index, const QString &note)
+{
+    setNote(m_replyNotes.at(static_cast<size_t>(index)), note);
+    if (!note.isEmpty())
+        Q_EMIT faultReported(note);
+}
+
+void Main::setNote(QString &note, const QString &text)
+{
+    if (note == text)
+        return;
+    note = text;
+    showFaults();
 }
 
 bool Main::runsList(int index) const

@@ -117,6 +117,7 @@ public:
     void reportFault(int index, const QString &description) override;
     void clearFault(int index) override;
     void showProgress(const QString &text) override;
+    void noteReply(int index, const QString &note) override;
     [[nodiscard]] bool runsList(int index) const override;
     [[nodiscard]] QString channelRefusal(int index) const override;
     /// Why the GPIB search keeps others from the control; empty when it does not.
@@ -145,7 +146,7 @@ public:
     CommandListArea *commandList = nullptr;
 
 Q_SIGNALS:
-    /// A Channel's device has a fault, as the status bar shows it.
+    /// A Channel's device has a fault, or its reply is not whole, as the status bar shows it.
     void faultReported(const QString &description);
     /// The window has closed: Channels disconnected, other windows gone.
     void closed();
@@ -165,6 +166,7 @@ private:
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
     void lookUpOwnAddress();
     void showOwnAddress(const LocalAddress &found);
+    void setNote(QString &note, const QString &text);
     void loggingFailed(const QString &description);
     void shutDown();
 
@@ -186,6 +188,10 @@ private:
     bool m_painted = false;
     /// What was last said of each Channel's device; empty once it is open again.
     std::array<QString, channelCount> m_faults;
+    /// What is to know about the reply in each Channel's box, about the list run and the log.
+    std::array<QString, channelCount> m_replyNotes;
+    QString m_runNote;
+    QString m_logNote;
 };
 
 } // namespace corvane

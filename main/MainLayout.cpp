@@ -58,11 +58,15 @@ void Main::buildCommandList()
     const auto source = [](const TcpChannel *channel) {
         return TrafficLog::Source{[channel] { return channel->chkLog->isChecked(); },
                                   [channel] { return channel->isOpen(); },
-                                  [channel] { return channel->txtIn->text(); }};
+                                  [channel] { return channel->txtIn->bytes(); }};
     };
     m_log = new TrafficLog(m_parts.programFolder + QStringLiteral("/Log.txt"), source(m_tcp[0]),
                            source(m_tcp[1]), *commandList->txtVDL, *shpLog, this);
     connect(m_log, &TrafficLog::failed, this, &Main::loggingFailed, Qt::QueuedConnection);
+    connect(m_log, &TrafficLog::shortened, this,
+            [this](const QString &note) { setNote(m_logNote, note); });
+    connect(m_engine, &TransferEngine::noted, this,
+            [this](const QString &note) { setNote(m_runNote, note); });
     m_splitter->addWidget(commandList);
 }
 

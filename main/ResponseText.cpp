@@ -22,10 +22,18 @@ void appendWithoutLineEnds(QByteArray &text, QByteArrayView arrival)
 void ResponseText::assign(const QByteArray &bytes)
 {
     m_bytes = bytes;
+    m_dropped = 0;
     m_searched = 0;
 }
 
 qsizetype ResponseText::append(QByteArrayView arrival, const Cleaning &cleaning)
+{
+    const qsizetype keep = m_dropped + appendCleaned(arrival, cleaning);
+    dropOldest();
+    return std::max(keep, m_dropped);
+}
+
+qsizetype ResponseText::appendCleaned(QByteArrayView arrival, const Cleaning &cleaning)
 {
     if (m_sequence != cleaning.sequence) {
         m_sequence = cleaning.sequence;
@@ -39,7 +47,7 @@ qsizetype ResponseText::append(QByteArrayView arrival, const Cleaning &cleaning)
     if (m_sequence.isEmpty())
         return before;
 
-    const qsizetype keep = m_searched;
+    const qsizetype keep = std::max(m_searched, before - mostRevisited);
     const qsizetype overlap = m_sequence.size() - 1;
     qsizetype found = m_bytes.indexOf(m_sequence, keep);
     if (found < 0) {
@@ -59,6 +67,18 @@ qsizetype ResponseText::append(QByteArrayView arrival, const Cleaning &cleaning)
     m_bytes.append(cleaned);
     m_searched = std::max<qsizetype>(0, firstJoin - overlap);
     return keep;
+}
+
+void ResponseText::dropOldest()
+{
+    if (m_bytes.size() <= m_most + m_most / 4)
+        return;
+    const qsizetype oldest = m_bytes.size() - m_most;
+    // In place: the newest bytes move into the room that is there already.
+    std::copy(m_bytes.cbegin() + oldest, m_bytes.cend(), m_bytes.begin());
+    m_bytes.truncate(m_most);
+    m_dropped += oldest;
+    m_searched = std::max<qsizetype>(0, m_searched - oldest);
 }
 
 } // namespace corvane

@@ -40,8 +40,9 @@ bool isWordByte(char byte)
 
 } // namespace
 
-ResponseView::ResponseView(QWidget *parent)
+ResponseView::ResponseView(QWidget *parent, qsizetype mostKept)
     : QAbstractScrollArea(parent)
+    , m_text(mostKept)
 {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setFocusPolicy(Qt::StrongFocus);
@@ -70,9 +71,22 @@ void ResponseView::setBytes(const QByteArray &bytes)
 
 qsizetype ResponseView::append(QByteArrayView arrival, const ResponseText::Cleaning &cleaning)
 {
+    const qsizetype droppedBefore = m_text.dropped();
     const qsizetype keep = m_text.append(arrival, cleaning);
+    if (const qsizetype dropped = m_text.dropped() - droppedBefore; dropped > 0)
+        followDropped(dropped);
     textChanged();
     return keep;
+}
+
+/// What was selected and what was in sight stay so, as far as they are still there.
+void ResponseView::followDropped(qsizetype dropped)
+{
+    m_anchor = std::max<qsizetype>(0, m_anchor - dropped);
+    m_cursor = std::max<qsizetype>(0, m_cursor - dropped);
+    QScrollBar *bar = verticalScrollBar();
+    if (bar->value() < bar->maximum())
+        bar->setValue(bar->value() - static_cast<int>(dropped / columns()));
 }
 
 void ResponseView::textChanged()

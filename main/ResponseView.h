@@ -20,10 +20,12 @@ public:
     /// At most one repaint in this many ms.
     static constexpr int repaintIntervalMs = 75;
 
-    explicit ResponseView(QWidget *parent = nullptr);
+    explicit ResponseView(QWidget *parent = nullptr, qsizetype mostKept = ResponseText::mostKept);
 
     [[nodiscard]] QString text() const { return QString::fromLatin1(m_text.bytes()); }
     [[nodiscard]] const QByteArray &bytes() const { return m_text.bytes(); }
+    /// How much of the oldest text was dropped since the text was last replaced.
+    [[nodiscard]] qsizetype dropped() const { return m_text.dropped(); }
     /// Replaces the text. A character beyond Latin-1 becomes "?".
     void setText(const QString &text) { setBytes(text.toLatin1()); }
     void setBytes(const QByteArray &bytes);
@@ -57,6 +59,7 @@ private:
     [[nodiscard]] qsizetype positionAt(QPoint point) const;
     [[nodiscard]] std::pair<qsizetype, qsizetype> selection() const;
     [[nodiscard]] QSize sizeOfRows(int rows) const;
+    void followDropped(qsizetype dropped);
     void textChanged();
     void updateScrollBar();
     void drawRow(QPainter &painter, qsizetype row, int y) const;

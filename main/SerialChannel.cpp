@@ -106,8 +106,7 @@ void SerialChannel::MSComm1_OnComm(int event)
     if (event != CommEvent::receive)
         return;
     const QByteArray arrival = m_port.input();
-    deliverReply(
-        txtIn->append(arrival, {.lineEnds = true, .sequence = m_context.host.echoPrefix()}));
+    appendReply(arrival, {.lineEnds = true, .sequence = m_context.host.echoPrefix()});
 }
 
 void SerialChannel::poll()

@@ -32,6 +32,8 @@ TcpChannel::TcpChannel(int index, TcpClient &client, const ChannelContext &conte
     connect(&m_client, &TcpClient::stateChanged, this, [this] {
         if (!isOpen())
             dropRest(tr("the connection has ended"));
+        if (m_client.wasReset())
+            m_context.host.reportFault(this->index(), channelTexts::wasReset.arg(caption()));
         refreshStatus();
     });
     connect(&m_client, &TcpClient::dataArrived, this, &TcpChannel::tcpClient_DataArrival);
@@ -100,6 +102,7 @@ void TcpChannel::send(const QByteArray &command)
     if (m_pieces.isEmpty())
         m_context.host.clearFault(index());
     dropRest(tr("a reply did not come before the next command"));
+    m_answered = true;
     beginReply();
     m_pieces = index() == channels::tcpIp1 ? QList{command} : command.split(';');
     sendNextPiece();
@@ -123,8 +126,7 @@ void TcpChannel::forgetExchange()
 void TcpChannel::dropRest(const QString &reason)
 {
     if (!m_pieces.isEmpty())
-        m_context.host.reportFault(
-            index(), tr("TCP/IP-2: the rest of the command was not sent: %1").arg(reason));
+        m_context.host.reportFault(index(), channelTexts::piecesUnsent.arg(reason));
     forgetExchange();
 }
 
@@ -133,7 +135,8 @@ void TcpChannel::tcpClient_DataArrival()
     const QByteArray arrival = m_client.getData();
     if (index() == channels::tcpIp1)
         txtIn->setBytes({});
-    deliverReply(txtIn->append(arrival, {.lineEnds = false, .sequence = "\r\n"}));
+    m_answered = true;
+    appendReply(arrival, {.lineEnds = false, .sequence = "\r\n"});
     if (!std::exchange(TcpSegmentWait, false))
         return;
     try {
@@ -160,8 +163,9 @@ void TcpChannel::poll()
     refreshStatus();
     if (!isOpen())
         shpComm->setBright(false);
-    else if (m_pieces.isEmpty()) // a loop lets its command finish
+    else if (m_pieces.isEmpty() || !m_answered) // a loop lets its command finish, if it does
         loopOnce();
+    m_answered = false;
 }
 
 std::optional<QString> TcpChannel::statusText() const

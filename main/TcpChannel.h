@@ -50,6 +50,8 @@ private:
     bool TcpSegmentWait = false;
     /// What is still to be sent of the command, each piece after the reply to the one before.
     QList<QByteArray> m_pieces;
+    /// Something was sent by hand or has arrived since the last tick.
+    bool m_answered = false;
 };
 
 } // namespace corvane

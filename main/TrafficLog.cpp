@@ -94,8 +94,8 @@ void TrafficLog::TimerLED_Timer()
 
 void TrafficLog::PrintLog(Selector selector)
 {
-    const QString first = selector == Selector::TcpIp2 ? QString() : m_tcpIp1.reply();
-    const QString second = selector == Selector::TcpIp1 ? QString() : m_tcpIp2.reply();
+    const QString first = selector == Selector::TcpIp2 ? QString() : newest(m_tcpIp1);
+    const QString second = selector == Selector::TcpIp1 ? QString() : newest(m_tcpIp2);
     QString record = QDate::currentDate().toString(Qt::ISODate);
     QString fileLine;
     switch (selector) {
@@ -121,6 +121,15 @@ void TrafficLog::PrintLog(Selector selector)
     }
     if (appendToFile(fileLine))
         appendToComments(record);
+}
+
+QString TrafficLog::newest(const Source &source)
+{
+    const QByteArray reply = source.reply();
+    if (reply.size() <= longestReply)
+        return QString::fromLatin1(reply);
+    Q_EMIT shortened(channelTexts::logShortened.arg(longestReply));
+    return QString::fromLatin1(QByteArrayView(reply).last(longestReply));
 }
 
 bool TrafficLog::appendToFile(const QString &line)

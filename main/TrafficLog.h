@@ -23,13 +23,15 @@ public:
     static constexpr int flashIntervalMs = 250;
     /// Characters in the comments box beyond which it is emptied.
     static constexpr int commentLimit = 30000;
+    /// Of a longer reply the newest bytes are logged: the log grows by no more a second.
+    static constexpr qsizetype longestReply = 1'000'000;
 
     /// What the log reads of one TCP Channel.
     struct Source
     {
         std::function<bool()> isChecked;
         std::function<bool()> isConnected;
-        std::function<QString()> reply;
+        std::function<QByteArray()> reply;
     };
 
     /// Which Channels a record holds.
@@ -53,8 +55,11 @@ public:
 Q_SIGNALS:
     /// The log file could not be written; logging has ended. Once for each failure.
     void failed(const QString &description);
+    /// A reply was longer than the log takes.
+    void shortened(const QString &note);
 
 private:
+    QString newest(const Source &source);
     bool appendToFile(const QString &line);
     void appendToComments(const QString &line);
 

@@ -88,6 +88,11 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
     connect(&engine, &TransferEngine::rowFinished, this, &UnattendedRun::printRow);
     connect(&engine, &TransferEngine::runEnded, this,
             [this](TransferEngine::Outcome outcome) { m_outcome = outcome; });
+    // Nobody is there to connect again or to judge a cut reply.
+    connect(&engine, &TransferEngine::troubled, this, [this](const QString &reason) {
+        refuse(reason);
+        m_window.transferEngine().cmdStopSend_Click();
+    });
 }
 
 int UnattendedRun::execute()

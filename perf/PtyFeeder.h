@@ -14,6 +14,31 @@
 
 namespace corvane::perf {
 
+inline void sleepUntil(double time)
+{
+    const double left = time - now();
+    if (left > 0)
+        std::this_thread::sleep_for(std::chrono::duration<double>(left));
+}
+
+/// Writes the text again and again for so many seconds, at a rate at most; the bytes written.
+inline double writeFor(int descriptor, const std::string &text, double seconds,
+                       double bytesPerSecond)
+{
+    const double begin = now();
+    double written = 0;
+    size_t at = 0; // a part of the text may be taken
+    while (now() - begin < seconds) {
+        sleepUntil(begin + written / bytesPerSecond);
+        const ssize_t size = write(descriptor, text.data() + at, text.size() - at);
+        if (size < 0 && errno != EINTR)
+            break;
+        written += static_cast<double>(std::max<ssize_t>(size, 0));
+        at = (at + static_cast<size_t>(std::max<ssize_t>(size, 0))) % text.size();
+    }
+    return written;
+}
+
 /// A pseudo terminal whose other end is fed by a thread: the device of a serial benchmark. The
 /// kernel holds only some kB, so the time a feed takes is the time its reader needed.
 class PtyFeeder
@@ -64,6 +89,15 @@ public:
             m_seconds = now() - begin;
         });
     }
+    /// Starts to write the text again and again for so many seconds, at a rate at most.
+    void startFlood(const std::string &text, double seconds, double bytesPerSecond)
+    {
+        join();
+        m_thread = std::thread([this, text, seconds, bytesPerSecond] {
+            m_flooded = writeFor(m_master, text, seconds, bytesPerSecond);
+        });
+    }
+    [[nodiscard]] double flooded() const { return m_flooded; }
     /// Waits until everything is written; the seconds that took.
     double join()
     {
@@ -86,18 +120,12 @@ private:
             written += size > 0 ? static_cast<size_t>(size) : 0;
         }
     }
-    static void sleepUntil(double time)
-    {
-        const double left = time - now();
-        if (left > 0)
-            std::this_thread::sleep_for(std::chrono::duration<double>(left));
-    }
-
     int m_master;
     int m_slave = -1;
     std::string m_path;
     std::thread m_thread;
     double m_seconds = 0;
+    double m_flooded = 0;
 };
 
 } // namespace corvane::perf

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/GpibAddress.h"
+#include "platform/GpibReply.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,6 +25,8 @@ public:
     virtual void write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs) = 0;
     /// Reads up to END; at a time-out what has come so far.
     virtual QByteArray read(const GpibAddress &address, int timeoutMs) = 0;
+    /// How the last reply ended; after read, on its thread.
+    [[nodiscard]] gpibReply::End replyEnd() const { return m_replyEnd; }
     /// Gives all devices back to the library.
     virtual void close() = 0;
 
@@ -31,9 +34,9 @@ protected:
     BlockingBus() = default;
     Q_DISABLE_COPY_MOVE(BlockingBus)
 
-    /// A device that talks without end is cut here.
-    static constexpr qsizetype longestReply = 16'000'000;
     static constexpr int readBlock = 65536;
+
+    gpibReply::End m_replyEnd = gpibReply::End::Marked;
 };
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/GpibAddress.h"
+#include "platform/GpibReply.h"
 
 #include <QByteArray>
 #include <QString>
@@ -36,10 +37,14 @@ public:
     /// Reads one reply; empty when none came within `timeoutMs` or the waits were closed. Throws
     /// PlatformError when the adapter itself failed.
     virtual QByteArray read(const GpibAddress &address, int timeoutMs, WaitGroup &waits) = 0;
+    /// How the reply of the last read ended.
+    [[nodiscard]] gpibReply::End replyEnd() const { return m_replyEnd; }
 
 protected:
     GpibAdapter() = default;
     Q_DISABLE_COPY_MOVE(GpibAdapter)
+
+    gpibReply::End m_replyEnd = gpibReply::End::Marked;
 };
 
 } // namespace corvane

@@ -69,8 +69,12 @@ void GpibControl::write(const QByteArray &bytes)
 QByteArray GpibControl::read()
 {
     const Use use(*this);
+    m_incomplete.clear();
     const auto address = GpibAddress::parse(m_connectString);
-    return adapter(address.board).read(address, m_timeoutMs, m_waits);
+    GpibAdapter &from = adapter(address.board);
+    const QByteArray reply = from.read(address, m_timeoutMs, m_waits);
+    m_incomplete = gpibReply::whyIncomplete(reply, from.replyEnd());
+    return reply;
 }
 
 void GpibControl::cancel()

@@ -48,6 +48,8 @@ public:
     void write(const QByteArray &bytes);
     /// Reads one reply; empty when none came within the time-out, or the read was cancelled.
     QByteArray read();
+    /// Why the last reply is only a part of one, or may be; empty when it is whole.
+    [[nodiscard]] QString incomplete() const { return m_incomplete; }
 
     /// True while a call waits for the bus.
     [[nodiscard]] bool isBusy() const { return m_busy; }
@@ -78,6 +80,7 @@ private:
     std::array<std::unique_ptr<GpibAdapter>, GpibAddress::boardCount> m_adapters;
     QString m_connectString = QStringLiteral("GPIB0::0");
     int m_timeoutMs = defaultTimeoutMs;
+    QString m_incomplete;
     bool m_busy = false;
     bool m_shutDown = false;
 };

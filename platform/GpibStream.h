@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/GpibReply.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QString>
@@ -33,7 +35,12 @@ public:
     QByteArray take() { return std::exchange(m_input, {}); }
 
 protected:
-    void append(const QByteArray &bytes) { m_input += bytes; }
+    /// What comes while nobody reads is dropped from the size on that is too long for a reply.
+    void append(const QByteArray &bytes)
+    {
+        if (m_input.size() <= gpibReply::longest)
+            m_input += bytes;
+    }
 
 private:
     QByteArray m_input;

@@ -66,10 +66,18 @@ void LibraryAdapter::write(const GpibAddress &address, const QByteArray &bytes, 
 
 QByteArray LibraryAdapter::read(const GpibAddress &address, int timeoutMs, WaitGroup &waits)
 {
-    const auto reply =
-        m_worker.call([bus = m_bus, address, timeoutMs] { return bus->read(address, timeoutMs); },
-                      timeoutMs + marginMs, waits);
-    return reply.value_or(QByteArray());
+    const auto end = std::make_shared<gpibReply::End>(gpibReply::End::Marked);
+    const auto reply = m_worker.call(
+        [bus = m_bus, address, timeoutMs, end] {
+            QByteArray bytes = bus->read(address, timeoutMs);
+            *end = bus->replyEnd();
+            return bytes;
+        },
+        timeoutMs + marginMs, waits);
+    if (!reply)
+        return {};
+    m_replyEnd = *end;
+    return *reply;
 }
 
 void LibraryAdapter::require(LibraryWorker::Job job, int limitMs, WaitGroup &waits)

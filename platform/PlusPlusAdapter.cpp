@@ -101,6 +101,7 @@ QByteArray PlusPlusAdapter::read(const GpibAddress &address, int timeoutMs, Wait
             drop(); // what is still to come must not answer a later question
         if (reply.markFailed())
             m_marksWork = false;
+        m_replyEnd = reply.end();
         if (verdict == PlusPlusReply::Verdict::Complete)
             return reply.text();
         if (waits.isClosed())

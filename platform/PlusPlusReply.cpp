@@ -9,6 +9,8 @@ namespace {
 
 /// Without a mark, a pause longer than the controller's own time-out ends a reply.
 constexpr int pauseMs = 100;
+/// A shorter pause is no time-out, however short that is: lines and computers have their own.
+constexpr int leastPauseMs = 30;
 
 } // namespace
 
@@ -22,6 +24,8 @@ PlusPlusReply::PlusPlusReply(QByteArray endMark, bool marked, int timeoutMs, int
 
 void PlusPlusReply::append(const QByteArray &bytes, int nowMs)
 {
+    if (nowMs - m_lastByteMs >= std::max(m_timeoutMs - m_timeoutMs / 10, leastPauseMs))
+        m_pausedAt = m_text.size();
     m_text += bytes;
     m_lastByteMs = nowMs;
 }
@@ -31,8 +35,9 @@ PlusPlusReply::Verdict PlusPlusReply::judge(int nowMs)
     Verdict verdict = Verdict::Pending;
     if (takeMark(nowMs, verdict))
         return verdict;
-    if (nowMs >= m_lastVerdictMs || m_text.size() > longestReply) {
-        m_cut = true;
+    if (nowMs >= m_lastVerdictMs || m_text.size() > gpibReply::longest) {
+        m_end =
+            m_text.size() > gpibReply::longest ? gpibReply::End::TooLong : gpibReply::End::Endless;
         return m_text.isEmpty() ? Verdict::Silent : Verdict::Complete;
     }
     if (!m_marked)
@@ -53,11 +58,13 @@ bool PlusPlusReply::takeMark(int nowMs, Verdict &verdict)
         }
         if (at > 0) {
             m_text.truncate(at); // whatever follows belongs to no question
+            m_end = m_pausedAt == at ? gpibReply::End::TimedOut : gpibReply::End::Marked;
             verdict = Verdict::Complete;
             return true;
         }
         m_text.remove(0, m_mark.size());
         m_searched = 0;
+        m_pausedAt -= m_mark.size();
         if (m_marked && m_text.isEmpty() && nowMs >= m_timeoutMs - m_timeoutMs / 10) {
             verdict = Verdict::Nothing;
             return true;

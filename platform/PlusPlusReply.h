@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/GpibReply.h"
+
 #include <QByteArray>
 
 namespace corvane {
@@ -20,8 +22,6 @@ public:
     /// How long after its time the end mark may come, and in all how late the last verdict is.
     static constexpr int graceMs = 400;
     static constexpr int lateMs = 1000;
-    /// A reply longer than this is cut: the device talks without end.
-    static constexpr qsizetype longestReply = 16'000'000;
 
     /// `marked`: the mark is expected behind the reply; otherwise a line feed or a pause ends it.
     /// `timeoutMs` is the controller's, the longest pause between two bytes; a device that still
@@ -35,8 +35,13 @@ public:
     [[nodiscard]] const QByteArray &text() const { return m_text; }
     /// True when no mark came in time.
     [[nodiscard]] bool markFailed() const { return m_markFailed; }
+    /// How a complete reply ended.
+    [[nodiscard]] gpibReply::End end() const { return m_end; }
     /// True when the device was still talking.
-    [[nodiscard]] bool isCut() const { return m_cut; }
+    [[nodiscard]] bool isCut() const
+    {
+        return m_end == gpibReply::End::Endless || m_end == gpibReply::End::TooLong;
+    }
 
 private:
     bool takeMark(int nowMs, Verdict &verdict);
@@ -49,8 +54,9 @@ private:
     QByteArray m_text;
     qsizetype m_searched = 0; ///< no mark begins before this position
     int m_lastByteMs = 0;
+    qsizetype m_pausedAt = -1; ///< where in the text the controller's time-out had passed
     bool m_markFailed = false;
-    bool m_cut = false;
+    gpibReply::End m_end = gpibReply::End::Unmarked;
 };
 
 } // namespace corvane

@@ -19,9 +19,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A device that stops reading must not fill the memory of a loop that runs for days.
-constexpr qint64 mostUnsent = 16'000'000;
-
 /// Whether the user may use the device file; systems without such files decide at opening.
 bool isPermitted(const QString &device)
 {
@@ -89,6 +86,7 @@ QString canonical(const QString &device)
 QtSerialPort::QtSerialPort(const SerialPortList &list)
     : m_list(list)
 {
+    m_port.setReadBufferSize(mostAtOnce);
     // Newer toolkits say nothing at a hang-up, so the line is looked at as well.
     m_lineCheck.setInterval(1s);
     m_lineCheck.setTimerType(Qt::PreciseTimer);
@@ -206,7 +204,10 @@ QByteArray QtSerialPort::input()
     if (!m_open)
         return {};
     const qint64 waiting = m_port.bytesAvailable();
-    return m_port.read(m_inputLen > 0 ? std::min<qint64>(m_inputLen, waiting) : waiting);
+    const QByteArray bytes =
+        m_port.read(m_inputLen > 0 ? std::min<qint64>(m_inputLen, waiting) : waiting);
+    m_port.setReadBufferSize(mostAtOnce); // lets a driver that stopped at a full buffer go on
+    return bytes;
 }
 
 void QtSerialPort::readArrived()

@@ -20,6 +20,12 @@ class QtSerialPort : public SerialPort
     Q_OBJECT
 
 public:
+    /// Bytes that one arrival holds at most.
+    static constexpr qint64 mostAtOnce = qint64{64} * 1024;
+    /// Unsent bytes from which an output is refused: a device that stops reading must not fill the
+    /// memory of a loop that runs for days.
+    static constexpr qint64 mostUnsent = 16'000'000;
+
     /// `list` must outlive the port.
     explicit QtSerialPort(const SerialPortList &list);
     ~QtSerialPort() override;

@@ -5,6 +5,7 @@
 #include <QNetworkProxy>
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 
@@ -42,15 +43,13 @@ constexpr Failure failures[] = {
 
 constexpr int otherFailures = 10000;
 
-/// A peer that stops reading must not fill the memory of a loop that runs for days.
-constexpr qint64 mostUnsent = 16'000'000;
-
 } // namespace
 
 QtTcpClient::QtTcpClient(int connectTimeoutMs, HostLookup::Resolver resolver)
     : m_lookup(std::move(resolver))
 {
     m_socket.setProxy(QNetworkProxy::NoProxy); // devices stand in the workshop, not behind a proxy
+    m_socket.setReadBufferSize(mostAtOnce);
     m_connectLimit.setSingleShot(true);
     m_connectLimit.setTimerType(Qt::PreciseTimer);
     m_connectLimit.setInterval(connectTimeoutMs);
@@ -84,6 +83,8 @@ void QtTcpClient::connectToPeer()
     const int attempt = ++m_attempt;
     m_peer = QStringLiteral("%1 port %2").arg(host).arg(m_port);
     m_connectLimit.start();
+    m_rest.clear();
+    m_wasReset = false;
     setState(SocketState::ResolvingHost);
     if (attempt != m_attempt) // a receiver closed it
         return;
@@ -114,6 +115,9 @@ void QtTcpClient::close()
     m_addresses.clear();
     const bool wasOpen = m_state != SocketState::Closed;
     m_state = SocketState::Closed; // so that nothing of what follows counts
+    m_wasReset = false;
+    m_rest.clear();
+    m_line.release();
     m_socket.abort();
     if (wasOpen)
         Q_EMIT stateChanged();
@@ -133,7 +137,9 @@ void QtTcpClient::sendData(const QByteArray &bytes)
 
 QByteArray QtTcpClient::getData()
 {
-    return m_socket.isOpen() ? m_socket.read(m_socket.bytesAvailable()) : QByteArray();
+    // To the end: only a read that finds nothing more lets a socket with a full buffer go on.
+    QByteArray bytes = m_socket.isOpen() ? m_socket.readAll() : QByteArray();
+    return bytes += std::exchange(m_rest, {});
 }
 
 bool QtTcpClient::isActive() const
@@ -160,6 +166,7 @@ void QtTcpClient::followSocket(QAbstractSocket::SocketState state)
             setState(SocketState::Connecting);
     } else if (state == QAbstractSocket::ConnectedState) {
         m_connectLimit.stop();
+        m_line.hold(m_socket.socketDescriptor());
         m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
         m_socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
         setState(SocketState::Connected);
@@ -192,8 +199,11 @@ void QtTcpClient::readArrived()
 
 void QtTcpClient::peerClosed()
 {
+    m_wasReset = m_line.wasReset();
+    m_rest = m_line.takeRest();
+    m_line.release();
     // What came before the end is handed out first; no other arrival will be signalled.
-    if (m_socket.bytesAvailable() > 0)
+    if (m_socket.bytesAvailable() > 0 || !m_rest.isEmpty())
         Q_EMIT dataArrived();
     if (isActive())
         setState(SocketState::PeerClosing);
@@ -202,6 +212,7 @@ void QtTcpClient::peerClosed()
 void QtTcpClient::fail(QAbstractSocket::SocketError error)
 {
     m_connectLimit.stop();
+    m_line.release();
     const auto known = std::ranges::find(failures, error, &Failure::error);
     const bool isKnown = known != std::end(failures);
     const int number = isKnown ? known->number : otherFailures + static_cast<int>(error);

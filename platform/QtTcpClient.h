@@ -2,6 +2,7 @@
 
 #include "platform/HostLookup.h"
 #include "platform/TcpClient.h"
+#include "platform/TcpLine.h"
 
 #include <QTcpSocket>
 #include <QTimer>
@@ -20,6 +21,11 @@ class QtTcpClient : public TcpClient
 
 public:
     static constexpr int defaultConnectTimeoutMs = 10'000;
+    /// Bytes that one arrival holds at most.
+    static constexpr qint64 mostAtOnce = qint64{256} * 1024;
+    /// Unsent bytes from which a send is refused: a peer that stops reading must not fill the
+    /// memory of a loop that runs for days.
+    static constexpr qint64 mostUnsent = 16'000'000;
 
     explicit QtTcpClient(int connectTimeoutMs = defaultConnectTimeoutMs,
                          HostLookup::Resolver resolver = HostLookup::systemResolver);
@@ -30,6 +36,7 @@ public:
     [[nodiscard]] qint32 remotePort() const override { return m_port; }
     void setRemotePort(qint32 port) override { m_port = port; }
     [[nodiscard]] SocketState state() const override { return m_state; }
+    [[nodiscard]] bool wasReset() const override { return m_wasReset; }
     void connectToPeer() override;
     void close() override;
     void sendData(const QByteArray &bytes) override;
@@ -46,6 +53,9 @@ private:
     void fail(QAbstractSocket::SocketError error);
 
     QTcpSocket m_socket;
+    TcpLine m_line;
+    QByteArray m_rest; ///< what the socket left behind when the peer closed
+    bool m_wasReset = false;
     QTimer m_connectLimit;
     HostLookup m_lookup;
     QList<QHostAddress> m_addresses; ///< of the running attempt, still to be tried

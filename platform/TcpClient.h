@@ -33,6 +33,9 @@ public:
     virtual void setRemotePort(qint32 port) = 0;
 
     [[nodiscard]] virtual SocketState state() const = 0;
+    /// The peer broke the connection off instead of ending it. Known while the state is
+    /// PeerClosing; false otherwise.
+    [[nodiscard]] virtual bool wasReset() const = 0;
 
     /// Starts connecting to the remote host and port and returns at once; the state tells the
     /// progress, errorOccurred a failure. Throws PlatformError when it cannot even start (port out
@@ -44,7 +47,8 @@ public:
 
     /// Queues the bytes for sending; returns at once. Throws PlatformError unless connected.
     virtual void sendData(const QByteArray &bytes) = 0;
-    /// Takes everything that has arrived.
+    /// Takes what has arrived. One arrival is bounded: a peer that never stops is held up by its
+    /// own connection.
     virtual QByteArray getData() = 0;
 
 Q_SIGNALS:

@@ -99,7 +99,11 @@ QByteArray VisaBus::read(const GpibAddress &address, int timeoutMs)
             fail(address, status);
         reply.append(reinterpret_cast<const char *>(block.data()),
                      std::min<qsizetype>(count, readBlock));
-        if (status != moreToCome || count == 0 || reply.size() >= longestReply)
+        m_replyEnd = status == timedOut     ? gpibReply::End::TimedOut
+                     : status != moreToCome ? gpibReply::End::Marked
+                     : count == 0           ? gpibReply::End::Unmarked
+                                            : gpibReply::End::TooLong;
+        if (status != moreToCome || count == 0 || reply.size() >= gpibReply::longest)
             return reply;
     }
 }

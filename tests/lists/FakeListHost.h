@@ -33,6 +33,11 @@ public:
         return responses[index];
     }
     void setTransferTimer(int index, bool running) override { timers[index] = running; }
+    bool isTransferTimerRunning(int index) const override { return timers[index]; }
+    QString channelName(int index) const override
+    {
+        return QStringLiteral("Channel %1").arg(index);
+    }
     void stopOperation(int index) override
     {
         stopped.append(index);

@@ -295,3 +295,65 @@ TEST_F(Transfer, AReplyInPiecesIsFollowedWithoutLookingAtTheWholeAgain)
     piece(" too late");
     EXPECT_EQ(m_grid.text(3, 5), u"PASSED"); // a verdict stands
 }
+
+TEST_F(Transfer, ALongReplyIsHeldUpToABoundAndPiecesTakenBackCostNoWholeLook)
+{
+    QString noted;
+    QObject::connect(&m_engine, &TransferEngine::noted, &m_area,
+                     [&noted](const QString &note) { noted = note; });
+    send("a.tst", "? SP x\n# PAUSE\n");
+    tick();
+    // A line feed alone stays in the box; the pair behind it takes the last byte back each time.
+    qsizetype box = 0;
+    m_engine.replyArrived(0, 0, "\nab\r");
+    for (box = 4; box < 3000; box += 3)
+        m_engine.replyArrived(0, box - 1, "\nab\r");
+    EXPECT_EQ(m_grid.textLength(1, 5), (box - 1) / 3 * 2);
+    EXPECT_EQ(noted, QString());
+    const QByteArray flood(600'000, 'y');
+    for (int arrival = 0; arrival < 3; ++arrival, box += flood.size())
+        m_engine.replyArrived(0, box, flood);
+    EXPECT_EQ(m_grid.textLength(1, 5), TransferEngine::longestCell);
+    EXPECT_TRUE(m_grid.text(1, 5).endsWith("yy"_L1));
+    EXPECT_TRUE(noted.contains(u"Channel 0") && noted.contains(u"row 1 of 2"));
+    EXPECT_EQ(m_host.wholeResponses, 0);
+    tick();
+    EXPECT_FALSE(noted.isEmpty()) << "until the next run";
+    m_engine.cmdLoadToChmber_Click(0);
+    EXPECT_TRUE(noted.isEmpty());
+}
+
+TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)
+{
+    QString noted;
+    QStringList troubles;
+    QObject::connect(&m_engine, &TransferEngine::noted, &m_area,
+                     [&noted](const QString &note) { noted = note; });
+    QObject::connect(&m_engine, &TransferEngine::troubled, &m_area,
+                     [&troubles](const QString &reason) { troubles += reason; });
+    send("a.tst", "? SP x\n? SP y\n! 5 5\n", 3);
+    tick(3);
+    m_engine.channelOpenChanged(4, false); // another Channel's business
+    EXPECT_TRUE(troubles.isEmpty());
+    m_engine.channelOpenChanged(3, false);
+    EXPECT_TRUE(noted.contains(u"Channel 3") && noted.contains(u"row 1 of 3") &&
+                noted.contains(u"press Send"));
+    EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 3: closed");
+    m_engine.channelOpenChanged(3, true);
+    EXPECT_TRUE(noted.contains(u"the reply to row 1 of 3 is lost"));
+    EXPECT_TRUE(m_module.SendMode);
+    piece("5", 3); // sent again by hand
+    EXPECT_EQ(noted, QString());
+    EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 3");
+    m_engine.channelOpenChanged(3, false);
+    EXPECT_TRUE(noted.contains(u"before row 2 of 3 is sent"));
+    m_engine.channelOpenChanged(3, true);
+    EXPECT_EQ(noted, QString()) << "nothing is lost";
+    tick(3);
+    piece("5", 3);
+    m_engine.channelOpenChanged(3, false);
+    EXPECT_EQ(troubles.size(), 2) << "no row needs the Channel any more";
+    m_module.GpibTransfer = false;
+    m_engine.ResetTransferData(3);
+    EXPECT_EQ(noted, QString());
+}

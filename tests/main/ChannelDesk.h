@@ -39,6 +39,11 @@ public:
     void reportFault(int, const QString &description) override { faults.append(description); }
     void clearFault(int) override { faults.clear(); }
     void showProgress(const QString &text) override { progress.append(text); }
+    void noteReply(int, const QString &note) override
+    {
+        if (notes.isEmpty() || notes.last() != note)
+            notes.append(note);
+    }
     [[nodiscard]] bool runsList(int index) const override
     {
         return m_module.transferRunning() && index != freeOfLists;
@@ -55,6 +60,7 @@ public:
     QByteArray prefix = "<05:";
     QStringList faults;
     QStringList progress;
+    QStringList notes; ///< as they changed
 
 private:
     Module1 &m_module;

@@ -124,6 +124,21 @@ TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)
     EXPECT_TRUE(desk.module.ResponseReady);
     desk.channel.Timer1_Timer();
     EXPECT_EQ(desk.bus.calls.size(), 2) << "one read for one command";
+    desk.bus.end = gpibReply::End::TimedOut;
+    for (const char *reply : {"12.", "12.\n"}) {
+        desk.bus.replies[device] = {reply};
+        desk.channel.cmdSend_Click();
+        desk.channel.Timer1_Timer();
+    }
+    EXPECT_EQ(desk.host.notes, (QStringList{QString(),
+                                            QStringLiteral("IEEE 488: the reply is incomplete: its "
+                                                           "end did not come in time"),
+                                            QString()}))
+        << "said until a reply is whole";
+    desk.channel.cboMs->setEditText(QStringLiteral("2000"));
+    desk.channel.cboMs_Change();
+    EXPECT_EQ(desk.channel.Timer1->interval(), 2000);
+    EXPECT_EQ(desk.channel.TimerTransfer->interval(), 500) << "a list keeps its own pace here";
 }
 
 TEST(GpibChannel, SaysATimeoutAndHandsItToTheRunOrEndsTheLoop)
@@ -136,6 +151,9 @@ TEST(GpibChannel, SaysATimeoutAndHandsItToTheRunOrEndsTheLoop)
     EXPECT_EQ(desk.host.timedOutOn, std::vector<int>{2});
 
     desk.module.GetMode = false;
+    desk.channel.cmdSend_Click();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.channel.txtIn->text(), u"Timed Out: 1000 ms.") << "no loop is on";
     desk.channel.chkLoop->click();
     EXPECT_TRUE(desk.module.GpibLoopEnabled);
     desk.channel.Timer1_Timer(); // sends

@@ -5,9 +5,11 @@
 #include "about/SystemInfo.h"
 #include "board/frmSBC.h"
 #include "common/modSBC.h"
+#include "lists/CommandListArea.h"
 #include "main/BoardWindows.h"
 #include "main/TrafficLog.h"
 #include "platform/GpibAdapterFactory.h"
+#include "platform/TextGrid.h"
 #include "tests/main/ChannelDesk.h"
 
 #include <QMenuBar>
@@ -164,6 +166,42 @@ TEST(Main, ChannelsRunSideBySide)
     desk.rs232.feed("<01:one");
     EXPECT_EQ(desk.main.channel(0)->txtIn->text(), u"zero");
     EXPECT_EQ(desk.main.channel(1)->txtIn->text(), u"one") << "the RS-485 address counts here too";
+}
+
+TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid)
+{
+    MainDesk desk;
+    desk.connectAll();
+    QFile list(desk.folder.filePath(QStringLiteral("a.kms")));
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write("= SP 1\n= T 2\n") > 0);
+    list.close();
+    ASSERT_TRUE(desk.main.loadList(list.fileName()));
+    const QTimer &timer = *desk.main.channel(1)->TimerTransfer;
+    desk.main.channel(1)->cboMs->setEditText(QStringLiteral("3600000"));
+    desk.main.channel(1)->cboMs_Change();
+    desk.main.cmdLoadToChmber_Click(1);
+    desk.main.TimerTransfer_Timer(1);
+    EXPECT_FALSE(timer.isActive());
+    desk.rs232.feed("AL");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return timer.remainingTime() < 3'599'700; }));
+    desk.rs232.feed("PHA");
+    EXPECT_GT(timer.remainingTime(), 3'599'700);
+    EXPECT_EQ(desk.main.commandList->flexgridVDL->text(1, 3), u"ALPHA");
+
+    desk.main.TimerTransfer_Timer(1);
+    desk.main.noteReply(1, QStringLiteral("the reply is cut"));
+    desk.rs232.unplug(QStringLiteral("the device went away"));
+    const QString said = desk.main.lblFaults->text();
+    for (const char *part : {"row 2 of 2", "press Send", "; the device went away", "; the reply"})
+        EXPECT_TRUE(said.contains(QLatin1String(part))) << part;
+    EXPECT_TRUE(desk.module.SendMode);
+    desk.main.cmdConnect_Click(1);
+    desk.main.cmdSend_Click(1);
+    EXPECT_EQ(desk.rs232.written.back(), "= T 2\r") << "the row again";
+    desk.rs232.feed("BETA");
+    EXPECT_EQ(desk.main.commandList->flexgridVDL->text(2, 3), u"BETA");
+    EXPECT_EQ(desk.main.lblFaults->text(), QString());
+    EXPECT_TRUE(timer.isActive());
 }
 
 TEST(Main, LogsWhileAnyBoxIsCheckedAndSaysAFailureOnce)

@@ -56,6 +56,31 @@ TEST(ResponseText, AnotherSequenceIsLookedForInTheWholeText)
     EXPECT_EQ(text.bytes(), "ABC");
 }
 
+TEST(ResponseText, KeepsTheNewestAndCountsPositionsFromTheBeginning)
+{
+    const QByteArray arrivals[] = {"0123<05:4567", "<<0505::", QByteArray(300, '\n'), "89\n",
+                                   QByteArray(250, 'x') + "<05:"};
+    ResponseText text(100);
+    QByteArray whole;
+    for (int round = 0; round < 200; ++round) {
+        const QByteArray &arrival = arrivals[round % 4 == 3 ? round / 4 % 5 : round % 4];
+        whole.truncate(text.append(arrival, {true, "<05:"}));
+        whole.resize(std::max(whole.size(), text.dropped())); // an arrival longer than the bound
+        whole += text.bytes().sliced(whole.size() - text.dropped());
+        ASSERT_TRUE(whole.endsWith(text.bytes()) && text.bytes().size() <= 125) << round;
+        ASSERT_TRUE(text.dropped() == 0 || text.bytes().size() >= 100 - 4) << round;
+    }
+    EXPECT_GT(text.dropped(), 1000);
+    text.assign("new");
+    EXPECT_EQ(text.dropped(), 0);
+    // What only a removal puts together goes with the next arrival, but not from any distance.
+    text = ResponseText();
+    text.append("<0<05:5:" + QByteArray(ResponseText::mostRevisited, 'x'), {false, "<05:"});
+    EXPECT_TRUE(text.bytes().startsWith("<05:x"));
+    text.append("", {false, "<05:"});
+    EXPECT_TRUE(text.bytes().startsWith("<05:x"));
+}
+
 TEST(ResponseView, KeepsAllByteValuesAndOffersThemAsText)
 {
     QByteArray all;

@@ -50,7 +50,9 @@ TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
 
     SerialDesk rs232Desk(channels::rs232);
     rs232Desk.channel.cmdConnect_Click();
-    rs232Desk.port.feed("stale");
+    rs232Desk.port.setRThreshold(0);
+    rs232Desk.port.feed("stale"); // not announced yet
+    rs232Desk.port.setRThreshold(1);
     rs232Desk.channel.cmdSystErr_Click();
     EXPECT_EQ(rs232Desk.port.written, (std::vector<QByteArray>{"syst:err?\r"}));
     rs232Desk.port.feed("<05:0");

@@ -179,6 +179,48 @@ TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
     EXPECT_EQ(desk.host.faults.last(), desk.client.failSend);
 }
 
+TEST(TcpChannel, ALoopBeginsItsCommandAnewWhenAnAnswerIsLost)
+{
+    TcpDesk desk(channels::tcpIp2);
+    desk.channel.cmdConnect_Click();
+    desk.sendText(QStringLiteral("A;B"));
+    desk.channel.chkLoop->setChecked(true);
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.client.sent, Pieces{"A\r"}) << "sent by hand a moment ago";
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.client.sent, (Pieces{"A\r", "A\r"}));
+    EXPECT_TRUE(desk.host.faults.value(0).contains(u"a reply did not come"));
+    desk.client.feed("1");
+    EXPECT_EQ(desk.client.sent.size(), 3U) << "B goes out after A's answer";
+    desk.client.feed("2");
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.host.faults, QStringList()) << "a whole exchange takes it back";
+    desk.channel.chkLoop->setChecked(false);
+    for (int tick = 0; tick < 3; ++tick)
+        desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.client.sent.size(), 4U) << "without a loop it waits as long as it takes";
+}
+
+TEST(TcpChannel, AFloodKeepsItsNewest64MegabytesAndSaysOnceThatOlderTextIsGone)
+{
+    TcpDesk desk(channels::tcpIp2);
+    desk.channel.cmdConnect_Click();
+    QByteArray arrival(10'000'000, 'x');
+    for (char number = '0'; number <= '9'; ++number) {
+        arrival.back() = number;
+        desk.client.feed(arrival);
+    }
+    const QByteArray &kept = desk.channel.txtIn->bytes();
+    EXPECT_GE(kept.size(), ResponseText::mostKept);
+    EXPECT_LE(kept.size(), ResponseText::mostKept / 4 * 5);
+    EXPECT_EQ(kept.size() + desk.channel.txtIn->dropped(), 100'000'000);
+    EXPECT_TRUE(kept.endsWith('9') && kept[kept.size() - 10'000'001] == '8');
+    EXPECT_TRUE(desk.host.notes.size() == 2 && desk.host.notes[1].contains(u"newest 64 MB"));
+    desk.sendText(QStringLiteral("next"));
+    desk.client.feed("whole");
+    EXPECT_EQ(desk.host.notes.last(), QString());
+}
+
 TEST(TcpChannel, LoopsOnlyWhileConnected)
 {
     TcpDesk desk(channels::tcpIp1);
@@ -189,7 +231,9 @@ TEST(TcpChannel, LoopsOnlyWhileConnected)
     desk.channel.Timer1_Timer();
     EXPECT_EQ(desk.client.sent, Pieces{"*IDN?\r"});
     EXPECT_TRUE(desk.channel.shpComm->isBright());
+    desk.client.reset = true;
     desk.client.setState(SocketState::PeerClosing);
+    EXPECT_TRUE(desk.host.faults.value(0).contains(u"reset by the peer"));
     desk.channel.Timer1_Timer();
     EXPECT_FALSE(desk.channel.shpComm->isBright());
     EXPECT_EQ(desk.client.sent.size(), 1U);

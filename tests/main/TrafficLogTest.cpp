@@ -24,7 +24,7 @@ struct LogDesk
     TrafficLog::Source source(const Box &box)
     {
         return {[&box] { return box.checked; }, [&box] { return box.connected; },
-                [&box] { return box.reply; }};
+                [&box] { return box.reply.toLatin1(); }};
     }
 
     QByteArray file() const

@@ -96,9 +96,11 @@ TEST_F(LibraryAdapterTest, LongRepliesComeInPartsAndAPartIsKeptAtATimeOut)
         qputenv("STANDIN_FAIL", "");
         qputenv("STANDIN_REPLY", longReply);
         EXPECT_EQ(read(), longReply);
+        EXPECT_EQ(adapter->replyEnd(), gpibReply::End::Marked);
         qputenv("STANDIN_FAIL", timeOut);
         qputenv("STANDIN_REPLY", "12.");
         EXPECT_EQ(read(), "12.");
+        EXPECT_EQ(adapter->replyEnd(), gpibReply::End::TimedOut);
         makeVisa();
     }
 }

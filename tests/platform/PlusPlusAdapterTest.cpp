@@ -2,6 +2,7 @@
 #include "Pty.h"
 #include "ScriptedController.h"
 #include "platform/GpibAdapterFactory.h"
+#include "platform/PlusPlusReply.h"
 #include "platform/SystemClock.h"
 #include "platform/WaitGroup.h"
 
@@ -103,6 +104,48 @@ TEST_F(PlusPlusAdapterTest, FaultyControllersNeverHoldAReadLongerThanASecondPast
     }
 }
 
+TEST(PlusPlusReply, TellsTheWholeReplyFromThePartByWhereTheMarkStands)
+{
+    using End = gpibReply::End;
+    using Pieces = std::vector<std::pair<int, QByteArray>>; // when, what
+    const std::tuple<Pieces, int, QByteArray, End> rows[] = {
+        {{{50, "12.5M\n"}}, 51, "12.5", End::Marked},
+        {{{50, "12."}, {340, "5M"}, {341, "\n"}}, 342, "12.5", End::Marked},
+        {{{50, "12."}, {350, "M\n"}}, 351, "12.", End::TimedOut},
+        {{{50, "12."}, {340, "M"}, {341, "\n"}}, 342, "12.", End::TimedOut},
+        // A mark before its time is no end: the reply follows.
+        {{{5, "M\n"}, {60, "12"}, {70, ".5\n"}}, 71, "12.5\n", End::Unmarked},
+        {{{5, "M\n"}, {60, "12"}}, 461, "12", End::Unmarked},
+    };
+    for (const auto &[pieces, endMs, text, end] : rows) {
+        PlusPlusReply reply("M\n", true, 300, 300);
+        for (const auto &[ms, bytes] : pieces) {
+            EXPECT_EQ(reply.judge(ms - 1), PlusPlusReply::Verdict::Pending) << text.toStdString();
+            reply.append(bytes, ms);
+        }
+        EXPECT_EQ(reply.judge(endMs), PlusPlusReply::Verdict::Complete) << text.toStdString();
+        EXPECT_EQ(reply.text(), text);
+        EXPECT_EQ(reply.end(), end) << text.toStdString();
+    }
+    PlusPlusReply flood("M\n", true, 300, 300);
+    flood.append(QByteArray(gpibReply::longest + 1, 'x'), 10);
+    EXPECT_EQ(flood.judge(11), PlusPlusReply::Verdict::Complete);
+    EXPECT_TRUE(flood.end() == End::TooLong && flood.isCut());
+    const std::tuple<End, const char *, const char *> said[] = {
+        {End::Marked, "12.", ""},
+        {End::TimedOut, "", ""},
+        {End::TimedOut, "1\n", ""},
+        {End::TimedOut, "1", "did not come in time"},
+        {End::Unmarked, "1\n", ""},
+        {End::Unmarked, "1", "may be incomplete"},
+        {End::Endless, "1\n", "still sending"},
+        {End::TooLong, "1\n", "cut after 16 MB"}};
+    for (const auto &[end, text, why] : said) {
+        const QString told = gpibReply::whyIncomplete(text, end);
+        EXPECT_TRUE(*why == 0 ? told.isEmpty() : told.contains(QLatin1String(why))) << why;
+    }
+}
+
 TEST_F(PlusPlusAdapterTest, ADeviceThatTalksWithoutEndIsCut)
 {
     controller.fault = Fault::Endless;
@@ -110,6 +153,7 @@ TEST_F(PlusPlusAdapterTest, ADeviceThatTalksWithoutEndIsCut)
     time.start();
     EXPECT_TRUE(ask("?").startsWith("endless endless "));
     EXPECT_LT(time.elapsed(), timeoutMs + 1300);
+    EXPECT_EQ(adapter->replyEnd(), gpibReply::End::Endless);
     controller.fault = Fault::None;
     controller.replies = {"12\n"};
     EXPECT_EQ(ask("?"), "12\n");

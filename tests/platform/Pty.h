@@ -31,9 +31,10 @@ public:
     /// The device that the code under test opens.
     [[nodiscard]] QString device() const { return QString::fromLocal8Bit(ptsname(m_master)); }
 
-    void write(const QByteArray &bytes) const
+    /// How many bytes the line took; below 0: none.
+    qsizetype write(const QByteArray &bytes) const
     {
-        (void)!::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size()));
+        return ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size()));
     }
 
     /// Everything that has come in; empty when nothing waits.

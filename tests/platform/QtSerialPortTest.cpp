@@ -230,3 +230,25 @@ TEST_F(QtSerialPortTest, AnUnpluggedPortIsClosedAndReportedOnceAtNoCostAndOpensA
     again.write("back");
     EXPECT_TRUE(QTest::qWaitFor([&] { return received.endsWith("back"); }));
 }
+
+TEST_F(QtSerialPortTest, AFullBufferDoesNotStopTheDriverAndUnsentBytesAreBounded)
+{
+    port.setInputLen(100); // an event takes less than comes
+    port.setPortOpen(true);
+    qsizetype written = 0;
+    while (written < 300'000) {
+        written += std::max<qsizetype>(0, far.write(QByteArray(2000, 'x')));
+        QTest::qWait(0);
+        while (!port.input().isEmpty()) // what the events left over
+            received.append('.');
+        ASSERT_LE(received.size(), written);
+    }
+    port.setInputLen(0);
+    received.clear();
+    far.write("end");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return received.endsWith("end"); }));
+    EXPECT_TRUE(failsSaying("takes no more data", [this] {
+        for (int sent = 0; sent < 20; ++sent)
+            port.output(QByteArray(1'000'000, 'x'));
+    }));
+}

@@ -84,6 +84,7 @@ TEST_F(QtTcpClientTest, APeerThatClosesIsNoErrorAndItsLastWordsStayReadable)
             far.disconnectFromHost();
         }
         EXPECT_TRUE(reaches(SocketState::PeerClosing));
+        EXPECT_EQ(client.wasReset(), reset);
         QTest::qWait(20);
         EXPECT_EQ(states, (std::vector{4, 5, 6, 7, 8}));
         EXPECT_GE(arrivals.size(), 1);
@@ -203,4 +204,30 @@ TEST_F(QtTcpClientTest, APeerThatCannotBeTriedIsRefusedAtOnce)
     EXPECT_TRUE(failsSaying("host is empty", [this] { client.connectToPeer(); }));
     EXPECT_EQ(client.state(), SocketState::Closed);
     EXPECT_EQ(client.getData(), "");
+}
+
+TEST_F(QtTcpClientTest, AFloodComesInBoundedArrivalsToItsLastByteAndUnsentBytesAreBounded)
+{
+    QTcpSocket &far = connected();
+    QByteArray received;
+    QObject::connect(&client, &TcpClient::dataArrived, &client, [&] {
+        const QByteArray arrival = client.getData();
+        EXPECT_LE(arrival.size(), QtTcpClient::mostAtOnce);
+        received += arrival;
+    });
+    const QByteArray flood = QByteArray(9'999'999, 'x') + '!';
+    far.write(flood);
+    far.disconnectFromHost();
+    EXPECT_TRUE(reaches(SocketState::PeerClosing));
+    EXPECT_TRUE(received == flood && !client.wasReset());
+    client.close();
+
+    connected().setReadBufferSize(1); // it stops reading
+    const QByteArray megabyte(1'000'000, 'x');
+    EXPECT_TRUE(failsSaying("takes no more data", [&] {
+        for (int sent = 0; sent < 60; ++sent) {
+            client.sendData(megabyte);
+            QTest::qWait(0);
+        }
+    }));
 }

@@ -23,6 +23,8 @@ struct FakeGpibBus
     /// Answers a write with a reply for the next read; may be empty.
     std::function<std::optional<QByteArray>(const QString &address, const QByteArray &text)>
         onWrite;
+    /// How a reply ends.
+    gpibReply::End end = gpibReply::End::Marked;
     /// Run inside an open, while the version is asked for and when a read is over; may be empty.
     std::function<void()> onOpen;
     std::function<void()> whileAsked;
@@ -75,6 +77,7 @@ public:
         auto &queue = m_bus.replies[address.toString()];
         if (waits.waitUntil([&queue] { return !queue.empty(); }, timeoutMs) != WaitEnd::Done)
             return {};
+        m_replyEnd = m_bus.end;
         const QByteArray reply = queue.front();
         queue.pop_front();
         return reply;

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] qint32 remotePort() const override { return m_port; }
     void setRemotePort(qint32 port) override { m_port = port; }
     [[nodiscard]] SocketState state() const override { return m_state; }
+    [[nodiscard]] bool wasReset() const override { return reset; }
     void connectToPeer() override;
     void close() override;
     void sendData(const QByteArray &bytes) override;
@@ -33,6 +34,8 @@ public:
     /// Not empty: connecting (sending) fails with this description.
     QString failConnect;
     QString failSend;
+    /// The peer breaks the connection off.
+    bool reset = false;
     int connects = 0;
     int closes = 0;
 
