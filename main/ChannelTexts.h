@@ -72,6 +72,8 @@ inline const std::array<QString, 9> socketStates = {
 /// "%1" is how many characters of a reply the log takes.
 inline const QString logShortened =
     QStringLiteral("The log takes the newest %1 characters of a reply; one was longer");
+/// Follows the reason why a record could not be written.
+inline const QString logTorn = QStringLiteral("; a part of the last record stays in the file");
 inline const QString logOverflow =
     QStringLiteral("Text Box > 32000 Characters: Buffer Over Run: Text Box Reset");
 

@@ -2,6 +2,7 @@
 
 #include "main/ChannelTexts.h"
 #include "main/Led.h"
+#include "platform/RegularFile.h"
 
 #include <QDate>
 #include <QFile>
@@ -22,18 +23,6 @@ QString withoutBreaksAndTabs(QString text)
 QString quotedRecord(const QString &text)
 {
     return QStringLiteral("\"") + text + QStringLiteral("\"");
-}
-
-/// A disk that is nearly full takes a part; writing the rest then tells why not all.
-bool writeWhole(QFile &file, QByteArrayView bytes)
-{
-    while (!bytes.isEmpty()) {
-        const qint64 taken = file.write(bytes.data(), bytes.size());
-        if (taken <= 0)
-            return false;
-        bytes = bytes.sliced(taken);
-    }
-    return true;
 }
 
 } // namespace
@@ -135,11 +124,18 @@ QString TrafficLog::newest(const Source &source)
 bool TrafficLog::appendToFile(const QString &line)
 {
     QFile file(m_path);
-    if (file.open(QIODevice::Append | QIODevice::Unbuffered) &&
-        writeWhole(file, line.toLatin1() + "\r\n"))
-        return true;
+    QString fault = regularFile::open(file, QIODevice::Append | QIODevice::Unbuffered);
+    if (fault.isEmpty()) {
+        const qint64 before = file.size();
+        fault = regularFile::write(file, line.toLatin1() + "\r\n");
+        if (fault.isEmpty())
+            return true;
+        // A part of a record would run into the next one.
+        if (!file.resize(before))
+            fault += channelTexts::logTorn;
+    }
     setLogging(false);
-    Q_EMIT failed(QStringLiteral("%1: %2").arg(m_path, file.errorString()));
+    Q_EMIT failed(QStringLiteral("%1: %2").arg(m_path, fault));
     return false;
 }
 

@@ -1,12 +1,14 @@
 #include "main/TrafficLog.h"
 
 #include "main/Led.h"
+#include "tests/support/WriteLimit.h"
 
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace corvane;
 
@@ -119,13 +121,30 @@ TEST(TrafficLog, EmptiesTheCommentsBeyondTheirLimit)
 TEST(TrafficLog, AFileThatCannotBeWrittenIsToldOnceAndEndsLogging)
 {
     LogDesk desk;
+    const auto mayLog = [&desk] {
+        QSignalSpy failures(&desk.log, &TrafficLog::failed);
+        desk.log.setLogging(true);
+        desk.log.TimerLog_Timer();
+        const bool ended = !desk.log.TimerLog->isActive() && desk.indicator.isHidden();
+        EXPECT_EQ(ended, failures.size() == 1);
+        return failures.empty() ? QString() : failures[0][0].toString();
+    };
+    const QString refused = desk.path + QStringLiteral(": it is no regular file");
     QDir(desk.folder.path()).mkdir(QStringLiteral("Log.txt"));
-    QSignalSpy failures(&desk.log, &TrafficLog::failed);
-    desk.log.setLogging(true);
     desk.first = {true, true, QStringLiteral("A")};
-    desk.log.TimerLog_Timer();
-    ASSERT_EQ(failures.size(), 1);
-    EXPECT_TRUE(failures[0][0].toString().startsWith(desk.path));
-    EXPECT_FALSE(desk.log.TimerLog->isActive());
-    EXPECT_TRUE(desk.indicator.isHidden());
+    EXPECT_EQ(mayLog(), refused);
+    QDir(desk.folder.path()).rmdir(QStringLiteral("Log.txt"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(desk.path).constData(), 0600), 0);
+    EXPECT_EQ(mayLog(), refused); // and nobody waits for a reader of the pipe
+    QFile::remove(desk.path);
+    EXPECT_EQ(mayLog(), QString());
+    desk.first.reply = QStringLiteral("longer");
+    QString full;
+    {
+        const WriteLimit limit(6);
+        full = mayLog();
+    }
+    EXPECT_EQ(full, desk.path + QStringLiteral(": File too large"));
+    EXPECT_EQ(mayLog(), QString());
+    EXPECT_EQ(desk.file(), "A\r\nlonger\r\n"); // no part of the record before
 }
