@@ -8,6 +8,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -70,6 +71,22 @@ constexpr ColumnWidth columnWidths[] = {
     {QLatin1StringView("Tolerance"), 10},
 };
 
+/// The box over a cell. A key that it has no use for, as Shift alone, and a turn of the wheel over
+/// it would go on to the grid below, which takes them for the end of the editing.
+class CellBox : public QLineEdit
+{
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        QLineEdit::keyPressEvent(event);
+        event->accept();
+    }
+    void wheelEvent(QWheelEvent *event) override { event->accept(); }
+};
+
 QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
 {
     auto *layout = new QHBoxLayout;
@@ -115,8 +132,8 @@ void CommandListArea::makeControls()
     txtVDL->setTabChangesFocus(true);
     flexgridVDL = named(new TextGrid(this), QStringLiteral("flexgridVDL"), tr("Command list"));
     flexgridVDL->horizontalHeader()->setStretchLastSection(true);
-    txtFlexText = named(new QLineEdit(flexgridVDL->viewport()), QStringLiteral("txtFlexText"),
-                        tr("Cell text"));
+    txtFlexText =
+        named(new CellBox(flexgridVDL->viewport()), QStringLiteral("txtFlexText"), tr("Cell text"));
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
     oneLine::keepIn(*txtFlexText);
     txtFlexText->hide();
