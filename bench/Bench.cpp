@@ -15,7 +15,8 @@ Bench::Bench(BenchOptions options, QObject *parent)
     , m_chamber(m_options.time, 5, "CH-10421")
     , m_secondChamber(m_options.time, 1, "CH-10422")
     , m_thirdChamber(m_options.time, 2, "CH-10423")
-    , m_meter([this](int channel) { return m_board.analog().outputVolts(channel); })
+    , m_meter([this](int channel) { return m_board.analog().outputVolts(channel); },
+              [this] { return m_board.lastDacChannel(); })
     , m_rs485Bus({&m_secondChamber, &m_chamber})
     , m_rs485Link(m_rs485Bus)
     , m_rs232Link(m_chamber)
@@ -134,6 +135,18 @@ QStringList Bench::programArguments() const
                   << QStringLiteral("1=tcp:%1:%2").arg(host()).arg(secondGpibPort());
     }
     return arguments;
+}
+
+QString Bench::Place::state() const
+{
+    const QString plugged = plug->state();
+    return faults->fault().toString() +
+           (plugged.isEmpty() ? QString() : QStringLiteral(", ") + plugged);
+}
+
+QString Bench::state()
+{
+    return BenchOrders(*this).state();
 }
 
 QString Bench::order(const QString &text)

@@ -47,6 +47,9 @@ public:
         QString where;
         FaultLine *faults;
         Plug *plug;
+
+        /// Its fault and what its plug says, as in "slow 500, 1 connected".
+        [[nodiscard]] QString state() const;
     };
 
     static constexpr int chamberGpibAddress = 5;
@@ -84,6 +87,8 @@ public:
 
     /// Does what one order says ("rs485 silent", "connector on", "help") and returns the answer.
     QString order(const QString &text);
+    /// What the orders have made of the board and the meter, in a line.
+    [[nodiscard]] QString state();
 
 private:
     [[nodiscard]] QString link(const QString &name) const;

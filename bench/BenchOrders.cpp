@@ -10,6 +10,10 @@ namespace corvane::bench {
 namespace {
 
 const QString done = QStringLiteral("done");
+const QString dataWord = QStringLiteral("data");
+const QString directionWord = QStringLiteral("dir");
+const QString normalWord = QStringLiteral("normal");
+const QString overflowWord = QStringLiteral("overflow");
 
 std::optional<int> numberOf(const QString &word, int high)
 {
@@ -20,77 +24,111 @@ std::optional<int> numberOf(const QString &word, int high)
 
 std::span<const BenchOrders::Order> BenchOrders::orders()
 {
-    static constexpr Order table[] = {
-        {"list", "", "what is where, and its fault", &BenchOrders::list},
-        {"clear", "", "no fault anywhere, nothing unplugged", &BenchOrders::clear},
-        {"connector", "on|off", "the loop-back connector between ports 0-2 and 1-3",
+    static constexpr auto text = [](const char *word, const char *arguments, const char *about) {
+        return OrderText{QLatin1String(word), QLatin1String(arguments), QLatin1String(about)};
+    };
+    static const Order table[] = {
+        {text("list", "", "what is where, and its fault"), &BenchOrders::list},
+        {text("help", "", "this list"), &BenchOrders::help},
+        {text("clear", "", "no fault anywhere, nothing unplugged"), &BenchOrders::clear},
+        {text("connector", "on|off", "the loop-back connector between ports 0-2 and 1-3"),
          &BenchOrders::connector},
-        {"stuck", "data|dir PORT BIT 0|1", "a bit of the board is stuck; \"stuck none\" frees all",
-         &BenchOrders::stuck},
-        {"sensor", "CHANNEL", "the meter's sensor is on that channel, 0 to 7",
+        {text("sensor", "follow|CHANNEL",
+              "the meter's sensor follows the board's DACs, or stays on CHANNEL"),
          &BenchOrders::sensor},
-        {"meter", "normal|overflow", "what the meter answers", &BenchOrders::meter},
-        {"serial", "TEXT", "the board's serial number", &BenchOrders::serial},
-        {"power", "", "the board is switched off and on", &BenchOrders::power},
-        {"help", "", "this list", &BenchOrders::showHelp},
+        {text("meter", "normal|overflow", "what the meter answers"), &BenchOrders::meter},
+        {text("stuck", "data|dir PORT BIT 0|1", "a bit of the board's ports is stuck"),
+         &BenchOrders::stuck},
+        {text("free", "", "no bit is stuck any more"), &BenchOrders::free},
+        {text("serial", "TEXT", "the board's serial number"), &BenchOrders::serial},
+        {text("power", "", "the board is switched off and on"), &BenchOrders::power},
     };
     return table;
 }
 
+std::vector<OrderText> BenchOrders::choices()
+{
+    std::vector<OrderText> choices;
+    for (const Order &order : orders()) {
+        if (order.run != &BenchOrders::list && order.run != &BenchOrders::help)
+            choices.push_back(order.text);
+    }
+    return choices;
+}
+
 QString BenchOrders::run(const QString &text)
 {
+    if (text != QString::fromLatin1(text.toLatin1()))
+        return QStringLiteral("An order has 8-bit characters only; nothing was done.");
     const QString word = text.trimmed().section(u' ', 0, 0);
     const QString rest = text.trimmed().section(u' ', 1).trimmed();
     for (const Order &order : orders()) {
-        if (word.compare(QLatin1String(order.word), Qt::CaseInsensitive) != 0)
+        if (word.compare(order.text.word, Qt::CaseInsensitive) != 0)
             continue;
-        const QString answer = (this->*order.run)(rest.split(u' ', Qt::SkipEmptyParts));
-        return answer.isEmpty()
-                   ? QStringLiteral("Use: %1 %2")
-                         .arg(QLatin1String(order.word), QLatin1String(order.arguments))
-                   : answer;
+        const QStringList arguments = rest.split(u' ', Qt::SkipEmptyParts);
+        const QString named(order.text.arguments);
+        const QString answer = arguments.size() == named.split(u' ', Qt::SkipEmptyParts).size()
+                                   ? (this->*order.run)(arguments)
+                                   : QString();
+        return answer.isEmpty() ? QStringLiteral("Use: %1 %2").arg(order.text.word, named).trimmed()
+                                : answer;
     }
     return fault(word, rest);
 }
 
-QString BenchOrders::help()
+QString BenchOrders::help(const QStringList &)
 {
+    const auto line = [](int width, const QString &order, QLatin1String about) {
+        return QStringLiteral("  %1 %2\n").arg(order, -width).arg(about);
+    };
+    const auto usage = [](const OrderText &text) {
+        return QStringLiteral("%1 %2").arg(text.word, text.arguments);
+    };
+    constexpr int width = 28;
     QString text = QStringLiteral("Orders:\n");
-    for (const Order &order : orders()) {
-        const QString usage =
-            QStringLiteral("%1 %2").arg(QLatin1String(order.word), QLatin1String(order.arguments));
-        text += QStringLiteral("  %1 %2\n").arg(usage, -28).arg(QLatin1String(order.about));
-    }
-    text += QStringLiteral("  %1 %2\n")
-                .arg(QStringLiteral("PLACE FAULT [once]"), -28)
-                .arg(QStringLiteral("a fault at a place of the list, as \"rs485 silent\""));
-    return text + QStringLiteral("Faults:\n") + Fault::help().chopped(1);
-}
-
-QString BenchOrders::showHelp(const QStringList &)
-{
-    return help();
+    for (const Order &order : orders())
+        text += line(width, usage(order.text), order.text.about);
+    text += line(width, QStringLiteral("PLACE FAULT"),
+                 QLatin1String("a fault at a place of the list, as \"rs485 silent\""));
+    text += QStringLiteral("Faults:\n");
+    for (const OrderText &fault : Fault::choices())
+        text += line(width, usage(fault), fault.about);
+    return text.chopped(1);
 }
 
 QString BenchOrders::list(const QStringList &)
 {
     QStringList lines;
     for (const Bench::Place &place : m_bench.places()) {
-        const QString state = place.plug->state();
-        lines.append(QStringLiteral("%1 %2 %3 %4%5")
+        lines.append(QStringLiteral("%1 %2 %3 %4")
                          .arg(place.name, -12)
                          .arg(place.what, -30)
                          .arg(place.where, -38)
-                         .arg(place.faults->fault().toString(),
-                              state.isEmpty() ? QString() : QStringLiteral(", ") + state));
+                         .arg(place.state()));
     }
-    const BoardPorts &ports = m_bench.board().ports();
-    lines.append(QStringLiteral("connector %1, %2 stuck bits, sensor on channel %3, serial %4")
-                     .arg(ports.connector() ? QStringLiteral("fitted") : QStringLiteral("off"))
-                     .arg(ports.stuckBits().size())
-                     .arg(m_bench.meter().sensorChannel())
-                     .arg(QString::fromLatin1(m_bench.board().serial())));
+    lines.append(state());
     return lines.join(u'\n');
+}
+
+QString BenchOrders::state() const
+{
+    const BoardPorts &ports = m_bench.board().ports();
+    const Meter &meter = m_bench.meter();
+    QStringList stuck;
+    for (const BoardPorts::StuckBit &bit : ports.stuckBits())
+        stuck.append(QStringLiteral("%1 %2 %3 %4")
+                         .arg(bit.where == BoardPorts::Where::Data ? dataWord : directionWord)
+                         .arg(bit.port)
+                         .arg(bit.bit)
+                         .arg(int(bit.high)));
+    return QStringLiteral("connector %1, %2, sensor%3 on channel %4, meter %5, serial %6")
+        .arg(ports.connector() ? QStringLiteral("fitted") : QStringLiteral("off"),
+             stuck.isEmpty() ? QStringLiteral("no stuck bit")
+                             : QStringLiteral("stuck ") + stuck.join(QStringLiteral(" and ")),
+             meter.isSensorPinned() ? QString() : QStringLiteral(" follows,"))
+        .arg(meter.sensorChannel())
+        .arg(meter.overflow() ? overflowWord : normalWord,
+             QString::fromLatin1(m_bench.board().serial()));
 }
 
 QString BenchOrders::clear(const QStringList &)
@@ -106,54 +144,57 @@ QString BenchOrders::clear(const QStringList &)
 
 QString BenchOrders::connector(const QStringList &arguments)
 {
-    const QString word = arguments.value(0);
-    if (word != u"on" && word != u"off")
+    const bool on = arguments[0] == u"on";
+    if (!on && arguments[0] != u"off")
         return {};
-    m_bench.board().ports().setConnector(word == u"on");
+    m_bench.board().ports().setConnector(on);
     return done;
 }
 
 QString BenchOrders::stuck(const QStringList &arguments)
 {
-    BoardPorts &ports = m_bench.board().ports();
-    if (arguments == QStringList{QStringLiteral("none")}) {
-        ports.freeStuckBits();
-        return done;
-    }
-    if (arguments.size() != 4 || (arguments[0] != u"data" && arguments[0] != u"dir"))
-        return {};
+    const bool data = arguments[0] == dataWord;
     const auto port = numberOf(arguments[1], BoardPorts::portCount - 1);
     const auto bit = numberOf(arguments[2], BoardPorts::pinCount - 1);
     const auto level = numberOf(arguments[3], 1);
-    if (!port || !bit || !level)
+    if ((!data && arguments[0] != directionWord) || !port || !bit || !level)
         return {};
-    const auto where =
-        arguments[0] == u"data" ? BoardPorts::Where::Data : BoardPorts::Where::Direction;
-    ports.stick({where, *port, *bit, *level == 1});
+    m_bench.board().ports().stick(
+        {data ? BoardPorts::Where::Data : BoardPorts::Where::Direction, *port, *bit, *level == 1});
+    return done;
+}
+
+QString BenchOrders::free(const QStringList &)
+{
+    m_bench.board().ports().freeStuckBits();
     return done;
 }
 
 QString BenchOrders::sensor(const QStringList &arguments)
 {
-    const auto channel = numberOf(arguments.value(0), BoardAnalog::channelCount - 1);
+    if (arguments[0] == u"follow") {
+        m_bench.meter().followWithSensor();
+        return done;
+    }
+    const auto channel = numberOf(arguments[0], BoardAnalog::channelCount - 1);
     if (!channel)
         return {};
-    m_bench.meter().setSensorChannel(*channel);
+    m_bench.meter().pinSensor(*channel);
     return done;
 }
 
 QString BenchOrders::meter(const QStringList &arguments)
 {
-    const QString word = arguments.value(0);
-    if (word != u"normal" && word != u"overflow")
+    const bool overflow = arguments[0] == overflowWord;
+    if (!overflow && arguments[0] != normalWord)
         return {};
-    m_bench.meter().setOverflow(word == u"overflow");
+    m_bench.meter().setOverflow(overflow);
     return done;
 }
 
 QString BenchOrders::serial(const QStringList &arguments)
 {
-    return m_bench.board().setSerial(arguments.value(0).toLatin1()) ? done : QString();
+    return m_bench.board().setSerial(arguments[0].toLatin1()) ? done : QString();
 }
 
 QString BenchOrders::power(const QStringList &)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/OrderText.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -21,16 +23,16 @@ public:
 
     QString run(const QString &text);
 
-    /// All orders with what they do, for people.
-    static QString help();
+    /// The orders that change something, faults aside.
+    static std::vector<OrderText> choices();
+    /// What the orders have made of the board and the meter, in a line.
+    [[nodiscard]] QString state() const;
 
 private:
     struct Order
     {
-        const char *word;
-        const char *arguments;
-        const char *about;
-        /// Empty: the arguments were wrong.
+        OrderText text;
+        /// Empty: the arguments were wrong. It gets as many as the text names.
         QString (BenchOrders::*run)(const QStringList &arguments);
     };
     static std::span<const Order> orders();
@@ -39,11 +41,12 @@ private:
     QString clear(const QStringList &arguments);
     QString connector(const QStringList &arguments);
     QString stuck(const QStringList &arguments);
+    QString free(const QStringList &arguments);
     QString sensor(const QStringList &arguments);
     QString meter(const QStringList &arguments);
     QString serial(const QStringList &arguments);
     QString power(const QStringList &arguments);
-    QString showHelp(const QStringList &arguments);
+    QString help(const QStringList &arguments);
     QString fault(const QString &place, const QString &text);
 
     Bench &m_bench;

@@ -60,6 +60,7 @@ void Board::powerCycle()
 {
     m_analog.powerCycle();
     m_ports.powerCycle();
+    m_lastDacChannel = 0;
     clearErrors();
 }
 
@@ -124,6 +125,7 @@ ScpiDevice::Reply Board::setDac(const Arguments &arguments)
         channel.dac = *calibration;
     }
     channel.set = *volts;
+    m_lastDacChannel = *index;
     return done();
 }
 
@@ -142,6 +144,7 @@ ScpiDevice::Reply Board::readDac(const Arguments &arguments)
     const auto index = channelOf(arguments[0]);
     if (!index)
         return refuseParameter();
+    m_lastDacChannel = *index;
     const BoardAnalog::Channel &channel = m_analog.channel(*index);
     return valueAndCalibration(channel.set, channel.dac);
 }
@@ -226,6 +229,7 @@ ScpiDevice::Reply Board::writeCounts(const QByteArray &channelAndCounts)
     if (!index || !counts)
         return refuseParameter();
     m_analog.channel(*index).set = BoardAnalog::volts(*counts);
+    m_lastDacChannel = *index;
     return done();
 }
 

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] BoardAnalog &analog() { return m_analog; }
     [[nodiscard]] const BoardAnalog &analog() const { return m_analog; }
     [[nodiscard]] BoardPorts &ports() { return m_ports; }
+    /// The channel whose DAC was set or asked for last, 0 to 7.
+    [[nodiscard]] int lastDacChannel() const { return m_lastDacChannel; }
     [[nodiscard]] QByteArray serial() const { return m_serial; }
     /// 1 to 20 printable characters without a comma; false and unchanged otherwise.
     bool setSerial(const QByteArray &serial);
@@ -72,6 +74,7 @@ private:
 
     BoardAnalog m_analog;
     BoardPorts m_ports;
+    int m_lastDacChannel = 0;
     QByteArray m_serial = "07/0123";
 };
 

@@ -39,6 +39,14 @@ void BoardPorts::setPin(int port, int pin, bool high)
     latch = withBit(latch, pin, high);
 }
 
+void BoardPorts::stick(const StuckBit &bit)
+{
+    std::erase_if(m_stuck, [&bit](const StuckBit &other) {
+        return other.where == bit.where && other.port == bit.port && other.bit == bit.bit;
+    });
+    m_stuck.push_back(bit);
+}
+
 void BoardPorts::powerCycle()
 {
     m_direction = {allBits, 0, 0, 0};

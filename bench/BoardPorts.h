@@ -38,8 +38,8 @@ public:
 
     void setConnector(bool fitted) { m_connector = fitted; }
     [[nodiscard]] bool connector() const { return m_connector; }
-    /// A stuck data bit holds its line, and so the joined one too.
-    void stick(const StuckBit &bit) { m_stuck.push_back(bit); }
+    /// A stuck data bit holds its line, and so the joined one too. A bit is stuck at one level.
+    void stick(const StuckBit &bit);
     void freeStuckBits() { m_stuck.clear(); }
     [[nodiscard]] const std::vector<StuckBit> &stuckBits() const { return m_stuck; }
 

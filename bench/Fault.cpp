@@ -25,15 +25,15 @@ struct Row
 
 constexpr Row rows[] = {
     {Kind::None, "none", "", 0, 0, 0, false, "no fault; what was unplugged is back"},
-    {Kind::Silent, "silent", "", 0, 0, 0, false, "no reply"},
-    {Kind::Slow, "slow", "[MS]", 500, 0, 0, false, "the reply comes MS milliseconds late"},
-    {Kind::Late, "late", "", 0, 0, 0, false, "the reply comes with the next command"},
-    {Kind::Split, "split", "[MS]", 20, 0, 0, false,
+    {Kind::Silent, "silent", "[once]", 0, 0, 0, false, "no reply"},
+    {Kind::Slow, "slow", "[MS] [once]", 500, 0, 0, false, "the reply comes MS milliseconds late"},
+    {Kind::Late, "late", "[once]", 0, 0, 0, false, "the reply comes with the next command"},
+    {Kind::Split, "split", "[MS] [once]", 20, 0, 0, false,
      "the reply in pieces MS apart, CR and LF each by itself"},
-    {Kind::Garbage, "garbage", "[TEXT]", 0, 0, 0, false,
+    {Kind::Garbage, "garbage", "[TEXT] [once]", 0, 0, 0, false,
      R"(TEXT (\r \n \xHH) or all 256 byte values as the reply)"},
-    {Kind::Twice, "twice", "[MS]", 0, 0, 0, false, "the reply, and again after MS"},
-    {Kind::NoEnd, "noend", "", 0, 0, 0, false, "the reply without its line end"},
+    {Kind::Twice, "twice", "[MS] [once]", 0, 0, 0, false, "the reply, and again after MS"},
+    {Kind::NoEnd, "noend", "[once]", 0, 0, 0, false, "the reply without its line end"},
     {Kind::Drop, "drop", "", 0, 0, 0, true, "the connection drops at the next command"},
     {Kind::Flood, "flood", "[BYTES [PIECE]]", 0, 10'000'000, 4096, true,
      "the next reply is BYTES bytes, PIECE at a time"},
@@ -132,15 +132,13 @@ QString Fault::toString() const
     return written;
 }
 
-QString Fault::help()
+std::vector<OrderText> Fault::choices()
 {
-    QString text;
-    for (const Row &row : rows) {
-        const QString order = QLatin1String(row.word) + QLatin1String(*row.arguments ? " " : "") +
-                              QLatin1String(row.arguments);
-        text += QStringLiteral("  %1 %2\n").arg(order, -22).arg(QLatin1String(row.about));
-    }
-    return text;
+    std::vector<OrderText> choices;
+    for (const Row &row : rows)
+        choices.push_back(
+            {QLatin1String(row.word), QLatin1String(row.arguments), QLatin1String(row.about)});
+    return choices;
 }
 
 } // namespace corvane::bench

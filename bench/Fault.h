@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/OrderText.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -42,8 +44,9 @@ struct Fault
     static std::optional<Fault> parse(const QString &text);
     /// The text that parses to this fault.
     [[nodiscard]] QString toString() const;
-    /// What can be ordered, a line each, for people.
-    static QString help();
+    /// What can be ordered. Each word alone parses to the fault with what is in force when its
+    /// arguments are left out.
+    static std::vector<OrderText> choices();
 };
 
 } // namespace corvane::bench

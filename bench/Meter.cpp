@@ -15,7 +15,7 @@ ScpiDevice::Reply Meter::execute(const QByteArray &header, const QByteArray &)
         return refuseHeader();
     if (m_overflow)
         return "OVERFLOW";
-    const double volts = m_probe(m_sensorChannel);
+    const double volts = m_probe(sensorChannel());
     return (volts < 0 ? "" : "+") + QByteArray::number(volts, 'E', 5);
 }
 

@@ -41,12 +41,24 @@ TEST_F(WholeBench, OrdersChangeTheDevices)
     EXPECT_EQ(bench.meter().sensorChannel(), 7);
     EXPECT_EQ(bench.board().serial(), "08/0042");
     EXPECT_EQ(bench.board().ports().stuckBits().size(), 2U);
-    EXPECT_EQ(order("stuck none"), "done");
-    EXPECT_TRUE(bench.board().ports().stuckBits().empty());
+    EXPECT_EQ(order("stuck data 1 7 1"), "done");
+    EXPECT_EQ(bench.state().toStdString(), "connector off, stuck dir 0 0 1 and data 1 7 1, sensor "
+                                           "on channel 7, meter overflow, serial 08/0042");
+    EXPECT_EQ(order("free"), "done");
+    EXPECT_EQ(order("sensor follow"), "done");
+    for (const auto &[command, channel] :
+         {std::pair("DAC 6,1", 6), std::pair("DAC? 5", 5), std::pair("W38000", 3),
+          std::pair("ADC? 2;DAC 9,1;DAC 1,9;DAC? x", 3)}) {
+        bench.board().answer(command);
+        EXPECT_EQ(bench.meter().sensorChannel(), channel) << command;
+    }
+    EXPECT_TRUE(bench.state().contains(QStringLiteral("no stuck bit, sensor follows, on channel")));
     for (const char *text : {"connector", "stuck data 4 0 0", "stuck data 0 8 0", "stuck up 0 0 0",
-                             "sensor 8", "sensor", "meter loud", "serial", "serial 1,2"})
+                             "sensor 8", "sensor", "meter loud", "serial", "serial 1,2",
+                             "serial 1 2", "free 1", "connector on off"})
         EXPECT_EQ(order(text).substr(0, 5), "Use: ") << text;
     EXPECT_NE(order("rs486 silent").find("no place \"rs486\""), std::string::npos);
+    EXPECT_NE(bench.order(QStringLiteral("rs485 garbage \u03A9")).indexOf(u"8-bit"), -1);
     EXPECT_NE(order("").find("help"), std::string::npos);
     EXPECT_NE(order("rs485 loud").find("no fault \"loud\""), std::string::npos);
 }

@@ -16,7 +16,7 @@ protected:
     /// The meter's reading with its sensor on that channel.
     double reading(int channel)
     {
-        meter.setSensorChannel(channel);
+        meter.pinSensor(channel);
         return QByteArray::fromStdString(ask(meter, "data?\r")).trimmed().toDouble();
     }
     double adc(int channel)
@@ -45,7 +45,8 @@ protected:
     }
 
     Board board;
-    Meter meter{[this](int channel) { return board.analog().outputVolts(channel); }};
+    Meter meter{[this](int channel) { return board.analog().outputVolts(channel); },
+                [this] { return board.lastDacChannel(); }};
 };
 
 } // namespace
