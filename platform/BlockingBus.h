@@ -21,7 +21,7 @@ public:
     virtual void open(const GpibAddress &address) = 0;
     /// Clears the device; one that is not there is no fault.
     virtual void clear(const GpibAddress &address) = 0;
-    /// Writes bytes, the last one with END.
+    /// Writes bytes, the last one with END. Throws DeviceAbsent when no device takes them.
     virtual void write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs) = 0;
     /// Reads up to END; at a time-out what has come so far.
     virtual QByteArray read(const GpibAddress &address, int timeoutMs) = 0;

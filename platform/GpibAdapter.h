@@ -31,7 +31,7 @@ public:
     /// fault. Opens the adapter when needed.
     virtual void clear(const GpibAddress &address, WaitGroup &waits) = 0;
     /// Writes the bytes, the last one marked with END. Opens the adapter when needed. A device that
-    /// does not take them within `timeoutMs` may be a fault or pass unnoticed.
+    /// does not take them within `timeoutMs` is DeviceAbsent or passes unnoticed.
     virtual void write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs,
                        WaitGroup &waits) = 0;
     /// Reads one reply; empty when none came within `timeoutMs` or the waits were closed. Throws

@@ -1,6 +1,6 @@
 #include "platform/IbBus.h"
 
-#include "platform/PlatformError.h"
+#include "platform/DeviceAbsent.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -34,6 +34,9 @@ constexpr int noBoard = 7;
 constexpr int bus = 14;
 constexpr int handle = 23;
 } // namespace error
+
+/// On a bus without any device nobody takes the commands either.
+constexpr std::array deviceAbsent = {error::noListener, error::aborted, error::bus};
 
 struct Reason
 {
@@ -106,12 +109,12 @@ void IbBus::open(const GpibAddress &address)
 
 void IbBus::clear(const GpibAddress &address)
 {
-    const int status = m_library->ibclr(deviceAt(address, controlTimeoutMs));
-    if (!failed(status))
-        return;
-    constexpr std::array deviceAbsent = {error::noListener, error::aborted, error::bus};
-    if (std::ranges::find(deviceAbsent, m_library->ThreadIberr()) == deviceAbsent.end())
-        fail(address);
+    try {
+        if (failed(m_library->ibclr(deviceAt(address, controlTimeoutMs))))
+            fail(address);
+    } catch (const DeviceAbsent &) {
+        // nothing to clear
+    }
 }
 
 void IbBus::write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs)
@@ -200,7 +203,10 @@ void IbBus::fail(const GpibAddress &address)
         m_library->ibonl(known->second.handle, 0); // opened anew at the next use
         m_devices.erase(known);
     }
-    throw PlatformError(QStringLiteral("%1: %2").arg(address.toString(), why));
+    const QString text = QStringLiteral("%1: %2").arg(address.toString(), why);
+    if (std::ranges::find(deviceAbsent, error) != deviceAbsent.end())
+        throw DeviceAbsent(text);
+    throw PlatformError(text);
 }
 
 QString IbBus::reason(int error, long count) const

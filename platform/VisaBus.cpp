@@ -1,6 +1,6 @@
 #include "platform/VisaBus.h"
 
-#include "platform/PlatformError.h"
+#include "platform/DeviceAbsent.h"
 
 #include <algorithm>
 #include <array>
@@ -23,9 +23,11 @@ constexpr Status errorStatus(std::uint32_t number)
 }
 
 constexpr Status invalidSession = errorStatus(0x000E);
+constexpr Status notFound = errorStatus(0x0011);
 constexpr Status timedOut = errorStatus(0x0015);
 constexpr Status noListener = errorStatus(0x005F);
 constexpr Status connectionLost = errorStatus(0x00A6);
+constexpr std::array deviceAbsent = {notFound, timedOut, noListener};
 
 struct Hint
 {
@@ -35,8 +37,8 @@ struct Hint
 
 constexpr Hint hints[] = {
     {errorStatus(0x000F), QLatin1String("another program has locked the device")},
-    {errorStatus(0x0011), QLatin1String("the board or device is not there; check it with the "
-                                        "library's configuration tool")},
+    {notFound, QLatin1String("the board or device is not there; check it with the "
+                             "library's configuration tool")},
     {timedOut, QLatin1String("the device did not take the bytes in time")},
     {errorStatus(0x0038), QLatin1String("the bus reports an error; check the cables")},
     {noListener, QLatin1String("no device listens at this address; check the address, the cable "
@@ -71,9 +73,13 @@ void VisaBus::open(const GpibAddress &address)
 
 void VisaBus::clear(const GpibAddress &address)
 {
-    const Status status = m_library->viClear(sessionOf(address));
-    if (status < 0 && status != noListener && status != timedOut)
-        fail(address, status);
+    try {
+        const Status status = m_library->viClear(sessionOf(address));
+        if (status < 0)
+            fail(address, status);
+    } catch (const DeviceAbsent &) {
+        // nothing to clear
+    }
 }
 
 void VisaBus::write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs)
@@ -152,10 +158,10 @@ VisaBus::Session VisaBus::sessionOf(const GpibAddress &address, int timeoutMs)
 
 void VisaBus::fail(const GpibAddress &address, Status status)
 {
-    std::array<char, descriptionSize> text = {};
+    std::array<char, descriptionSize> described = {};
     if (m_manager != 0)
-        m_library->viStatusDesc(m_manager, status, text.data());
-    text.back() = '\0';
+        m_library->viStatusDesc(m_manager, status, described.data());
+    described.back() = '\0';
     const auto known = m_sessions.find(address.toString());
     if (known != m_sessions.end() && (status == connectionLost || status == invalidSession)) {
         m_library->viClose(known->second); // opened anew at the next use
@@ -163,12 +169,15 @@ void VisaBus::fail(const GpibAddress &address, Status status)
     }
     const auto hint = std::ranges::find(hints, status, &Hint::status);
     QString why = hint != std::end(hints) ? QString(hint->text)
-                                          : QString::fromLocal8Bit(text.data()).trimmed();
+                                          : QString::fromLocal8Bit(described.data()).trimmed();
     if (why.isEmpty())
         why = QStringLiteral("the VISA library does not start; check its installation");
-    throw PlatformError(QStringLiteral("%1: %2 (VISA status %3)")
-                            .arg(address.toString(), why)
-                            .arg(static_cast<std::uint32_t>(status), 8, 16, QChar(u'0')));
+    const QString text = QStringLiteral("%1: %2 (VISA status %3)")
+                             .arg(address.toString(), why)
+                             .arg(static_cast<std::uint32_t>(status), 8, 16, QChar(u'0'));
+    if (std::ranges::find(deviceAbsent, status) != deviceAbsent.end())
+        throw DeviceAbsent(text);
+    throw PlatformError(text);
 }
 
 } // namespace corvane

@@ -1,15 +1,13 @@
 #include "setup/GpibSearch.h"
 
 #include "common/Module1.h"
+#include "platform/DeviceAbsent.h"
 #include "platform/GpibControl.h"
-#include "platform/PlatformError.h"
 #include "setup/GpibSearchHost.h"
 #include "setup/SetupTexts.h"
 
 #include <QScopeGuard>
 #include <QStringList>
-
-#include <algorithm>
 
 namespace corvane {
 
@@ -23,13 +21,6 @@ QString text(const char16_t *fixed)
 QString boardName(int board)
 {
     return QStringLiteral("GPIB%1").arg(board);
-}
-
-/// A fault's description that says the same for every board: its number becomes "N".
-QString withoutBoard(QString description, int board)
-{
-    return description.replace(boardName(board), QStringLiteral("GPIBN"))
-        .replace(QStringLiteral("--gpib %1=").arg(board), QStringLiteral("--gpib N="));
 }
 
 QString textOf(GpibSearchHost::OtherUse use)
@@ -75,6 +66,7 @@ void GpibSearch::SearchGPIBLoop()
     const auto ended = qScopeGuard([this] { m_running = false; });
     m_waits.reopen();
     m_faults.clear();
+    Q_EMIT faultsChanged({});
     const QByteArray reply = probeBoards();
     m_host.stopSearchTimer();
     if (reply.isEmpty())
@@ -94,31 +86,53 @@ void GpibSearch::cancel()
 QByteArray GpibSearch::probeBoards()
 {
     for (int board = 0; board < GpibAddress::boardCount; ++board) {
-        try {
-            QByteArray reply = probeBoard(board);
-            if (!reply.isEmpty() || isCancelled())
-                return reply;
-        } catch (const PlatformError &error) {
-            if (isCancelled())
-                return {};
-            m_faults.push_back({board, error.description()});
-        }
+        QByteArray reply = probeBoard(board);
+        if (!reply.isEmpty() || isCancelled())
+            return reply;
     }
     return {};
 }
 
 QByteArray GpibSearch::probeBoard(int board)
 {
-    for (int address = 0; address < addressesPerBoard; ++address) {
+    int faults = 0; // in a row
+    for (int primary = 0; primary < addressesPerBoard; ++primary) {
         processPendingEvents();
         if (isCancelled())
             return {};
-        Q_EMIT positionChanged(board * addressesPerBoard + address + 1);
-        QByteArray reply = probe({.board = board, .primary = address, .secondary = {}});
-        if (!reply.isEmpty())
-            return reply;
+        Q_EMIT positionChanged(board * addressesPerBoard + primary + 1);
+        const GpibAddress address{.board = board, .primary = primary, .secondary = {}};
+        try {
+            QByteArray reply = probe(address);
+            if (!reply.isEmpty())
+                return reply;
+            faults = 0;
+        } catch (const PlatformError &error) {
+            ++faults;
+            const bool there = isAdapterThere(board);
+            if (isCancelled())
+                return {};
+            const bool left = !there || faults == faultsToLeave;
+            if (left)
+                m_faults.addLeft(address, primary - (faults - 1), error.description());
+            else
+                m_faults.addSkipped(address, error.description());
+            Q_EMIT faultsChanged(m_faults.text());
+            if (left)
+                return {};
+        }
     }
     return {};
+}
+
+/// Asked after a fault: was it the adapter's, or the address's alone?
+bool GpibSearch::isAdapterThere(int board)
+{
+    try {
+        return isCancelled() || !m_host.QBXControl1().adapterVersion(board).isEmpty();
+    } catch (const PlatformError &) {
+        return false;
+    }
 }
 
 QByteArray GpibSearch::probe(const GpibAddress &address)
@@ -136,14 +150,13 @@ QByteArray GpibSearch::probe(const GpibAddress &address)
     return written ? control.read() : QByteArray();
 }
 
-/// False when no device took the query: some adapters call an address without a device a fault. An
-/// adapter that has gone fails at the next probe's reset as well, and is reported there.
+/// False when no device took the query.
 bool GpibSearch::writeQuery(GpibControl &control)
 {
     try {
         control.write(QByteArrayLiteral("*IDN?"));
         return true;
-    } catch (const PlatformError &) {
+    } catch (const DeviceAbsent &) {
         return false;
     }
 }
@@ -178,31 +191,6 @@ void GpibSearch::reportNothing()
     m_host.QBXControl1().setConnectString(first.toString());
     m_host.setGpibAddress(boardName(first.board), QString::number(first.primary));
     setStatus(text(isCancelled() ? setupTexts::cancelled : setupTexts::nothingFound));
-}
-
-QString GpibSearch::faults() const
-{
-    struct Reason
-    {
-        QString neutral;
-        QString text;
-        QStringList boards;
-    };
-    std::vector<Reason> reasons;
-    for (const Fault &fault : m_faults) {
-        const QString neutral = withoutBoard(fault.description, fault.board);
-        const auto same = std::ranges::find(reasons, neutral, &Reason::neutral);
-        if (same == reasons.end()) {
-            reasons.push_back({neutral, fault.description, {boardName(fault.board)}});
-        } else {
-            same->text = neutral;
-            same->boards.append(boardName(fault.board));
-        }
-    }
-    QStringList lines;
-    for (const Reason &reason : reasons)
-        lines.append(reason.boards.join(QStringLiteral(", ")) + QStringLiteral(": ") + reason.text);
-    return lines.join(u'\n');
 }
 
 void GpibSearch::setStatus(const QString &text)

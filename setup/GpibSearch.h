@@ -2,10 +2,9 @@
 
 #include "platform/GpibAddress.h"
 #include "platform/WaitGroup.h"
+#include "setup/GpibSearchFaults.h"
 
 #include <QObject>
-
-#include <vector>
 
 namespace corvane {
 
@@ -17,7 +16,8 @@ struct Module1;
 /// It owns the order and the pace of the probes and leaves the texts' display to the window and
 /// the Channel's controls to its host.
 ///
-/// A board whose adapter fails is left at once and reported; the search goes on with the next.
+/// An address with a fault is passed over. A board is left when its adapter is not there, or when
+/// it fails at `faultsToLeave` addresses in a row. What was passed over is told at once.
 class GpibSearch : public QObject
 {
     Q_OBJECT
@@ -25,6 +25,7 @@ class GpibSearch : public QObject
 public:
     static constexpr int addressesPerBoard = 31;
     static constexpr int probeCount = GpibAddress::boardCount * addressesPerBoard;
+    static constexpr int faultsToLeave = 3;
     /// Between the query and the read of its reply.
     static constexpr int replyDelayMs = 75;
 
@@ -43,25 +44,18 @@ public:
     /// True while SearchGPIBLoop is on the stack; neither this object nor its host may go.
     [[nodiscard]] bool isRunning() const { return m_running; }
 
-    /// The boards that failed in the last search and why, one line for each reason, as in
-    /// "GPIB1, GPIB2: no adapter"; empty when none did.
-    [[nodiscard]] QString faults() const;
-
 Q_SIGNALS:
     void statusChanged(const QString &text);
     /// An address is about to be probed; `number` counts from 1 to probeCount.
     void positionChanged(int number);
+    /// What was passed over so far, and why; a line for each reason.
+    void faultsChanged(const QString &text);
 
 private:
-    struct Fault
-    {
-        int board;
-        QString description;
-    };
-
     QByteArray probeBoards();
     QByteArray probeBoard(int board);
     QByteArray probe(const GpibAddress &address);
+    [[nodiscard]] bool isAdapterThere(int board);
     bool writeQuery(GpibControl &control);
     void processPendingEvents();
     [[nodiscard]] bool isCancelled() const;
@@ -73,7 +67,7 @@ private:
     Module1 &m_module;
     WaitGroup m_waits;
     bool m_running = false;
-    std::vector<Fault> m_faults;
+    GpibSearchFaults m_faults;
 };
 
 } // namespace corvane

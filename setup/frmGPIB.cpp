@@ -81,6 +81,7 @@ void frmGPIB::connectControls()
     connect(cmdCancel, &QPushButton::clicked, this, &frmGPIB::cmdCancel_Click);
     connect(cmdClose, &QPushButton::clicked, this, &frmGPIB::cmdClose_Click);
     connect(&m_search, &GpibSearch::statusChanged, lblSearch, &QLabel::setText);
+    connect(&m_search, &GpibSearch::faultsChanged, this, &frmGPIB::showFaults);
     connect(&m_search, &GpibSearch::positionChanged, this, [this](int number) {
         progress->setFormat(QStringLiteral("Address %v of %m"));
         progress->setValue(number);
@@ -135,11 +136,9 @@ void frmGPIB::startSearch()
         return;
     }
     lblSearch->setText(QString::fromUtf16(setupTexts::searching));
-    showFaults({});
     showButtons(true);
     m_search.SearchGPIBLoop();
     showButtons(false);
-    showFaults(m_search.faults());
 }
 
 void frmGPIB::cmdCancel_Click()

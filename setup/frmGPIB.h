@@ -39,7 +39,7 @@ public:
 
     QLabel *lblSearch = nullptr;
     QProgressBar *progress = nullptr; ///< addresses probed, of 124
-    QLabel *lblFaults = nullptr;      ///< boards that could not be searched, and why
+    QLabel *lblFaults = nullptr;      ///< what was passed over, and why
     QPushButton *cmdSearch = nullptr;
     QPushButton *cmdCancel = nullptr;
     QPushButton *cmdClose = nullptr;

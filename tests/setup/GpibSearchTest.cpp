@@ -1,6 +1,7 @@
 #include "setup/GpibSearch.h"
 
 #include "common/Module1.h"
+#include "platform/DeviceAbsent.h"
 #include "platform/GpibControl.h"
 #include "setup/GpibSearchHost.h"
 #include "setup/SetupTexts.h"
@@ -198,36 +199,52 @@ TEST_F(Search, ClosingTheWindowCancelsAndReopeningSearchesAgain)
     EXPECT_FALSE(window.isVisible());
 }
 
-TEST_F(Search, ABoardWhoseAdapterFailsIsLeftAndTheOthersAreSearched)
+TEST_F(Search, AFaultCostsItsAddressAndABoardOnlyWhenItsAdapterIsGoneOrFailsThreeTimesInARow)
 {
-    buses[0].fault = u"GPIB0 has no adapter (--gpib 0=ADAPTER)"_s;
-    buses[2].fault = u"GPIB2 has no adapter (--gpib 2=ADAPTER)"_s;
-    buses[1].onWrite = [this](const QString &address, const QByteArray &) {
-        if (address == u"GPIB1::4")
-            buses[1].fault = u"the connection was lost"_s;
-        return std::nullopt;
+    const auto faulty = [](const QStringList &addresses, const QString &why) {
+        return [=](const QString &address, const QByteArray &) -> std::optional<QByteArray> {
+            if (addresses.contains(address))
+                throw PlatformError(address + u": "_s + why);
+            return std::nullopt;
+        };
+    };
+    const QString cable = u"check the cable"_s;
+    buses[0].fault = u"board GPIB0 has no adapter"_s;
+    buses[2].fault = u"board GPIB2 has no adapter"_s;
+    buses[1].onWrite = faulty({u"GPIB1::0"_s, u"GPIB1::1"_s, u"GPIB1::3"_s, u"GPIB1::30"_s}, cable);
+    buses[3].onWrite = faulty({u"GPIB3::2"_s, u"GPIB3::4"_s, u"GPIB3::5"_s, u"GPIB3::6"_s}, cable);
+    buses[1].afterRead = [this] { // told while it searches
+        if (buses[1].calls.last() == u"read GPIB1::2") {
+            EXPECT_EQ(window.lblFaults->text(),
+                      u"GPIB0: the board has no adapter\nGPIB1::0, GPIB1::1: check the cable");
+        }
     };
     openAndSearch();
-    EXPECT_EQ(probes(0), 1);
-    EXPECT_EQ(probes(1), 5);
-    EXPECT_EQ(probes(2), 1);
-    EXPECT_EQ(probes(3), 31);
+    for (const auto &[board, count] :
+         {std::pair(0U, 1), std::pair(1U, 31), std::pair(2U, 1), std::pair(3U, 7)})
+        EXPECT_EQ(probes(board), count) << board;
     expectAtRest(u"Status: No Device Found"_s);
-    EXPECT_EQ(window.lblFaults->text(), u"GPIB0, GPIB2: GPIBN has no adapter (--gpib N=ADAPTER)\n"
-                                        u"GPIB1: the connection was lost");
+    EXPECT_EQ(window.lblFaults->text(),
+              u"GPIB0, GPIB2: the board has no adapter\n"
+              u"GPIB1::0, GPIB1::1, GPIB1::3, GPIB1::30, GPIB3::2, GPIB3::4 to GPIB3::30: "
+              u"check the cable");
     expectNothingChosen();
+    window.cmdClose_Click();
+    window.openWindow();
+    EXPECT_TRUE(window.lblFaults->text().isEmpty());
 }
 
-TEST_F(Search, AnAddressThatTakesNoQueryIsPassedOverUnread)
+TEST_F(Search, AnAddressWithoutADeviceIsNoFaultAndIsNotRead)
 {
     buses[0].onWrite = [](const QString &address, const QByteArray &) -> std::optional<QByteArray> {
-        if (address == u"GPIB0::1")
+        if (address == u"GPIB0::5")
             return "ACME";
-        throw PlatformError(u"no listener"_s);
+        throw DeviceAbsent(u"no listener"_s);
     };
     openAndSearch();
-    expectAtRest(u"Status: Found device at: GPIB0::1"_s);
+    expectAtRest(u"Status: Found device at: GPIB0::5"_s);
     EXPECT_FALSE(buses[0].calls.contains(u"read GPIB0::0"_s));
+    EXPECT_TRUE(window.lblFaults->text().isEmpty());
 }
 
 TEST_F(Search, ASearchIsRefusedWhileTheControlIsInOtherUse)
