@@ -43,8 +43,11 @@ void SetupWindows::cmdPortConfig_Click(int index)
     if (index < 0 || index >= static_cast<int>(m_portConfig.size()))
         return;
     frmPortConfig *&form = m_portConfig.at(static_cast<size_t>(index));
-    if (!form)
-        form = new frmPortConfig(index, m_window.serialChannel(index).port(), &m_window);
+    if (!form) {
+        const SerialChannel &channel = m_window.serialChannel(index);
+        form = new frmPortConfig(index, channel.port(), &m_window);
+        connect(&channel, &Channel::openChanged, form, &frmPortConfig::portOpened);
+    }
     form->openWindow();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The fixed texts of the GPIB search.
+/// The texts of the GPIB search and of the port configuration.
 namespace corvane::setupTexts {
 
 inline constexpr auto searching = u"Searching...";
@@ -18,5 +18,11 @@ inline constexpr auto readPends = u"A reply is being awaited on IEEE 488.  "
                                   u"Please search again when it has arrived.";
 inline constexpr auto boardExchanges = u"The VXM250E window is using IEEE 488.  "
                                        u"Please wait until it has finished and search again.";
+
+/// The settings that each line is about follow.
+inline constexpr auto portUses = u"In use until Disconnect: ";
+inline constexpr auto portUsesApplied = u"Applied and in use: ";
+inline constexpr auto appliedForConnect = u"Applied, in effect from the next Connect: ";
+inline constexpr auto enteredOnly = u"Entered, not applied: ";
 
 } // namespace corvane::setupTexts

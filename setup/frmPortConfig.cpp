@@ -4,6 +4,7 @@
 #include "common/Module1.h"
 #include "common/Naming.h"
 #include "platform/SerialPort.h"
+#include "setup/SetupTexts.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
@@ -98,12 +99,17 @@ frmPortConfig::frmPortConfig(int channel, SerialPort &port, QWidget *parent)
     columns->addWidget(fraPresets232);
     columns->addWidget(fraPresets485);
     rows->addLayout(columns, 1);
-    m_summary = new QLabel;
-    m_summary->setObjectName(QStringLiteral("lblSummary"));
-    m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    rows->addWidget(m_summary);
+    lblSummary = new QLabel;
+    lblSummary->setObjectName(QStringLiteral("lblSummary"));
+    lblSummary->setTextFormat(Qt::PlainText);
+    lblSummary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblSummary->setAlignment(Qt::AlignTop);
+    constexpr int mostLines = 3;
+    lblSummary->setMinimumHeight(mostLines * fontMetrics().lineSpacing());
+    rows->addWidget(lblSummary);
     rows->addLayout(createButtons());
     connectControls();
+    portOpened(m_port.isPortOpen());
 }
 
 QWidget *frmPortConfig::createFields()
@@ -180,7 +186,7 @@ void frmPortConfig::Form_Load()
     cmdPortConfig[applyAndClose]->setEnabled(true);
     cmdPortConfig[cancel]->setEnabled(true);
     cmdPortConfig[applyAndStay]->setEnabled(false);
-    updateSummary();
+    showState();
 }
 
 void frmPortConfig::cmdPortConfig_Click(int index)
@@ -207,7 +213,7 @@ void frmPortConfig::cmdPreset485_Click(int index)
 void frmPortConfig::cboCfg_Change()
 {
     cmdPortConfig[applyAndStay]->setEnabled(fields().toString() != m_applied);
-    updateSummary();
+    showState();
 }
 
 PortSettingsText frmPortConfig::fields() const
@@ -233,10 +239,30 @@ void frmPortConfig::apply()
     cboCfg_Change();
 }
 
-void frmPortConfig::updateSummary()
+void frmPortConfig::portOpened(bool open)
 {
-    m_summary->setText(
-        QStringLiteral("Settings: %1 — in effect from the next connect.").arg(fields().toString()));
+    m_inUse = open ? std::optional(m_port.settings()) : std::nullopt;
+    showState();
+}
+
+/// Tells what the open port uses, what is applied and what is only entered.
+void frmPortConfig::showState()
+{
+    QStringList lines;
+    const auto add = [&lines](const char16_t *meaning, const QString &settings) {
+        lines.append(QString::fromUtf16(meaning) + settings);
+    };
+    const QString applied = m_port.settings();
+    if (m_inUse == applied) {
+        add(setupTexts::portUsesApplied, applied);
+    } else {
+        if (m_inUse)
+            add(setupTexts::portUses, *m_inUse);
+        add(setupTexts::appliedForConnect, applied);
+    }
+    if (cmdPortConfig[applyAndStay]->isEnabled())
+        add(setupTexts::enteredOnly, fields().toString());
+    lblSummary->setText(lines.join(u'\n'));
 }
 
 } // namespace corvane

@@ -5,6 +5,7 @@
 #include <QDialog>
 
 #include <array>
+#include <optional>
 
 class QComboBox;
 class QGroupBox;
@@ -36,6 +37,8 @@ public:
     void cmdPreset232_Click(int index);
     void cmdPreset485_Click(int index);
     void cboCfg_Change();
+    /// The port was opened, with its settings of now, or closed.
+    void portOpened(bool open);
 
     std::array<QComboBox *, 4> cboCfg{};          ///< baud rate, parity, data bits, stop bits
     std::array<QPushButton *, 3> cmdPortConfig{}; ///< apply, cancel, apply and keep open
@@ -43,6 +46,7 @@ public:
     std::array<QPushButton *, 1> cmdPreset485{};
     QGroupBox *fraPresets232 = nullptr;
     QGroupBox *fraPresets485 = nullptr;
+    QLabel *lblSummary = nullptr;
 
 private:
     QWidget *createFields();
@@ -51,12 +55,12 @@ private:
     [[nodiscard]] PortSettingsText fields() const;
     void setFields(const PortSettingsText &fields);
     void apply();
-    void updateSummary();
+    void showState();
 
     int m_channel;
     SerialPort &m_port;
-    QString m_applied; ///< what the boxes said when they and the port last agreed
-    QLabel *m_summary = nullptr;
+    QString m_applied;              ///< what the boxes said when they and the port last agreed
+    std::optional<QString> m_inUse; ///< the settings that the open port was opened with
 };
 
 } // namespace corvane

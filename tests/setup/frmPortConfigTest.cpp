@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QtTest>
 
@@ -110,6 +111,27 @@ TEST_F(PortConfig, EveryParityEntryGivesItsLetterAndOtherTextsStayAsTheyStand)
     window.cboCfg[1]->setEditText(u"e - even"_s);
     window.cmdPortConfig_Click(2);
     EXPECT_EQ(port.settings(), u"9600,e - even,8,1");
+}
+
+TEST_F(PortConfig, TheWindowTellsWhatIsInUseWhatIsAppliedAndWhatIsOnlyEntered)
+{
+    port.setSettings(u"9600,n,8,1"_s);
+    frmPortConfig window(1, port);
+    window.openWindow();
+    const auto told = [&] { return window.lblSummary->text(); };
+    EXPECT_EQ(told(), u"Applied, in effect from the next Connect: 9600,n,8,1");
+    window.cmdPreset232[1]->click();
+    EXPECT_EQ(told(), u"Applied, in effect from the next Connect: 9600,n,8,1\n"
+                      u"Entered, not applied: 57600,N,8,1");
+    window.portOpened(true);
+    EXPECT_EQ(told(), u"Applied and in use: 9600,n,8,1\nEntered, not applied: 57600,N,8,1");
+    window.cmdPortConfig[2]->click();
+    EXPECT_EQ(told(), u"In use until Disconnect: 9600,n,8,1\n"
+                      u"Applied, in effect from the next Connect: 57600,N,8,1");
+    window.portOpened(false);
+    EXPECT_EQ(told(), u"Applied, in effect from the next Connect: 57600,N,8,1");
+    window.portOpened(true);
+    EXPECT_EQ(told(), u"Applied and in use: 57600,N,8,1");
 }
 
 TEST_F(PortConfig, OpeningTheWindowAgainKeepsWhatWasTyped)
