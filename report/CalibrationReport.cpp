@@ -50,10 +50,32 @@ QString text(const ReportFields &fields, const CalibrationTable &table)
     return result;
 }
 
+std::optional<Misfit> firstMisfit(const ReportFields &fields)
+{
+    for (const reportTexts::Line &line : reportTexts::lines) {
+        if (!line.field)
+            continue;
+        const QString value = fieldValue(fields.*line.field);
+        for (qsizetype i = 0; i < value.size(); ++i) {
+            if (value[i].unicode() > 0xFF)
+                return Misfit{line.field, value.mid(i, value[i].isHighSurrogate() ? 2 : 1)};
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<BoardIdentity> parseIdentity(const QString &reply)
 {
-    QStringList fields = QString(reply).remove(u'\r').remove(u'\n').split(u',');
-    if (fields.size() < 5)
+    constexpr qsizetype needed = 5;
+    QStringList fields;
+    for (const QStringView field : QStringView(reply).tokenize(u',')) {
+        if (field.size() > longestField)
+            return std::nullopt;
+        fields.append(field.toString().remove(u'\r').remove(u'\n'));
+        if (fields.size() == needed)
+            break;
+    }
+    if (fields.size() < needed)
         return std::nullopt;
     for (const char16_t *prefix : {u"P/N_", u"P/N", u"p/n_", u"p/n"})
         fields[1].remove(QString::fromUtf16(prefix));

@@ -22,7 +22,18 @@ namespace calibrationReport {
 /// The whole file, each line ended by CR LF.
 QString text(const ReportFields &fields, const CalibrationTable &table);
 
-/// Reads the reply; nothing when it has fewer than five fields.
+/// What of the fields the file cannot hold first: it is bytes, a character each.
+struct Misfit
+{
+    QString ReportFields::*field;
+    /// The character, as one or two of the text's units.
+    QString character;
+};
+std::optional<Misfit> firstMisfit(const ReportFields &fields);
+
+/// A field of the identity longer than this is none.
+inline constexpr qsizetype longestField = 1000;
+/// Reads the reply; nothing when it has fewer than five fields, or one that is too long.
 std::optional<BoardIdentity> parseIdentity(const QString &reply);
 
 /// The file name without extension, from part number and serial number; empty when the serial

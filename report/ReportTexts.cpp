@@ -2,6 +2,15 @@
 
 namespace corvane::reportTexts {
 
+QString notWritable(const QString &field, const QString &character)
+{
+    const uint code = character.toUcs4().value(0);
+    return QStringLiteral(
+               "The field \"%1\" holds a character that cannot be written to the report: "
+               "\"%2\" (U+%3).  Nothing was written.")
+        .arg(field, character, QString::number(code, 16).toUpper().rightJustified(4, u'0'));
+}
+
 QString printErrorText(PrintError error, const QString &path, const QString &description)
 {
     switch (error) {

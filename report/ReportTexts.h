@@ -50,9 +50,11 @@ inline const QString gridHeading =
 
 inline const QString syntaxError = QStringLiteral("SYNTAX ERROR: ");
 inline const QString busy = QStringLiteral("BUSY: the board window is at work");
+inline const QString notSaved =
+    QStringLiteral("BUSY: the board window is at work, nothing was saved");
 inline const QString printSuccessful = QStringLiteral("Print Successful");
-inline const QString notWritable = QStringLiteral(
-    "A field holds a character that cannot be written to the report.  Nothing was written.");
+/// The field's name and the character that does not fit the file.
+QString notWritable(const QString &field, const QString &character);
 
 /// Why PrintCals came to its error handler.
 enum class PrintError { None, Cancelled, InvalidName, Other };

@@ -18,6 +18,8 @@
 #include <QShortcut>
 #include <QStatusBar>
 
+#include <algorithm>
+
 namespace corvane {
 
 using namespace controls;
@@ -26,6 +28,8 @@ using reportTexts::PrintError;
 namespace {
 
 constexpr qint16 beforeReadMs = 25;
+/// More than the status panel can show; a label takes long over a text without end.
+constexpr qsizetype longestShown = 1000;
 
 /// Today in the system's short form; where that needs characters that the report cannot hold, in
 /// the international form.
@@ -207,7 +211,8 @@ void frmSBCPrint::fillFromBoard()
         return;
     reply = BoardLink::oneLine(reply);
     const auto identity = calibrationReport::parseIdentity(reply);
-    statusPanel->setText(identity ? reply : reportTexts::syntaxError + reply);
+    const QString shown = reply.left(longestShown);
+    statusPanel->setText(identity ? shown : reportTexts::syntaxError + shown);
     if (!identity)
         return;
     ReportFields &fields = m_remembered.report;
@@ -230,8 +235,28 @@ void frmSBCPrint::cmdAccept_Click()
         return;
     const Procedure procedure(*this);
     remember();
+    if (refusesToSave())
+        return;
     PrintCals();
     close();
+}
+
+bool frmSBCPrint::refusesToSave()
+{
+    if (m_board && m_board->session().isRunning()) {
+        statusPanel->setText(reportTexts::notSaved); // the grid is half filled
+        return true;
+    }
+    const auto misfit = calibrationReport::firstMisfit(m_remembered.report);
+    if (!misfit)
+        return false;
+    const auto row = std::ranges::find(fieldRows(), misfit->field, &FieldRow::field);
+    tell(reportTexts::notWritable(row->label, misfit->character));
+    QLineEdit &box = *(this->*row->box);
+    box.setFocus();
+    box.setSelection(static_cast<int>(box.text().indexOf(misfit->character)),
+                     static_cast<int>(misfit->character.size()));
+    return true;
 }
 
 void frmSBCPrint::cmdCAncel_Click()
@@ -246,10 +271,6 @@ void frmSBCPrint::PrintCals()
     const Procedure procedure(*this);
     const QString report =
         calibrationReport::text(m_remembered.report, m_board->calibration->table());
-    if (!BoardLink::isSendable(report)) {
-        tell(reportTexts::notWritable);
-        return;
-    }
     ++m_openBoxes;
     const Dialogs::FileChoice choice =
         m_dialogs.saveFile(this, {.filter = QStringLiteral("Text(*.txt)|*.txt"),

@@ -87,6 +87,8 @@ private:
 
     void fillFromBoard();
     void remember();
+    /// True, after a word about why, when the report cannot be saved now.
+    bool refusesToSave();
     [[nodiscard]] bool isClosing() const { return m_closing; }
     void tell(const QString &text);
     void write(const QString &path, const QByteArray &report);

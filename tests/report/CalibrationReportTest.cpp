@@ -26,6 +26,7 @@ CalibrationTable table()
         result.setText(1, CalibrationTable::columnOf(channel), QString::number(channel));
     result.setText(2, 8, QStringLiteral("-0.25"));
     result.setText(2, 1, QStringLiteral("abc"));
+    result.setText(2, 2, QStringLiteral("R-2")); // holds a minus sign: no blank in front
     result.setText(7, 1, QStringLiteral("2.00000"));
     return result;
 }
@@ -58,7 +59,7 @@ TEST(CalibrationReport, IsThisFileByteForByte)
         "\r\n"
         "SETTING    \tChan0    Chan1    Chan2    Chan3    Chan4    Chan5    Chan6    Chan7    \r\n"
         "DAC Value\t 7.00000  6.00000  5.00000  4.00000  3.00000  2.00000  1.00000  0.00000 \r\n"
-        "DAC Gain\t-0.25000              abc \r\n"
+        "DAC Gain\t-0.25000           R-2  abc \r\n"
         "DAC Offset\t                \r\n"
         "ADC Value\t                \r\n"
         "ADC Gain\t                \r\n"

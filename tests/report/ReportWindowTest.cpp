@@ -93,6 +93,17 @@ TEST_F(ReportWindowTest, AReplyOfFewerFieldsChangesNoBoxAndShowsTheSyntaxError)
     }
 }
 
+TEST_F(ReportWindowTest, AReplyWithoutEndIsShownByItsStartAndIsNoIdentity)
+{
+    for (const char *piece : {"x", ",", "a,b,"}) {
+        answerQueriesWith(QByteArray(piece).repeated(1'000'000) + ",b,c,d,e");
+        window->txtSerialNum->setText(QStringLiteral("kept"));
+        window->cmdAutoFill_Click();
+        EXPECT_LE(status().size(), 1100);
+        EXPECT_LE(window->txtSerialNum->text().size(), 4) << piece;
+    }
+}
+
 TEST_F(ReportWindowTest, FieldsReappearAndDateAndVersionAreRefreshed)
 {
     act(*window, "txtYourName=Ada;txtMeterADINum=77;txtPartNum=typed;txtDate=old;txtAppVer=0.0.1");
@@ -150,10 +161,29 @@ TEST_F(ReportWindowTest, ATextThatDoesNotFitTheFileIsRefusedAndTheOldFileStays)
     accept({Outcome::Chosen, file}, QStringLiteral("Print Successful"));
     const QByteArray old = contents(file);
     open();
-    window->txtYourName->setText(QString::fromUtf16(u"\u03A9"));
-    dialogs.expectMessage(QStringLiteral("A field holds a character that cannot be written to the "
-                                         "report.  Nothing was written."));
-    window->cmdAccept_Click();
+    struct Row
+    {
+        QLineEdit *box;
+        const char16_t *text;
+        const char16_t *said;
+    };
+    for (const Row &row : {Row{window->txtYourName, u"R. \u03A9mega",
+                               u"\"Technician\" holds a character that cannot "
+                               u"be written to the report: \"\u03A9\" (U+03A9)."},
+                           Row{window->txtMeterADINum, u"7\U0001F600",
+                               u"\"ADI Number\" holds a character that cannot "
+                               u"be written to the report: \"\U0001F600\" "
+                               u"(U+1F600)."}}) {
+        row.box->setText(QString::fromUtf16(row.text));
+        dialogs.expectMessage(
+            QStringLiteral("The field %1  Nothing was written.").arg(QString::fromUtf16(row.said)));
+        window->cmdAccept_Click();
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_EQ(window->focusWidget(), row.box);
+        EXPECT_TRUE(QString::fromUtf16(row.said).contains(row.box->selectedText()));
+        EXPECT_FALSE(row.box->selectedText().isEmpty());
+        row.box->clear();
+    }
     EXPECT_EQ(contents(file), old);
     EXPECT_FALSE(old.isEmpty());
 }
@@ -168,6 +198,9 @@ TEST_F(ReportWindowTest, AutoFillDuringACalibrationIsRefusedAndLeavesItAlone)
         window->cmdAutoFill_Click();
         EXPECT_EQ(status(), QStringLiteral("BUSY: the board window is at work"));
         EXPECT_EQ(channels.commands(), before);
+        window->cmdAccept_Click(); // the grid is half filled
+        EXPECT_EQ(status(), reportTexts::notSaved);
+        EXPECT_TRUE(window->isVisible());
         board.calibration->cmdCancelCal_Click();
     });
     board.calibration->cmdCal_Click();
