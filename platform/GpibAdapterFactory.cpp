@@ -11,25 +11,39 @@
 
 namespace corvane {
 
-GpibAdapterFactory::GpibAdapterFactory(Libraries libraries)
+GpibAdapterFactory::GpibAdapterFactory(Libraries libraries, Reader reader)
     : m_libraries(std::move(libraries))
+    , m_reader(reader)
 {
+}
+
+GpibAdapterFactory::GpibAdapterFactory(Reader reader)
+    : m_reader(reader)
+{
+}
+
+QString GpibAdapterFactory::chosenBy(int board, const QString &adapter) const
+{
+    return m_reader == Reader::Window ? QStringLiteral("(\"Adapter...\" on the IEEE 488 tab)")
+                                      : QStringLiteral("(--gpib %1=%2)").arg(board).arg(adapter);
 }
 
 std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &choice,
                                                       int board) const
 {
     using Kind = GpibAdapterChoice::Kind;
+    const QString any = chosenBy(board, QStringLiteral("ADAPTER"));
+    const QString another = QStringLiteral(". Or choose another adapter ") + any;
     try {
         switch (choice.kind) {
         case Kind::Auto:
             return makeFromLibraries(board);
         case Kind::Tcp:
             return std::make_unique<PlusPlusAdapter>(
-                std::make_unique<TcpGpibStream>(choice.host, choice.port));
+                std::make_unique<TcpGpibStream>(choice.host, choice.port), another);
         case Kind::Serial:
             return std::make_unique<PlusPlusAdapter>(
-                std::make_unique<SerialGpibStream>(choice.device));
+                std::make_unique<SerialGpibStream>(choice.device), another);
         case Kind::Library:
             return std::make_unique<LibraryAdapter>(
                 std::make_shared<IbBus>(std::make_shared<const IbLibrary>(m_libraries.ib),
@@ -41,10 +55,10 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &c
             break;
         }
     } catch (const PlatformError &fault) {
-        return std::make_unique<NoGpibAdapter>(fault.description());
+        return std::make_unique<NoGpibAdapter>(fault.description() + another);
     }
     return std::make_unique<NoGpibAdapter>(
-        QStringLiteral("board GPIB%1 has no adapter; choose one (--gpib %1=ADAPTER)").arg(board));
+        QStringLiteral("board GPIB%1 has no adapter; choose one %2").arg(board).arg(any));
 }
 
 std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) const
@@ -65,10 +79,9 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) co
     } catch (const PlatformError &) {
         return std::make_unique<NoGpibAdapter>(
             QStringLiteral("nothing serves board GPIB%1: %2, and no VISA library. Install the "
-                           "library of your board, or choose a \"++\" controller (--gpib "
-                           "%1=tcp:HOST or --gpib %1=serial:DEVICE)")
+                           "library of your board, or choose a \"++\" controller %3")
                 .arg(board)
-                .arg(why));
+                .arg(why, chosenBy(board, QStringLiteral("tcp:HOST"))));
     }
 }
 

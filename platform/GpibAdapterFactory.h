@@ -28,8 +28,12 @@ public:
         bool operator==(const Installed &) const = default;
     };
 
+    /// Where its faults are read, and so how they say that an adapter is chosen.
+    enum class Reader { Window, CommandLine };
+
     GpibAdapterFactory() = default;
-    explicit GpibAdapterFactory(Libraries libraries);
+    explicit GpibAdapterFactory(Libraries libraries, Reader reader = Reader::Window);
+    explicit GpibAdapterFactory(Reader reader);
 
     /// The adapter of a board (0..3). Never null and never throws: where nothing serves the board,
     /// the adapter's calls say so and what to do. Loads libraries, which may take a moment.
@@ -41,8 +45,11 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<GpibAdapter> makeFromLibraries(int board) const;
+    /// How a board's adapter is chosen, in brackets: "(Adapter...)", "(--gpib 0=tcp:HOST)".
+    [[nodiscard]] QString chosenBy(int board, const QString &adapter) const;
 
     Libraries m_libraries;
+    Reader m_reader = Reader::Window;
 };
 
 } // namespace corvane

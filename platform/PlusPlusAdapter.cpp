@@ -28,8 +28,9 @@ QByteArray dataLine(const QByteArray &bytes)
 
 } // namespace
 
-PlusPlusAdapter::PlusPlusAdapter(std::unique_ptr<GpibStream> stream)
+PlusPlusAdapter::PlusPlusAdapter(std::unique_ptr<GpibStream> stream, QString otherwise)
     : m_stream(std::move(stream))
+    , m_otherwise(std::move(otherwise))
 {
 }
 
@@ -144,7 +145,8 @@ bool PlusPlusAdapter::ensureConnected(WaitGroup &waits)
         if (!m_stream->connectToController(waits))
             return false;
     } catch (const PlatformError &fault) {
-        throw PlatformError(QStringLiteral("GPIB controller: %1").arg(fault.description()));
+        throw PlatformError(QStringLiteral("GPIB controller: %1").arg(fault.description()) +
+                            m_otherwise);
     }
     return configure(waits, 2);
 }

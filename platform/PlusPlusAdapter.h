@@ -14,7 +14,8 @@ namespace corvane {
 class PlusPlusAdapter : public GpibAdapter
 {
 public:
-    explicit PlusPlusAdapter(std::unique_ptr<GpibStream> stream);
+    /// `otherwise` ends the fault of a controller that cannot be reached: what else can be done.
+    explicit PlusPlusAdapter(std::unique_ptr<GpibStream> stream, QString otherwise = {});
     ~PlusPlusAdapter() override;
 
     [[nodiscard]] QString description() const override;
@@ -37,6 +38,7 @@ private:
     [[noreturn]] void fail(const QString &what);
 
     std::unique_ptr<GpibStream> m_stream;
+    QString m_otherwise;
     QByteArray m_version;  ///< the version text as it arrives; empty: not connected
     QByteArray m_selected; ///< the address command in force
     int m_readTimeoutMs = 0;

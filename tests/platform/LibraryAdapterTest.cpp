@@ -121,7 +121,7 @@ TEST_F(LibraryAdapterTest, ErrorsOfTheLibrariesBecomeWordsThatHelp)
         {false, "ibrd 1", "controller in charge"},
         {true, "viOpenDefaultRM 0", "does not start"},
         {true, "viOpen 0x3c", "described by the library (VISA status bfff003c)"},
-        {true, "viOpen 0x11", "not there"},
+        {true, "viOpen 0x11", "GPIB2::5: the board or device is not there"}, // at the writing
         {true, "viWrite 0x5f", "no device listens"},
         {true, "viWrite 0x15", "in time"},
         {true, "viClear 0x5f", nullptr},
@@ -198,16 +198,30 @@ TEST_F(LibraryAdapterTest, AMissingLibraryIsAFaultThatSaysWhatToDo)
 {
     using Kind = GpibAdapterChoice::Kind;
     const QString none = folder.filePath(QStringLiteral("none.so"));
-    const GpibAdapterFactory factory({.ib = none, .visa = none});
-    EXPECT_TRUE(factory.installed().empty());
-    const std::pair<Kind, const char *> rows[] = {
-        {Kind::Auto, "choose a \"++\" controller (--gpib 1=tcp:HOST"},
-        {Kind::None, "choose one (--gpib 1=ADAPTER)"},
-        {Kind::Library, "no GPIB library is installed"},
-        {Kind::Visa, "no VISA library is installed"}};
-    for (const auto &[kind, said] : rows) {
-        const auto made = factory.make({.kind = kind}, 1);
-        EXPECT_TRUE(failsSaying(said, [&] { made->open(meter, waits); }));
+    using Reader = GpibAdapterFactory::Reader;
+    struct Row
+    {
+        Kind kind;
+        const char *said;
+        const char *onCommandLine; // what it ends with there
+    };
+    const Row rows[] = {
+        {Kind::Auto, "choose a \"++\" controller ", "(--gpib 1=tcp:HOST)"},
+        {Kind::None, "has no adapter; choose one ", "(--gpib 1=ADAPTER)"},
+        {Kind::Library, "no GPIB library is installed", "adapter (--gpib 1=ADAPTER)"},
+        {Kind::Visa, "no VISA library is installed", "adapter (--gpib 1=ADAPTER)"},
+        {Kind::Serial, "GPIB controller: ", "adapter (--gpib 1=ADAPTER)"},
+    };
+    for (const Reader reader : {Reader::Window, Reader::CommandLine}) {
+        const GpibAdapterFactory factory({.ib = none, .visa = none}, reader);
+        EXPECT_TRUE(factory.installed().empty());
+        for (const Row &row : rows) {
+            const auto made = factory.make({.kind = row.kind, .device = none}, 1);
+            const char *end = reader == Reader::Window ? "(\"Adapter...\" on the IEEE 488 tab)"
+                                                       : row.onCommandLine;
+            for (const char *said : {row.said, end})
+                EXPECT_TRUE(failsSaying(said, [&] { made->open(meter, waits); }));
+        }
     }
     const GpibAdapterFactory found({.ib = standIns(), .visa = standIns()});
     EXPECT_EQ(found.installed().value(0).file, standIns());
