@@ -1,6 +1,7 @@
 #include "main/Program.h"
 
 #include "bench/Bench.h"
+#include "main/BenchWindow.h"
 #include "main/ChannelDriver.h"
 #include "main/LeanStyle.h"
 #include "platform/GpibAdapterChoice.h"
@@ -8,12 +9,15 @@
 #include "setup/SocketsApi.h"
 #include "setup/modWinsockAPI.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QMenu>
 
 namespace corvane {
 
-Program::Program(const CommandLine &line, Dialogs &dialogs)
-    : m_registry(systemRegistry())
+Program::Program(const CommandLine &line, Dialogs &dialogs, GpibAdapterFactory::Reader reader)
+    : m_gpibAdapterFactory(reader)
+    , m_registry(systemRegistry())
     , m_systemInfo(*m_registry, m_launcher, dialogs)
 {
     QApplication::setStyle(new LeanStyle);
@@ -53,11 +57,24 @@ Program::Program(const CommandLine &line, Dialogs &dialogs)
                           });
                       }});
     m_window->Form_Load();
-    if (m_bench)
-        pointChannelsAtBench();
+    if (!m_bench)
+        return;
+    pointChannelsAtBench();
+    addBenchWindow();
 }
 
 Program::~Program() = default;
+
+/// Its connector is fitted from the start: the first test that a newcomer runs shall pass.
+void Program::addBenchWindow()
+{
+    m_bench->board().ports().setConnector(true);
+    m_benchWindow = std::make_unique<BenchWindow>(*m_bench);
+    auto *mnuView = m_window->findChild<QMenu *>(QStringLiteral("mnuView"));
+    QAction *mnuBench = mnuView->addAction(QStringLiteral("Simulated &Bench"));
+    mnuBench->setObjectName(QStringLiteral("mnuBench"));
+    QObject::connect(mnuBench, &QAction::triggered, m_benchWindow.get(), &BenchWindow::openWindow);
+}
 
 /// The bench's devices take the numbers and the board that the command line left free.
 void Program::startBench(CommandLine &line)

@@ -22,6 +22,7 @@ namespace corvane {
 namespace bench {
 class Bench;
 }
+class BenchWindow;
 
 /// The program put together: the real transports as the command line wants them, the main window
 /// over them and, for a demonstration, the bench behind them.
@@ -30,16 +31,19 @@ class Program
 public:
     /// `dialogs` must outlive the program. Throws PlatformError for an adapter or a device on the
     /// command line that cannot be, and for a bench that cannot start.
-    Program(const CommandLine &line, Dialogs &dialogs);
+    Program(const CommandLine &line, Dialogs &dialogs,
+            GpibAdapterFactory::Reader reader = GpibAdapterFactory::Reader::Window);
     ~Program();
 
     [[nodiscard]] Main &window() { return *m_window; }
-    /// Null without --demo.
+    /// Null without --demo, as its window is.
     [[nodiscard]] bench::Bench *bench() { return m_bench.get(); }
+    [[nodiscard]] BenchWindow *benchWindow() { return m_benchWindow.get(); }
 
 private:
     void startBench(CommandLine &line);
     void pointChannelsAtBench();
+    void addBenchWindow();
 
     std::unique_ptr<bench::Bench> m_bench;
     SystemClock m_clock;
@@ -58,6 +62,7 @@ private:
     SystemInfo m_systemInfo;
     std::unique_ptr<Main> m_window;
     DetachedCall m_ownAddress;
+    std::unique_ptr<BenchWindow> m_benchWindow;
 };
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #include "common/Module1.h"
 #include "common/PrintableText.h"
 #include "common/ProductInfo.h"
+#include "main/BenchWindow.h"
 #include "main/CommandLine.h"
 #include "main/DemoGreeting.h"
 #include "main/Program.h"
@@ -89,8 +90,10 @@ int runWindow(const CommandLine &line)
     QObject::connect(&program.window(), &Main::closed, qApp, &QCoreApplication::quit);
     program.window().show();
     // For the window manager: the first paint does not wait for the picture.
-    QTimer::singleShot(0, &program.window(), [] {
+    QTimer::singleShot(0, &program.window(), [&program] {
         QApplication::setWindowIcon(QPixmap(QStringLiteral(":/corvane.png")));
+        if (program.benchWindow())
+            program.benchWindow()->openBeside(program.window());
     });
     if (!line.list.isEmpty())
         program.window().loadList(line.list);
@@ -119,7 +122,7 @@ int runUnattended(const Job &job)
             target->close();
     });
     UnattendedDialogs dialogs(job.messages);
-    Program program(job.line, dialogs);
+    Program program(job.line, dialogs, GpibAdapterFactory::Reader::CommandLine);
     Main &window = program.window();
     target = &window;
     QObject::connect(&window, &Main::faultReported, &window, [&job](const QString &fault) {

@@ -75,7 +75,6 @@ TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
         board.dacAdc->cmdReadAdc_Click(2);
         EXPECT_NEAR(board.dacAdc->lblReadAdc[2]->text().toDouble(), volts, 0.15) << method;
     }
-    desk.order("sensor 2");
     board.calibration->txtChannel->setText(QStringLiteral("2"));
     board.calibration->cmdCal_Click();
     EXPECT_NEAR(board.calibration->MSFlexGrid1->text(7, 3).toDouble(), 2.0, 0.002);

@@ -7,9 +7,11 @@
 #include "common/modSBC.h"
 #include "lists/CommandListArea.h"
 #include "main/BoardWindows.h"
+#include "main/SetupWindows.h"
 #include "main/TrafficLog.h"
 #include "platform/GpibAdapterFactory.h"
 #include "platform/TextGrid.h"
+#include "setup/GpibSearch.h"
 #include "tests/main/ChannelDesk.h"
 
 #include <QMenuBar>
@@ -20,6 +22,7 @@
 #include <gtest/gtest.h>
 
 using namespace corvane;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -283,6 +286,29 @@ TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
         });
     boxed.main.cmdSend_Click(0);
     EXPECT_TRUE(boxedClosed.wait(2000));
+}
+
+TEST(Main, AClosingDuringASearchEndsItAtOnceAndIsHeldUntilItHasReturned)
+{
+    for (const bool inAWait : {true, false}) {
+        MainDesk desk;
+        desk.main.show();
+        QSignalSpy closed(&desk.main, &Main::closed);
+        const auto close = [&] {
+            desk.main.close();
+            EXPECT_TRUE(closed.empty()) << inAWait;
+        };
+        if (inAWait)
+            desk.clock.after(10, close);
+        else
+            desk.bus.afterRead = close;
+        GpibSearch &search = desk.main.setupWindows().search();
+        const quint32 start = desk.clock.MS_TIMER();
+        search.SearchGPIBLoop();
+        EXPECT_EQ(desk.clock.MS_TIMER() - start, inAWait ? 10U : 1075U);
+        EXPECT_EQ(desk.bus.calls.filter(u"clear "_s).size(), 1);
+        EXPECT_TRUE(closed.wait(2000));
+    }
 }
 
 TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)

@@ -1,6 +1,7 @@
 corvane_test(
   main
   SOURCES
+  BenchWindowTest.cpp
   ChannelDesk.h
   CommandLineTest.cpp
   GpibChannelTest.cpp
