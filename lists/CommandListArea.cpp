@@ -2,6 +2,7 @@
 
 #include "lists/ListHost.h"
 #include "lists/ListKinds.h"
+#include "lists/ListNotes.h"
 #include "lists/ListText.h"
 #include "lists/ListTexts.h"
 #include "lists/PlainText.h"
@@ -94,7 +95,10 @@ ListContents::End CommandListArea::OpenFile()
     Q_EMIT listAboutToChange();
     ListContents contents = listFile::read(ListFilePath);
     const End end = contents.end;
+    m_rest = {ListFilePath, contents};
+    const QString note = listNotes::ofLoad(ListFilePath, contents);
     showContents(contents);
+    Q_EMIT noted(note);
     if (end != End::Complete) {
         const QString text = end == End::BadLine ? listTexts::badLine() : listTexts::openFailed();
         m_dialogs.showMessage(this, text + listTexts::openProcedure());
@@ -132,24 +136,33 @@ void CommandListArea::cmdSave_Click()
         return;
     const Dialogs::FileChoice choice = m_dialogs.saveFile(
         this, {listTexts::saveFilter(), QCoreApplication::applicationDirPath(), ListFileName});
-    if (choice.outcome == Outcome::Cancelled)
+    if (choice.outcome == Outcome::Cancelled || !m_rest.maySaveTo(choice.path, m_dialogs, this))
         return;
-    if (choice.outcome == Outcome::InvalidName) {
-        m_dialogs.showMessage(this, listTexts::saveFailed());
+    QString fault = listTexts::noFileName();
+    if (choice.outcome == Outcome::Chosen) {
+        // The caption keeps the list's own name, the label takes the name it is saved under.
+        m_host.setCaption(listTexts::captionPrefix() + ListFileName);
+        lblFileName->setText(listKinds::fileName(choice.path));
+        fault = saveSettings(choice.path);
+    }
+    if (fault.isEmpty()) {
+        flexgridVDL->setCurrentCell(0, 0);
         return;
     }
-    // The caption keeps the list's own name, the label takes the name it is saved under.
-    m_host.setCaption(listTexts::captionPrefix() + ListFileName);
-    lblFileName->setText(listKinds::fileName(choice.path));
-    if (saveSettings(choice.path))
-        flexgridVDL->setCurrentCell(0, 0);
-    else
-        m_dialogs.showMessage(this, listTexts::saveFailed());
+    Q_EMIT noted(listNotes::ofFault(choice.path, fault));
+    m_dialogs.showMessage(this, listTexts::saveFailed());
 }
 
-bool CommandListArea::saveSettings(const QString &path)
+QString CommandListArea::saveSettings(const QString &path)
 {
-    return listFile::write(path, listFile::settingsText(flexgridVDL->table(), comments()));
+    const TextTable &table = flexgridVDL->table();
+    const QString fault = listFile::write(path, listFile::settingsText(table, comments()));
+    if (!fault.isEmpty())
+        return fault;
+    Q_EMIT noted(listNotes::ofSave(table));
+    if (m_rest.isIn(path))
+        m_rest = {};
+    return {};
 }
 
 QString CommandListArea::comments() const
@@ -171,18 +184,19 @@ frmList &CommandListArea::editor()
             ListFilePath = path;
             OpenFile();
         });
+        connect(m_editor, &frmList::saveFailed, this, &CommandListArea::noted);
     }
     return *m_editor;
 }
 
 void CommandListArea::cmdEditList_Click()
 {
-    editor().edit(listText(), m_module.ListKind, false);
+    editor().edit(listText(), m_module.ListKind, false, m_rest);
 }
 
 void CommandListArea::cmdSaveList_Click()
 {
-    editor().edit(listText(), m_module.ListKind, true);
+    editor().edit(listText(), m_module.ListKind, true, m_rest);
 }
 
 // Rows and columns
@@ -235,6 +249,8 @@ void CommandListArea::cmdClear_Click()
     ListFileName.clear();
     ListFilePath.clear();
     lblFileName->clear();
+    m_rest = {};
+    Q_EMIT noted({});
     m_host.setCaption(listTexts::caption());
 }
 

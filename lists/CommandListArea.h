@@ -2,6 +2,7 @@
 
 #include "common/Module1.h"
 #include "lists/ListFile.h"
+#include "lists/UnreadRest.h"
 
 #include <QWidget>
 
@@ -76,9 +77,9 @@ public:
 
     /// The grid in its empty start-up form: an empty chamber settings list.
     void initialiseGrid();
-    /// Writes chamber settings as cmdSave does, to a path that is already chosen. False when the
-    /// file could not be written.
-    bool saveSettings(const QString &path);
+    /// Writes chamber settings as cmdSave does, to a path that is already chosen. Returns why the
+    /// file could not be written; empty when it is.
+    QString saveSettings(const QString &path);
     /// The list as text that reads back to the same list, as far as the file syntax can hold it.
     [[nodiscard]] QString listText() const;
     /// The comments, lines ended by CR LF.
@@ -88,6 +89,8 @@ public:
     void showProgress(int row, int rows, const QString &note = {});
 
 Q_SIGNALS:
+    /// What is to be known of the last load or save beside its message; empty: nothing.
+    void noted(const QString &note);
     /// The list is about to be replaced; a run of it must end now.
     void listAboutToChange();
 
@@ -110,6 +113,7 @@ private:
     std::vector<ListConstant> m_constants;
     QWidget *m_leftHand = nullptr;
     frmList *m_editor = nullptr;
+    UnreadRest m_rest;
 };
 
 } // namespace corvane

@@ -1,5 +1,7 @@
 #include "lists/LineReader.h"
 
+#include "lists/ListTexts.h"
+
 #include <QIODevice>
 
 #include <algorithm>
@@ -33,7 +35,8 @@ bool LineReader::readMore()
     m_buffer.resize(old + chunk);
     const qint64 count = m_device.read(m_buffer.data() + old, chunk);
     m_buffer.resize(old + std::max<qint64>(count, 0));
-    m_failed = count < 0;
+    if (count < 0)
+        m_fault = m_device.errorString();
     return count > 0;
 }
 
@@ -46,6 +49,7 @@ void LineReader::take(qsizetype length)
 bool LineReader::next()
 {
     qsizetype searched = 0;
+    ++m_number;
     for (;;) {
         QByteArrayView rest = QByteArrayView(m_buffer).sliced(m_at);
         if (m_skipLineFeed && !rest.isEmpty()) {
@@ -58,7 +62,7 @@ bool LineReader::next()
         const qsizetype length = lineLength(rest, searched);
         searched = rest.size();
         if (length > m_maximumLine || (length < 0 && rest.size() > m_maximumLine)) {
-            m_failed = true;
+            m_fault = listTexts::lineTooLong().arg(m_maximumLine);
             return false;
         }
         if (length >= 0) {
@@ -69,7 +73,7 @@ bool LineReader::next()
         }
         if (readMore())
             continue;
-        if (m_failed || m_buffer.isEmpty())
+        if (!m_fault.isEmpty() || m_buffer.isEmpty())
             return false;
         take(m_buffer.size());
         return true;

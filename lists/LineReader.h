@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QString>
 
 class QIODevice;
 
@@ -19,8 +20,10 @@ public:
     bool next();
     /// The line without its end; valid until the next call of next().
     [[nodiscard]] QByteArrayView line() const { return m_line; }
-    /// The file could not be read to its end.
-    [[nodiscard]] bool failed() const { return m_failed; }
+    /// Its number in the file, from 1; after a failure that of the line that could not be read.
+    [[nodiscard]] int number() const { return m_number; }
+    /// Why the file could not be read to its end; empty when nothing failed.
+    [[nodiscard]] QString fault() const { return m_fault; }
 
 private:
     bool readMore();
@@ -31,7 +34,8 @@ private:
     QByteArray m_buffer;
     qsizetype m_at = 0;          // where the next line begins in the buffer
     bool m_skipLineFeed = false; // the last line ended in CR: a LF right behind belongs to it
-    bool m_failed = false;
+    int m_number = 0;
+    QString m_fault;
     QByteArrayView m_line;
 };
 

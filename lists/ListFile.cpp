@@ -3,10 +3,11 @@
 #include "lists/LineReader.h"
 #include "lists/ListKinds.h"
 #include "lists/ListLine.h"
+#include "lists/ListTexts.h"
+#include "platform/RegularFile.h"
 #include "platform/WholeFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -27,31 +28,36 @@ public:
         m_contents.table = listFile::emptyTable(contents.kind, 1);
     }
 
-    /// False at a line that ends the reading.
-    bool add(QByteArrayView line)
+    /// Takes the line of this number in the file. Returns why it ends the reading; empty when it
+    /// does not.
+    QString add(QByteArrayView line, int number)
     {
         if (line.isEmpty())
-            return true;
+            return {};
         if (const QByteArrayView marker = commentMarker(line); !marker.isEmpty()) {
             addComment(line, marker);
-            return true;
+            return {};
         }
         const ListLine parsed = ListLine::parse(m_contents.kind, line);
+        if (parsed.loss == ListLine::Loss::All)
+            m_contents.ignored.add(number);
+        else if (parsed.loss == ListLine::Loss::Part)
+            m_contents.shortened.add(number);
         switch (parsed.kind) {
         case ListLine::Kind::Row:
             addRow(parsed.cells);
-            return true;
+            return {};
         case ListLine::Kind::Constant:
             if (m_contents.constants.size() == ListConstant::capacity)
-                return false;
+                return listTexts::tooManyConstants().arg(ListConstant::capacity);
             m_contents.constants.push_back(parsed.constant);
-            return true;
+            return {};
         case ListLine::Kind::Ignored:
-            return true;
+            return {};
         case ListLine::Kind::Bad:
-            return false;
+            break;
         }
-        return false;
+        return listTexts::tooFewWords();
     }
 
     /// Leaves the grid as a reading that stopped leaves it: the next row with its number, and the
@@ -92,9 +98,21 @@ int expectedRows(qint64 fileSize, qsizetype sampleSize)
     return static_cast<int>(std::min(fileSize * sampleRows / sampleSize * 21 / 20, most));
 }
 
-bool fitsLatin1(const QString &text)
+/// Some editors put it in front of a text. It belongs to no line.
+constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
+
+QString firstThatDoesNotFit(const QString &text)
 {
-    return std::ranges::all_of(text, [](QChar c) { return c.unicode() <= 0xff; });
+    const auto found = std::ranges::find_if(text, [](QChar c) { return c.unicode() > 0xff; });
+    if (found == text.end())
+        return {};
+    const qsizetype at = found - text.begin();
+    const bool pair = found->isHighSurrogate() && at + 1 < text.size();
+    const uint code = pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : found->unicode();
+    return listTexts::noCharacterOfLists()
+        .arg(QStringView(text).first(at).count(u'\n') + 1)
+        .arg(text.mid(at, pair ? 2 : 1))
+        .arg(code, 4, 16, QLatin1Char('0'));
 }
 
 } // namespace
@@ -113,28 +131,34 @@ ListContents listFile::read(const QString &path)
     ListContents contents;
     contents.kind = listKinds::ofPath(path);
     QFile file(path);
-    // A folder, a pipe or a device is no list, and opening a pipe would wait for its writer.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    contents.reason = regularFile::open(file, QIODevice::ReadOnly | QIODevice::Unbuffered);
+    if (!contents.reason.isEmpty()) {
         contents.end = ListContents::End::NotOpened;
         contents.table = emptyTable(contents.kind, rowStep);
         return contents;
     }
     LineReader lines(file, maximumLine);
     ListBuilder builder(contents);
-    bool good = true;
     qsizetype taken = 0;
-    while (good && lines.next()) {
-        good = builder.add(lines.line());
-        taken += lines.line().size() + 1;
+    while (contents.reason.isEmpty() && lines.next()) {
+        QByteArrayView line = lines.line();
+        taken += line.size() + 1;
+        if (lines.number() == 1 && line.startsWith(byteOrderMark))
+            line = line.sliced(byteOrderMark.size());
+        contents.reason = builder.add(line, lines.number());
         if (contents.table.rowCount() == sampleRows)
             contents.table.reserve(expectedRows(file.size(), taken));
     }
-    if (!good)
+    if (!contents.reason.isEmpty()) {
         contents.end = ListContents::End::BadLine;
-    else if (lines.failed())
+    } else if (!lines.fault().isEmpty()) {
         contents.end = ListContents::End::Failed;
-    if (contents.end != ListContents::End::Complete)
+        contents.reason = lines.fault();
+    }
+    if (contents.end != ListContents::End::Complete) {
+        contents.endLine = lines.number();
         builder.stop();
+    }
     return contents;
 }
 
@@ -149,11 +173,10 @@ QString listFile::settingsText(const TextTable &table, const QString &comments)
     return text;
 }
 
-bool listFile::write(const QString &path, const QString &text)
+QString listFile::write(const QString &path, const QString &text)
 {
-    if (!fitsLatin1(text))
-        return false;
-    return wholeFile::write(path, text.toLatin1()).isEmpty();
+    const QString fault = firstThatDoesNotFit(text);
+    return fault.isEmpty() ? wholeFile::write(path, text.toLatin1()) : fault;
 }
 
 } // namespace corvane

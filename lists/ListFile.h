@@ -30,7 +30,27 @@ struct ListContents
         Failed     ///< reading failed, or a line is longer than any list holds
     };
 
+    /// Lines of which something is missing in the list.
+    struct Lines
+    {
+        int count = 0;
+        int first = 0; ///< number of the first of them in the file
+
+        void add(int line)
+        {
+            if (++count == 1)
+                first = line;
+        }
+    };
+
     End end = End::Complete;
+    /// Why the reading ended early, and at which line of the file; 0: before the first.
+    QString reason;
+    int endLine = 0;
+    /// Lines that have put nothing into the list, comments and empty ones aside.
+    Lines ignored;
+    /// Lines of which words have been left out.
+    Lines shortened;
     /// 0 chamber settings, 1 chamber profile, 2 test list.
     int kind = 0;
     /// The grid: header row, then the rows; after a failure also the empty rows that were held
@@ -60,9 +80,9 @@ ListContents read(const QString &path);
 /// a command.
 QString settingsText(const TextTable &table, const QString &comments);
 
-/// Writes the text, a byte a character, in place of the file. False, and the old file is whole,
-/// when it cannot be written or a character does not fit.
-bool write(const QString &path, const QString &text);
+/// Writes the text, a byte a character, in place of the file. Returns why not, and the old file is
+/// whole, when it cannot be written or a character does not fit; empty when it is written.
+QString write(const QString &path, const QString &text);
 
 } // namespace listFile
 

@@ -84,14 +84,19 @@ void parseSettings(ListLine &parsed, QByteArrayView line)
     } else if (words.count() == 3) {
         parsed.cells[1] = latin1(words.upTo(1));
         parsed.cells[2] = latin1(words[2]);
+    } else {
+        parsed.loss = ListLine::Loss::All;
     }
 }
 
 void parseProfile(ListLine &parsed, QByteArrayView line)
 {
     parsed.kind = ListLine::Kind::Row;
-    if (!line.startsWith('='))
-        return; // its row stays without a command, so a transfer stops there and not past it
+    if (!line.startsWith('=')) {
+        // Its row stays without a command, so a transfer stops there and not past it.
+        parsed.loss = ListLine::Loss::All;
+        return;
+    }
     const Words words(line);
     if (words.count() < 2) {
         parsed.kind = ListLine::Kind::Bad;
@@ -102,8 +107,19 @@ void parseProfile(ListLine &parsed, QByteArrayView line)
     parsed.cells[3] = latin1(words.from(2));
 }
 
-void parseStep(ListLine &parsed, const Words &words)
+/// Of a step that is no command its first word counts, and that it is a pause.
+ListLine::Loss lossOfPause(QByteArrayView line, QByteArrayView first)
 {
+    if (first.isEmpty())
+        return ListLine::Loss::All;
+    const QByteArray rest = line.toByteArray().replace("# PAUSE", QByteArray());
+    const QByteArrayView words = trimmed(rest);
+    return words.isEmpty() || words == first ? ListLine::Loss::None : ListLine::Loss::Part;
+}
+
+void parseStep(ListLine &parsed, QByteArrayView line)
+{
+    const Words words(line);
     const QByteArrayView first = words[0];
     const bool sets = first == "=";
     const bool asks = first == "?" || first == "!";
@@ -113,8 +129,10 @@ void parseStep(ListLine &parsed, const Words &words)
     }
     parsed.kind = ListLine::Kind::Row;
     parsed.cells[1] = latin1(first);
-    if (!sets && !asks)
+    if (!sets && !asks) {
+        parsed.loss = lossOfPause(line, first);
         return;
+    }
     parsed.cells[2] = latin1(words[1]);
     if (sets || words[2].contains('"')) {
         parsed.cells[3] = latin1(words.from(2));
@@ -123,6 +141,8 @@ void parseStep(ListLine &parsed, const Words &words)
     parsed.cells[3] = latin1(words[2]);
     if (words.count() == 4)
         parsed.cells[4] = latin1(words[3]);
+    else if (!words.from(3).isEmpty())
+        parsed.loss = ListLine::Loss::Part;
 }
 
 float singlePrecision(double value)
@@ -144,9 +164,11 @@ void parseTest(ListLine &parsed, QByteArrayView line)
 {
     const bool step = QByteArrayView("!?=").contains(line.front()) || line.contains("# PAUSE");
     if (step)
-        parseStep(parsed, Words(line));
+        parseStep(parsed, line);
     else if (line.contains("# CONST"))
         parseConstant(parsed, Words(line));
+    if (parsed.kind == ListLine::Kind::Ignored)
+        parsed.loss = ListLine::Loss::All;
 }
 
 } // namespace
@@ -164,6 +186,8 @@ ListLine ListLine::parse(int listKind, QByteArrayView line)
     default:
         parseSettings(parsed, line);
     }
+    if (trimmed(line).isEmpty())
+        parsed.loss = Loss::None;
     return parsed;
 }
 

@@ -21,12 +21,16 @@ struct ListLine
         Bad       ///< has no word where one is taken
     };
 
+    /// How much of the line's text is in neither a cell nor a constant.
+    enum class Loss { None, Part, All };
+
     static constexpr int columns = 6;
 
     /// Takes the line apart. Comments and empty lines are the caller's.
     static ListLine parse(int listKind, QByteArrayView line);
 
     Kind kind = Kind::Ignored;
+    Loss loss = Loss::None;
     /// The cells by column; they are views of the line that was parsed, or of `built`. Column 0,
     /// the row's number, is the caller's.
     std::array<QLatin1StringView, columns> cells;

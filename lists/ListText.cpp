@@ -52,9 +52,29 @@ QString testLine(const QString &operatorCell, const QString &command, const QStr
         return profileLine(operatorCell, command, value);
     if (operatorCell == u"?" || operatorCell == u"!")
         return checkLine(operatorCell + u' ' + command, value, tolerance);
+    // No other line is read into these cells: what was typed there stays at least in the file.
+    QString rest;
+    for (const QString &cell : {command, value, tolerance}) {
+        if (!cell.isEmpty())
+            rest += u' ' + cell;
+    }
+    const auto pause = QStringLiteral("# PAUSE");
+    if (operatorCell == u"#")
+        return pause + rest;
     const bool begins =
         !ListStep::needsSecondCell(listKinds::testList, operatorCell) || operatorCell.isEmpty();
-    return begins ? operatorCell + QStringLiteral(" # PAUSE") : operatorCell;
+    return operatorCell + rest + (begins ? u' ' + pause : QString());
+}
+
+/// Nothing but its number, and perhaps a reply, which is no part of the list.
+bool holdsNothing(int listKind, const TextTable &table, int row)
+{
+    for (int column = listKinds::firstColumn; column < listKinds::layout(listKind).replyColumn;
+         ++column) {
+        if (!table.text(row, column).isEmpty())
+            return false;
+    }
+    return true;
 }
 
 QString rowLine(int listKind, const TextTable &table, int row)
@@ -64,8 +84,6 @@ QString rowLine(int listKind, const TextTable &table, int row)
     case listKinds::chamberProfile:
         return profileLine(cell(1), cell(2), cell(3));
     case listKinds::testList:
-        if (cell(1) == u"#")
-            return QStringLiteral("# PAUSE");
         return testLine(cell(1), cell(2), cell(3), cell(4));
     default:
         return settingsLine(cell(1), cell(2));
@@ -96,8 +114,10 @@ QString listText::ofList(int listKind, const TextTable &table, const QString &co
                         .arg(constant.name, QString::number(constant.value, 'g', 9)) +
                     lineEnd();
     }
-    for (int row = 1; row < table.rowCount(); ++row)
-        text += rowLine(listKind, table, row).left(listFile::maximumLine) + lineEnd();
+    for (int row = 1; row < table.rowCount(); ++row) {
+        if (!holdsNothing(listKind, table, row))
+            text += rowLine(listKind, table, row).left(listFile::maximumLine) + lineEnd();
+    }
     return text;
 }
 

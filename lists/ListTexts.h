@@ -33,6 +33,66 @@ inline QString saveFailed()
     return QStringLiteral("Error occurred while trying to save file.");
 }
 
+// Why a list file could not be read or written whole, and what was left out.
+inline QString tooFewWords()
+{
+    return QStringLiteral("too few words");
+}
+inline QString tooManyConstants()
+{
+    return QStringLiteral("there is room for %1 constants");
+}
+inline QString lineTooLong()
+{
+    return QStringLiteral("longer than %1 characters");
+}
+inline QString lineFault()
+{
+    return QStringLiteral("line %1: %2");
+}
+/// Of a line, the character, and its code in hexadecimal.
+inline QString noCharacterOfLists()
+{
+    return QStringLiteral("line %1: \"%2\" (U+%3) does not fit into 8-bit text");
+}
+inline QString noFileName()
+{
+    return QStringLiteral("no file can have this name");
+}
+inline QString oneLine()
+{
+    return QStringLiteral("1 line %1: line %2");
+}
+inline QString severalLines()
+{
+    return QStringLiteral("%1 lines %2, the first is line %3");
+}
+inline QString ignored()
+{
+    return QStringLiteral("ignored");
+}
+inline QString shortened()
+{
+    return QStringLiteral("of which words are left out");
+}
+inline QString rowsNotSaved()
+{
+    return QStringLiteral("Row %1 has no command: it and the rows below it were not saved");
+}
+inline QString restNotRead()
+{
+    return QStringLiteral("The lines of %1 from line %2 on have not been read.  Saving over that "
+                          "file would lose them.");
+}
+inline QString saveAllTheSame()
+{
+    return QStringLiteral("\r\nSave all the same?");
+}
+inline QString discardChanges()
+{
+    return QStringLiteral("The text has been changed.  Close without saving it?");
+}
+
 inline QString openFilter()
 {
     return QStringLiteral("KMX Chamber Settings (*.kms)|*.kms"

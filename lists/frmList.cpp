@@ -3,13 +3,16 @@
 #include "common/Naming.h"
 #include "lists/ListFile.h"
 #include "lists/ListKinds.h"
+#include "lists/ListNotes.h"
 #include "lists/ListTexts.h"
 #include "lists/PlainText.h"
 #include "platform/Dialogs.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -18,6 +21,7 @@ namespace corvane {
 
 frmList::frmList(Dialogs &dialogs, QWidget *parent)
     : QDialog(parent)
+    , lblNote(named(new QLabel(this), QStringLiteral("lblNote"), QString()))
     , txtList(named(new QPlainTextEdit(this), QStringLiteral("txtList"), tr("The list as text")))
     , cmdSave(named(new QPushButton(tr("&Save..."), this), QStringLiteral("cmdSave"),
                     tr("Save the list to a file and load it")))
@@ -28,6 +32,9 @@ frmList::frmList(Dialogs &dialogs, QWidget *parent)
     setObjectName(QStringLiteral("frmList"));
     setModal(true);
     resize(640, 480);
+    lblNote->setTextFormat(Qt::PlainText);
+    lblNote->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblNote->setWordWrap(true);
     txtList->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     txtList->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtList->setTabChangesFocus(true);
@@ -37,6 +44,7 @@ frmList::frmList(Dialogs &dialogs, QWidget *parent)
     buttons->addWidget(cmdSave);
     buttons->addWidget(cmdCAncel);
     auto *layout = new QVBoxLayout(this);
+    layout->addWidget(lblNote);
     layout->addWidget(txtList);
     layout->addLayout(buttons);
 
@@ -44,9 +52,11 @@ frmList::frmList(Dialogs &dialogs, QWidget *parent)
     connect(cmdCAncel, &QPushButton::clicked, this, &frmList::cmdCAncel_Click);
 }
 
-void frmList::edit(const QString &text, int listKind, bool readOnly)
+void frmList::edit(const QString &text, int listKind, bool readOnly, const UnreadRest &rest)
 {
     m_listKind = listKind;
+    m_rest = rest;
+    showNote(rest.warning());
     setWindowTitle(readOnly ? tr("Save List") : tr("Edit List"));
     txtList->setReadOnly(readOnly);
     txtList->setPlainText(text);
@@ -65,9 +75,15 @@ void frmList::cmdSave_Click()
     const Dialogs::FileChoice choice =
         m_dialogs.saveFile(this, {listKinds::layout(m_listKind).filter,
                                   QCoreApplication::applicationDirPath(), QString()});
-    if (choice.outcome == Outcome::Cancelled || !isVisible())
+    if (choice.outcome == Outcome::Cancelled || !isVisible() ||
+        !m_rest.maySaveTo(choice.path, m_dialogs, this))
         return;
-    if (choice.outcome == Outcome::InvalidName || !listFile::write(choice.path, text())) {
+    const QString fault = choice.outcome == Outcome::InvalidName
+                              ? listTexts::noFileName()
+                              : listFile::write(choice.path, text());
+    if (!fault.isEmpty()) {
+        showNote(listNotes::ofFault(choice.path, fault));
+        Q_EMIT saveFailed(lblNote->text());
         m_dialogs.showMessage(this, listTexts::saveFailed());
         return;
     }
@@ -75,9 +91,34 @@ void frmList::cmdSave_Click()
     close();
 }
 
+void frmList::showNote(const QString &note)
+{
+    lblNote->setText(note);
+    lblNote->setVisible(!note.isEmpty());
+}
+
 void frmList::cmdCAncel_Click()
 {
     close();
+}
+
+void frmList::reject()
+{
+    const bool changed = txtList->document()->isModified();
+    if (!changed ||
+        m_dialogs.showMessage(this, {.text = listTexts::discardChanges(),
+                                     .icon = Dialogs::Icon::Exclamation,
+                                     .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes)
+        QDialog::reject();
+}
+
+void frmList::closeEvent(QCloseEvent *event)
+{
+    // Only the user is asked; Cancel, a save and the end of the program are no question.
+    if (event->spontaneous())
+        QDialog::closeEvent(event);
+    else
+        QDialog::reject();
 }
 
 } // namespace corvane

@@ -88,6 +88,7 @@ void Main::showFaults()
         for (const QString &each : *said)
             shown.append(each);
     }
+    shown.append(m_listNote);
     shown.append(m_logNote);
     shown.removeAll(QString());
     const QString text = shown.join(QStringLiteral("; "));

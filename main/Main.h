@@ -148,6 +148,8 @@ public:
 Q_SIGNALS:
     /// A Channel's device has a fault, or its reply is not whole, as the status bar shows it.
     void faultReported(const QString &description);
+    /// What is to be known of the last load or save of a list, as the status bar shows it.
+    void noted(const QString &note);
     /// The window has closed: Channels disconnected, other windows gone.
     void closed();
 
@@ -191,6 +193,7 @@ private:
     /// What is to know about the reply in each Channel's box, about the list run and the log.
     std::array<QString, channelCount> m_replyNotes;
     QString m_runNote;
+    QString m_listNote;
     QString m_logNote;
 };
 

@@ -67,6 +67,11 @@ void Main::buildCommandList()
             [this](const QString &note) { setNote(m_logNote, note); });
     connect(m_engine, &TransferEngine::noted, this,
             [this](const QString &note) { setNote(m_runNote, note); });
+    connect(commandList, &CommandListArea::noted, this, [this](const QString &note) {
+        setNote(m_listNote, note);
+        if (!note.isEmpty())
+            Q_EMIT noted(note);
+    });
     m_splitter->addWidget(commandList);
 }
 

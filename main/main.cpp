@@ -128,6 +128,9 @@ int runUnattended(const Job &job)
     QObject::connect(&window, &Main::faultReported, &window, [&job](const QString &fault) {
         job.messages << printableText::message(fault) << Qt::endl;
     });
+    QObject::connect(&window, &Main::noted, &window, [&job](const QString &note) {
+        job.messages << printableText::message(note) << Qt::endl;
+    });
     std::optional<int> exitCode;
     QTimer::singleShot(0, &window, [&] {
         exitCode = job.line.task == CommandLine::Task::Run

@@ -2,7 +2,9 @@
 
 #include "ListFixture.h"
 #include "lists/frmList.h"
+#include "tests/support/WriteLimit.h"
 
+#include <QLabel>
 #include <QTest>
 
 using namespace corvane;
@@ -15,7 +17,12 @@ using Outcome = Dialogs::FileChoice::Outcome;
 class Area : public ListFixture
 {
 protected:
-    Area() { m_area.resize(1000, 320); }
+    Area()
+    {
+        m_area.resize(1000, 320);
+        QObject::connect(&m_area, &CommandListArea::noted, &m_area,
+                         [this](const QString &note) { m_note = note; });
+    }
 
     QByteArray saved()
     {
@@ -54,8 +61,18 @@ protected:
             .arg(m_area.lblFileName->text(), m_host.caption);
     }
 
+    /// The user closes the window at its frame.
+    static void closeByHand(QWidget &window)
+    {
+        QCloseEvent close;
+        QSpontaneKeyEvent::setSpontaneous(&close);
+        qApp->notify(&window, &close); // sendEvent would take the mark away
+    }
+
     void key(int code) { QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code)); }
     bool editing() const { return m_area.txtFlexText->isVisible(); }
+
+    QString m_note;
 };
 
 } // namespace
@@ -91,13 +108,17 @@ TEST_F(Area, AFailedLoadSaysSoAndTheNameBeforeStaysWhenNothingWasOpened)
     m_dialogs.answerOpen({Outcome::Chosen, path("missing.tst")});
     m_area.cmdLoad->click();
     EXPECT_EQ(shown(), u"100x6 at 0.0, a.kms, Corvane - a.kms");
+    EXPECT_EQ(m_note, u"missing.tst: No such file or directory");
     EXPECT_EQ(m_module.ListKind, 2);
     m_dialogs.expectMessage(
         u"Error occurred while trying to open file.  Please check string format "
         "on each line: command space value.  Comments are proceeded by //"
         "\r\nFunction cmdLoad_Click"_s);
-    load("bad.tst", "? SP x\n? SP\n");
+    load("bad.tst", "wait\n? SP x\n? SP\n");
     EXPECT_EQ(shown(), u"100x6 at 0.0, bad.tst, Corvane - bad.tst");
+    EXPECT_EQ(m_note, u"bad.tst: line 3: too few words; 1 line ignored: line 1");
+    m_area.cmdClear->click();
+    EXPECT_EQ(m_note, QString());
 }
 
 TEST_F(Area, SavingWritesSettingsUnderTheChosenNameAndTheCaptionKeepsTheOldOne)
@@ -113,12 +134,16 @@ TEST_F(Area, SavingWritesSettingsUnderTheChosenNameAndTheCaptionKeepsTheOldOne)
     m_area.txtVDL->setPlainText(u"\u00a0one\n\ntwo"_s);
     save(Outcome::Chosen, m_area.cmdSave);
     EXPECT_EQ(saved(), "\\\\\xa0one\r\n\\\\two\r\n= SP 50\r\nSP \r\n");
+    EXPECT_EQ(m_note, u"Row 3 has no command: it and the rows below it were not saved");
     EXPECT_EQ(shown(), u"5x4 at 0.0, b.kms, Corvane - a.kms");
     m_grid.setText(1, 2, u"\u20ac"_s);
     for (const Outcome outcome : {Outcome::Chosen, Outcome::InvalidName}) {
         m_dialogs.expectMessage(u"Error occurred while trying to save file."_s);
         save(outcome, m_area.cmdSave);
         EXPECT_TRUE(saved().endsWith("= SP 50\r\nSP \r\n"));
+        EXPECT_EQ(m_note, outcome == Outcome::Chosen
+                              ? u"b.kms: line 3: \"\u20ac\" (U+20ac) does not fit into 8-bit text"
+                              : u"b.kms: no file can have this name");
     }
     load("t.tst", "= SP 1\n");
     m_area.cmdSave_Click(); // asks nothing: only settings are saved this way
@@ -172,8 +197,15 @@ TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
     key(Qt::Key_Return);
     EXPECT_EQ(m_grid.text(1, 2), u"75");
     EXPECT_EQ(m_grid.currentRow(), 2);
-    for (const int code : {Qt::Key_F2, Qt::Key_9, Qt::Key_Escape})
+    // What the box does not use is not the grid's.
+    const int unused[] = {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt,      Qt::Key_Meta,
+                          Qt::Key_Up,    Qt::Key_F2,      Qt::Key_PageDown, Qt::Key_CapsLock};
+    for (const int code : {Qt::Key_F2, Qt::Key_9})
         key(code);
+    for (const int code : unused)
+        key(code);
+    EXPECT_TRUE(editing() && m_area.txtFlexText->text() == u"9");
+    key(Qt::Key_Escape);
     EXPECT_EQ(m_grid.text(2, 2), u"5");
     for (const int code : {Qt::Key_Enter, Qt::Key_8, Qt::Key_Enter})
         key(code);
@@ -248,4 +280,73 @@ TEST_F(Area, TheEditorSavesTheTextAsItStandsAndTheListIsReadBackFromTheFile)
     EXPECT_TRUE(editor.isVisible() && editor.txtList->isReadOnly());
     editor.cmdCAncel->click();
     EXPECT_FALSE(editor.isVisible());
+}
+
+TEST_F(Area, TheEditorAsksBeforeAChangeIsLostUnlessCancelled)
+{
+    const Dialogs::MessageBox question{
+        .text = u"The text has been changed.  Close without saving it?"_s,
+        .icon = Dialogs::Icon::Exclamation,
+        .buttons = Dialogs::Buttons::YesNo};
+    const std::function<void(frmList &)> leavings[] = {
+        [](frmList &editor) { QTest::keyClick(&editor, Qt::Key_Escape); }, &closeByHand};
+    for (const auto &leave : leavings) {
+        m_area.cmdEditList->click();
+        frmList &editor = *m_area.findChild<frmList *>();
+        EXPECT_EQ(editor.text(), QString()); // a row that holds nothing gives no line
+        leave(editor);
+        EXPECT_FALSE(editor.isVisible());
+        m_area.cmdEditList->click();
+        QTest::keyClicks(editor.txtList, u"= SP 50"_s);
+        m_dialogs.expectMessage(question, Dialogs::Answer::No);
+        leave(editor);
+        EXPECT_TRUE(editor.isVisible());
+        m_dialogs.expectMessage(question, Dialogs::Answer::Yes);
+        leave(editor);
+        EXPECT_FALSE(editor.isVisible());
+    }
+    m_area.cmdEditList->click();
+    frmList &editor = *m_area.findChild<frmList *>();
+    QTest::keyClicks(editor.txtList, u"= SP 50"_s);
+    {
+        m_dialogs.expectMessage(u"Error occurred while trying to save file."_s);
+        m_dialogs.answerSave({Outcome::Chosen, path("b.kms")});
+        const WriteLimit full(2);
+        editor.cmdSave_Click();
+    }
+    EXPECT_EQ(m_note + u'|' + editor.lblNote->text(), u"b.kms: File too large|"_s + m_note);
+    EXPECT_FALSE(QFile::exists(path("b.kms")));
+    editor.cmdCAncel->click();
+    EXPECT_FALSE(editor.isVisible());
+}
+
+TEST_F(Area, WhatALoadThatBrokeOffDidNotReadIsNotSavedOverUnasked)
+{
+    const QByteArray whole = "A\nB\n" + QByteArray(70'000, 'x') + "\nC\n";
+    m_dialogs.expectMessage(
+        u"Error occurred while trying to open file.\r\nFunction cmdLoad_Click"_s);
+    load("b.kms", whole);
+    m_area.cmdEditList->click();
+    frmList &editor = *m_area.findChild<frmList *>();
+    EXPECT_EQ(editor.text(), u"A\r\nB\r\n");
+    const QString warning = u"The lines of b.kms from line 3 on have not been read.  Saving over "
+                            "that file would lose them."_s;
+    EXPECT_TRUE(editor.lblNote->isVisible());
+    EXPECT_EQ(editor.lblNote->text(), warning);
+    const Dialogs::MessageBox question{.text = warning + u"\r\nSave all the same?"_s,
+                                       .icon = Dialogs::Icon::Exclamation,
+                                       .buttons = Dialogs::Buttons::YesNo};
+    for (QPushButton *button : {editor.cmdSave, m_area.cmdSave}) {
+        m_dialogs.expectMessage(question, Dialogs::Answer::No);
+        save(Outcome::Chosen, button);
+        EXPECT_EQ(saved(), whole);
+    }
+    m_dialogs.answerSave({Outcome::Chosen, path("other.kms")});
+    m_area.cmdSave_Click();
+    m_dialogs.expectMessage(question, Dialogs::Answer::Yes);
+    save(Outcome::Chosen, editor.cmdSave);
+    EXPECT_EQ(saved(), "A\r\nB\r\n");
+    m_area.cmdEditList->click();
+    EXPECT_FALSE(editor.lblNote->isVisible());
+    save(Outcome::Chosen, editor.cmdSave); // nothing is left to be lost
 }

@@ -1,6 +1,7 @@
 #include "lists/ListFile.h"
 
 #include "ListFixture.h"
+#include "lists/ListNotes.h"
 
 #include <QRandomGenerator>
 
@@ -98,6 +99,8 @@ TEST_F(ListFile, ALineWithoutAWordThatIsTakenEndsTheReadingAndKeepsTheRowsBefore
         const ListContents list =
             read("a.tst", QByteArray("= SP 1\nnothing\n") + bad + "\n= SP 2\n");
         EXPECT_EQ(list.end, End::BadLine) << bad;
+        EXPECT_EQ(listNotes::ofLoad(u"a"_s, list),
+                  u"a: line 3: too few words; 1 line ignored: line 2");
         EXPECT_EQ(row(list, 1) + row(list, 2), "=|SP|1||||");
         EXPECT_EQ(list.table.text(2, 0), u"2");
         EXPECT_EQ(list.table.rowCount(), 100);
@@ -155,8 +158,35 @@ TEST_F(ListFile, WhatIsNoReadableFileIsNotOpened)
     ASSERT_EQ(mkfifo(QFile::encodeName(paths.back()).constData(), 0600), 0);
     paths.append(QStringLiteral("/dev/zero"));
 #endif
-    for (const QString &each : paths)
+    for (const QString &each : paths) {
         EXPECT_EQ(listFile::read(each).end, End::NotOpened) << each.toStdString();
+        EXPECT_FALSE(listFile::read(each).reason.isEmpty());
+    }
+}
+
+TEST_F(ListFile, LinesThatAreNotInTheListAreCountedAndAByteOrderMarkIsNoText)
+{
+    struct
+    {
+        const char *name;
+        const char *text;
+        const char *note;
+    } const rows[] = {
+        {"a.tst", "// c\n\n= SP 1 2\n! SP 5 0.1\n# CONST A = 1\n# PAUSE\nwait # PAUSE\n ", ""},
+        {"a.tst", "\xef\xbb\xbf= SP 1\n", ""},
+        {"a.tst", "= SP 1\n\xef\xbb\xbf= SP 2\n", "1 line ignored: line 2"},
+        {"a.tst", "\n = SP 1\nx\n# CONST A 1\n # PAUSE", "4 lines ignored, the first is line 2"},
+        {"a.tst", "=SP 25\n! SP 5 0.1 x\n! SP 5 0.1 \n",
+         "3 lines of which words are left out, the first is line 1"},
+        {"a.kms", "\xef\xbb\xbfSP\nA B C D\nUUT a b c\n    \n", "1 line ignored: line 2"},
+        {"a.kmp", "= SP 1 2 3\r\n? SP 1\r\nSP\r\n", "2 lines ignored, the first is line 2"}};
+    for (const auto &each : rows) {
+        const ListContents list = read(each.name, each.text);
+        EXPECT_EQ(list.end, End::Complete);
+        const QString note = listNotes::ofLoad(QString::fromLatin1(each.name), list);
+        EXPECT_EQ(note.section(u": "_s, 1).toStdString(), each.note) << each.text;
+    }
+    EXPECT_EQ(row(read("a.kms", "\xef\xbb\xbfSP"), 1), "SP|");
 }
 
 TEST_F(ListFile, HostileFilesAreReadToTheirEndOrKeepTheRowsBefore)
@@ -169,6 +199,7 @@ TEST_F(ListFile, HostileFilesAreReadToTheirEndOrKeepTheRowsBefore)
 
     const ListContents wide = read("wide.kms", "A\nB\n" + QByteArray(50 << 20, 'x') + "\nC\n");
     EXPECT_EQ(wide.end, End::Failed);
+    EXPECT_EQ(listNotes::ofLoad(u"a.kms"_s, wide), u"a.kms: line 3: longer than 65536 characters");
     EXPECT_EQ(row(wide, 2), "B|");
     EXPECT_EQ(wide.table.rowCount(), 100);
 

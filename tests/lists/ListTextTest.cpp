@@ -50,10 +50,10 @@ protected:
 TEST_F(ListText, ReadsBackToTheSameListForAllThreeKinds)
 {
     ListContents lists[] = {
-        listOf(0, u"SP\n= SP|50\nSP 50\nSP \n\nUUT1|serial  4711\nuut\n\u00e9\t"_s),
-        listOf(1, u"=|SP|50  60\n=|SP\n=||50\n=\n\n=X|SP|1"_s),
+        listOf(0, u"SP\n= SP|50\nSP 50\nSP \nUUT1|serial  4711\nuut\n\u00e9\t"_s),
+        listOf(1, u"=|SP|50  60\n=|SP\n=||50\n=\n=X|SP|1"_s),
         listOf(2, u"=|SP|25 26\n=|SP\n?|SP|x\n?|SP\n!|SP|25|0.5\n!|SP||0.5\n!||25\n"
-                  "!|ID|\"READY  OR \"NOT\"\"\n#\nwait\n=SP\n"_s)};
+                  "!|ID|\"READY  OR \"NOT\"\"\n#\nwait\n=SP"_s)};
     for (ListContents &list : lists) {
         list.comments = QStringLiteral(" a\r\n\r\nb // c\r\n\\\\d\r\n");
         if (list.kind == 2)
@@ -74,4 +74,7 @@ TEST_F(ListText, WhatTheSyntaxCannotHoldKeepsItsRowAndWhatIsSent)
     // Quotes do not change what a check means, and to a text a tolerance means nothing.
     readBack(listOf(2, u"!|ID|READY NOW\n!|ID|\"A\"|1"_s));
     EXPECT_EQ(m_text, u"! ID \"READY NOW\"\r\n! ID \"A\"\r\n");
+    // Nothing that was typed becomes a mere pause, and a row that holds nothing gives no line.
+    readBack(listOf(2, u"|SP|25\n\n#|SP\nwait||5\n=SP|25\n||||25.0"_s));
+    EXPECT_EQ(m_text, u" SP 25 # PAUSE\r\n# PAUSE SP\r\nwait 5 # PAUSE\r\n=SP 25\r\n");
 }

@@ -1,0 +1,40 @@
+#include "lists/UnreadRest.h"
+
+#include "lists/ListKinds.h"
+#include "lists/ListTexts.h"
+#include "platform/Dialogs.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace corvane {
+
+UnreadRest::UnreadRest(const QString &path, const ListContents &contents)
+{
+    if (contents.end == ListContents::End::Complete)
+        return;
+    m_file = QFileInfo(path).canonicalFilePath();
+    m_line = std::max(contents.endLine, 1);
+}
+
+QString UnreadRest::warning() const
+{
+    return m_file.isEmpty() ? QString()
+                            : listTexts::restNotRead().arg(listKinds::fileName(m_file)).arg(m_line);
+}
+
+bool UnreadRest::isIn(const QString &path) const
+{
+    return !m_file.isEmpty() && QFileInfo(path).canonicalFilePath() == m_file;
+}
+
+bool UnreadRest::maySaveTo(const QString &path, Dialogs &dialogs, QWidget *parent) const
+{
+    return !isIn(path) || dialogs.showMessage(
+                              parent, {.text = warning() + listTexts::saveAllTheSame(),
+                                       .icon = Dialogs::Icon::Exclamation,
+                                       .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes;
+}
+
+} // namespace corvane
