@@ -2,11 +2,10 @@
 
 #include "bench/BenchDevice.h"
 #include "bench/Fault.h"
+#include "tests/support/Soon.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -16,22 +15,7 @@
 
 namespace corvane::bench {
 
-/// Processes events until the condition holds; false when it does not within 20 seconds.
-template <typename Condition>
-bool soon(Condition done)
-{
-    // Descriptors are asked, not watched: something has to wake the loop.
-    QTimer tick;
-    tick.start(1);
-    QElapsedTimer timer;
-    timer.start();
-    while (!done()) {
-        if (timer.hasExpired(20000))
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
+using corvane::soon;
 
 /// The reply to a line; "(silent)" when there is none.
 inline std::string ask(BenchDevice &device, const QByteArray &line)

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QTcpServer>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -96,10 +97,11 @@ TEST_F(WholeBench, FaultsActAtTheirPlaceUntilTheyAreCleared)
 TEST(Bench, SaysWhatCouldNotStartAndRunsTheRest)
 {
     BenchOptions options = anyPorts();
-    options.linkFolder = QStringLiteral("/nowhere");
+    const QTemporaryDir folder;
+    options.linkFolder = folder.filePath(QStringLiteral("missing"));
     Bench bench(options);
     EXPECT_FALSE(bench.start());
-    EXPECT_TRUE(bench.errorString().contains(QStringLiteral("/nowhere/rs485")));
+    EXPECT_TRUE(bench.errorString().contains(options.linkFolder + QStringLiteral("/rs485")));
     TcpUser tcp(bench.chamberPort());
     tcp.send("? SN\r");
     tcp.expect("CH-10421\r\n");

@@ -1,10 +1,13 @@
+#include "BenchSupport.h"
+
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <csignal>
 #include <gtest/gtest.h>
+
+using namespace corvane::bench;
 
 namespace {
 
@@ -25,12 +28,14 @@ protected:
     }
     bool prints(const char *text)
     {
-        return QTest::qWaitFor(
-            [&] {
-                output += process.readAllStandardOutput();
-                return output.contains(text);
-            },
-            20000);
+        return soon([&] {
+            output += process.readAllStandardOutput();
+            return output.contains(text);
+        });
+    }
+    bool ends()
+    {
+        return soon([this] { return process.state() == QProcess::NotRunning; });
     }
     [[nodiscard]] QStringList links() const
     {
@@ -58,7 +63,7 @@ TEST_F(Console, SaysWhatIsWhereAndTakesOrdersUntilItQuits)
     EXPECT_TRUE(prints("sensor on channel 3"));
     EXPECT_TRUE(prints("no place \"nonsense\""));
     process.write("quit\n");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20000));
+    ASSERT_TRUE(ends());
     EXPECT_EQ(process.exitCode(), 0);
     EXPECT_TRUE(links().isEmpty());
 }
@@ -70,11 +75,12 @@ TEST_F(Console, SignalsEndItCleanlyAndTheEndOfItsInputDoesNot)
         start({QStringLiteral("--links"), folder.path()});
         ASSERT_TRUE(prints("\"quit\" ends."));
         process.closeWriteChannel();
-        QTest::qWait(100);
+        PtyUser user(folder.filePath(QStringLiteral("rs232"))); // still served
+        user.send("? SN\r");
+        user.expect("CH-10421\r\n");
         ASSERT_EQ(process.state(), QProcess::Running);
         ::kill(static_cast<pid_t>(process.processId()), signal);
-        ASSERT_TRUE(
-            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20000));
+        ASSERT_TRUE(ends());
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         EXPECT_TRUE(links().isEmpty());
     }

@@ -11,6 +11,17 @@ using namespace corvane::bench;
 
 namespace {
 
+/// Keeps each piece that it is given.
+class NotedStream : public ByteStream
+{
+public:
+    void send(const QByteArray &bytes) override { sent.append(bytes); }
+    [[nodiscard]] qint64 backlog() const override { return 0; }
+    void dropPeer() override {}
+
+    QByteArrayList sent;
+};
+
 class EchoOnTcp : public testing::Test
 {
 protected:
@@ -54,24 +65,20 @@ TEST_F(EchoOnTcp, AnswersEachOfSeveralClientsWithItsOwnReplies)
 
 TEST_F(EchoOnTcp, ASlowReplyIsNotThereBeforeItsTimeNorASplitOneWhole)
 {
-    TcpUser user(port.port());
-    order("slow 120");
-    QElapsedTimer timer;
-    timer.start();
-    user.send("A\r");
-    user.expect("A\r\n");
-    EXPECT_GE(timer.elapsed(), 119);
-
-    order("split 60");
-    user.send("<05:ABCD\r");
-    QStringList seen;
-    EXPECT_TRUE(soon([&] {
-        const QString now = QString::fromLatin1(user.input());
-        if (!now.isEmpty() && (seen.isEmpty() || seen.constLast() != now))
-            seen.append(now);
-        return now.endsWith(u'\n');
-    }));
-    EXPECT_EQ(seen.join(u'|').toStdString(), "<0|<05:A|<05:ABCD|<05:ABCD\r|<05:ABCD\r\n");
+    NotedStream stream;
+    link.attach(stream);
+    const auto sentAfter = [&](const char *fault, const char *line, int leastMs) {
+        order(fault);
+        stream.sent.clear();
+        QElapsedTimer timer;
+        timer.start();
+        Q_EMIT stream.received(line);
+        EXPECT_TRUE(soon([&] { return stream.sent.join().endsWith('\n'); }));
+        EXPECT_GE(timer.elapsed(), leastMs - 1);
+        return stream.sent.join('|').toStdString();
+    };
+    EXPECT_EQ(sentAfter("slow 60", "A\r", 60), "A\r\n");
+    EXPECT_EQ(sentAfter("split 10", "<05:ABCD\r", 40), "<0|5:A|BCD|\r|\n");
 }
 
 TEST_F(EchoOnTcp, AFloodArrivesWholeWhileOthersAreServedAndEndsByAnotherOrder)

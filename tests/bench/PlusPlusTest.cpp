@@ -2,7 +2,7 @@
 #include "bench/PlusPlusController.h"
 #include "bench/TcpPort.h"
 
-#include <QTest>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
@@ -96,8 +96,9 @@ TEST_F(PlusPlus, FaultsOfAnInstrumentShowAtItsAddressOnly)
     order("late");
     dialogue("A?\n++read eoi\nB?\n++read eoi\n", "A?\r\n");
     order("slow 60");
+    const QSignalSpy late(&five, &GpibStation::ready);
     dialogue("A?\n++read eoi\n", "");
-    QTest::qWait(100);
+    EXPECT_TRUE(soon([&late] { return !late.empty(); }));
     dialogue("++read eoi\n", "A?\r\n");
     order("noend");
     dialogue("A?\n++read eoi\n", "A?");
@@ -132,8 +133,8 @@ TEST_F(PlusPlus, FaultsOfTheControllerItselfSpoilItsReplies)
 TEST_F(PlusPlus, SettingsOutliveTheConnectionAndACutReadDisturbsNobody)
 {
     dialogue("++addr 7\n++read_tmo_ms 3000\n", "");
-    user->send("++read eoi\n++addr 9\n");
-    QTest::qWait(50);
+    user->send("++addr 5\nheard\n++addr 7\n++read eoi\n++addr 9\n");
+    EXPECT_TRUE(soon([this] { return atFive.heard.contains("heard"); }));
     user.reset();
     dialogue("++addr\n", "7\r\n");
 }

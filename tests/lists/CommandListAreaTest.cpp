@@ -40,7 +40,8 @@ protected:
     void showWithFocus()
     {
         m_area.show();
-        QApplication::setActiveWindow(&m_area);
+        m_area.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_area, 30000));
         m_grid.setFocus();
         m_grid.setCurrentCell(1, 1);
     }

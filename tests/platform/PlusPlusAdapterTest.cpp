@@ -1,3 +1,5 @@
+#include "platform/PlusPlusAdapter.h"
+
 #include "Faults.h"
 #include "Pty.h"
 #include "ScriptedController.h"
@@ -6,7 +8,9 @@
 #include "platform/SystemClock.h"
 #include "platform/WaitGroup.h"
 
-#include <QElapsedTimer>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -19,24 +23,17 @@ class PlusPlusAdapterTest : public testing::Test
 protected:
     static constexpr int timeoutMs = 300;
 
-    PlusPlusAdapterTest()
-    {
-        const GpibAdapterChoice choice{.kind = GpibAdapterChoice::Kind::Tcp,
-                                       .host = QStringLiteral("127.0.0.1"),
-                                       .port = controller.serverPort()};
-        adapter = GpibAdapterFactory().make(choice, 0);
-    }
-
     QByteArray ask(const QByteArray &question)
     {
-        adapter->write(meter, question, timeoutMs, waits);
-        return adapter->read(meter, timeoutMs, waits);
+        adapter.write(meter, question, timeoutMs, waits);
+        return adapter.read(meter, timeoutMs, waits);
     }
 
-    ScriptedController controller;
-    SystemClock clock;
+    FakeClock clock;
     WaitGroup waits{clock};
-    std::unique_ptr<GpibAdapter> adapter;
+    std::unique_ptr<ScriptedController> stream = std::make_unique<ScriptedController>(clock);
+    ScriptedController &controller = *stream;
+    PlusPlusAdapter adapter{std::move(stream)};
     const GpibAddress meter{0, 5, {}};
 };
 
@@ -44,26 +41,29 @@ TEST_F(PlusPlusAdapterTest, SetsTheControllerUpOnceAndEscapesWhatHasAMeaning)
 {
     controller.replies = {"12.5\r\n"};
     EXPECT_EQ(ask("a+\r\n\x1b\xff"), "12.5\r\n");
-    adapter->clear({0, 7, 96}, waits);
-    EXPECT_EQ(adapter->version(waits), u"AR488 GPIB controller, ver. 0.53");
+    adapter.clear({0, 7, 96}, waits);
+    EXPECT_EQ(adapter.version(waits), u"AR488 GPIB controller, ver. 0.53");
     EXPECT_EQ(
         controller.lines,
         (QByteArrayList{"++ver", "++mode 1", "++auto 0", "++eoi 1", "++eos 3", "++eot_enable 0",
                         "++addr 5", "a\x1b+\x1b\r\x1b\n\x1b\x1b\xff", "++read_tmo_ms 300",
                         "++read eoi", "++ver", "++addr 7 96", "++clr", "++ver"}));
     EXPECT_EQ(controller.connections, 1);
-    EXPECT_EQ(adapter->description(),
-              QStringLiteral("\"++\" controller at 127.0.0.1:%1").arg(controller.serverPort()));
+    EXPECT_EQ(adapter.description(), QStringLiteral("\"++\" controller at memory"));
 }
 
 TEST_F(PlusPlusAdapterTest, LongTimeOutsAreReadInSlicesThatEveryControllerTakes)
 {
     controller.versionText = "Prologix GPIB-ETHERNET Controller version 01.06.06.00\r\n";
-    adapter->write(meter, "?", 59999, waits);
-    QTimer::singleShot(100, &controller, [this] { waits.close(); });
-    EXPECT_EQ(adapter->read(meter, 59999, waits), "");
+    adapter.write(meter, "?", 59999, waits);
+    const quint32 start = clock.MS_TIMER();
+    EXPECT_EQ(adapter.read(meter, 59999, waits), "");
+    EXPECT_EQ(clock.MS_TIMER() - start, 59999U);
+    EXPECT_EQ(controller.lines.count("++read eoi"), 20);
     EXPECT_TRUE(controller.lines.contains("++read_tmo_ms 3000"));
     EXPECT_EQ(controller.lines[1], "++savecfg 0"); // this maker's would save every setting
+    clock.after(100, [this] { waits.close(); });
+    EXPECT_EQ(adapter.read(meter, 59999, waits), "");
     waits.reopen();
     controller.replies = {"fresh"};
     EXPECT_EQ(ask("?"), "fresh"); // nothing of the cancelled read is left
@@ -72,30 +72,30 @@ TEST_F(PlusPlusAdapterTest, LongTimeOutsAreReadInSlicesThatEveryControllerTakes)
 
 TEST_F(PlusPlusAdapterTest, FaultyControllersNeverHoldAReadLongerThanASecondPastItsTime)
 {
-    // Fault, the device's reply, what is read, what the error says, the latest end in ms.
+    // Fault, the device's reply, what is read, what the error says, when the read ends in ms.
     const std::tuple<Fault, QByteArray, QByteArray, const char *, int> rows[] = {
         {Fault::None, "", "", nullptr, timeoutMs},
         {Fault::Mute, "x", "", "does not answer any more", timeoutMs + 1000},
-        {Fault::Gone, "x", "", "went away", 200},
-        {Fault::Late, "late\n", "late\n", nullptr, timeoutMs},
-        {Fault::Twice, "once\n", "once\n", nullptr, 200},
-        {Fault::Garbage, "x", "\x01\xff\x80garbage", nullptr, timeoutMs + 1000},
-        {Fault::DropsMark, "12\n", "12\n", nullptr, timeoutMs + 1000},
-        {Fault::DropsMark, "", "", nullptr, timeoutMs + 1000},
-        {Fault::MarkFirst, "12\n", "12\n", nullptr, 200},
+        {Fault::Gone, "x", "", "went away", 0},
+        {Fault::Late, "late\n", "late\n", nullptr, 150},
+        {Fault::Twice, "once\n", "once\n", nullptr, 0},
+        {Fault::Garbage, "x", "\x01\xff\x80garbage", nullptr, timeoutMs + 400},
+        // From here on the mark is not asked for.
+        {Fault::DropsMark, "12\n", "12\n", nullptr, 0},
+        {Fault::DropsMark, "", "", nullptr, timeoutMs},
+        {Fault::MarkFirst, "12\n", "12\n", nullptr, 0},
     };
-    for (const auto &[fault, reply, expected, said, latestMs] : rows) {
+    for (const auto &[fault, reply, expected, said, endMs] : rows) {
         const int number = static_cast<int>(fault);
-        adapter->write(meter, "?", timeoutMs, waits);
+        adapter.write(meter, "?", timeoutMs, waits);
         EXPECT_TRUE(waits.wait(20) == WaitEnd::TimedOut);
         controller.fault = fault;
         controller.replies = {reply};
-        QElapsedTimer time;
-        time.start();
+        const quint32 start = clock.MS_TIMER();
         QByteArray read;
-        EXPECT_TRUE(failsSaying(said, [&] { read = adapter->read(meter, timeoutMs, waits); }))
+        EXPECT_TRUE(failsSaying(said, [&] { read = adapter.read(meter, timeoutMs, waits); }))
             << number;
-        EXPECT_LT(time.elapsed(), latestMs + 150) << number;
+        EXPECT_EQ(static_cast<int>(clock.MS_TIMER() - start), endMs) << number;
         EXPECT_EQ(read, expected) << number;
 
         controller.fault = Fault::None;
@@ -149,30 +149,56 @@ TEST(PlusPlusReply, TellsTheWholeReplyFromThePartByWhereTheMarkStands)
 TEST_F(PlusPlusAdapterTest, ADeviceThatTalksWithoutEndIsCut)
 {
     controller.fault = Fault::Endless;
-    QElapsedTimer time;
-    time.start();
+    const quint32 start = clock.MS_TIMER();
     EXPECT_TRUE(ask("?").startsWith("endless endless "));
-    EXPECT_LT(time.elapsed(), timeoutMs + 1300);
-    EXPECT_EQ(adapter->replyEnd(), gpibReply::End::Endless);
+    EXPECT_EQ(clock.MS_TIMER() - start, timeoutMs + 1000U);
+    EXPECT_EQ(adapter.replyEnd(), gpibReply::End::Endless);
     controller.fault = Fault::None;
     controller.replies = {"12\n"};
     EXPECT_EQ(ask("?"), "12\n");
     EXPECT_EQ(controller.connections, 2);
 }
 
-TEST_F(PlusPlusAdapterTest, AControllerThatCannotBeReachedIsAFaultThatSaysSo)
+TEST_F(PlusPlusAdapterTest, AControllerThatDoesNotAnswerIsAFaultThatSaysSo)
 {
     controller.fault = Fault::Mute;
-    EXPECT_TRUE(failsSaying("not answer \"++ver\"", [this] { adapter->open(meter, waits); }));
-    controller.close();
-    EXPECT_TRUE(failsSaying("refused", [this] { adapter->write(meter, "x", 100, waits); }));
+    EXPECT_TRUE(failsSaying("not answer \"++ver\"", [this] { adapter.open(meter, waits); }));
     waits.close();
-    EXPECT_EQ(adapter->read(meter, timeoutMs, waits), "");
-    EXPECT_EQ(adapter->version(waits), QString());
+    EXPECT_EQ(adapter.read(meter, timeoutMs, waits), "");
+    EXPECT_EQ(adapter.version(waits), QString());
 }
 
-TEST_F(PlusPlusAdapterTest, ASerialControllerIsGivenTimeToStartAndSmallPieces)
+TEST(PlusPlusOverTcp, AControllerThatGoesAwayOrRefusesIsAFaultThatSaysSo)
 {
+    SystemClock clock;
+    WaitGroup waits{clock};
+    QTcpServer controller;
+    ASSERT_TRUE(controller.listen(QHostAddress::LocalHost));
+    QObject::connect(&controller, &QTcpServer::newConnection, &controller, [&controller] {
+        QTcpSocket *far = controller.nextPendingConnection();
+        QObject::connect(far, &QIODevice::readyRead, far, [far] {
+            far->readAll().contains("++read") ? far->disconnectFromHost()
+                                              : void(far->write("V1\n"));
+        });
+    });
+    const auto adapter = GpibAdapterFactory().make({.kind = GpibAdapterChoice::Kind::Tcp,
+                                                    .host = QStringLiteral("127.0.0.1"),
+                                                    .port = controller.serverPort()},
+                                                   0);
+    EXPECT_EQ(adapter->version(waits), u"V1");
+    EXPECT_EQ(adapter->description(),
+              QStringLiteral("\"++\" controller at 127.0.0.1:%1").arg(controller.serverPort()));
+    const auto read = [&] { adapter->read({0, 5, {}}, 30000, waits); };
+    EXPECT_TRUE(failsSaying("went away during a read", read));
+    controller.close();
+    EXPECT_TRUE(failsSaying("refused", read));
+}
+
+TEST(PlusPlusOverSerialLine, AControllerIsGivenTimeToStartAndSmallPieces)
+{
+    SystemClock clock;
+    WaitGroup waits{clock};
+    const GpibAddress meter{0, 5, {}};
     const Pty far;
     QByteArray sent;
     QTimer answer;
@@ -187,14 +213,17 @@ TEST_F(PlusPlusAdapterTest, ASerialControllerIsGivenTimeToStartAndSmallPieces)
     QTimer::singleShot(500, &answer, [&far] { far.write("boot noise"); });
     const auto serial = GpibAdapterFactory().make(
         {.kind = GpibAdapterChoice::Kind::Serial, .device = far.device()}, 0);
-    serial->write(meter, QByteArray(200, 'x'), timeoutMs, waits);
+    serial->write(meter, QByteArray(200, 'x'), 300, waits);
     EXPECT_EQ(serial->version(waits), u"AR488");
     EXPECT_TRUE(sent.startsWith("++ver\n++mode 1\n"));
     EXPECT_TRUE(sent.contains("++addr 5\n" + QByteArray(200, 'x') + '\n'));
-    const auto missing = GpibAdapterFactory().make(
-        {.kind = GpibAdapterChoice::Kind::Serial, .device = QStringLiteral("/dev/no")}, 0);
+    const QTemporaryDir folder;
+    const auto missing =
+        GpibAdapterFactory().make({.kind = GpibAdapterChoice::Kind::Serial,
+                                   .device = folder.filePath(QStringLiteral("gone"))},
+                                  0);
     EXPECT_TRUE(
-        failsSaying("GPIB controller: /dev/no: there", [&] { missing->open(meter, waits); }));
+        failsSaying("/gone: there is no such device", [&] { missing->open(meter, waits); }));
 }
 
 TEST(GpibAdapterChoice, IsReadAndWrittenAsText)

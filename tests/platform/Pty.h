@@ -45,6 +45,14 @@ public:
         return buffer.first(std::max<qsizetype>(count, 0));
     }
 
+    /// How many of the written bytes have come and wait for the other side to read them.
+    [[nodiscard]] int waiting() const
+    {
+        int count = 0;
+        ioctl(m_keeper, FIONREAD, &count);
+        return count;
+    }
+
     /// Pulls the adapter out.
     void unplug()
     {

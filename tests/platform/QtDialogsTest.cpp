@@ -24,12 +24,12 @@ protected:
     {
         question.filter = QStringLiteral("Lists(*.kms)|*.kms|Any (*.*)|*.*");
         question.folder = folder.path();
-        QFile(old).open(QIODevice::WriteOnly);
+        EXPECT_TRUE(QFile(old).open(QIODevice::WriteOnly));
         QObject::connect(&watchdog, &QTimer::timeout, &watchdog, [this] {
             ADD_FAILURE() << "a dialog stayed open";
             dialogs.dismissAll();
         });
-        watchdog.start(5000);
+        watchdog.start(30000);
     }
 
     /// Runs the action when the next modal window of the type has opened.
@@ -171,7 +171,7 @@ TEST_F(QtDialogsTest, ANameThatTheFileSystemRefusesIsInvalid)
 {
     answerFile(QString(300, u'x'));
     EXPECT_EQ(dialogs.saveFile(nullptr, question).outcome, Outcome::InvalidName);
-    answerFile(QStringLiteral("/no/such/folder/x.kms"));
+    answerFile(folder.filePath(QStringLiteral("missing/x.kms")));
     EXPECT_EQ(dialogs.saveFile(nullptr, question).outcome, Outcome::InvalidName);
 
     for (const QString &bad : {QString(), QStringLiteral("/"), folder.path(), QStringLiteral(".."),

@@ -1,11 +1,11 @@
 #include "platform/QtTcpClient.h"
 
 #include "Faults.h"
+#include "tests/support/Soon.h"
 
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QTcpServer>
-#include <QTest>
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -28,7 +28,7 @@ protected:
     QTcpSocket &connected()
     {
         client.connectToPeer();
-        EXPECT_TRUE(QTest::qWaitFor([this] {
+        EXPECT_TRUE(soon([this] {
             return client.state() == SocketState::Connected && server.hasPendingConnections();
         }));
         return *server.nextPendingConnection();
@@ -36,7 +36,7 @@ protected:
 
     bool reaches(SocketState state)
     {
-        return QTest::qWaitFor([this, state] { return client.state() == state; });
+        return soon([this, state] { return client.state() == state; });
     }
 
     QTcpServer server;
@@ -52,17 +52,17 @@ TEST_F(QtTcpClientTest, ConnectsExchangesAndClosesThroughItsStatesInOrder)
     EXPECT_EQ(states, (std::vector{4, 5, 6, 7}));
     EXPECT_THROW(client.connectToPeer(), PlatformError);
     client.sendData(QByteArray("\0\xff?\r", 4));
-    EXPECT_TRUE(QTest::qWaitFor([&far] { return far.bytesAvailable() == 4; }));
+    EXPECT_TRUE(soon([&far] { return far.bytesAvailable() == 4; }));
     EXPECT_EQ(far.readAll(), QByteArray("\0\xff?\r", 4));
     far.write("reply");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !arrivals.empty(); }));
+    EXPECT_TRUE(soon([this] { return !arrivals.empty(); }));
     EXPECT_EQ(client.getData(), "reply");
     EXPECT_EQ(client.getData(), "");
     client.close();
     client.close();
     EXPECT_EQ(states, (std::vector{4, 5, 6, 7, 0}));
     EXPECT_THROW(client.sendData("x"), PlatformError);
-    EXPECT_TRUE(QTest::qWaitFor([&far] { return far.state() == QTcpSocket::UnconnectedState; }));
+    EXPECT_TRUE(soon([&far] { return far.state() == QTcpSocket::UnconnectedState; }));
     EXPECT_TRUE(errors.empty());
 }
 
@@ -75,7 +75,7 @@ TEST_F(QtTcpClientTest, APeerThatClosesIsNoErrorAndItsLastWordsStayReadable)
         far.write("bye");
         far.flush();
         if (reset) {
-            EXPECT_TRUE(QTest::qWaitFor([this] { return !arrivals.empty(); }));
+            EXPECT_TRUE(soon([this] { return !arrivals.empty(); }));
             const linger atOnce = {1, 0};
             setsockopt(static_cast<int>(far.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
                        sizeof atOnce);
@@ -83,9 +83,8 @@ TEST_F(QtTcpClientTest, APeerThatClosesIsNoErrorAndItsLastWordsStayReadable)
         } else {
             far.disconnectFromHost();
         }
-        EXPECT_TRUE(reaches(SocketState::PeerClosing));
+        EXPECT_TRUE(reaches(SocketState::PeerClosing) && eventsRunDry());
         EXPECT_EQ(client.wasReset(), reset);
-        QTest::qWait(20);
         EXPECT_EQ(states, (std::vector{4, 5, 6, 7, 8}));
         EXPECT_GE(arrivals.size(), 1);
         EXPECT_EQ(client.getData(), "bye");
@@ -108,8 +107,7 @@ TEST_F(QtTcpClientTest, AFailureToConnectIsReportedOnceWithItsNumber)
         patient.setRemoteHost(QLatin1String(host));
         patient.setRemotePort(client.remotePort());
         patient.connectToPeer();
-        EXPECT_TRUE(QTest::qWaitFor([&reports] { return !reports.empty(); }, 9000)) << host;
-        QTest::qWait(20);
+        EXPECT_TRUE(soon([&reports] { return !reports.empty(); }) && eventsRunDry()) << host;
         ASSERT_EQ(reports.size(), 1) << host;
         EXPECT_EQ(reports[0][0].toInt(), number) << host;
         EXPECT_TRUE(reports[0][1].toString().contains(QLatin1String(said))) << host;
@@ -125,21 +123,27 @@ TEST_F(QtTcpClientTest, APeerThatNeverAnswersTimesOutAndCanBeGivenUp)
     deaf.setListenBacklogSize(1);
     deaf.listen(QHostAddress::LocalHost);
     deaf.pauseAccepting();
-    QTcpSocket fillers[3];
+    QTcpSocket fillers[2];
     for (QTcpSocket &filler : fillers) {
         filler.connectToHost(QHostAddress::LocalHost, deaf.serverPort());
-        QTest::qWait(20);
+        EXPECT_TRUE(soon([&filler] { return filler.state() == QTcpSocket::ConnectedState; }));
     }
     client.setRemotePort(deaf.serverPort());
     client.connectToPeer();
     EXPECT_TRUE(reaches(SocketState::Connecting));
     client.close();
     EXPECT_EQ(client.state(), SocketState::Closed);
-    QTest::qWait(250);
+    // A later attempt of another client times out, and nothing was heard of the first.
+    QtTcpClient other{200};
+    QSignalSpy later(&other, &TcpClient::errorOccurred);
+    other.setRemoteHost(client.remoteHost());
+    other.setRemotePort(client.remotePort());
+    other.connectToPeer();
+    EXPECT_TRUE(soon([&later] { return !later.empty(); }));
     EXPECT_TRUE(errors.empty());
 
     client.connectToPeer();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !errors.empty(); }));
+    EXPECT_TRUE(soon([this] { return !errors.empty(); }));
     EXPECT_EQ(errors[0][0].toInt(), 10060);
     EXPECT_EQ(client.state(), SocketState::Error);
 }
@@ -188,8 +192,7 @@ TEST_F(QtTcpClientTest, AFailureIsNotReportedAfterClosing)
         if (client.state() == SocketState::Error)
             client.close();
     });
-    EXPECT_TRUE(reaches(SocketState::Closed));
-    QTest::qWait(20);
+    EXPECT_TRUE(reaches(SocketState::Closed) && eventsRunDry());
     EXPECT_TRUE(errors.empty());
 }
 

@@ -1,18 +1,19 @@
 #pragma once
 
+#include "platform/GpibStream.h"
+#include "platform/PlatformError.h"
+#include "tests/support/FakeClock.h"
+
 #include <QByteArrayList>
-#include <QTcpServer>
-#include <QTcpSocket>
-#include <QTimer>
 
 #include <deque>
 
 namespace corvane {
 
-/// A "++" controller on loopback with one device behind it, and with faults that a test can order.
+/// A "++" controller in memory with one device behind it, and with faults that a test can order.
 /// It works its lines off one after the other: a read without a reply holds up what follows for the
-/// read time-out.
-class ScriptedController : public QTcpServer
+/// read time-out. Its time is the fake clock's.
+class ScriptedController : public GpibStream
 {
 public:
     enum class Fault {
@@ -27,16 +28,39 @@ public:
         Endless    ///< talks without end
     };
 
-    ScriptedController()
+    explicit ScriptedController(FakeClock &clock)
+        : m_clock(clock)
     {
-        listen(QHostAddress::LocalHost);
-        connect(this, &QTcpServer::newConnection, this, [this] {
-            ++connections;
-            m_client = nextPendingConnection();
-            m_todo.clear();
-            m_paused = false;
-            connect(m_client, &QIODevice::readyRead, this, [this] { receive(); });
-        });
+    }
+
+    [[nodiscard]] QString place() const override { return QStringLiteral("memory"); }
+    bool connectToController(WaitGroup &) override
+    {
+        ++connections;
+        m_todo.clear();
+        m_paused = false;
+        return m_connected = true;
+    }
+    [[nodiscard]] bool isConnected() const override { return m_connected; }
+    void drop() override { m_connected = false; }
+    void write(const QByteArray &bytes, WaitGroup &) override
+    {
+        if (!m_connected)
+            throw PlatformError(QStringLiteral("not connected"));
+        QByteArray line;
+        for (qsizetype at = 0; at < bytes.size(); ++at) {
+            if (bytes[at] == '\n') {
+                lines.append(line);
+                m_todo.push_back(std::exchange(line, {}));
+                continue;
+            }
+            line += bytes[at];
+            if (bytes[at] == '\x1b')
+                line += bytes[++at];
+        }
+        if (fault == Fault::MarkFirst && m_todo.size() > 1)
+            std::swap(m_todo[m_todo.size() - 1], m_todo[m_todo.size() - 2]);
+        workOff();
     }
 
     Fault fault = Fault::None;
@@ -46,31 +70,13 @@ public:
     int connections = 0;
 
 private:
-    void receive()
-    {
-        QByteArray line;
-        for (char byte = 0; m_client->getChar(&byte);) {
-            if (byte == '\n') {
-                lines.append(line);
-                m_todo.push_back(std::exchange(line, {}));
-                continue;
-            }
-            line += byte;
-            if (byte == '\x1b' && m_client->getChar(&byte))
-                line += byte;
-        }
-        if (fault == Fault::MarkFirst && m_todo.size() > 1)
-            std::swap(m_todo[m_todo.size() - 1], m_todo[m_todo.size() - 2]);
-        workOff();
-    }
-
     void workOff()
     {
         while (!m_todo.empty() && !m_paused && fault != Fault::Mute) {
             const QByteArray line = m_todo.front();
             m_todo.pop_front();
             if (line == "++ver")
-                m_client->write(versionText);
+                append(versionText);
             else if (line.startsWith("++read_tmo_ms "))
                 m_readTimeoutMs = line.mid(14).toInt();
             else if (line == "++read eoi")
@@ -85,11 +91,11 @@ private:
         if (fault == Fault::Garbage || fault == Fault::DropsMark || fault == Fault::Endless)
             m_todo.clear();
         if (fault == Fault::Gone)
-            m_client->disconnectFromHost();
+            drop();
         else if (fault == Fault::Twice)
-            m_client->write(reply + versionText + reply);
+            append(reply + versionText + reply);
         else if (fault == Fault::Garbage)
-            m_client->write("\x01\xff\x80garbage");
+            append("\x01\xff\x80garbage");
         else if (fault == Fault::Late)
             pause(150, reply);
         else if (fault == Fault::Endless)
@@ -97,24 +103,27 @@ private:
         else if (reply.isEmpty() && fault == Fault::None)
             pause(m_readTimeoutMs, {});
         else
-            m_client->write(reply);
+            append(reply);
     }
 
     void pause(int ms, const QByteArray &thenSay)
     {
         m_paused = true;
-        QTimer::singleShot(ms, Qt::PreciseTimer, m_client, [this, thenSay] {
+        m_clock.after(ms, [this, thenSay, connection = connections] {
+            if (!m_connected || connection != connections)
+                return;
             m_paused = false;
-            m_client->write(thenSay);
+            append(thenSay);
             if (fault == Fault::Endless)
                 m_todo.push_back("++read eoi");
             workOff();
         });
     }
 
-    QTcpSocket *m_client = nullptr;
+    FakeClock &m_clock;
     std::deque<QByteArray> m_todo;
     int m_readTimeoutMs = 1200;
+    bool m_connected = false;
     bool m_paused = false;
 };
 

@@ -1,11 +1,13 @@
 // Stands in for the libraries with the ib* and the vi* functions. Every call is written to the file
-// STANDIN_LOG; STANDIN_REPLY is what a read returns, STANDIN_DELAY how many ms it takes, and
-// STANDIN_FAIL, "function number", which function fails and with which error.
+// STANDIN_LOG; STANDIN_REPLY is what a read returns, as long as the file STANDIN_HOLD exists it
+// does not return, and STANDIN_FAIL, "function number", is which function fails and with which
+// error.
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -33,8 +35,8 @@ long called(const std::string &function, const std::string &format, Values... va
 long takeReply(void *buffer, std::size_t room, bool &last)
 {
     static std::string reply;
-    std::this_thread::sleep_for(
-        std::chrono::milliseconds(std::atoi(setting("STANDIN_DELAY").c_str())));
+    while (std::filesystem::exists(setting("STANDIN_HOLD")))
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     if (reply.empty())
         reply = setting("STANDIN_REPLY");
     const auto count = reply.copy(static_cast<char *>(buffer), room);

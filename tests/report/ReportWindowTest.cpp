@@ -2,13 +2,13 @@
 #include "report/ReportTexts.h"
 #include "report/frmSBCPrint.h"
 #include "tests/board/BoardFixture.h"
+#include "tests/support/Soon.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace corvane;
 
@@ -218,7 +218,7 @@ TEST_F(ReportWindowTest, ClosedAtAnyMomentOfAutoFillItEndsAtOnceAndTheBoardWindo
         clock.after(at, [this] { act(*window, "cmdCAncel"); });
         window->Form_Load();
         EXPECT_EQ(clock.MS_TIMER() - start, static_cast<quint32>(at));
-        EXPECT_TRUE(QTest::qWaitFor([&closed] { return closed.count() == 1; }, 2000)) << at;
+        EXPECT_TRUE(soon([&closed] { return closed.count() == 1; })) << at;
         channels.forget();
         act(board, "cmdWriteCal");
         EXPECT_EQ(channels.commands(), latin({"CAL:PIC\r"})) << at;
@@ -233,7 +233,7 @@ TEST_F(ReportWindowTest, ClosesWithTheBoardWindowUnderItsMessageBox)
     dialogs.expectMessage(QStringLiteral("Print Successful"), Dialogs::Answer::Ok,
                           [this] { board.close(); });
     window->cmdAccept_Click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return closed.count() == 1 && boardClosed.count() == 1; }));
+    EXPECT_TRUE(soon([&] { return closed.count() == 1 && boardClosed.count() == 1; }));
     window->cmdAccept_Click();
     EXPECT_EQ(dialogs.questions.size(), 1U);
 }
@@ -245,5 +245,5 @@ TEST_F(ReportWindowTest, ClosesWithTheBoardWindowWhileItFills)
     clock.after(10, [this] { board.close(); });
     window->cmdAutoFill_Click();
     EXPECT_TRUE(channels.commands().isEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return closed.count() == 1; }));
+    EXPECT_TRUE(soon([&] { return closed.count() == 1; }));
 }
