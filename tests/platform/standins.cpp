@@ -93,7 +93,8 @@ int ibrd(int ud, void *bytes, long count)
 {
     bool last = false;
     const long got = takeReply(bytes, static_cast<std::size_t>(count), last);
-    return ibEnd(called("ibrd", "%d", ud), got, last ? 0x2100 : 0x100);
+    const long failure = called("ibrd", "%d", ud); // a read that fails has seen no end
+    return ibEnd(failure, got, last && failure < 0 ? 0x2100 : 0x100);
 }
 int ThreadIbsta()
 {
