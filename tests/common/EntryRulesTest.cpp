@@ -32,7 +32,7 @@ struct Page : QWidget
         for (QComboBox *each : {static_cast<QComboBox *>(&box), &list})
             each->addItems({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")});
         show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this, 30000));
         other.setFocus();
     }
     void wheelEvent(QWheelEvent *) override { ++scrolls; }

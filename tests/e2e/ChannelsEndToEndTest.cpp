@@ -3,6 +3,7 @@
 #include "main/SetupWindows.h"
 #include "setup/GpibSearch.h"
 #include "tests/e2e/EndToEndDesk.h"
+#include "tests/support/Soon.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -109,13 +110,14 @@ TEST(EndToEnd, TheWindowClosesWithEveryChannelLoopingAndAReadOut)
 {
     for (const char *fault : {"clear", "gpib:5 silent", "tcp-chamber silent"}) {
         EndToEndDesk desk;
+        desk.main.parts().gpib.setTimeout(59999); // longer than a test waits
         loopAll(desk.main, QStringLiteral("50"));
         desk.main.channel(4)->setCommand(QStringLiteral("A;B;C"));
         desk.order(fault);
         QTimer::singleShot(300, &desk.main, &QWidget::close);
         bool closed = false;
         QObject::connect(&desk.main, &Main::closed, &desk.main, [&closed] { closed = true; });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return closed; }, 2000)) << fault;
+        EXPECT_TRUE(soon([&] { return closed; })) << fault;
         EXPECT_FALSE(desk.main.channel(0)->isOpen());
         EXPECT_EQ(desk.messages, QString()) << "no box while it closes";
     }

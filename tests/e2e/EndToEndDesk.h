@@ -26,7 +26,7 @@ public:
 /// The real program on the bench: real transports, real clock.
 struct EndToEndDesk
 {
-    static constexpr int patienceMs = 8000;
+    static constexpr int patienceMs = 30000;
 
     EndToEndDesk()
     {

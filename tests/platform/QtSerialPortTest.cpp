@@ -245,7 +245,7 @@ TEST_F(QtSerialPortTest, AFullBufferDoesNotStopTheDriverAndUnsentBytesAreBounded
     port.setInputLen(0);
     received.clear();
     far.write("end");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return received.endsWith("end"); }));
+    EXPECT_TRUE(soon([&] { return received.endsWith("end"); }));
     EXPECT_TRUE(failsSaying("takes no more data", [this] {
         for (int sent = 0; sent < 20; ++sent)
             port.output(QByteArray(1'000'000, 'x'));

@@ -157,7 +157,7 @@ TEST_F(QtTcpClientTest, TriesEachAddressOfAHost)
     named.setRemoteHost(QStringLiteral("chamber"));
     named.setRemotePort(server.serverPort()); // it listens at the second address only
     named.connectToPeer();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return named.state() == SocketState::Connected; }));
+    EXPECT_TRUE(soon([&] { return named.state() == SocketState::Connected; }));
 }
 
 TEST_F(QtTcpClientTest, ASilentNameServerIsSaidAndHoldsNothingUp)
@@ -175,7 +175,7 @@ TEST_F(QtTcpClientTest, ASilentNameServerIsSaidAndHoldsNothingUp)
         waiting.setRemoteHost(QStringLiteral("chamber"));
         waiting.setRemotePort(1);
         waiting.connectToPeer();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !reports.empty(); }));
+        EXPECT_TRUE(soon([&] { return !reports.empty(); }));
         EXPECT_EQ(reports[0][0].toInt(), 11002);
         waiting.close();
         waiting.connectToPeer();
