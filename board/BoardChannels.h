@@ -20,6 +20,11 @@ enum class ChannelUse {
     Reply   ///< a reply is still to be read
 };
 
+/// The half of an exchange that failed.
+enum class Exchange { Send, Read };
+
+class UnsavedCalibrations;
+
 /// What the board window borrows from the main window, which implements it.
 class BoardChannels
 {
@@ -35,6 +40,12 @@ public:
     [[nodiscard]] virtual QString responseText(int channel) const = 0;
     virtual void clearResponse(int channel) = 0;
     [[nodiscard]] virtual ChannelUse channelUse(int channel) const = 0;
+    /// What the main window says when its own exchange over the Channel fails with that cause.
+    [[nodiscard]] virtual QString faultText(int channel, Exchange half,
+                                            const QString &cause) const = 0;
+
+    /// What the board has not stored yet; remembered while the program runs.
+    virtual UnsavedCalibrations &unsavedCalibrations() = 0;
 
     /// The board window has closed: its menu entry loses its check mark.
     virtual void uncheckMnuSBC() = 0;

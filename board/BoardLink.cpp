@@ -1,8 +1,6 @@
 #include "board/BoardLink.h"
 
-#include "board/BoardChannels.h"
 #include "board/BoardTexts.h"
-#include "common/MeterReading.h"
 #include "platform/GpibControl.h"
 #include "platform/PlatformError.h"
 #include "platform/SerialPort.h"
@@ -19,6 +17,13 @@ namespace {
 constexpr qint16 beforeSendMs = 25;
 constexpr qint16 afterSendMs = 100;
 constexpr qint16 secondReadMs = 200;
+/// An answer that has not come this long after its command does not come any more.
+constexpr qint16 lateAnswerMs = 1500;
+
+bool isLineEnd(QChar c)
+{
+    return c == u'\r' || c == u'\n';
+}
 
 } // namespace
 
@@ -71,6 +76,7 @@ void BoardLink::OutputToSbc(QString &command)
 {
     m_fault.clear();
     m_isSent = false;
+    m_droppedLate = false;
     Q_EMIT commandShown(QString());
     Q_EMIT replyShown(QString(), QString());
     PauseMS(beforeSendMs);
@@ -81,22 +87,70 @@ void BoardLink::OutputToSbc(QString &command)
         command += u'\r';
     m_sentBy = m_method;
     try {
+        dropLateAnswers();
+        if (isStopped())
+            return;
         send(command);
         m_isSent = true;
+        if (command.contains(u'?'))
+            expectLateAnswer(); // until it is read
     } catch (const PlatformError &error) {
-        m_fault = error.description();
-        Q_EMIT replyShown(boardTexts::noResponse, m_fault);
+        fail(Exchange::Send, error.description());
     }
     PauseMS(afterSendMs);
+}
+
+void BoardLink::fail(Exchange half, const QString &cause)
+{
+    m_fault = cause;
+    Q_EMIT replyShown(boardTexts::noResponse, cause);
+    Q_EMIT exchangeFailed(channelOf(m_sentBy), half, cause);
+}
+
+/// Where the last command went, as far as an answer can come from there.
+QString BoardLink::route() const
+{
+    return m_sentBy == Ieee ? gpibConnectString() : QString::number(m_sentBy);
+}
+
+void BoardLink::expectLateAnswer()
+{
+    Unanswered &route = m_unanswered[this->route()];
+    ++route.count;
+    route.sinceMs = m_waits.clock().MS_TIMER();
+}
+
+/// On a receive box it is enough to wait: the box is cleared before the command goes. A device on
+/// the bus keeps its answer until it is read.
+void BoardLink::dropLateAnswers()
+{
+    const auto found = m_unanswered.find(route());
+    if (found == m_unanswered.end())
+        return;
+    const Unanswered unanswered = *found;
+    m_unanswered.erase(found);
+    if (m_sentBy != Ieee) {
+        const auto waited = static_cast<qint32>(m_waits.clock().MS_TIMER() - unanswered.sinceMs);
+        if (waited < lateAnswerMs)
+            PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)));
+        m_droppedLate = !m_channels.responseText(channelOf(m_sentBy)).isEmpty();
+        return;
+    }
+    bool came = true;
+    for (int i = 0; came && i < unanswered.count && !isStopped(); ++i) {
+        came = !onGpib([](GpibControl &control) { return control.read(); }).isEmpty();
+        m_droppedLate = m_droppedLate || came;
+    }
 }
 
 void BoardLink::send(const QString &text)
 {
     if (!isSendable(text))
         throw PlatformError(boardTexts::notSendable);
-    const ChannelUse use = m_channels.channelUse(channel());
+    const int channel = channelOf(m_sentBy);
+    const ChannelUse use = m_channels.channelUse(channel);
     if (use != ChannelUse::Free)
-        throw PlatformError(boardTexts::channelInUse(channel(), use));
+        throw PlatformError(boardTexts::channelInUse(channel, use));
     const QByteArray bytes = text.toLatin1();
     switch (m_sentBy) {
     case Rs232:
@@ -108,6 +162,7 @@ void BoardLink::send(const QString &text)
         onGpib([&](GpibControl &control) { control.write(bytes); });
         break;
     case TcpIp:
+        m_channels.tcpClient1().getData();
         m_channels.clearResponse(channels::tcpIp1);
         m_channels.tcpClient1().sendData(bytes);
         break;
@@ -116,19 +171,28 @@ void BoardLink::send(const QString &text)
 
 void BoardLink::InputFromSbc(QString &reply)
 {
+    reply.clear();
+    if (isStopped())
+        return;
     Q_EMIT replyShown(QString(), QString());
     reply = readReply();
     if (reply.isEmpty()) {
         PauseMS(secondReadMs);
         reply = readReply();
     }
-    if (!isStopped())
-        Q_EMIT replyShown(reply.isEmpty() ? boardTexts::noResponse : reply, m_fault);
+    if (!reply.isEmpty())
+        m_unanswered.remove(route());
+    if (isStopped())
+        return;
+    const QString note = m_droppedLate && m_fault.isEmpty() ? boardTexts::lateAnswer : m_fault;
+    Q_EMIT replyShown(reply.isEmpty() ? boardTexts::noResponse : reply, note);
 }
 
 QString BoardLink::ask(QString command, qint16 beforeReadMs)
 {
     OutputToSbc(command);
+    if (m_isSent && !command.contains(u'?'))
+        expectLateAnswer(); // the other command set asks without a mark
     PauseMS(beforeReadMs);
     QString reply;
     InputFromSbc(reply);
@@ -141,20 +205,17 @@ QString BoardLink::readReply()
 {
     if (isStopped() || !m_isSent)
         return {};
-    switch (m_sentBy) {
-    case Rs232:
-        return m_channels.responseText(channels::rs232);
-    case TcpIp:
-        return m_channels.responseText(channels::tcpIp1);
-    case Ieee:
-        break;
-    }
+    QString reply;
     try {
-        return QString::fromLatin1(onGpib([](GpibControl &control) { return control.read(); }));
+        reply =
+            m_sentBy == Ieee
+                ? QString::fromLatin1(onGpib([](GpibControl &control) { return control.read(); }))
+                : m_channels.responseText(channelOf(m_sentBy));
     } catch (const PlatformError &error) {
-        m_fault = error.description();
-        return {};
+        fail(Exchange::Read, error.description());
     }
+    reply.truncate(longestAnswer);
+    return std::all_of(reply.begin(), reply.end(), isLineEnd) ? QString() : reply;
 }
 
 void BoardLink::PauseMS(qint16 ms, const Clock::Condition &endEarly)
@@ -162,9 +223,18 @@ void BoardLink::PauseMS(qint16 ms, const Clock::Condition &endEarly)
     m_waits.waitUntil(endEarly, std::max<int>(ms, 0));
 }
 
-float BoardLink::readMeter(int address)
+QString BoardLink::readMeter(int address)
 {
-    return onGpib([&](GpibControl &control) { return ReadMeterValue(control, m_waits, address); });
+    const QString route = QStringLiteral("GPIB0::%1").arg(address);
+    const auto earlier =
+        m_unanswered.contains(route) ? EarlierReading::Unanswered : EarlierReading::Answered;
+    m_unanswered[route] = {.count = 1}; // however this reading ends
+    QString reply =
+        onGpib([&](GpibControl &control) { return askMeter(control, m_waits, address, earlier); });
+    if (!reply.isEmpty())
+        m_unanswered.remove(route);
+    reply.truncate(longestAnswer);
+    return reply;
 }
 
 void BoardLink::addressGpib(const QString &connectString)
@@ -195,11 +265,6 @@ void BoardLink::stop()
 bool BoardLink::isSendable(const QString &text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
-}
-
-QString BoardLink::oneLine(const QString &reply)
-{
-    return QString(reply).remove(u'\r').remove(u'\n');
 }
 
 } // namespace corvane

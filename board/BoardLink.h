@@ -1,20 +1,24 @@
 #pragma once
 
+#include "board/BoardChannels.h"
+#include "common/MeterReading.h"
 #include "platform/WaitGroup.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 
 namespace corvane {
 
-class BoardChannels;
-
 /// The link to the board over a Channel that the main window has connected: sending a command,
 /// taking its answer, waiting, and addressing the reference meter on the shared GPIB control. It
 /// opens no port, and it leaves to BoardSession who may use it and when.
 ///
-/// A Channel that is closed or fails gives the empty answer; nothing but readMeter and
-/// addressGpib throws.
+/// A Channel that is closed or fails gives the empty answer and exchangeFailed; nothing but
+/// readMeter and addressGpib throws.
+///
+/// Answers carry no mark of what they answer. A command whose answer stayed out may still get one:
+/// before the next command goes the same way it has a time to arrive in, and is dropped.
 class BoardLink : public QObject
 {
     Q_OBJECT
@@ -31,11 +35,16 @@ public:
     /// The main window's Channel that the method borrows.
     [[nodiscard]] int channel() const;
 
+    /// An answer counts up to this length; a flood is cut there.
+    static constexpr qsizetype longestAnswer = 64 * 1024;
+
     /// Sends a command. Appends a carriage return to it when it holds none.
     void OutputToSbc(QString &command);
+    /// The last command went out.
+    [[nodiscard]] bool isSent() const { return m_isSent; }
     /// Why the last exchange failed; empty when it did not.
     [[nodiscard]] const QString &fault() const { return m_fault; }
-    /// Takes the answer to the last command; empty when there is none.
+    /// Takes the answer to the last command; empty when there is none, or nothing but line ends.
     void InputFromSbc(QString &reply);
     /// Sends a command, waits for `beforeReadMs` and returns the answer.
     QString ask(QString command, qint16 beforeReadMs);
@@ -44,8 +53,8 @@ public:
     void PauseMS(
         qint16 ms, const Clock::Condition &endEarly = [] { return false; });
 
-    /// One reading of the reference meter, see ReadMeterValue.
-    float readMeter(int address);
+    /// The answer of the reference meter to one reading, see askMeter.
+    QString readMeter(int address);
     /// Addresses the GPIB control to a device and opens it. Throws PlatformError.
     void addressGpib(const QString &connectString);
     [[nodiscard]] QString gpibConnectString() const;
@@ -64,14 +73,13 @@ public:
 
     /// True when every character fits the wire's eight bits.
     static bool isSendable(const QString &text);
-    /// A reply without the line ends that a GPIB read leaves in it, to be shown.
-    static QString oneLine(const QString &reply);
-
 Q_SIGNALS:
     /// The command last sent, without its terminator; empty at the start of an exchange.
     void commandShown(const QString &text);
-    /// The answer, or "NO RESPONSE" with what failed below, if anything did.
-    void replyShown(const QString &text, const QString &fault);
+    /// The answer, or "NO RESPONSE", and what is to be said about it, if anything is.
+    void replyShown(const QString &text, const QString &note);
+    /// The Channel could not send or be read; the exchange has no answer.
+    void exchangeFailed(int channel, Exchange half, const QString &cause);
 
 private:
     template <class Operation>
@@ -79,6 +87,17 @@ private:
     static int channelOf(Method method);
     void send(const QString &text);
     QString readReply();
+    [[nodiscard]] QString route() const;
+    void dropLateAnswers();
+    void expectLateAnswer();
+    void fail(Exchange half, const QString &cause);
+
+    /// Answers that stayed out on one route.
+    struct Unanswered
+    {
+        int count = 0;
+        quint32 sinceMs = 0;
+    };
 
     BoardChannels &m_channels;
     WaitGroup &m_waits;
@@ -86,6 +105,9 @@ private:
     Method m_sentBy = Ieee;
     bool m_isSent = false;
     QString m_fault;
+    bool m_droppedLate = false;
+    /// By route: the Channel, and on the GPIB bus the address.
+    QHash<QString, Unanswered> m_unanswered;
     mutable int m_gpibCalls = 0;
 };
 

@@ -1,6 +1,5 @@
 #include "board/BoardSession.h"
 
-#include "board/BoardChannels.h"
 #include "board/BoardLink.h"
 #include "board/BoardTexts.h"
 
@@ -23,14 +22,8 @@ BoardSession::Operation::Operation(Operation &&other) noexcept
 
 BoardSession::Operation::~Operation()
 {
-    if (!m_session)
-        return;
-    m_session->m_running = false;
-    m_session->m_granted = false;
-    m_session->m_link.forgetAnswer();
-    if (!m_session->m_shut)
-        m_session->m_link.resume();
-    Q_EMIT m_session->runningChanged(false);
+    if (m_session)
+        m_session->endOperation();
 }
 
 BoardSession::BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &dialogs,
@@ -40,6 +33,7 @@ BoardSession::BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &di
     , m_dialogs(dialogs)
     , m_window(window)
 {
+    connect(&link, &BoardLink::exchangeFailed, this, &BoardSession::fail);
 }
 
 std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
@@ -62,6 +56,36 @@ bool BoardSession::usesChannel(int channel) const
                          (m_uses == Uses::BoardAndMeter && channel == channels::ieee488));
 }
 
+/// The Channels are the main window's again while the box tells why; another operation waits.
+void BoardSession::endOperation()
+{
+    m_granted = false;
+    m_link.forgetAnswer();
+    if (!m_shut)
+        m_link.resume();
+    if (const QString fault = std::exchange(m_fault, {}); !fault.isEmpty())
+        say(fault);
+    if (!m_shut)
+        m_link.resume();
+    m_running = false;
+    Q_EMIT runningChanged(false);
+}
+
+void BoardSession::channelClosed(int channel)
+{
+    if (usesChannel(channel))
+        fail(channel, Exchange::Send, boardTexts::channelClosed);
+}
+
+/// The first fault counts: what follows is its consequence.
+void BoardSession::fail(int channel, Exchange half, const QString &cause)
+{
+    if (!m_granted || isStopped())
+        return;
+    m_fault = m_channels.faultText(channel, half, cause);
+    stop();
+}
+
 bool BoardSession::mayUse(int channel)
 {
     const ChannelUse use = m_channels.channelUse(channel);
@@ -78,16 +102,18 @@ bool BoardSession::isStopped() const
 
 void BoardSession::interrupt()
 {
-    if (!m_running)
-        return;
-    m_link.stop();
-    if (m_openBoxes > 0)
-        m_dialogs.dismissAll();
+    if (m_running)
+        stop();
 }
 
 void BoardSession::shut()
 {
     m_shut = true;
+    stop();
+}
+
+void BoardSession::stop()
+{
     m_link.stop();
     if (m_openBoxes > 0)
         m_dialogs.dismissAll();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board/BoardChannels.h"
 #include "platform/Dialogs.h"
 
 #include <QObject>
@@ -11,12 +12,14 @@ class QWidget;
 
 namespace corvane {
 
-class BoardChannels;
 class BoardLink;
 
 /// Who may use the board: one operation at a time, none while the main window uses the Channel,
 /// none once the window closes. It also shows the operation's message boxes, so that closing the
 /// window can end them; what is exchanged is left to the operations.
+///
+/// A Channel that fails or closes ends the operation, and when that has returned one message box
+/// tells why.
 class BoardSession : public QObject
 {
     Q_OBJECT
@@ -47,6 +50,11 @@ public:
     [[nodiscard]] bool isRunning() const { return m_running; }
     /// True while the running operation needs the main window's Channel for itself.
     [[nodiscard]] bool usesChannel(int channel) const;
+    /// The main window's Channel is not connected any more.
+    void channelClosed(int channel);
+    /// What the message box will say of the fault that has ended the running operation; empty when
+    /// none has.
+    [[nodiscard]] const QString &fault() const { return m_fault; }
 
     /// True when the operation must return at once, without another exchange or message.
     [[nodiscard]] bool isStopped() const;
@@ -66,6 +74,9 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool mayUse(int channel);
+    void fail(int channel, Exchange half, const QString &cause);
+    void stop();
+    void endOperation();
 
     BoardLink &m_link;
     BoardChannels &m_channels;
@@ -77,6 +88,7 @@ private:
     Uses m_uses = Uses::Board;
     bool m_shut = false;
     int m_openBoxes = 0;
+    QString m_fault;
 };
 
 } // namespace corvane

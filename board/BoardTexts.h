@@ -2,6 +2,7 @@
 
 #include "board/BoardChannels.h"
 
+#include <QList>
 #include <QString>
 
 /// The board window's fixed texts, letter by letter, misspellings and double blanks included.
@@ -26,8 +27,43 @@ inline const QString meterWarning = QStringLiteral(
 inline const QString moveSensor = QStringLiteral("Move Keithly sensor to channel %1");
 inline const QString badChannel =
     QStringLiteral("The channel must be a number from 0 to 7.  Nothing was sent.");
-inline const QString badMeterAddress =
-    QStringLiteral("The meter's GPIB address must be a number.  Nothing was sent.");
+inline const QString badMeterAddress = QStringLiteral(
+    "The meter's GPIB address must be a whole number from 0 to 30.  Nothing was sent.");
+
+inline const QString done = QStringLiteral("Done");
+inline const QString doneBut = QStringLiteral("Done, but %1");
+inline const QString cancelling = QStringLiteral("Cancelling");
+inline const QString cancelledAt = QStringLiteral("Cancelled at %1");
+/// The place, then the cause.
+inline const QString stoppedAt = QStringLiteral("Stopped at %1: %2");
+/// Behind the place of a calibration.
+inline const QString leftWith = QStringLiteral(", left with %1");
+inline const QString leftAsBefore = QStringLiteral(", left as it was");
+
+/// Of a cell or a step.
+inline const QString noAnswer = QStringLiteral("no answer from the %1");
+inline const QString noNumberFrom = QStringLiteral("no number from the %1");
+inline const QString severalAnswers = QStringLiteral("more than one answer from the %1");
+inline const QString noValue = QStringLiteral("no value");
+inline const QString noNumber = QStringLiteral("no number");
+inline const QString gainOutside = QStringLiteral("outside 0.5 to 2");
+inline const QString offsetOutside = QStringLiteral("beyond 0.5 V");
+
+inline const QString sendingDac = QStringLiteral("sending to DAC %1 of 0 to 7");
+inline const QString readingAdc = QStringLiteral("reading ADC %1 of 0 to 7");
+inline const QString dacNotSent = QStringLiteral("nothing was sent to %1");
+inline const QString noAdcValue = QStringLiteral("no value from %1");
+
+inline const QString unsaved = QStringLiteral("not saved to EEPROM: %1");
+inline const QString unfinished = QStringLiteral("calibration unfinished: %1");
+inline const QString eepromSent =
+    QStringLiteral("Save to EEPROM: CAL:PIC was sent; the board does not confirm it");
+inline const QString eepromNotSent = QStringLiteral("Save to EEPROM: not sent: %1");
+inline const QString closedUnsaved = QStringLiteral("VXM250E window closed.  %1");
+
+inline const QString channelClosed = QStringLiteral("the Channel was closed");
+inline const QString lateAnswer =
+    QStringLiteral("A late answer to an earlier command came and was dropped.");
 
 inline const QString directionFailed =
     QStringLiteral("Error testing direction register, port %1, data= %2 ,expected%3");
@@ -40,6 +76,15 @@ inline const QString loopBackPassed =
 inline const QString loopBackFailed =
     QStringLiteral("Testing readback data loop back FAILED, remove jumper");
 
+/// The name in the progress line; the port or pair, the bit.
+inline const QString writeTest = QStringLiteral("Write test");
+inline const QString readbackTest = QStringLiteral("Readback test");
+inline const QString testPassed = QStringLiteral("%1 passed");
+inline const QString testFailed = QStringLiteral("%1 failed");
+inline const QString testUnanswered = QStringLiteral(" (%1 steps without an answer)");
+inline const QString testStep = QStringLiteral("%1, port %2, bit %3");
+inline const QString testDirections = QStringLiteral("%1, setting the directions");
+
 inline const QString unlockPhrase = QStringLiteral("Adm X/R");
 inline const QString serialNumberSent = QStringLiteral("New serial number sent.");
 inline const QString serialNumberRefused = QStringLiteral("Syntax Error.  Send Canceled");
@@ -50,5 +95,9 @@ inline const QString notSendable =
 
 /// "The RS-232 Channel is in use: ...", for a message box or a status panel's tool tip.
 QString channelInUse(int channel, ChannelUse use);
+/// "channel 3", "channels 0 to 2, 5", of channels in rising order.
+QString channelList(const QList<int> &channels);
+/// "Channel 3: meter at 0.5 V, about 7 s left".
+QString progress(const QString &place, int leftMs);
 
 } // namespace corvane::boardTexts

@@ -1,7 +1,9 @@
 #include "board/Calibration.h"
 
 #include "board/BoardLink.h"
+#include "board/BoardTexts.h"
 #include "common/Numbers.h"
+#include "common/ShownText.h"
 #include "platform/PlatformError.h"
 
 #include <cmath>
@@ -13,95 +15,179 @@ using numbers::numberText;
 
 namespace {
 
-const QString lowPoint = QStringLiteral("0.5 volts");
-const QString highPoint = QStringLiteral("2.0 volts");
-const QString afterwards = QStringLiteral("2.0 volts, calibrated");
+const QString lowPoint = QStringLiteral("0.5 V");
+const QString highPoint = QStringLiteral("2.0 V");
+const QString neutral = QStringLiteral("gain 1.0, offset 0.0");
+
+/// In their order, with the sum of their waits.
+std::vector<CalibrationStep> stepsOf(int channel)
+{
+    std::vector<CalibrationStep> steps;
+    for (const auto &[what, ms] :
+         {std::pair("settling at 0.5 V", 1750), std::pair("ADC at 0.5 V", 625),
+          std::pair("meter at 0.5 V", 2000), std::pair("settling at 2.0 V", 625),
+          std::pair("ADC at 2.0 V", 625), std::pair("meter at 2.0 V", 2000),
+          std::pair("setting gain and offset", 250), std::pair("reading back", 850),
+          std::pair("meter at 2.0 V, calibrated", 2500)})
+        steps.push_back({channel, QString::fromLatin1(what), ms});
+    return steps;
+}
 
 } // namespace
 
 CalibrationEnd Calibration::calibrate(int channel, int meterAddress)
 {
-    constexpr int steps = 9;
-    start(steps);
+    start(stepsOf(channel));
     m_channel = channel;
     m_meterAddress = meterAddress;
+    m_dacLeft.clear();
+    m_adcLeft.clear();
     Q_EMIT cellSelected(1, CalibrationTable::columnOf(channel));
     clearChannel(channel);
 
     CalibrationReadings readings;
     if (!measure(readings))
-        return end();
+        return end(leftText());
     const CalibrationResult result = calculateCalibration(readings);
-    if (!result.isPossible())
+    if (!result.isPossible()) {
         fail(result.impossible + QStringLiteral("\r\n\r\nNo calibration was sent to the board."));
-    else if (store(result.coefficients) && readBack())
-        readMeterBack();
-    return end();
+    } else {
+        check(result.coefficients);
+        if (store(result.coefficients) && readBack())
+            readMeterBack();
+    }
+    return end(leftText());
+}
+
+QString Calibration::leftText() const
+{
+    QStringList left;
+    for (const QString &each : {m_dacLeft, m_adcLeft}) {
+        if (!each.isEmpty())
+            left << each;
+    }
+    return left.isEmpty() ? boardTexts::leftAsBefore
+                          : boardTexts::leftWith.arg(left.join(QStringLiteral(" and ")));
 }
 
 bool Calibration::measure(CalibrationReadings &readings)
 {
-    const QString resetAdc =
-        QStringLiteral("ADC ") + numberText(m_channel) + QStringLiteral(",1.0,0.0");
-    showStep(m_channel, QStringLiteral("settling at ") + lowPoint);
-    if (!setNeutralDac(lowDacVolts) || !send(resetAdc) || !pause(1500) ||
-        !readAdc(readings.adcLow, lowPoint) || !readMeter(readings.meterLow, lowPoint))
+    nextStep();
+    if (!setNeutralDac(lowDacVolts, lowPoint) || !setAdc(QStringLiteral(",1.0,0.0"), neutral) ||
+        !pause(1500) || !readAdc(readings.adcLow, lowPoint) ||
+        !readMeter(readings.meterLow, lowPoint))
         return false;
-    showStep(m_channel, QStringLiteral("settling at ") + highPoint);
-    return setNeutralDac(highDacVolts) && pause(500) && readAdc(readings.adcHigh, highPoint) &&
-           readMeter(readings.meterHigh, highPoint);
+    nextStep();
+    return setNeutralDac(highDacVolts, highPoint) && pause(500) &&
+           readAdc(readings.adcHigh, highPoint) && readMeter(readings.meterHigh, highPoint);
 }
 
-bool Calibration::setNeutralDac(float volts)
+bool Calibration::setNeutralDac(float volts, const QString &left)
 {
-    return send(QStringLiteral("DAC ") + numberText(m_channel) + u',' + numberText(double{volts}) +
-                QStringLiteral(",1.0,0.0"));
+    return setDac(u',' + numberText(double{volts}) + QStringLiteral(",1.0,0.0"),
+                  left + QStringLiteral(", ") + neutral);
+}
+
+bool Calibration::setDac(const QString &arguments, const QString &left)
+{
+    bool wentOut = false;
+    const bool goesOn = send(QStringLiteral("DAC ") + numberText(m_channel) + arguments, &wentOut);
+    if (wentOut) {
+        m_dacLeft = QStringLiteral("DAC at ") + left;
+        Q_EMIT begun(m_channel);
+    }
+    return goesOn;
+}
+
+bool Calibration::setAdc(const QString &arguments, const QString &left)
+{
+    bool wentOut = false;
+    const bool goesOn = send(QStringLiteral("ADC ") + numberText(m_channel) + arguments, &wentOut);
+    if (wentOut)
+        m_adcLeft = QStringLiteral("ADC ") + left;
+    return goesOn;
 }
 
 /// The number counts only up to a comma: a reply without one reads as 0, as no reply does.
 bool Calibration::readAdc(float &value, const QString &point)
 {
-    showStep(m_channel, QStringLiteral("reading the ADC at ") + point);
+    nextStep();
     QString reply;
     if (!query(QStringLiteral("ADC? ") + numberText(m_channel), 500, reply))
         return false;
-    value =
-        numbers::single(numbers::leadingNumber(QStringView(reply).first(reply.indexOf(u',') + 1)));
+    const QStringView number = QStringView(reply).first(reply.indexOf(u',') + 1);
+    const QString step = QStringLiteral("ADC at ") + point;
+    if (const QString remark = CalibrationFindings::remarkOnReply(reply); !remark.isEmpty())
+        find(m_channel, remark.arg(step));
+    else if (!numbers::startsWithNumber(number))
+        find(m_channel, boardTexts::noNumberFrom.arg(step));
+    value = numbers::single(numbers::leadingNumber(number));
     return std::isfinite(value) ||
            fail(QStringLiteral("The ADC reading at %1 is too large: \"%2\".")
-                    .arg(point, BoardLink::oneLine(reply)));
+                    .arg(point, shownText(reply)));
 }
 
-bool Calibration::readMeter(float &value, const QString &point)
+bool Calibration::askMeter(QString &reply)
 {
     if (isEnded())
         return false;
-    showStep(m_channel, QStringLiteral("reading the meter at ") + point);
+    nextStep();
     try {
-        value = m_link.readMeter(m_meterAddress);
+        reply = m_link.readMeter(m_meterAddress);
     } catch (const PlatformError &error) {
         return fail(QStringLiteral("The meter at GPIB address %1 could not be read: %2")
                         .arg(m_meterAddress)
                         .arg(error.description()));
     }
-    if (!std::isfinite(value))
-        return fail(QStringLiteral("The meter reading at %1 is too large.").arg(point));
-    return !isEnded();
+    return true;
+}
+
+bool Calibration::readMeter(float &value, const QString &point)
+{
+    QString reply;
+    if (!askMeter(reply) || isEnded())
+        return false;
+    if (!numbers::startsWithNumber(reply))
+        find(m_channel, boardTexts::noNumberFrom.arg(QStringLiteral("meter at ") + point));
+    value = numbers::single(numbers::leadingNumber(reply));
+    return std::isfinite(value) ||
+           fail(QStringLiteral("The meter reading at %1 is too large.").arg(point));
+}
+
+/// Doubtful coefficients are sent as they are; the end says so even when they are not read back.
+void Calibration::check(const CalibrationCoefficients &c)
+{
+    for (const auto &[row, value] : {std::pair(CalibrationTable::DacGain, c.dacGain),
+                                     std::pair(CalibrationTable::DacOffset, c.dacOffset),
+                                     std::pair(CalibrationTable::AdcGain, c.adcGain),
+                                     std::pair(CalibrationTable::AdcOffset, c.adcOffset)}) {
+        const QString remark = CalibrationFindings::remarkOn(row, double{value});
+        if (!remark.isEmpty())
+            find(m_channel, title(row) + u' ' + remark);
+    }
 }
 
 bool Calibration::store(const CalibrationCoefficients &c)
 {
-    showStep(m_channel, QStringLiteral("setting gain and offset"));
-    const QString channel = numberText(m_channel);
-    return send(QStringLiteral("DAC ") + channel + u',' + fixed5(double{highDacVolts}) + u',' +
-                fixed5(double{c.dacGain}) + u',' + fixed5(double{c.dacOffset})) &&
-           send(QStringLiteral("ADC ") + channel + u',' + fixed5(double{c.adcGain}) + u',' +
-                fixed5(double{c.adcOffset}));
+    nextStep();
+    const QString dac = u',' + fixed5(double{c.dacGain}) + u',' + fixed5(double{c.dacOffset});
+    const QString adc = u',' + fixed5(double{c.adcGain}) + u',' + fixed5(double{c.adcOffset});
+    const QString left = QStringLiteral("gain %1, offset %2");
+    if (!setDac(u',' + fixed5(double{highDacVolts}) + dac,
+                highPoint + QStringLiteral(", ") +
+                    left.arg(fixed5(double{c.dacGain}), fixed5(double{c.dacOffset}))))
+        return false;
+    const QString adcBefore = m_adcLeft;
+    const bool goesOn =
+        setAdc(adc, left.arg(fixed5(double{c.adcGain}), fixed5(double{c.adcOffset})));
+    if (m_adcLeft != adcBefore)
+        Q_EMIT stored(m_channel);
+    return goesOn;
 }
 
 bool Calibration::readBack()
 {
-    showStep(m_channel, QStringLiteral("reading back"));
+    nextStep();
     QString reply;
     if (!pause(100) || !query(QStringLiteral("DAC? ") + numberText(m_channel), 0, reply))
         return false;
@@ -114,11 +200,13 @@ bool Calibration::readBack()
 
 bool Calibration::readMeterBack()
 {
-    float reading = 0;
-    if (!pause(500) || !readMeter(reading, afterwards))
+    QString reply;
+    if (!pause(500) || !askMeter(reply) || isEnded())
         return false;
+    if (!std::isfinite(numbers::single(numbers::leadingNumber(reply))))
+        return fail(QStringLiteral("The meter reading at %1 is too large.").arg(highPoint));
     Q_EMIT cellSelected(CalibrationTable::Meter, CalibrationTable::columnOf(m_channel));
-    setCell(CalibrationTable::Meter, m_channel, fixed5(double{reading}));
+    fillMeterRow(m_channel, reply);
     return true;
 }
 

@@ -16,17 +16,31 @@ public:
     /// Channel 0..7; the meter's GPIB address. Takes eleven seconds and the devices' own time.
     CalibrationEnd calibrate(int channel, int meterAddress);
 
+Q_SIGNALS:
+    /// The board was told to set the channel to gain 1 and offset 0.
+    void begun(int channel);
+    /// The board was sent the channel's new gain and offset.
+    void stored(int channel);
+
 private:
     bool measure(CalibrationReadings &readings);
-    bool setNeutralDac(float volts);
+    bool setDac(const QString &arguments, const QString &left);
+    bool setAdc(const QString &arguments, const QString &left);
+    bool setNeutralDac(float volts, const QString &left);
     bool readAdc(float &value, const QString &point);
+    bool askMeter(QString &reply);
     bool readMeter(float &value, const QString &point);
+    void check(const CalibrationCoefficients &coefficients);
     bool store(const CalibrationCoefficients &coefficients);
     bool readBack();
     bool readMeterBack();
+    [[nodiscard]] QString leftText() const;
 
     int m_channel = 0;
     int m_meterAddress = 0;
+    /// What the channel was last set to; empty: nothing was sent.
+    QString m_dacLeft;
+    QString m_adcLeft;
 };
 
 } // namespace corvane

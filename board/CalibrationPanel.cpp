@@ -5,7 +5,10 @@
 #include "board/BoardTexts.h"
 #include "board/Controls.h"
 #include "board/ManualCalibrationPanel.h"
+#include "board/UnsavedCalibrations.h"
 #include "common/Numbers.h"
+#include "common/ShownText.h"
+#include "common/ToolTip.h"
 #include "platform/TextGrid.h"
 
 #include <QGroupBox>
@@ -33,8 +36,10 @@ QStackedLayout *place(QBoxLayout *in, QPushButton *start, QPushButton *cancel)
 
 } // namespace
 
-CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session)
+CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session,
+                                   UnsavedCalibrations &unsaved)
     : BoardPanel(link, session)
+    , m_unsaved(unsaved)
     , m_calibration(link, session, m_table)
     , m_scan(link, session, m_table)
 {
@@ -43,8 +48,12 @@ CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session)
     layout->addWidget(makeGrid(), 1);
     auto *manual = new QHBoxLayout;
     layout->addLayout(manual);
-    for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc})
-        manual->addWidget(new ManualCalibrationPanel(kind, link, session));
+    for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc}) {
+        auto *panel = new ManualCalibrationPanel(kind, link, session);
+        manual->addWidget(panel);
+        connect(panel, &ManualCalibrationPanel::calibrationSent, &m_unsaved,
+                &UnsavedCalibrations::setChanged);
+    }
     connectControls();
 }
 
@@ -80,7 +89,7 @@ QWidget *CalibrationPanel::makeActions()
     cmdReport = button(tr("Repor&t..."), QStringLiteral("cmdReport"), tr("Calibration report"));
     for (QPushButton *action : {cmdScanCals, cmdWriteCal, cmdReport})
         row->addWidget(action);
-    lblProgress = named(new QLabel, QStringLiteral("lblProgress"), tr("Progress"));
+    lblProgress = progressLine(QStringLiteral("lblProgress"), tr("Progress"));
     rows->addWidget(lblProgress);
     return box;
 }
@@ -113,13 +122,18 @@ void CalibrationPanel::connectControls()
     connect(cmdReport, &QPushButton::clicked, this, &CalibrationPanel::reportRequested);
     for (const CalibrationSequence *sequence : {static_cast<CalibrationSequence *>(&m_calibration),
                                                 static_cast<CalibrationSequence *>(&m_scan)}) {
-        connect(sequence, &CalibrationSequence::progressed, lblProgress, &QLabel::setText);
+        connect(sequence, &CalibrationSequence::progressed, this,
+                [this](const QString &text) { showText(*lblProgress, text); });
         connect(sequence, &CalibrationSequence::cellSelected, MSFlexGrid1,
                 &TextGrid::setCurrentCell);
-        connect(sequence, &CalibrationSequence::cellChanged, this, [this](int row, int column) {
-            MSFlexGrid1->setText(row, column, m_table.text(row, column));
-        });
+        connect(sequence, &CalibrationSequence::cellChanged, this,
+                [this](int row, int column, const QString &remark) {
+                    MSFlexGrid1->setText(row, column, m_table.text(row, column));
+                    MSFlexGrid1->setRemark(row, column, remark);
+                });
     }
+    connect(&m_calibration, &Calibration::begun, &m_unsaved, &UnsavedCalibrations::setUnfinished);
+    connect(&m_calibration, &Calibration::stored, &m_unsaved, &UnsavedCalibrations::setChanged);
 }
 
 void CalibrationPanel::cmdInc_Click()
@@ -145,10 +159,22 @@ void CalibrationPanel::cmdCal_Click()
     if (!numbers::isNumeric(txtChannel->text()) || channel < 0 ||
         channel >= CalibrationTable::channels)
         m_session.say(boardTexts::badChannel);
-    else if (!numbers::isNumeric(m_meterAddress))
-        m_session.say(boardTexts::badMeterAddress);
-    else if (confirmMeter(channel))
-        runCalibration(channel);
+    else if (const auto meter = checkMeterAddress(); meter && confirmMeter(channel))
+        runCalibration(channel, *meter);
+}
+
+std::optional<int> CalibrationPanel::checkMeterAddress()
+{
+    constexpr int lastAddress = 30;
+    const QString text = m_meterAddress.trimmed();
+    const bool isWhole = !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c >= u'0' && c <= u'9';
+    });
+    const int address = numbers::leadingInteger(text);
+    if (isWhole && address <= lastAddress)
+        return address;
+    m_session.say(boardTexts::badMeterAddress);
+    return std::nullopt;
 }
 
 /// Only channel 0 is asked about, and only when the method shows that the meter may be missing.
@@ -161,12 +187,11 @@ bool CalibrationPanel::confirmMeter(int channel)
                           .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes;
 }
 
-void CalibrationPanel::runCalibration(int channel)
+void CalibrationPanel::runCalibration(int channel, int meterAddress)
 {
     showCancel(m_calPlace, true);
     window()->setCursor(Qt::WaitCursor);
-    const CalibrationEnd end =
-        m_calibration.calibrate(channel, numbers::leadingInteger(m_meterAddress));
+    const CalibrationEnd end = m_calibration.calibrate(channel, meterAddress);
     showCancel(m_calPlace, false);
     window()->unsetCursor();
     showEnd(end);
@@ -174,13 +199,14 @@ void CalibrationPanel::runCalibration(int channel)
 
 void CalibrationPanel::cmdCancelCal_Click()
 {
-    lblProgress->setText(tr("Cancelling"));
+    showText(*lblProgress, boardTexts::cancelling);
     m_calibration.cancel();
 }
 
 void CalibrationPanel::cmdScan_Click()
 {
-    if (const auto operation = m_session.begin(BoardSession::Uses::BoardAndMeter))
+    const auto operation = m_session.begin(BoardSession::Uses::BoardAndMeter);
+    if (operation && checkMeterAddress())
         runScan([this] { return m_scan.scanAll(m_meterAddress); });
 }
 
@@ -200,7 +226,7 @@ void CalibrationPanel::runScan(const std::function<CalibrationEnd()> &scan)
 
 void CalibrationPanel::cmdCancelScan_Click()
 {
-    lblProgress->setText(tr("Cancelling"));
+    showText(*lblProgress, boardTexts::cancelling);
     m_scan.cancel();
 }
 
@@ -211,6 +237,15 @@ void CalibrationPanel::cmdWriteCal_Click()
         return;
     QString command = QStringLiteral("CAL:PIC\r");
     m_link.OutputToSbc(command);
+    if (!m_link.isSent()) {
+        showText(*lblProgress, boardTexts::eepromNotSent.arg(m_session.fault().simplified()));
+        return;
+    }
+    const QString unfinished = m_unsaved.unfinishedText();
+    showText(*lblProgress, unfinished.isEmpty()
+                               ? boardTexts::eepromSent
+                               : boardTexts::eepromSent + QStringLiteral("; ") + unfinished);
+    m_unsaved.setSaved();
 }
 
 void CalibrationPanel::showCancel(QStackedLayout *place, bool running)
@@ -226,18 +261,9 @@ void CalibrationPanel::showCancel(QStackedLayout *place, bool running)
 
 void CalibrationPanel::showEnd(const CalibrationEnd &end)
 {
-    switch (end.outcome) {
-    case CalibrationEnd::Outcome::Done:
-        lblProgress->setText(tr("Done"));
-        break;
-    case CalibrationEnd::Outcome::Cancelled:
-        lblProgress->setText(tr("Cancelled"));
-        break;
-    case CalibrationEnd::Outcome::Failed:
-        lblProgress->setText(tr("Stopped"));
+    showText(*lblProgress, end.summary);
+    if (!end.reason.isEmpty())
         m_session.say(end.reason);
-        break;
-    }
 }
 
 } // namespace corvane

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 class QLabel;
 class QLineEdit;
@@ -16,6 +17,7 @@ class QStackedLayout;
 namespace corvane {
 
 class TextGrid;
+class UnsavedCalibrations;
 
 /// The page that calibrates channels against the reference meter: the grid, calibrating and
 /// scanning with their cancel buttons, and the two manual entries. The sequences are Calibration's
@@ -25,7 +27,7 @@ class CalibrationPanel : public BoardPanel
     Q_OBJECT
 
 public:
-    CalibrationPanel(BoardLink &link, BoardSession &session);
+    CalibrationPanel(BoardLink &link, BoardSession &session, UnsavedCalibrations &unsaved);
 
     void cmdCal_Click();
     void cmdCancelCal_Click();
@@ -62,13 +64,16 @@ private:
     QWidget *makeGrid();
     void connectControls();
 
+    /// The meter's address, or nothing after the message that it is none.
+    std::optional<int> checkMeterAddress();
     bool confirmMeter(int channel);
-    void runCalibration(int channel);
+    void runCalibration(int channel, int meterAddress);
     void runScan(const std::function<CalibrationEnd()> &scan);
     /// The cancel button takes the place of the one that started the work, or goes again.
     void showCancel(QStackedLayout *place, bool running);
     void showEnd(const CalibrationEnd &end);
 
+    UnsavedCalibrations &m_unsaved;
     CalibrationTable m_table;
     Calibration m_calibration;
     CalibrationScan m_scan;

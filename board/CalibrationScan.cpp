@@ -12,15 +12,32 @@ namespace corvane {
 
 using numbers::numberText;
 
+namespace {
+
+/// In their order, with the sum of their waits.
+std::vector<CalibrationStep> stepsOf(bool withMeter)
+{
+    std::vector<CalibrationStep> steps;
+    for (int channel = 0; channel < CalibrationTable::channels; ++channel) {
+        steps.push_back({channel, QStringLiteral("DAC and ADC"), 850});
+        if (withMeter)
+            steps.push_back({channel, QStringLiteral("meter"), 525});
+    }
+    return steps;
+}
+
+} // namespace
+
 CalibrationEnd CalibrationScan::scanAll(const QString &meterAddress)
 {
-    start(2 * CalibrationTable::channels);
+    start(stepsOf(true));
     m_boardConnectString = m_link.gpibConnectString();
     const QString meter = QStringLiteral("GPIB0::") + meterAddress.trimmed();
     clearTable();
     for (int channel = 0; channel < CalibrationTable::channels; ++channel) {
         if (!readChannel(channel))
             break;
+        nextStep();
         m_session.say(boardTexts::moveSensor.arg(channel));
         if (!readMeter(channel, meter))
             break;
@@ -30,7 +47,7 @@ CalibrationEnd CalibrationScan::scanAll(const QString &meterAddress)
 
 CalibrationEnd CalibrationScan::scanCalibrations()
 {
-    start(CalibrationTable::channels);
+    start(stepsOf(false));
     clearTable();
     for (int channel = 0; channel < CalibrationTable::channels; ++channel) {
         if (!readChannel(channel))
@@ -47,7 +64,7 @@ void CalibrationScan::clearTable()
 
 bool CalibrationScan::readChannel(int channel)
 {
-    showStep(channel, QStringLiteral("reading DAC and ADC"));
+    nextStep();
     QString reply;
     if (!pause(100) || !query(QStringLiteral("DAC? ") + numberText(channel), 100, reply))
         return false;
@@ -63,14 +80,13 @@ bool CalibrationScan::readMeter(int channel, const QString &meterConnectString)
 {
     if (isEnded())
         return false;
-    showStep(channel, QStringLiteral("reading the meter"));
     const auto restore = qScopeGuard([this] { m_link.setGpibConnectString(m_boardConnectString); });
     QString reply;
     if (!address(meterConnectString) || !pause(100) ||
         !query(QStringLiteral("data?"), 100, reply) || !pause(100))
         return false;
     addressBoardAgain();
-    setCell(CalibrationTable::Meter, channel, numbers::fixed5(numbers::leadingNumber(reply)));
+    fillMeterRow(channel, reply);
     return pause(100);
 }
 

@@ -2,7 +2,11 @@
 
 #include "board/BoardLink.h"
 #include "board/BoardSession.h"
+#include "board/BoardTexts.h"
 #include "common/Numbers.h"
+#include "common/ShownText.h"
+
+#include <numeric>
 
 namespace corvane {
 
@@ -14,12 +18,13 @@ CalibrationSequence::CalibrationSequence(BoardLink &link, BoardSession &session,
 {
 }
 
-void CalibrationSequence::start(int steps)
+void CalibrationSequence::start(std::vector<CalibrationStep> steps)
 {
     m_cancelled = false;
     m_failure.clear();
+    m_findings.clear();
+    m_steps = std::move(steps);
     m_step = 0;
-    m_steps = steps;
 }
 
 bool CalibrationSequence::isEnded() const
@@ -27,30 +32,45 @@ bool CalibrationSequence::isEnded() const
     return m_cancelled || !m_failure.isEmpty() || m_session.isStopped();
 }
 
-CalibrationEnd CalibrationSequence::end() const
+CalibrationEnd CalibrationSequence::end(const QString &left) const
 {
     using Outcome = CalibrationEnd::Outcome;
-    if (!m_failure.isEmpty())
-        return {Outcome::Failed, m_failure};
-    return {isEnded() ? Outcome::Cancelled : Outcome::Done, {}};
+    const QString cause = m_failure.isEmpty() ? m_session.fault() : m_failure;
+    if (!cause.isEmpty())
+        return {Outcome::Failed, m_failure,
+                boardTexts::stoppedAt.arg(place() + left, cause.simplified())};
+    if (isEnded())
+        return {Outcome::Cancelled, {}, boardTexts::cancelledAt.arg(place() + left)};
+    return {Outcome::Done,
+            {},
+            m_findings.isEmpty() ? boardTexts::done : boardTexts::doneBut.arg(m_findings.text())};
 }
 
-void CalibrationSequence::showStep(int channel, const QString &what)
+QString CalibrationSequence::place() const
 {
-    ++m_step;
-    Q_EMIT progressed(QStringLiteral("Channel %1, step %2 of %3: %4")
-                          .arg(channel)
-                          .arg(m_step)
-                          .arg(m_steps)
-                          .arg(what));
+    const CalibrationStep &step = m_steps[std::max<size_t>(m_step, 1) - 1];
+    return QStringLiteral("channel %1: %2").arg(step.channel).arg(step.what);
 }
 
-bool CalibrationSequence::send(const QString &command)
+void CalibrationSequence::nextStep()
 {
+    m_step = std::min(m_step + 1, m_steps.size());
+    const auto from = m_steps.begin() + static_cast<std::ptrdiff_t>(m_step) - 1;
+    const int leftMs = std::accumulate(
+        from, m_steps.end(), 0, [](int sum, const CalibrationStep &step) { return sum + step.ms; });
+    Q_EMIT progressed(boardTexts::progress(place(), leftMs));
+}
+
+bool CalibrationSequence::send(const QString &command, bool *wentOut)
+{
+    if (wentOut)
+        *wentOut = false;
     if (isEnded())
         return false;
     QString sent = command;
     m_link.OutputToSbc(sent);
+    if (wentOut)
+        *wentOut = m_link.isSent();
     return !isEnded();
 }
 
@@ -74,11 +94,11 @@ bool CalibrationSequence::fail(const QString &reason)
     return false;
 }
 
-void CalibrationSequence::setCell(int row, int channel, const QString &text)
+void CalibrationSequence::setCell(int row, int channel, const QString &text, const QString &remark)
 {
     const int column = CalibrationTable::columnOf(channel);
     m_table.setText(row, column, text);
-    Q_EMIT cellChanged(row, column);
+    Q_EMIT cellChanged(row, column, remark);
 }
 
 void CalibrationSequence::clearChannel(int channel)
@@ -90,11 +110,30 @@ void CalibrationSequence::clearChannel(int channel)
 void CalibrationSequence::fillRows(int firstRow, int channel, const QString &reply)
 {
     constexpr int most = 3; // more fields would run into the rows of another reply
+    if (const QString remark = CalibrationFindings::remarkOnReply(reply); !remark.isEmpty())
+        find(channel, remark.arg(firstRow == CalibrationTable::DacValue ? QStringLiteral("DAC")
+                                                                        : QStringLiteral("ADC")));
     const QStringList fields = reply.split(u',');
-    for (int i = 0; i < most && i < fields.size(); ++i) {
-        Q_EMIT cellSelected(firstRow + i, CalibrationTable::columnOf(channel));
-        setCell(firstRow + i, channel, numbers::fixed5(fields[i].simplified()));
+    for (int row = firstRow; row < firstRow + most; ++row) {
+        const QString field = fields.value(row - firstRow).simplified();
+        const QString remark = CalibrationFindings::remarkOn(row, field);
+        if (!reply.isEmpty() && !remark.isEmpty())
+            find(channel, title(row) + u' ' + remark);
+        if (row - firstRow < fields.size())
+            Q_EMIT cellSelected(row, CalibrationTable::columnOf(channel));
+        setCell(row, channel, shownText(numbers::fixed5(field)), remark);
     }
+}
+
+/// A reading without a number counts as 0, and is shown so.
+void CalibrationSequence::fillMeterRow(int channel, const QString &reply)
+{
+    const bool isNumber = numbers::startsWithNumber(reply);
+    if (!isNumber)
+        find(channel, boardTexts::noNumberFrom.arg(QStringLiteral("meter")));
+    setCell(CalibrationTable::Meter, channel,
+            numbers::fixed5(double{numbers::single(numbers::leadingNumber(reply))}),
+            isNumber ? QString() : boardTexts::noNumberFrom.arg(QStringLiteral("meter")));
 }
 
 } // namespace corvane

@@ -1,23 +1,34 @@
 #pragma once
 
+#include "board/CalibrationFindings.h"
 #include "board/CalibrationTable.h"
 
 #include <QObject>
+
+#include <vector>
 
 namespace corvane {
 
 class BoardLink;
 class BoardSession;
 
-/// How a calibration or scan ended. Failed has a reason for the technician.
+/// How a calibration or scan ended. A failure of its own has a reason for a message box; the
+/// summary tells every end in a line.
 struct CalibrationEnd
 {
     enum class Outcome { Done, Cancelled, Failed };
 
     Outcome outcome = Outcome::Done;
-    QString reason;
+    QString reason{};
+    QString summary{};
+};
 
-    bool operator==(const CalibrationEnd &) const = default;
+/// One step of a calibration or scan, and the time of its waits.
+struct CalibrationStep
+{
+    int channel;
+    QString what;
+    int ms;
 };
 
 /// What calibrations and scans have in common: exchanges with the board that stop at a cancel, and
@@ -34,28 +45,36 @@ public:
     void cancel() { m_cancelled = true; }
 
 Q_SIGNALS:
-    void cellChanged(int row, int column);
+    /// The cell has another text. `remark`: what is wrong with it; empty: nothing.
+    void cellChanged(int row, int column, const QString &remark);
     void cellSelected(int row, int column);
     /// Where the sequence is, for the technician.
     void progressed(const QString &text);
 
 protected:
-    void start(int steps);
+    void start(std::vector<CalibrationStep> steps);
     /// True when nothing more may be exchanged.
     [[nodiscard]] bool isEnded() const;
-    [[nodiscard]] CalibrationEnd end() const;
-    void showStep(int channel, const QString &what);
+    /// `left` says, after an end before the last step, how the board was left.
+    [[nodiscard]] CalibrationEnd end(const QString &left = {}) const;
+    /// Goes on to the next step and shows it.
+    void nextStep();
 
     // Each returns false when the sequence has ended.
-    bool send(const QString &command);
+    /// `wentOut` tells whether the command was sent before the end.
+    bool send(const QString &command, bool *wentOut = nullptr);
     bool pause(qint16 ms);
     bool query(const QString &command, qint16 ms, QString &reply);
     bool fail(const QString &reason);
 
-    void setCell(int row, int channel, const QString &text);
+    void setCell(int row, int channel, const QString &text, const QString &remark = {});
     void clearChannel(int channel);
     /// Puts the reply's first three fields into three rows from `firstRow` on.
     void fillRows(int firstRow, int channel, const QString &reply);
+    /// Puts the meter's answer into its row.
+    void fillMeterRow(int channel, const QString &reply);
+    [[nodiscard]] QString title(int row) const { return m_table.text(row, 0); }
+    void find(int channel, const QString &what) { m_findings.add(channel, what); }
 
     BoardLink &m_link;
     BoardSession &m_session;
@@ -64,8 +83,11 @@ private:
     CalibrationTable &m_table;
     bool m_cancelled = false;
     QString m_failure;
-    int m_step = 0;
-    int m_steps = 0;
+    [[nodiscard]] QString place() const;
+
+    CalibrationFindings m_findings;
+    std::vector<CalibrationStep> m_steps;
+    size_t m_step = 0;
 };
 
 } // namespace corvane

@@ -1,5 +1,8 @@
 #include "board/Controls.h"
 
+#include "common/ShownText.h"
+#include "common/ToolTip.h"
+
 namespace corvane::controls {
 
 namespace {
@@ -42,6 +45,25 @@ QLabel *readOut(int characters, const QString &name, const QString &accessibleNa
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     label->setFixedHeight(QLineEdit().sizeHint().height());
     return label;
+}
+
+QLabel *progressLine(const QString &name, const QString &accessibleName)
+{
+    auto *label = named(new QLabel, name, accessibleName);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    label->setFixedHeight(2 * label->fontMetrics().lineSpacing());
+    return label;
+}
+
+void showText(QLabel &label, const QString &text)
+{
+    constexpr qsizetype longest = 300; // two lines of a progress line
+    label.setText(shownText(text, longest));
+    label.setToolTip(label.text() == text ? QString() : plainToolTip(text));
 }
 
 } // namespace corvane::controls

@@ -18,5 +18,9 @@ QPushButton *smallButton(const QString &caption, const QString &name,
 QLineEdit *entry(int characters, const QString &name, const QString &accessibleName);
 /// A read-out: plain text in a sunken frame, selectable, about `characters` wide.
 QLabel *readOut(int characters, const QString &name, const QString &accessibleName);
+/// Two lines for where an operation is and how it ended.
+QLabel *progressLine(const QString &name, const QString &accessibleName);
+/// Shows a text, of a long one its start, and more of it in the tool tip.
+void showText(QLabel &label, const QString &text);
 
 } // namespace corvane::controls

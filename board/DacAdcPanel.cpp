@@ -48,7 +48,7 @@ DacAdcPanel::DacAdcPanel(BoardLink &link, BoardSession &session)
     layout->addWidget(makeUnits(), 0, 0, 1, 2);
     layout->addWidget(makeDacs(), 1, 0);
     layout->addWidget(makeAdcs(), 1, 1);
-    lblProgress = named(new QLabel, QStringLiteral("lblProgressDacAdc"), tr("Progress"));
+    lblProgress = progressLine(QStringLiteral("lblProgressDacAdc"), tr("Progress"));
     layout->addWidget(lblProgress, 2, 0, 1, 2);
     layout->setRowStretch(3, 1);
     connectControls();
@@ -179,28 +179,37 @@ void DacAdcPanel::cmdReadAdc_Click(int channel)
 
 void DacAdcPanel::cmdSendAllDacs_Click()
 {
-    const auto operation = m_session.begin();
-    if (!operation)
-        return;
-    for (int channel = 0; channel < channels && !m_session.isStopped(); ++channel) {
-        lblProgress->setText(tr("Sending to DAC %1 of 0 to 7").arg(channel));
-        sendDac(channel);
-        m_link.PauseMS(betweenChannelsMs);
-    }
-    lblProgress->clear();
+    runAll(boardTexts::sendingDac, 125, &DacAdcPanel::sendDac, boardTexts::dacNotSent);
 }
 
 void DacAdcPanel::cmdReadAdcAll_Click()
 {
+    runAll(boardTexts::readingAdc, 725, &DacAdcPanel::readAdc, boardTexts::noAdcValue);
+}
+
+void DacAdcPanel::runAll(const QString &what, int channelMs, bool (DacAdcPanel::*each)(int),
+                         const QString &failed)
+{
     const auto operation = m_session.begin();
     if (!operation)
         return;
-    for (int channel = 0; channel < channels && !m_session.isStopped(); ++channel) {
-        lblProgress->setText(tr("Reading ADC %1 of 0 to 7").arg(channel));
-        readAdc(channel);
+    QList<int> failures;
+    for (int channel = 0; channel < channels; ++channel) {
+        showText(*lblProgress,
+                 boardTexts::progress(what.arg(channel),
+                                      (channels - channel) * (channelMs + betweenChannelsMs)));
+        if (!(this->*each)(channel))
+            failures.append(channel);
         m_link.PauseMS(betweenChannelsMs);
+        if (m_session.isStopped()) {
+            showText(*lblProgress,
+                     boardTexts::stoppedAt.arg(what.arg(channel), m_session.fault().simplified()));
+            return;
+        }
     }
-    lblProgress->clear();
+    showText(*lblProgress, failures.isEmpty() ? boardTexts::done
+                                              : boardTexts::doneBut.arg(
+                                                    failed.arg(boardTexts::channelList(failures))));
 }
 
 void DacAdcPanel::cmdSetAllDac_Click()
@@ -238,11 +247,13 @@ void DacAdcPanel::chkBertanDac_Click()
     }
 }
 
-void DacAdcPanel::sendDac(int channel)
+bool DacAdcPanel::sendDac(int channel)
 {
     auto command = dacCommand(channel);
-    if (command && m_session.checkSendable(*command))
-        m_link.OutputToSbc(*command);
+    if (!command || !m_session.checkSendable(*command))
+        return false;
+    m_link.OutputToSbc(*command);
+    return m_link.isSent();
 }
 
 std::optional<QString> DacAdcPanel::dacCommand(int channel)
@@ -298,11 +309,9 @@ DacAdcPanel::AdcReply DacAdcPanel::ReadAdcChannel(int channel)
     return result;
 }
 
-void DacAdcPanel::readAdc(int channel)
+bool DacAdcPanel::readAdc(int channel)
 {
     const AdcReply reply = ReadAdcChannel(channel);
-    if (m_session.isStopped())
-        return;
     QString text; // blank without a value: an old reading must not pass for a new one
     if (reply.bertan)
         text = *reply.bertan;
@@ -312,7 +321,8 @@ void DacAdcPanel::readAdc(int channel)
         text = numbers::fixed5(double{*reply.value});
     const auto at = static_cast<size_t>(channel);
     m_isBertanReading[at] = reply.bertan.has_value();
-    lblReadAdc[at]->setText(text);
+    showText(*lblReadAdc[at], text);
+    return !text.isEmpty();
 }
 
 } // namespace corvane

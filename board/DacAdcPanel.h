@@ -72,8 +72,12 @@ private:
     std::optional<QString> dacCommand(int channel);
     std::optional<QString> dacCommandFromHex(int channel, const QString &text);
     std::optional<QString> dacCommandFromVolts(int channel, const QString &text);
-    void sendDac(int channel);
-    void readAdc(int channel);
+    /// Each returns false when nothing went out, nothing was read.
+    bool sendDac(int channel);
+    bool readAdc(int channel);
+    /// Does `each` for channels 0 to 7 and tells where it is and how it ended.
+    void runAll(const QString &what, int channelMs, bool (DacAdcPanel::*each)(int),
+                const QString &failed);
     [[nodiscard]] bool isBertan() const;
 
     int m_units = Volts;

@@ -21,8 +21,7 @@ int countsOf(double volts)
 std::optional<int> countsFromHex(const QString &text)
 {
     const auto value = numbers::fromHex(text);
-    // A text that is not hexadecimal reads as 0; one that means 0 holds the digit.
-    if (!value || *value > fullScaleCounts || (*value == 0 && !text.contains(u'0')))
+    if (!value || *value > fullScaleCounts)
         return std::nullopt;
     return static_cast<int>(*value);
 }

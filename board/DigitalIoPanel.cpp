@@ -216,7 +216,6 @@ std::optional<QString> DigitalIoPanel::registerValue(const QString &text) const
     const auto value = numbers::fromHex(text);
     if (!value || *value > largestValue)
         return std::nullopt;
-    // A text that is not hexadecimal reads as 0.
     if (*value == 0 && text != QStringLiteral("0") && text != QStringLiteral("00"))
         return std::nullopt;
     return QString::number(*value);
@@ -228,8 +227,8 @@ std::optional<QString> DigitalIoPanel::readRegister(const QString &name, int por
     if (!operation)
         return std::nullopt;
     const QString reply = m_link.ask(QStringLiteral("%1? %2").arg(name).arg(port), beforeReadMs);
-    if (m_session.isStopped())
-        return std::nullopt;
+    if (!numbers::startsWithNumber(reply)) // blank: nothing was read
+        return QString();
     return m_units == Hex ? numbers::toHex(numbers::leadingInteger(reply))
                           : QString::number(numbers::leadingNumber(reply), 'g', 15);
 }

@@ -62,7 +62,7 @@ private:
     void connectControls();
 
     void writeRegister(const QString &name, int port, const QString &text);
-    /// The shown form of the register's value, or nothing when the operation was stopped.
+    /// The shown form of the register's value, or nothing when none could begin.
     std::optional<QString> readRegister(const QString &name, int port);
     /// The value as the command carries it, or nothing when the entry is refused.
     [[nodiscard]] std::optional<QString> registerValue(const QString &text) const;

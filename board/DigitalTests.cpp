@@ -4,6 +4,7 @@
 #include "board/BoardSession.h"
 #include "board/BoardTexts.h"
 #include "common/Numbers.h"
+#include "common/ShownText.h"
 
 #include <algorithm>
 
@@ -13,6 +14,9 @@ namespace {
 
 constexpr qint16 settleMs = 25;
 constexpr int bits = 8;
+constexpr int exchangeMs = 150; // the link's own waits and settleMs
+constexpr int directionExchanges = DigitalTests::ports * DigitalTests::steps * 2;
+constexpr int loopbackExchanges = 2 * 4 + 4 * DigitalTests::steps * 2;
 
 } // namespace
 
@@ -24,24 +28,58 @@ DigitalTests::DigitalTests(BoardLink &link, BoardSession &session)
 
 void DigitalTests::runWriteTest()
 {
-    DigTestAbort = false;
+    begin(directionExchanges);
     directionTest();
-    DigTestAbort = false;
+    finish();
 }
 
 void DigitalTests::runReadbackTest()
 {
-    DigTestAbort = false;
+    begin(loopbackExchanges);
     loopbackTest();
-    DigTestAbort = false;
+    finish();
 }
 
 void DigitalTests::runFullTest()
 {
-    DigTestAbort = false;
+    begin(directionExchanges + loopbackExchanges);
     directionTest();
     loopbackTest(); // after an abort it only cleans up
+    finish();
+}
+
+void DigitalTests::begin(int exchanges)
+{
     DigTestAbort = false;
+    m_exchangesLeft = exchanges;
+    m_verdicts.clear();
+}
+
+void DigitalTests::finish()
+{
+    const QString fault = m_session.fault().simplified();
+    if (!fault.isEmpty())
+        m_verdicts << boardTexts::stoppedAt.arg(m_place, fault);
+    else if (isEnded())
+        m_verdicts << boardTexts::cancelledAt.arg(m_place);
+    Q_EMIT progressed(m_verdicts.join(QStringLiteral("; ")));
+    DigTestAbort = false;
+}
+
+void DigitalTests::noteVerdict(bool passed)
+{
+    QString verdict = (passed ? boardTexts::testPassed : boardTexts::testFailed).arg(m_test);
+    if (m_unanswered > 0)
+        verdict += boardTexts::testUnanswered.arg(m_unanswered);
+    m_verdicts << verdict;
+}
+
+double DigitalTests::readValue(QString &reply)
+{
+    m_link.InputFromSbc(reply);
+    if (reply.isEmpty())
+        ++m_unanswered;
+    return numbers::leadingNumber(reply);
 }
 
 int DigitalTests::test_data(int step)
@@ -65,6 +103,8 @@ bool DigitalTests::exchange(const QString &command)
 {
     if (isEnded())
         return false;
+    Q_EMIT progressed(boardTexts::progress(m_place, m_exchangesLeft * exchangeMs));
+    --m_exchangesLeft;
     QString sent = command;
     m_link.OutputToSbc(sent);
     m_link.PauseMS(settleMs);
@@ -74,6 +114,13 @@ bool DigitalTests::exchange(const QString &command)
 void DigitalTests::showStep(int step)
 {
     Q_EMIT stepShown(bitText(step), QString::number(test_data(step)));
+    m_place = boardTexts::testStep.arg(m_test, m_port, bitText(step));
+}
+
+void DigitalTests::showPort(const QString &text)
+{
+    m_port = text;
+    Q_EMIT portShown(text);
 }
 
 void DigitalTests::cleanUp()
@@ -88,9 +135,13 @@ void DigitalTests::directionTest()
 {
     if (!isEnded()) {
         Q_EMIT busyChanged(true);
+        m_test = m_place = boardTexts::writeTest;
+        m_unanswered = 0;
         bool passed = true;
-        if (directionSteps(passed))
+        if (directionSteps(passed)) {
+            noteVerdict(passed);
             m_session.say(passed ? boardTexts::writeTestPassed : boardTexts::writeTestFailed);
+        }
     }
     cleanUp();
 }
@@ -98,7 +149,7 @@ void DigitalTests::directionTest()
 bool DigitalTests::directionSteps(bool &passed)
 {
     for (int port = 0; port < ports; ++port) {
-        Q_EMIT portShown(QString::number(port));
+        showPort(QString::number(port));
         for (int step = 0; step < steps; ++step) {
             if (!directionStep(port, step, passed))
                 return false;
@@ -117,18 +168,18 @@ bool DigitalTests::directionStep(int port, int step, bool &passed)
         !exchange(QStringLiteral("PORT:DIR? %1").arg(port)))
         return false;
     QString reply;
-    m_link.InputFromSbc(reply);
-    if (!isEnded() && numbers::leadingNumber(reply) != pattern) {
+    const double value = readValue(reply);
+    if (!isEnded() && value != pattern) {
         passed = false;
-        m_session.say(boardTexts::directionFailed.arg(
-            QString::number(port), BoardLink::oneLine(reply), QString::number(step)));
+        m_session.say(boardTexts::directionFailed.arg(QString::number(port), shownText(reply),
+                                                      QString::number(step)));
     }
     return !isEnded();
 }
 
 bool DigitalTests::loopback(int outPort, int inPort)
 {
-    Q_EMIT portShown(QStringLiteral("%1 > %2").arg(outPort).arg(inPort));
+    showPort(QStringLiteral("%1 > %2").arg(outPort).arg(inPort));
     bool passed = true;
     for (int step = 0; step < steps && !isEnded(); ++step) {
         showStep(step);
@@ -136,8 +187,7 @@ bool DigitalTests::loopback(int outPort, int inPort)
             !exchange(QStringLiteral("PORT:DATA? %1").arg(inPort)))
             break;
         QString reply;
-        m_link.InputFromSbc(reply);
-        if (numbers::leadingNumber(reply) != test_data(step))
+        if (readValue(reply) != test_data(step))
             passed = false;
     }
     return passed;
@@ -147,10 +197,14 @@ void DigitalTests::loopbackTest()
 {
     if (!isEnded()) {
         Q_EMIT busyChanged(true);
+        m_test = m_place = boardTexts::readbackTest;
+        m_unanswered = 0;
         bool passed = true;
         m_session.say(boardTexts::installLoopBack);
-        if (loopbackSteps(passed))
+        if (loopbackSteps(passed)) {
+            noteVerdict(passed);
             m_session.say(passed ? boardTexts::loopBackPassed : boardTexts::loopBackFailed);
+        }
     }
     cleanUp();
 }
@@ -170,6 +224,7 @@ bool DigitalTests::loopbackSteps(bool &passed)
 bool DigitalTests::setDirections(const QStringList &values)
 {
     return std::all_of(values.begin(), values.end(), [this](const QString &value) {
+        m_place = boardTexts::testDirections.arg(m_test);
         return exchange(QStringLiteral("PORT:DIR ") + value);
     });
 }

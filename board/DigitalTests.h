@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
+#include <QStringList>
 
 namespace corvane {
 
@@ -41,13 +41,21 @@ Q_SIGNALS:
     /// The texts of lblChannel, lblPData and lblPortValue.
     void portShown(const QString &text);
     void stepShown(const QString &bit, const QString &pattern);
+    /// Where the test is, or how it ended.
+    void progressed(const QString &text);
     /// A test has begun, or has cleaned up: hourglass or normal pointer.
     void busyChanged(bool busy);
 
 private:
     [[nodiscard]] bool isEnded() const;
     bool exchange(const QString &command);
+    void begin(int exchanges);
+    void showPort(const QString &text);
     void showStep(int step);
+    /// The reply to a step's query as a number; an answer that stayed out reads as 0.
+    double readValue(QString &reply);
+    void noteVerdict(bool passed);
+    void finish();
     void cleanUp();
 
     void directionTest();
@@ -62,6 +70,13 @@ private:
     BoardLink &m_link;
     BoardSession &m_session;
     bool DigTestAbort = false;
+    /// The test, port and bit of the running step.
+    QString m_test;
+    QString m_port;
+    QString m_place;
+    int m_exchangesLeft = 0;
+    int m_unanswered = 0;
+    QStringList m_verdicts;
 };
 
 } // namespace corvane

@@ -47,6 +47,8 @@ DigitalTestsPanel::DigitalTestsPanel(BoardLink &link, BoardSession &session)
         cell->addWidget(label, 1);
         grid->addLayout(cell, 1, column++);
     }
+    lblProgress = progressLine(QStringLiteral("lblProgressTests"), tr("Progress of the test"));
+    grid->addWidget(lblProgress, 2, 0, 1, 4);
     for (int i = 0; i < grid->columnCount(); ++i)
         grid->setColumnStretch(i, 1);
     connect(cmdDigTestFull, &QPushButton::clicked, this, &DigitalTestsPanel::cmdDigTestFull_Click);
@@ -61,6 +63,8 @@ DigitalTestsPanel::DigitalTestsPanel(BoardLink &link, BoardSession &session)
                 lblPData->setText(bit);
                 lblPortValue->setText(pattern);
             });
+    connect(&m_tests, &DigitalTests::progressed, this,
+            [this](const QString &text) { showText(*lblProgress, text); });
     connect(&m_tests, &DigitalTests::busyChanged, this, &DigitalTestsPanel::showBusy);
 }
 

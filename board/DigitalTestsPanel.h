@@ -31,6 +31,7 @@ public:
     QLabel *lblChannel;
     QLabel *lblPData;
     QLabel *lblPortValue;
+    QLabel *lblProgress;
 
 private:
     void run(void (DigitalTests::*test)());

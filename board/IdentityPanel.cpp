@@ -115,7 +115,8 @@ void IdentityPanel::cmdSetSN_Click()
     if (!m_session.checkSendable(command))
         return;
     m_link.OutputToSbc(command);
-    m_session.say(m_link.fault().isEmpty() ? boardTexts::serialNumberSent : m_link.fault());
+    if (m_link.isSent())
+        m_session.say(boardTexts::serialNumberSent);
 }
 
 void IdentityPanel::cmdGetTcpip_Click()
@@ -124,10 +125,8 @@ void IdentityPanel::cmdGetTcpip_Click()
     if (!operation)
         return;
     const QString reply = m_link.ask(QStringLiteral("TCPIP?"), beforeReadMs);
-    if (m_session.isStopped())
-        return;
     const qsizetype comma = reply.indexOf(u',');
-    lblTcpip->setText(comma < 0 ? boardTexts::tcpipError : reply.first(comma));
+    showText(*lblTcpip, comma < 0 ? boardTexts::tcpipError : reply.first(comma));
 }
 
 } // namespace corvane

@@ -113,8 +113,12 @@ void ManualCalibrationPanel::cmdSetCal_Click()
         fields << txtValue->text();
     fields << txtGain->text() << txtOffset->text();
     QString command = kindName() + u' ' + fields.join(u',') + u'\r';
-    if (m_session.checkSendable(command))
-        m_link.OutputToSbc(command);
+    if (!m_session.checkSendable(command))
+        return;
+    const int channel = cboChannelSet->currentIndex(); // the box may be changed meanwhile
+    m_link.OutputToSbc(command);
+    if (m_link.isSent())
+        Q_EMIT calibrationSent(channel);
 }
 
 void ManualCalibrationPanel::cmdReadCal_Click()
@@ -124,12 +128,10 @@ void ManualCalibrationPanel::cmdReadCal_Click()
         return;
     const QString reply = m_link.ask(
         kindName() + QStringLiteral("? ") + numbers::numberText(cboChannel->currentIndex()), 0);
-    if (m_session.isStopped())
-        return;
     const QStringList fields = reply.split(u',');
-    lblValue->setText(fields.value(0).simplified());
-    lblGain->setText(fields.value(1).simplified());
-    lblOffset->setText(fields.value(2).simplified());
+    showText(*lblValue, fields.value(0).simplified());
+    showText(*lblGain, fields.value(1).simplified());
+    showText(*lblOffset, fields.value(2).simplified());
 }
 
 void ManualCalibrationPanel::cmdDefaultSet_Click()

@@ -39,6 +39,10 @@ public:
     QLabel *lblOffset;
     QPushButton *cmdReadCal;
 
+Q_SIGNALS:
+    /// The channel's gain and offset went out to the board.
+    void calibrationSent(int channel);
+
 private:
     [[nodiscard]] QString kindName() const;
     QComboBox *channelBox(const QString &name, const QString &accessibleName);

@@ -156,7 +156,7 @@ void PortPinsPanel::readPin(int pin)
     readOut->clear();
     const QString reply = m_link.ask(QStringLiteral("H? %1").arg(pin), beforeReadMs);
     if (!m_session.isStopped())
-        readOut->setText(reply.trimmed());
+        showText(*readOut, reply.trimmed());
 }
 
 } // namespace corvane

@@ -7,7 +7,9 @@
 #include "board/DacAdcPanel.h"
 #include "board/DigitalIoPanel.h"
 #include "board/IdentityPanel.h"
+#include "board/UnsavedCalibrations.h"
 #include "common/EditableBox.h"
+#include "common/ShownText.h"
 #include "common/ToolTip.h"
 
 #include <QAbstractButton>
@@ -51,7 +53,9 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     auto *top = new QHBoxLayout;
     top->addWidget(makeMethod());
     top->addWidget(makeMeter());
-    top->addStretch();
+    lblUnsaved = named(new QLabel, QStringLiteral("lblUnsaved"), tr("Not saved to EEPROM"));
+    lblUnsaved->setWordWrap(true);
+    top->addWidget(lblUnsaved, 1);
     layout->addLayout(top);
     layout->addWidget(makePages(), 1);
     makeStatusBar();
@@ -61,11 +65,20 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     connect(
         &m_session, &BoardSession::runningChanged, this, [this] { finishClosing(); },
         Qt::QueuedConnection);
+    connect(&channels.unsavedCalibrations(), &UnsavedCalibrations::changed, this,
+            &frmSBC::showUnsaved);
+    showUnsaved();
     cboMeasInstAdrGpib_Change();
     resize(1000, 660);
 }
 
 frmSBC::~frmSBC() = default;
+
+void frmSBC::showUnsaved()
+{
+    lblUnsaved->setText(m_channels.unsavedCalibrations().text());
+    Q_EMIT unsavedShown(lblUnsaved->text());
+}
 
 QWidget *frmSBC::makeMethod()
 {
@@ -111,7 +124,7 @@ QWidget *frmSBC::makeMeter()
 QTabWidget *frmSBC::makePages()
 {
     dacAdc = new DacAdcPanel(m_link, m_session);
-    calibration = new CalibrationPanel(m_link, m_session);
+    calibration = new CalibrationPanel(m_link, m_session, m_channels.unsavedCalibrations());
     digitalIo = new DigitalIoPanel(m_link, m_session);
     identity = new IdentityPanel(m_link, m_session);
     auto *pages = named(new QTabWidget, QStringLiteral("tabBoard"), tr("Board"));
@@ -138,11 +151,12 @@ void frmSBC::makeStatusBar()
         statusPanels[static_cast<size_t>(panel)] = label;
         StatusBar1->addWidget(label, 1);
     }
-    connect(&m_link, &BoardLink::commandShown, statusPanels[0], &QLabel::setText);
+    connect(&m_link, &BoardLink::commandShown, this,
+            [this](const QString &text) { showText(*statusPanels[0], text); });
     connect(&m_link, &BoardLink::replyShown, this,
-            [this](const QString &text, const QString &fault) {
-                statusPanels[1]->setText(BoardLink::oneLine(text));
-                statusPanels[1]->setToolTip(plainToolTip(fault.isEmpty() ? text : fault));
+            [this](const QString &text, const QString &note) {
+                statusPanels[1]->setText(shownText(text));
+                statusPanels[1]->setToolTip(plainToolTip(note.isEmpty() ? text : note));
             });
 }
 

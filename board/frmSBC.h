@@ -59,6 +59,8 @@ public:
 
     std::array<QRadioButton *, 3> OptSbcCommMeth{};
     QComboBox *cboMeasInstAdrGpib;
+    /// Which channels' calibration is not in the EEPROM yet.
+    QLabel *lblUnsaved;
     QStatusBar *StatusBar1;
     std::array<QLabel *, 2> statusPanels{};
     QTimer caliTimer;
@@ -70,6 +72,7 @@ public:
 
 Q_SIGNALS:
     void reportRequested();
+    void unsavedShown(const QString &text);
     /// The window begins to close.
     void closing();
     void closed();
@@ -83,6 +86,7 @@ private:
     QTabWidget *makePages();
     void makeStatusBar();
     void keepFocus(bool running);
+    void showUnsaved();
     void finishClosing();
 
     enum class Life { Open, Closing, Unloading, Closed };

@@ -25,22 +25,31 @@ void reopenQuietly(GpibControl &control)
 
 } // namespace
 
-float ReadMeterValue(GpibControl &control, WaitGroup &waits, int address)
+QString askMeter(GpibControl &control, WaitGroup &waits, int address, EarlierReading earlier)
 {
     const QString remembered = control.connectString();
     const auto restore = qScopeGuard([&] { control.setConnectString(remembered); });
     control.setConnectString(QStringLiteral("GPIB0::%1").arg(address));
     control.open();
     if (waits.wait(settleMs) == WaitEnd::Cancelled)
-        return 0;
+        return {};
+    if (earlier == EarlierReading::Unanswered)
+        control.read();
+    if (waits.isClosed())
+        return {};
     control.write("data?\r");
     if (waits.wait(settleMs) == WaitEnd::Cancelled)
-        return 0;
+        return {};
     const QString reply = QString::fromLatin1(control.read());
     control.setConnectString(remembered);
     if (!waits.isClosed())
         reopenQuietly(control);
-    return numbers::single(numbers::leadingNumber(reply));
+    return reply;
+}
+
+float ReadMeterValue(GpibControl &control, WaitGroup &waits, int address)
+{
+    return numbers::single(numbers::leadingNumber(askMeter(control, waits, address)));
 }
 
 } // namespace corvane

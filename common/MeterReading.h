@@ -1,16 +1,29 @@
 #pragma once
 
+#include <QString>
+
 namespace corvane {
 
 class GpibControl;
 class WaitGroup;
 
-/// Reads one measurement from the reference meter at the given GPIB primary address of board
-/// GPIB0, which takes two seconds and the meter's own time. The control is addressed to the meter
+/// What the meter answered to a reading before.
+enum class EarlierReading {
+    Answered,
+    Unanswered ///< its answer may still come, and is dropped before the next reading
+};
+
+/// Asks the reference meter at the given GPIB primary address of board GPIB0 for one measurement,
+/// which takes two seconds and the meter's own time. The control is addressed to the meter
 /// meanwhile and gets its own address back on every way out.
 ///
-/// 0 when the meter's reply holds no number or the waits were closed; infinite when it is too large
-/// for single precision. Throws PlatformError when the meter cannot be addressed or written to.
+/// Empty when the meter did not answer or the waits were closed. Throws PlatformError when the
+/// meter cannot be addressed or written to.
+QString askMeter(GpibControl &control, WaitGroup &waits, int address,
+                 EarlierReading earlier = EarlierReading::Answered);
+
+/// The measurement as a number: 0 when the meter's reply holds none, infinite when it is too large
+/// for single precision.
 float ReadMeterValue(GpibControl &control, WaitGroup &waits, int address);
 
 } // namespace corvane

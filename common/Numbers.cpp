@@ -63,6 +63,11 @@ double leadingNumber(QStringView text)
     return toFinite(start.first(numberLength(start)));
 }
 
+bool startsWithNumber(QStringView text)
+{
+    return numberLength(text.trimmed()) > 0;
+}
+
 int leadingInteger(QStringView text)
 {
     const double rounded = std::nearbyint(leadingNumber(text));
@@ -127,14 +132,14 @@ QString toHex(int value)
 
 std::optional<qint64> fromHex(QStringView text)
 {
-    const QStringView start = text.trimmed();
+    const QStringView digits = text.trimmed();
+    if (digits.isEmpty())
+        return std::nullopt;
     qint64 value = 0;
-    for (const QChar c : start) {
+    for (const QChar c : digits) {
         const auto digit = QStringView(u"0123456789ABCDEF").indexOf(c.toUpper());
-        if (digit < 0)
-            break;
         value = value * 16 + digit;
-        if (value > std::numeric_limits<quint32>::max())
+        if (digit < 0 || value > std::numeric_limits<quint32>::max())
             return std::nullopt;
     }
     return value;

@@ -12,6 +12,10 @@ namespace corvane::numbers {
 /// with an optional point, an optional exponent. 0 when there is none; never infinite or NaN.
 double leadingNumber(QStringView text);
 
+/// True when the text, after leading blanks, begins with a number: leadingNumber is not a 0 for
+/// want of one.
+bool startsWithNumber(QStringView text);
+
 /// The leading number rounded towards nearest even to a whole number and clamped to 32 bits.
 int leadingInteger(QStringView text);
 
@@ -35,8 +39,8 @@ QString fixed5(const QString &text);
 
 /// A number written in hexadecimal, upper case, no prefix, no leading zero.
 QString toHex(int value);
-/// The text, blanks at its ends aside, read as a hexadecimal number: its leading hexadecimal
-/// digits; 0 when there are none. Longer than 32 bits: nothing.
+/// The number that the whole text, blanks at its ends aside, is in hexadecimal digits, without any
+/// prefix; nothing when it is not one or has more than 32 bits.
 std::optional<qint64> fromHex(QStringView text);
 
 } // namespace corvane::numbers

@@ -1,8 +1,10 @@
 #include "main/BoardWindows.h"
 
+#include "board/BoardTexts.h"
 #include "board/frmSBC.h"
 #include "common/ProductInfo.h"
 #include "lists/TransferEngine.h"
+#include "main/ChannelTexts.h"
 #include "main/GpibChannel.h"
 #include "main/Main.h"
 #include "main/SerialChannel.h"
@@ -10,6 +12,7 @@
 #include "report/frmSBCPrint.h"
 
 #include <QAction>
+#include <QDebug>
 #include <QTabWidget>
 
 namespace corvane {
@@ -64,13 +67,30 @@ void BoardWindows::openBoard()
         m_window.channel(borrowed)->applyPendingEntries();
     m_board = new frmSBC(*this, m_window.parts().dialogs, m_window.parts().clock);
     connect(m_board, &frmSBC::reportRequested, this, &BoardWindows::openReport);
+    for (const int index : {channels::rs232, channels::ieee488, channels::tcpIp1}) {
+        connect(m_window.channel(index), &Channel::openChanged, m_board,
+                [board = m_board, index](bool open) {
+                    if (!open)
+                        board->session().channelClosed(index);
+                });
+    }
     connect(m_board, &frmSBC::closed, this, [this] {
         m_board->deleteLater();
         m_board = nullptr;
+        showUnsaved();
         if (std::exchange(m_reopen, false))
             m_window.mnuSBC->trigger();
     });
+    showUnsaved();
     bringToFront(*m_board);
+}
+
+/// While the board window is open it says so itself.
+void BoardWindows::showUnsaved()
+{
+    m_window.showNote(m_board || m_unsaved.isEmpty()
+                          ? QString()
+                          : boardTexts::closedUnsaved.arg(m_unsaved.text()));
 }
 
 void BoardWindows::openReport()
@@ -100,6 +120,8 @@ void BoardWindows::shutDown()
         m_report->close();
     if (m_board)
         m_board->shutDown();
+    if (!std::exchange(m_toldUnsaved, true) && !m_unsaved.isEmpty())
+        qWarning().noquote() << m_unsaved.text();
 }
 
 bool BoardWindows::usesChannel(int index) const
@@ -153,6 +175,15 @@ ChannelUse BoardWindows::channelUse(int channel) const
     if (!m_window.searchRefusal().isEmpty())
         return ChannelUse::Search;
     return m_window.gpibChannel().isReadPending() ? ChannelUse::Reply : ChannelUse::Free;
+}
+
+QString BoardWindows::faultText(int channel, Exchange half, const QString &cause) const
+{
+    const QString &notConnected = channelTexts::notConnected.at(static_cast<size_t>(channel));
+    if (!notConnected.isEmpty() && !m_window.channel(channel)->isOpen())
+        return notConnected;
+    return (half == Exchange::Send ? channelTexts::sendError : channelTexts::readError) +
+           QStringLiteral("\r\n") + cause;
 }
 
 void BoardWindows::uncheckMnuSBC()

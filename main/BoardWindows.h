@@ -1,6 +1,7 @@
 #pragma once
 
 #include "board/BoardChannels.h"
+#include "board/UnsavedCalibrations.h"
 
 #include <QObject>
 
@@ -39,16 +40,22 @@ public:
     [[nodiscard]] QString responseText(int channel) const override;
     void clearResponse(int channel) override;
     [[nodiscard]] ChannelUse channelUse(int channel) const override;
+    [[nodiscard]] QString faultText(int channel, Exchange half,
+                                    const QString &cause) const override;
+    UnsavedCalibrations &unsavedCalibrations() override { return m_unsaved; }
     void uncheckMnuSBC() override;
 
 private:
     void openBoard();
+    void showUnsaved();
 
     Main &m_window;
+    UnsavedCalibrations m_unsaved;
     frmSBC *m_board = nullptr;
     /// The menu entry was chosen again while the window was closing.
     bool m_reopen = false;
     frmSBCPrint *m_report = nullptr;
+    bool m_toldUnsaved = false;
 };
 
 } // namespace corvane

@@ -80,6 +80,12 @@ void Main::clearFault(int index)
     showFaults();
 }
 
+void Main::showNote(const QString &note)
+{
+    m_boardNote = note;
+    showFaults();
+}
+
 void Main::showFaults()
 {
     QStringList shown;
@@ -90,6 +96,7 @@ void Main::showFaults()
     }
     shown.append(m_listNote);
     shown.append(m_logNote);
+    shown.append(m_boardNote);
     shown.removeAll(QString());
     const QString text = shown.join(QStringLiteral("; "));
     lblFaults->setText(text);

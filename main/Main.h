@@ -101,6 +101,9 @@ public:
     [[nodiscard]] QString listRowText(int row) const;
     void showChannel(int index);
 
+    /// Says something in the status bar that is no fault of a Channel; empty: no more.
+    void showNote(const QString &note);
+
     void mnuCmdList_Click();
     void mnuHelp_Click();
 
@@ -195,6 +198,7 @@ private:
     QString m_runNote;
     QString m_listNote;
     QString m_logNote;
+    QString m_boardNote;
 };
 
 } // namespace corvane

@@ -197,6 +197,16 @@ TextGrid::Verdict TextGrid::verdict(int row, int column) const
     return m_model->verdict(row, column);
 }
 
+QString TextGrid::remark(int row, int column) const
+{
+    return m_model->remark(row, column);
+}
+
+void TextGrid::setRemark(int row, int column, const QString &remark)
+{
+    m_model->setRemark(row, column, remark);
+}
+
 void TextGrid::setVerdict(int row, int column, Verdict verdict)
 {
     m_model->setVerdict(row, column, verdict);

@@ -61,6 +61,10 @@ public:
     [[nodiscard]] Verdict verdict(int row, int column) const;
     void setVerdict(int row, int column, Verdict verdict);
 
+    /// What is wrong with the cell: it stands out, and its tool tip tells. setText takes it away.
+    [[nodiscard]] QString remark(int row, int column) const;
+    void setRemark(int row, int column, const QString &remark);
+
     /// Where the cell is shown, in coordinates of the viewport.
     [[nodiscard]] QRect cellRect(int row, int column) const;
 

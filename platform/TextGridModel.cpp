@@ -57,14 +57,24 @@ QVariant TextGridModel::data(const QModelIndex &index, int role) const
         return {};
     const int row = index.row() + 1;
     const int column = index.column();
+    const QString remark = this->remark(row, column);
     switch (role) {
-    case Qt::DisplayRole:
-        return m_table.text(row, column).left(shownCharacters).toString();
+    case Qt::DisplayRole: {
+        const QString text = m_table.text(row, column).left(shownCharacters).toString();
+        // Not by its colour alone.
+        return remark.isEmpty() ? text : (text + QStringLiteral(" !")).trimmed();
+    }
+    case Qt::ToolTipRole:
+        return remark.isEmpty() ? QVariant() : remark;
+    case Qt::AccessibleTextRole:
+        return remark.isEmpty() ? QVariant()
+                                : QStringLiteral("%1, %2").arg(m_table.text(row, column), remark);
     case Qt::BackgroundRole:
     case Qt::ForegroundRole:
         return colour(row, column, role);
     case Qt::FontRole:
-        if (row == m_markedRow || verdict(row, column) != TextGrid::Verdict::None) {
+        if (row == m_markedRow || !remark.isEmpty() ||
+            verdict(row, column) != TextGrid::Verdict::None) {
             QFont font = QGuiApplication::font();
             font.setBold(true);
             return font;
@@ -78,10 +88,11 @@ QVariant TextGridModel::data(const QModelIndex &index, int role) const
 QVariant TextGridModel::colour(int row, int column, int role) const
 {
     const auto judged = verdict(row, column);
-    const Shade *shade = judged == TextGrid::Verdict::Passed   ? &passedShade()
-                         : judged == TextGrid::Verdict::Failed ? &failedShade()
-                         : row == m_markedRow                  ? &markedShade()
-                                                               : nullptr;
+    const bool isFailed = judged == TextGrid::Verdict::Failed || m_remarks.contains({row, column});
+    const Shade *shade = judged == TextGrid::Verdict::Passed ? &passedShade()
+                         : isFailed                          ? &failedShade()
+                         : row == m_markedRow                ? &markedShade()
+                                                             : nullptr;
     if (shade)
         return role == Qt::ForegroundRole ? shade->ink : shade->paper;
     if (column == 0)
@@ -102,6 +113,7 @@ void TextGridModel::setTable(TextTable table)
     beginResetModel();
     m_table = std::move(table);
     m_judged = {};
+    m_remarks.clear();
     m_markedRow = 0;
     endResetModel();
 }
@@ -109,6 +121,7 @@ void TextGridModel::setTable(TextTable table)
 void TextGridModel::setText(int row, int column, QStringView text)
 {
     setVerdict(row, column, TextGrid::Verdict::None);
+    m_remarks.remove({row, column});
     m_table.setText(row, column, text);
     cellChanged(row, column);
 }
@@ -195,6 +208,15 @@ void TextGridModel::setVerdict(int row, int column, TextGrid::Verdict verdict)
     if (at >= m_judged.size())
         m_judged.resize(at + 1);
     m_judged[at] = {static_cast<quint8>(column), verdict};
+    cellChanged(row, column);
+}
+
+void TextGridModel::setRemark(int row, int column, const QString &remark)
+{
+    if (remark.isEmpty())
+        m_remarks.remove({row, column});
+    else if (m_table.contains(row, column))
+        m_remarks.insert({row, column}, remark);
     cellChanged(row, column);
 }
 

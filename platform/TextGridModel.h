@@ -3,6 +3,7 @@
 #include "platform/TextGrid.h"
 
 #include <QAbstractTableModel>
+#include <QHash>
 
 #include <optional>
 
@@ -42,6 +43,12 @@ public:
     [[nodiscard]] TextGrid::Verdict verdict(int row, int column) const;
     void setVerdict(int row, int column, TextGrid::Verdict verdict);
 
+    [[nodiscard]] QString remark(int row, int column) const
+    {
+        return m_remarks.value({row, column});
+    }
+    void setRemark(int row, int column, const QString &remark);
+
 private:
     struct JudgedCell
     {
@@ -56,6 +63,7 @@ private:
     TextTable m_table{1, 1};
     std::vector<JudgedCell> m_judged; // as long as the last judged row needs
     int m_markedRow = 0;
+    QHash<std::pair<int, int>, QString> m_remarks; // few, in a grid that has any
 };
 
 } // namespace corvane

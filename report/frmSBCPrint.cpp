@@ -3,6 +3,7 @@
 #include "board/CalibrationPanel.h"
 #include "board/Controls.h"
 #include "board/frmSBC.h"
+#include "common/ShownText.h"
 #include "platform/Dialogs.h"
 #include "platform/WholeFile.h"
 #include "report/CalibrationReport.h"
@@ -99,11 +100,16 @@ frmSBCPrint::frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, QS
     layout->addWidget(makeGroup(tr("PRODUCT INFORMATION"), 0, 4));
     layout->addWidget(makeGroup(tr("TEST INFORMATION"), 4, 4));
     layout->addWidget(makeGroup(tr("TEST METER"), 8, 4));
+    lblUnsaved = named(new QLabel, QStringLiteral("lblUnsaved"), tr("Not saved to EEPROM"));
+    lblUnsaved->setWordWrap(true);
+    layout->addWidget(lblUnsaved);
     layout->addWidget(makeButtons());
     layout->addStretch();
     makeStatusBar();
     layout->addWidget(StatusBar1);
     connect(&board, &frmSBC::closing, this, &QWidget::close);
+    connect(&board, &frmSBC::unsavedShown, lblUnsaved, &QLabel::setText);
+    lblUnsaved->setText(board.lblUnsaved->text());
     resize(520, sizeHint().height());
 }
 
@@ -207,9 +213,9 @@ void frmSBCPrint::fillFromBoard()
     const QString command = QStringLiteral("*IDN?");
     statusPanel->setText(command);
     QString reply = link.ask(command, beforeReadMs);
-    if (link.isStopped() || isClosing())
+    if (isClosing())
         return;
-    reply = BoardLink::oneLine(reply);
+    reply = shownText(reply);
     const auto identity = calibrationReport::parseIdentity(reply);
     const QString shown = reply.left(longestShown);
     statusPanel->setText(identity ? shown : reportTexts::syntaxError + shown);

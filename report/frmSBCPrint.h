@@ -59,6 +59,8 @@ public:
     QPushButton *cmdCAncel;
     QStatusBar *StatusBar1;
     QLabel *statusPanel;
+    /// Which channels of the report are not in the board's EEPROM yet.
+    QLabel *lblUnsaved;
 
 Q_SIGNALS:
     void closed();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "board/BoardChannels.h"
+#include "board/UnsavedCalibrations.h"
 #include "board/frmSBC.h"
 #include "platform/GpibControl.h"
 #include "tests/support/FakeClock.h"
@@ -62,6 +63,14 @@ public:
     {
         return channel == usedChannel ? use : ChannelUse::Free;
     }
+    [[nodiscard]] QString faultText(int channel, Exchange half, const QString &cause) const override
+    {
+        return QStringLiteral("%1 %2: %3")
+            .arg(half == Exchange::Send ? QStringLiteral("send") : QStringLiteral("read"))
+            .arg(channel)
+            .arg(cause);
+    }
+    UnsavedCalibrations &unsavedCalibrations() override { return unsaved; }
     void uncheckMnuSBC() override { ++unchecked; }
 
     /// Everything written to the board, on any Channel.
@@ -96,6 +105,7 @@ public:
     int usedChannel = -1;
     ChannelUse use = ChannelUse::Free;
     int unchecked = 0;
+    UnsavedCalibrations unsaved;
 
 private:
     [[nodiscard]] std::optional<QByteArray> onBoard(const QByteArray &text) const

@@ -60,6 +60,52 @@ TEST_F(BoardLinkTest, AReplyThatComesWithinTheSecondReadCounts)
     EXPECT_EQ(text, QStringLiteral("late"));
 }
 
+TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
+{
+    const QString address = FakeBoardChannels::boardAddress;
+    const QString dropped = QStringLiteral("A late answer to an earlier command");
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        for (const bool isRead : {true, false}) { // false: its exchange was cancelled
+            answerQueriesWith("");
+            clock.after(!isRead       ? 130
+                        : method == 1 ? 3200
+                                      : 2000,
+                        [this, method, address] {
+                            channels.bus.replies[address].assign(method == 1 ? 1 : 0, "late");
+                            channels.boxText = QStringLiteral("late");
+                        });
+            QString command = QStringLiteral("ADC?  0");
+            board.link().OutputToSbc(command);
+            if (isRead) {
+                EXPECT_EQ(board.link().ask(QStringLiteral("ADC?  1"), 0), QString());
+            }
+            answerQueriesWith("2");
+            EXPECT_EQ(board.link().ask(QStringLiteral("DAC?  2"), 0), QStringLiteral("2"))
+                << method;
+            EXPECT_TRUE(board.statusPanels[1]->toolTip().contains(dropped)) << method;
+            EXPECT_TRUE(channels.bus.replies[address].empty());
+            const quint32 before = clock.MS_TIMER();
+            EXPECT_EQ(board.link().ask(QStringLiteral("DAC?  3"), 0), QStringLiteral("2"));
+            EXPECT_EQ(clock.MS_TIMER() - before, 125U) << "an answered exchange waits for nothing";
+        }
+    }
+    EXPECT_EQ(board.link().readMeter(16), QString());
+    channels.bus.replies[QStringLiteral("GPIB0::16")].emplace_back("0.5");
+    channels.meter = {"2.0"};
+    EXPECT_EQ(board.link().readMeter(16), QStringLiteral("2.0"));
+}
+
+TEST_F(BoardLinkTest, ALoneLineEndIsNoAnswer)
+{
+    answerQueriesWith("\r\n");
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        EXPECT_EQ(board.link().ask(QStringLiteral("ADC?"), 0), QString());
+        EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
+    }
+}
+
 TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
 {
     channels.serial.feed("unread");

@@ -25,9 +25,10 @@ class AgreeableDialogs : public Dialogs
 {
 public:
     using Dialogs::showMessage;
-    Answer showMessage(QWidget *, const MessageBox &) override
+    Answer showMessage(QWidget *, const MessageBox &box) override
     {
         ++boxes;
+        texts << box.text;
         return Answer::Ok;
     }
     FileChoice openFile(QWidget *, const FileQuestion &) override { return {}; }
@@ -36,6 +37,7 @@ public:
     [[nodiscard]] int openCount() const override { return 0; }
 
     int boxes = 0;
+    QStringList texts;
 };
 
 /// A board window of its own, to be closed at a chosen moment.
@@ -178,6 +180,50 @@ TEST_F(BoardWindowTest, TellsWhichChannelsItNeedsForItself)
         act(board, "cmdCancelCal");
     });
     act(board, "txtChannel=1;cmdCal");
+    // An answer that an operation left unread is not waited for in the next one.
+    act(board, "OptSbcCommMeth_2;cmdWriteCal");
+    clock.after(10, [&] { EXPECT_EQ(used(), (std::vector{true, false, false})); });
+    act(board, "OptSbcCommMeth_0;cmdReadAdc_0");
+}
+
+TEST(BoardWindow, AFaultOfItsChannelEndsAnyOperationWithOneMessage)
+{
+    for (const char *procedure : procedures) {
+        bool wasRunning = true;
+        // From the start, and closed by the user or lost at any moment.
+        for (int at = 0; wasRunning; at += at < 1000 ? 499 : 4001) {
+            wasRunning = at == 0;
+            Bench<AgreeableDialogs> bench;
+            act(bench.board, "OptSbcCommMeth_0;txtChannel=3");
+            qsizetype sent = 0;
+            quint32 end = 0;
+            const auto close = [&] {
+                wasRunning = at == 0 || bench.board.session().isRunning();
+                bench.channels.serial.setPortOpen(false);
+                bench.board.session().channelClosed(channels::tcpIp1); // not this one
+                bench.board.session().channelClosed(channels::rs232);
+                sent = bench.channels.commands().size();
+                end = bench.clock.MS_TIMER();
+            };
+            if (at == 0)
+                close();
+            else
+                bench.clock.after(at, close);
+            act(bench.board, procedure);
+            bench.clock.waitUntil([] { return false; }, 1, [] { return false; });
+            const QStringList told = bench.dialogs.texts.filter(QStringLiteral("send 1: "));
+            if (!wasRunning)
+                break;
+            EXPECT_EQ(told.size(), 1) << procedure << " at " << at;
+            EXPECT_EQ(bench.channels.commands().size(), sent) << procedure << " at " << at;
+            if (at > 0) {
+                EXPECT_LE(bench.clock.MS_TIMER() - end, 1U) << procedure << " at " << at;
+            }
+            EXPECT_FALSE(bench.board.session().isRunning());
+            for (const char *line : {"lblProgress", "lblProgressDacAdc", "lblProgressTests"})
+                EXPECT_FALSE(shown(bench.board, line).startsWith(u"Done")) << procedure;
+        }
+    }
 }
 
 TEST_F(BoardWindowTest, AMethodChangedDuringACalibrationSplitsNoExchange)

@@ -1,3 +1,4 @@
+#include "board/CalibrationPanel.h"
 #include "board/DacAdcPanel.h"
 #include "board/DigitalIoPanel.h"
 #include "board/IdentityPanel.h"
@@ -24,8 +25,8 @@ struct Refused
 
 const Refused refused[] = {
     {"optDacUnits_1", "txtSendDac_0", "cmdSendDac_0", "2.50001|2.6|-1|2,5||FFFF"},
-    {"optDacUnits_0", "txtSendDac_0", "cmdSendDac_0", "G1||-1|10000|FFFFF|FFFFFFFFFF"},
-    {"optIoUnits_0", "txtWriteIo_0", "cmdWriteIo_0", "000|G1||100|-1|FFFFF|FFFFFFFFFF"},
+    {"optDacUnits_0", "txtSendDac_0", "cmdSendDac_0", "G1||-1|8000G|1.5|0x8000|10000|FFFFFFFFFF"},
+    {"optIoUnits_0", "txtWriteIo_0", "cmdWriteIo_0", "000|G1||100|-1|1G|1.5|0xF|FFFFFFFFFF"},
     {"optIoUnits_1", "txtDirIo_0", "cmdWriteDirIo_0", "256|-1|2,5||FF"},
     {"cmdInc", "txtSN", "cmdSetSN", "100/0001|07/10000|07-0123||/|-1/5|a/1|1/",
      "Syntax Error.  Send Canceled"},
@@ -55,7 +56,8 @@ const ReadOut readOuts[] = {
     {" 7FFF,x \r\n", "chkBertanDac;cmdReadAdc_1", "lblReadAdc_1", "7FFF,x"},
     {"10\r\n", "cmdReadDirIo_1", "txtDirIoRead_1", "A"},
     {" 255 V", "cmdReadIo_1", "lblReadIo_1", "FF"},
-    {"", "cmdReadIo_1", "lblReadIo_1", "0"},
+    {"", "cmdReadIo_1", "lblReadIo_1", ""},
+    {"x", "cmdReadDirIo_1", "txtDirIoRead_1", ""},
     {"10\r\n", "optIoUnits_1;cmdReadIo_1", "lblReadIo_1", "10"},
     {"1e40", "cmdReadDirIo_1", "txtDirIoRead_1", "1e+40"},
     {"", "chkBertan;optIoUnits_0;optIoUnits_1", "txtDirIo_0", "255"},
@@ -131,6 +133,21 @@ TEST_F(PanelsTest, AReadOutShowsWhatItsReplyHolds)
             << row.script << " " << row.reply;
     }
     EXPECT_FALSE(board.digitalIo->chkBertan->isChecked()); // by the hexadecimal units
+}
+
+TEST_F(PanelsTest, OfAnAnswerOfMegabytesEveryPlaceShowsItsStart)
+{
+    answerQueriesWith(QByteArray(10'000'000, '9').constData());
+    act(board, "cmdReadAdc_0;chkBertanDac;cmdReadAdc_1;cmdReadCal_0;cmdScanCals;cmdReadIo_0;"
+               "cmdPortPinRead_0;cmdGetTcpip");
+    answerQueriesWith((QByteArray(10'000'000, 'x') + ",1").constData());
+    act(board, "cmdReadAdc_0;cmdScanCals;cmdGetTcpip");
+    for (const QWidget *control : board.findChildren<QWidget *>()) {
+        EXPECT_LE(control->property("text").toString().size(), 310)
+            << control->objectName().toStdString();
+        EXPECT_LE(control->toolTip().size(), 1100) << control->objectName().toStdString();
+    }
+    EXPECT_LE(board.calibration->table().text(1, 1).size(), 310);
 }
 
 TEST_F(PanelsTest, AnAdcReplyGivesValueGainAndOffsetWhereItHoldsThem)
@@ -211,7 +228,7 @@ TEST_F(PanelsTest, TheSerialNumberUnlocksOnEnterWithThePhrase)
 TEST_F(PanelsTest, ASerialNumberThatCouldNotBeSentIsNotReportedAsSent)
 {
     channels.bus.fault = QStringLiteral("the adapter is gone");
-    dialogs.expectMessage(channels.bus.fault);
+    dialogs.expectMessage(QStringLiteral("send 2: the adapter is gone"));
     board.identity->cmdSetSN_Click();
     EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
 }

@@ -51,14 +51,14 @@ TEST(Numbers, FiveDecimalsKeepTextsThatAreNoNumber)
     EXPECT_EQ(numbers::fixed5(QString()), QString());
 }
 
-TEST(Numbers, HexadecimalIsReadUpToTheFirstOtherCharacterAndWrittenBare)
+TEST(Numbers, HexadecimalIsReadWholeOrNotAtAllAndWrittenBare)
 {
     EXPECT_EQ(numbers::fromHex(u"FFFF"), 65535);
     EXPECT_EQ(numbers::fromHex(u" 0f "), 15);
-    EXPECT_EQ(numbers::fromHex(u"G1"), 0);
-    EXPECT_EQ(numbers::fromHex(u""), 0);
     EXPECT_EQ(numbers::fromHex(u"FFFFFFFF"), 4294967295);
-    EXPECT_EQ(numbers::fromHex(u"100000000"), std::nullopt);
+    for (const char16_t *none :
+         {u"", u" ", u"G1", u"8000G", u"1.5", u"0x8000", u"8 0", u"-1", u"100000000"})
+        EXPECT_EQ(numbers::fromHex(none), std::nullopt) << QString::fromUtf16(none).toStdString();
     EXPECT_EQ(numbers::toHex(32768), u"8000");
     EXPECT_EQ(numbers::toHex(0), u"0");
 }
