@@ -136,10 +136,10 @@ QByteArray IbBus::read(const GpibAddress &address, int timeoutMs)
             fail(address);
         const auto count = std::clamp<qsizetype>(m_library->count(), 0, readBlock);
         reply.append(block.constData(), count);
-        m_replyEnd = (status & statusEnd) != 0 ? gpibReply::End::Marked
-                     : failed(status)          ? gpibReply::End::TimedOut
-                     : count == 0              ? gpibReply::End::Unmarked
-                                               : gpibReply::End::TooLong;
+        m_replyEnd = failed(status)              ? gpibReply::End::TimedOut
+                     : (status & statusEnd) != 0 ? gpibReply::End::Marked
+                     : count == 0                ? gpibReply::End::Unmarked
+                                                 : gpibReply::End::TooLong;
         if (failed(status) || (status & statusEnd) != 0 || count == 0 ||
             reply.size() >= gpibReply::longest)
             return reply;

@@ -215,7 +215,7 @@ TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
     key(Qt::Key_F2);
     m_area.txtFlexText->setText(u"a\r\nb"_s); // as a paste brings it
     key(Qt::Key_Enter);
-    EXPECT_EQ(m_grid.text(2, 2), u"a  b");
+    EXPECT_EQ(m_grid.text(2, 2), u"a b");
 }
 
 TEST_F(Area, TextLeftInTheCellBoxIsLost)
