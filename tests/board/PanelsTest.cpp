@@ -137,10 +137,10 @@ TEST_F(PanelsTest, AReadOutShowsWhatItsReplyHolds)
 
 TEST_F(PanelsTest, OfAnAnswerOfMegabytesEveryPlaceShowsItsStart)
 {
-    answerQueriesWith(QByteArray(10'000'000, '9').constData());
+    answerQueriesWith(QByteArray(1'000'000, '9').constData());
     act(board, "cmdReadAdc_0;chkBertanDac;cmdReadAdc_1;cmdReadCal_0;cmdScanCals;cmdReadIo_0;"
                "cmdPortPinRead_0;cmdGetTcpip");
-    answerQueriesWith((QByteArray(10'000'000, 'x') + ",1").constData());
+    answerQueriesWith((QByteArray(1'000'000, 'x') + ",1").constData());
     act(board, "cmdReadAdc_0;cmdScanCals;cmdGetTcpip");
     for (const QWidget *control : board.findChildren<QWidget *>()) {
         EXPECT_LE(control->property("text").toString().size(), 310)
