@@ -276,7 +276,7 @@ TEST(BoardWindow, ClosedAtAnyMomentMakesNoOtherExchangeOrMessage)
 {
     for (const char *procedure : procedures) {
         bool wasRunning = true;
-        for (int at = 5; wasRunning; at += at < 1000 ? 131 : 1409) {
+        for (int at = 5; wasRunning; at += at < 1000 ? 271 : 2609) {
             Bench<AgreeableDialogs> bench;
             QSignalSpy closed(&bench.board, &frmSBC::closed);
             wasRunning = false;
