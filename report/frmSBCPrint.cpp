@@ -29,8 +29,6 @@ using reportTexts::PrintError;
 namespace {
 
 constexpr qint16 beforeReadMs = 25;
-/// More than the status panel can show; a label takes long over a text without end.
-constexpr qsizetype longestShown = 1000;
 
 /// Today in the system's short form; where that needs characters that the report cannot hold, in
 /// the international form.
@@ -212,12 +210,11 @@ void frmSBCPrint::fillFromBoard()
     BoardLink &link = m_board->link();
     const QString command = QStringLiteral("*IDN?");
     statusPanel->setText(command);
-    QString reply = link.ask(command, beforeReadMs);
+    const QString reply = link.ask(command, beforeReadMs);
     if (isClosing())
         return;
-    reply = shownText(reply);
     const auto identity = calibrationReport::parseIdentity(reply);
-    const QString shown = reply.left(longestShown);
+    const QString shown = shownText(reply);
     statusPanel->setText(identity ? shown : reportTexts::syntaxError + shown);
     if (!identity)
         return;

@@ -102,6 +102,9 @@ TEST_F(ReportWindowTest, AReplyWithoutEndIsShownByItsStartAndIsNoIdentity)
         EXPECT_LE(status().size(), 1100);
         EXPECT_LE(window->txtSerialNum->text().size(), 4) << piece;
     }
+    answerQueriesWith("ACME,P/N_7," + QByteArray(300, 'r') + ",P3.0,07/0124\r\n");
+    window->cmdAutoFill_Click(); // long, and whole
+    EXPECT_EQ(window->txtSerialNum->text(), QStringLiteral("07/0124"));
 }
 
 TEST_F(ReportWindowTest, FieldsReappearAndDateAndVersionAreRefreshed)
