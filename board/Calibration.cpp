@@ -203,10 +203,11 @@ bool Calibration::readMeterBack()
     QString reply;
     if (!pause(500) || !askMeter(reply) || isEnded())
         return false;
-    if (!std::isfinite(numbers::single(numbers::leadingNumber(reply))))
+    const float value = numbers::single(numbers::leadingNumber(reply));
+    if (!std::isfinite(value))
         return fail(QStringLiteral("The meter reading at %1 is too large.").arg(highPoint));
     Q_EMIT cellSelected(CalibrationTable::Meter, CalibrationTable::columnOf(m_channel));
-    fillMeterRow(m_channel, reply);
+    fillMeterRow(m_channel, reply, double{value});
     return true;
 }
 

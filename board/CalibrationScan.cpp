@@ -86,7 +86,7 @@ bool CalibrationScan::readMeter(int channel, const QString &meterConnectString)
         !query(QStringLiteral("data?"), 100, reply) || !pause(100))
         return false;
     addressBoardAgain();
-    fillMeterRow(channel, reply);
+    fillMeterRow(channel, reply, numbers::leadingNumber(reply));
     return pause(100);
 }
 

@@ -126,14 +126,14 @@ void CalibrationSequence::fillRows(int firstRow, int channel, const QString &rep
 }
 
 /// A reading without a number counts as 0, and is shown so.
-void CalibrationSequence::fillMeterRow(int channel, const QString &reply)
+void CalibrationSequence::fillMeterRow(int channel, const QString &reply, double value)
 {
-    const bool isNumber = numbers::startsWithNumber(reply);
-    if (!isNumber)
-        find(channel, boardTexts::noNumberFrom.arg(QStringLiteral("meter")));
-    setCell(CalibrationTable::Meter, channel,
-            numbers::fixed5(double{numbers::single(numbers::leadingNumber(reply))}),
-            isNumber ? QString() : boardTexts::noNumberFrom.arg(QStringLiteral("meter")));
+    QString remark;
+    if (!numbers::startsWithNumber(reply)) {
+        remark = boardTexts::noNumberFrom.arg(QStringLiteral("meter"));
+        find(channel, remark);
+    }
+    setCell(CalibrationTable::Meter, channel, numbers::fixed5(value), remark);
 }
 
 } // namespace corvane

@@ -71,8 +71,8 @@ protected:
     void clearChannel(int channel);
     /// Puts the reply's first three fields into three rows from `firstRow` on.
     void fillRows(int firstRow, int channel, const QString &reply);
-    /// Puts the meter's answer into its row.
-    void fillMeterRow(int channel, const QString &reply);
+    /// Puts the meter's answer, read as `value`, into its row.
+    void fillMeterRow(int channel, const QString &reply, double value);
     [[nodiscard]] QString title(int row) const { return m_table.text(row, 0); }
     void find(int channel, const QString &what) { m_findings.add(channel, what); }
 
@@ -80,11 +80,11 @@ protected:
     BoardSession &m_session;
 
 private:
+    [[nodiscard]] QString place() const;
+
     CalibrationTable &m_table;
     bool m_cancelled = false;
     QString m_failure;
-    [[nodiscard]] QString place() const;
-
     CalibrationFindings m_findings;
     std::vector<CalibrationStep> m_steps;
     size_t m_step = 0;
