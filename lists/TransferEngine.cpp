@@ -1,10 +1,8 @@
 #include "lists/TransferEngine.h"
 
-#include "lists/CheckRow.h"
 #include "lists/CommandListArea.h"
 #include "lists/ListHost.h"
 #include "lists/ListKinds.h"
-#include "lists/ListStep.h"
 #include "lists/ListTexts.h"
 #include "platform/Dialogs.h"
 #include "platform/TextGrid.h"
@@ -13,7 +11,6 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
-#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -25,18 +22,6 @@ bool isChannel(int index)
     return index >= 0 && index < channelCount;
 }
 
-QByteArray oneLine(QByteArrayView text)
-{
-    QByteArray line = text.toByteArray();
-    line.removeIf([](char c) { return c == '\r' || c == '\n'; });
-    return line;
-}
-
-QLatin1StringView latin1(QByteArrayView bytes)
-{
-    return QLatin1StringView(bytes.data(), bytes.size());
-}
-
 } // namespace
 
 TransferEngine::TransferEngine(Module1 &module, CommandListArea &area, ListHost &host,
@@ -45,6 +30,7 @@ TransferEngine::TransferEngine(Module1 &module, CommandListArea &area, ListHost 
     , m_module(module)
     , m_area(area)
     , m_grid(*area.flexgridVDL)
+    , m_rows(module, m_grid.table())
     , m_host(host)
     , m_dialogs(dialogs)
 {
@@ -160,8 +146,7 @@ void TransferEngine::reset(int index)
     m_rowOpen = false;
     m_grid.setMarkedRow(0);
     m_grid.setCurrentCell(0, 0);
-    dropClosedNote();
-    m_area.showProgress(0, 0);
+    showRow();
 }
 
 // One step
@@ -173,7 +158,7 @@ void TransferEngine::TimerTransfer_Timer(int index)
     if (index == channels::ieee488)
         m_module.GpibTransfer = true;
     const int next = m_module.CurrentListRow + 1;
-    if (next >= m_grid.rowCount()) {
+    if (next > m_rows.last()) {
         complete(index);
         return;
     }
@@ -194,9 +179,8 @@ void TransferEngine::startRow(int index, int row)
     m_rowJudged = false;
     m_mirror = {};
     m_grid.setMarkedRow(row);
-    dropClosedNote();
-    m_area.showProgress(row, m_grid.rowCount() - 1);
-    const ListStep step = this->step(row);
+    showRow();
+    const ListStep step = m_rows.step(row, m_area.chkStripOpr->isChecked());
     const quint64 run = m_run;
     Q_EMIT rowStarted(row, step.command);
     if (!isOn(run))
@@ -214,14 +198,6 @@ void TransferEngine::startRow(int index, int row)
     case ListStep::Kind::SyntaxError:
         syntaxError(index);
     }
-}
-
-ListStep TransferEngine::step(int row) const
-{
-    const ListStep::Cells cells{m_grid.text(row, 1), m_grid.text(row, 2), m_grid.text(row, 3)};
-    if (m_module.GetMode)
-        return ListStep::toGet(cells.first);
-    return ListStep::toSend(m_module.ListKind, cells, m_area.chkStripOpr->isChecked());
 }
 
 void TransferEngine::send(int index, const QString &command)
@@ -248,11 +224,8 @@ void TransferEngine::check(int index)
 {
     using Cell = CheckRow::Cell;
     const int row = m_module.CurrentListRow;
-    const int column = replyColumn();
-    const CheckRow::Verdict verdict =
-        CheckRow{m_grid.text(row - 1, column), m_grid.text(row, listKinds::valueColumnOfTests),
-                 m_grid.text(row, listKinds::toleranceColumn)}
-            .judge();
+    const int column = m_rows.replyColumn();
+    const CheckRow::Verdict verdict = m_rows.judge(row);
     m_rowJudged = true;
     if (verdict.cell != Cell::Untouched)
         m_grid.setText(row, column,
@@ -303,10 +276,8 @@ void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail
     m_module.ResponseReady = true;
     m_host.setTransferTimer(index, true);
     const int row = m_module.CurrentListRow;
-    if (keep == 0 && !m_closedNote.isEmpty()) { // the row was sent again
-        dropClosedNote();
-        m_area.showProgress(row, m_grid.rowCount() - 1);
-    }
+    if (keep == 0 && !m_closedNote.isEmpty())
+        showRow(); // it was sent again
     // The verdict of a check stands, whatever still arrives for the row before it.
     if (row > 0 && !m_rowJudged)
         mirror(index, row, keep, tail);
@@ -314,43 +285,18 @@ void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail
 
 void TransferEngine::mirror(int index, int row, qsizetype keep, QByteArrayView tail)
 {
-    constexpr qsizetype endKept = 32768; // more than a piece ever takes back
-    const bool follows = m_grid.textLength(row, replyColumn()) == m_mirror.cell;
-    const qsizetype back = m_mirror.box - keep;
-    QByteArray whole;
-    QByteArrayView news = tail;
-    if (keep == 0) {
-        m_mirror = {};
-        writeReply(row, 0, oneLine(tail));
-    } else if (follows && back >= 0 && back <= m_mirror.end.size()) {
-        const QByteArray taken = oneLine(QByteArrayView(m_mirror.end).last(back));
-        m_mirror.end.chop(back);
-        writeReply(row, m_mirror.line - taken.size(), oneLine(tail));
-    } else {
-        m_mirror = {};
-        news = whole = m_host.response(index);
-        writeReply(row, 0, oneLine(whole));
-    }
-    m_mirror.box = keep + tail.size();
-    m_mirror.end += news.last(std::min(news.size(), endKept));
-    if (m_mirror.end.size() > 2 * endKept)
-        m_mirror.end.remove(0, m_mirror.end.size() - endKept);
-}
-
-/// The reply, line ends left out, stands up to `keep`; `line` follows.
-void TransferEngine::writeReply(int row, qsizetype keep, QByteArrayView line)
-{
-    const int column = replyColumn();
-    m_mirror.line = keep + line.size();
-    if (keep >= longestCell)
+    const int column = m_rows.replyColumn();
+    const auto change = m_mirror.canFollow(keep, m_grid.textLength(row, column))
+                            ? m_mirror.follow(keep, tail)
+                            : m_mirror.show(m_host.response(index), keep + tail.size());
+    if (!change)
         return;
-    const qsizetype room = longestCell - keep;
-    m_grid.replaceTail(row, column, keep, latin1(line.first(std::min(line.size(), room))));
-    m_mirror.cell = m_grid.textLength(row, column);
-    if (line.size() <= room)
+    m_grid.replaceTail(row, column, change->keep, QLatin1StringView(change->text));
+    if (!change->isCut)
         return;
-    m_cutNote =
-        listTexts::replyTooLong().arg(m_host.channelName(m_channel), rowName(row)).arg(longestCell);
+    m_cutNote = listTexts::replyTooLong()
+                    .arg(m_host.channelName(index), m_rows.name(row))
+                    .arg(ReplyMirror::longestCell);
     showNote();
     Q_EMIT troubled(m_cutNote);
 }
@@ -375,17 +321,17 @@ void TransferEngine::channelOpenChanged(int index, bool open)
     if (open) {
         const bool lost = awaitsReply();
         if (!m_closedNote.isEmpty())
-            noteClosed(
+            showRow(
                 lost ? listTexts::reopenedProgress() : QString(),
-                lost ? listTexts::reopenedAtRow().arg(channel, rowName(m_module.CurrentListRow))
+                lost ? listTexts::reopenedAtRow().arg(channel, m_rows.name(m_module.CurrentListRow))
                      : QString());
         return;
     }
     const int row = m_module.CurrentListRow;
     const QString reason = awaitsReply()
-                               ? listTexts::closedAtRow().arg(channel, rowName(row))
-                               : listTexts::closedBetweenRows().arg(channel, rowName(row + 1));
-    noteClosed(listTexts::closedProgress(), reason);
+                               ? listTexts::closedAtRow().arg(channel, m_rows.name(row))
+                               : listTexts::closedBetweenRows().arg(channel, m_rows.name(row + 1));
+    showRow(listTexts::closedProgress(), reason);
     Q_EMIT troubled(reason);
 }
 
@@ -398,44 +344,19 @@ bool TransferEngine::awaitsReply() const
 /// A reply is awaited, or a row still to come sends something.
 bool TransferEngine::needsChannel() const
 {
-    if (awaitsReply())
-        return true;
-    for (int row = m_module.CurrentListRow + 1; row < m_grid.rowCount(); ++row) {
-        if (step(row).kind == ListStep::Kind::Send)
-            return true;
-    }
-    return false;
+    return awaitsReply() || m_rows.isSendBelow(m_module.CurrentListRow);
 }
 
-QString TransferEngine::rowName(int row) const
+void TransferEngine::showRow(const QString &closedProgress, const QString &closedNote)
 {
-    return QStringLiteral("row %1 of %2").arg(row).arg(m_grid.rowCount() - 1);
-}
-
-void TransferEngine::noteClosed(const QString &progress, const QString &note)
-{
-    m_closedNote = note;
-    m_area.showProgress(m_module.CurrentListRow, m_grid.rowCount() - 1, progress);
-    showNote();
-}
-
-void TransferEngine::dropClosedNote()
-{
-    if (m_closedNote.isEmpty())
-        return;
-    m_closedNote.clear();
+    m_closedNote = closedNote;
+    m_area.showProgress(m_module.CurrentListRow, m_rows.last(), closedProgress);
     showNote();
 }
 
 void TransferEngine::showNote()
 {
     Q_EMIT noted(m_closedNote.isEmpty() ? m_cutNote : m_closedNote);
-}
-
-int TransferEngine::replyColumn() const
-{
-    return m_module.GetMode ? listKinds::getColumn
-                            : listKinds::layout(m_module.ListKind).replyColumn;
 }
 
 // Ends and messages
@@ -445,7 +366,7 @@ void TransferEngine::finishRow(RowVerdict verdict)
     if (!std::exchange(m_rowOpen, false))
         return;
     const int row = m_module.CurrentListRow;
-    Q_EMIT rowFinished(row, m_grid.text(row, replyColumn()), verdict);
+    Q_EMIT rowFinished(row, m_grid.text(row, m_rows.replyColumn()), verdict);
 }
 
 bool TransferEngine::showMessage(const QString &text)

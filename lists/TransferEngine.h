@@ -1,6 +1,8 @@
 #pragma once
 
 #include "common/Module1.h"
+#include "lists/ReplyMirror.h"
+#include "lists/RunRows.h"
 
 #include <QByteArrayView>
 #include <QObject>
@@ -12,7 +14,6 @@ class CommandListArea;
 class Dialogs;
 class ListHost;
 class TextGrid;
-struct ListStep;
 
 /// The list engine: sends the list row by row over one Channel, a row a tick, stores the replies in
 /// the grid and judges the checks. It owns the run; sending, timers and response boxes are the
@@ -75,9 +76,6 @@ public:
     /// not be destroyed.
     [[nodiscard]] bool isBusy() const { return m_boxOpen || m_sending; }
 
-    /// Characters of one reply that its cell holds at most: the first ones.
-    static constexpr qsizetype longestCell = 1'000'000;
-
 Q_SIGNALS:
     void runStarted(int index);
     /// A row's step begins; `command` is what goes out, empty when the row sends nothing.
@@ -94,15 +92,6 @@ Q_SIGNALS:
 private:
     enum class Mode { Get, Send };
 
-    /// How far the reply cell follows the response box, after the last piece.
-    struct Mirror
-    {
-        qsizetype box = 0;   ///< length of the reply
-        qsizetype line = 0;  ///< the same without its line ends
-        qsizetype cell = -1; ///< characters in the cell; -1: it holds none of this reply
-        QByteArray end;      ///< the reply's last bytes: a later piece may take some back
-    };
-
     void start(int index, Mode mode);
     void begin(int index, Mode mode);
     void refuse(int index, Outcome outcome, const QString &message);
@@ -118,22 +107,19 @@ private:
     void complete(int index);
     void stopRun(int index);
     void mirror(int index, int row, qsizetype keep, QByteArrayView tail);
-    void writeReply(int row, qsizetype keep, QByteArrayView line);
-    void noteClosed(const QString &progress, const QString &note);
-    void dropClosedNote();
+    /// Shows the row at hand, and while the run's Channel is not as it was, what that means.
+    void showRow(const QString &closedProgress = {}, const QString &closedNote = {});
     void showNote();
     bool showMessage(const QString &text);
 
     [[nodiscard]] bool isOn(quint64 run) const;
-    [[nodiscard]] ListStep step(int row) const;
     [[nodiscard]] bool needsChannel() const;
     [[nodiscard]] bool awaitsReply() const;
-    [[nodiscard]] QString rowName(int row) const;
-    [[nodiscard]] int replyColumn() const;
 
     Module1 &m_module;
     CommandListArea &m_area;
     TextGrid &m_grid;
+    const RunRows m_rows;
     ListHost &m_host;
     Dialogs &m_dialogs;
 
@@ -144,7 +130,7 @@ private:
     bool m_settling = false;  // the run is being stopped with an outcome that is already known
     bool m_rowOpen = false;   // the current row has started and not finished
     bool m_rowJudged = false; // the current row's reply cell holds a verdict
-    Mirror m_mirror;
+    ReplyMirror m_mirror;
     // What is said about the run: its Channel was closed; a reply was cut, until the next run.
     QString m_closedNote;
     QString m_cutNote;

@@ -313,7 +313,7 @@ TEST_F(Transfer, ALongReplyIsHeldUpToABoundAndPiecesTakenBackCostNoWholeLook)
     const QByteArray flood(600'000, 'y');
     for (int arrival = 0; arrival < 3; ++arrival, box += flood.size())
         m_engine.replyArrived(0, box, flood);
-    EXPECT_EQ(m_grid.textLength(1, 5), TransferEngine::longestCell);
+    EXPECT_EQ(m_grid.textLength(1, 5), ReplyMirror::longestCell);
     EXPECT_TRUE(m_grid.text(1, 5).endsWith("yy"_L1));
     EXPECT_TRUE(noted.contains(u"Channel 0") && noted.contains(u"row 1 of 2"));
     EXPECT_EQ(m_host.wholeResponses, 0);
