@@ -6,6 +6,9 @@ namespace corvane {
 
 namespace {
 
+/// Up to here a text grows step by step.
+constexpr qsizetype smallText = qsizetype{1024} * 1024;
+
 void appendWithoutLineEnds(QByteArray &text, QByteArrayView arrival)
 {
     const auto isLineEnd = [](char c) { return c == '\r' || c == '\n'; };
@@ -28,6 +31,11 @@ void ResponseText::assign(const QByteArray &bytes)
 
 qsizetype ResponseText::append(QByteArrayView arrival, const Cleaning &cleaning)
 {
+    // A long text that moves into a larger room holds up the window. It gets all the room it can
+    // ever need while it is small; the system gives it no memory before it is written to.
+    const qsizetype size = m_bytes.size() + arrival.size();
+    if (size > smallText && size > m_bytes.capacity())
+        m_bytes.reserve(std::max(size, m_most + m_most / 4 + smallText));
     const qsizetype keep = m_dropped + appendCleaned(arrival, cleaning);
     dropOldest();
     return std::max(keep, m_dropped);
