@@ -19,8 +19,6 @@ namespace corvane {
 
 namespace {
 
-constexpr qsizetype longestAnswer = 65536;
-
 void bringToFront(QWidget &window)
 {
     window.show();
@@ -151,7 +149,7 @@ QString BoardWindows::responseText(int channel) const
         return {};
     // An answer is a line; what a device that never stops has sent beyond is none.
     const QByteArray &bytes = borrowed->txtIn->bytes();
-    return QString::fromLatin1(bytes.first(std::min(bytes.size(), longestAnswer)));
+    return QString::fromLatin1(bytes.first(std::min(bytes.size(), BoardLink::longestAnswer)));
 }
 
 void BoardWindows::clearResponse(int channel)
