@@ -11,6 +11,7 @@ namespace {
 
 constexpr int longestSliceMs = 3000; ///< what every controller takes as its read time-out
 constexpr int versionLimitMs = 1000;
+constexpr qsizetype longestVersion = 4096; ///< a device that never stops gives no version
 constexpr int reviveLimitMs = PlusPlusReply::lateMs - PlusPlusReply::graceMs;
 
 /// The line that sends the bytes to the device: what has a meaning to the controller is escaped.
@@ -183,6 +184,7 @@ QByteArray PlusPlusAdapter::askVersion(int attempts, int limitMs, WaitGroup &wai
         QByteArray answer;
         const auto lineCame = [this, &answer] {
             answer += m_stream->take();
+            answer = answer.right(longestVersion);
             return answer.endsWith('\n') || !m_stream->isConnected();
         };
         waits.waitUntil(lineCame, limitMs);
