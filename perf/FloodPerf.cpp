@@ -1,15 +1,18 @@
 // What a device that never stops costs the rest of the program: memory, how long the window takes
-// to answer, whether the other Channels go on. Each flood comes over a real transport.
+// to answer, whether the other Channels go on. Each flood comes over a real transport. Arguments
+// choose among the parts: tcp, serial, gpib, list, board, end.
+#include "board/DigitalIoPanel.h"
+#include "board/DigitalTestsPanel.h"
+#include "board/frmSBC.h"
 #include "lists/CommandListArea.h"
-#include "main/Program.h"
-#include "main/SerialChannel.h"
-#include "main/TcpChannel.h"
+#include "main/BoardWindows.h"
 #include "perf/Application.h"
-#include "perf/BenchProcess.h"
 #include "perf/Flood.h"
-#include "platform/QtDialogs.h"
+#include "perf/FloodedDesk.h"
 
+#include <QAction>
 #include <QFile>
+#include <QLabel>
 
 using namespace corvane;
 using namespace corvane::perf;
@@ -19,117 +22,6 @@ namespace {
 constexpr double rate = 50e6;
 constexpr double longFlood = 30;
 constexpr double shortFlood = 4;
-constexpr int loopMs = 200;
-
-void idle(double seconds)
-{
-    QEventLoop loop;
-    QTimer::singleShot(static_cast<int>(seconds * 1000), Qt::PreciseTimer, &loop,
-                       &QEventLoop::quit);
-    loop.exec();
-}
-
-/// The longest time that the window's own event loop has left a timer and a posted event waiting,
-/// and the most memory meanwhile.
-class Probe : public QObject
-{
-public:
-    Probe()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            const double time = now();
-            if (m_lastTick > 0)
-                longest = std::max(longest, time - m_lastTick - intervalMs / 1000.0);
-            m_lastTick = time;
-            memory = std::max(memory, residentBytes());
-            if (std::exchange(m_posted, true))
-                return;
-            QMetaObject::invokeMethod(
-                this,
-                [this, time] {
-                    m_posted = false;
-                    longest = std::max(longest, now() - time);
-                },
-                Qt::QueuedConnection);
-        });
-        m_timer.start(intervalMs);
-    }
-
-    double longest = 0;
-    double memory = residentBytes();
-
-private:
-    static constexpr int intervalMs = 5;
-
-    QTimer m_timer;
-    double m_lastTick = 0;
-    bool m_posted = false;
-};
-
-/// The program with its five Channels connected, all but the flooded one to the bench, and those
-/// looping.
-class Desk
-{
-public:
-    explicit Desk(int flooded, const QString &device, int tcpPort)
-        : m_flooded(flooded)
-        , m_program(line(device), m_dialogs)
-    {
-        window().show();
-        const QString host = QStringLiteral("127.0.0.1");
-        const auto port = [&](int index) {
-            return index == flooded ? QString::number(tcpPort) : m_bench.chamberPort();
-        };
-        connectChannel(window(), channels::rs485,
-                       {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
-        connectChannel(window(), channels::rs232, {.port = QStringLiteral("2")});
-        connectChannel(window(), channels::ieee488, {.address = QStringLiteral("GPIB0::5")});
-        for (const int index : {channels::tcpIp1, channels::tcpIp2})
-            connectChannel(window(), index, {.port = port(index), .host = host});
-        window().showChannel(flooded);
-        for (int index = 0; index < channelCount; ++index) {
-            const Channel &channel = *window().channel(index);
-            if (index == flooded)
-                continue;
-            channel.cboMs->setEditText(QString::number(loopMs));
-            window().channel(index)->cboMs_Change();
-            channel.chkLoop->setChecked(true);
-            QObject::connect(&channel, &Channel::replied, &m_counter,
-                             [this, index] { ++m_replies.at(static_cast<size_t>(index)); });
-        }
-        idle(1);
-    }
-
-    [[nodiscard]] Main &window() { return m_program.window(); }
-    /// The fewest replies that one of the other Channels has had since the last call.
-    int fewestReplies()
-    {
-        int fewest = std::numeric_limits<int>::max();
-        for (int index = 0; index < channelCount; ++index) {
-            if (index != m_flooded)
-                fewest = std::min(fewest, m_replies.at(static_cast<size_t>(index)));
-        }
-        m_replies = {};
-        return fewest;
-    }
-
-private:
-    [[nodiscard]] CommandLine line(const QString &device) const
-    {
-        CommandLine line = m_bench.commandLine();
-        if (!device.isEmpty())
-            line.serialDevices[m_flooded + 1] = device;
-        return line;
-    }
-
-    int m_flooded;
-    QtDialogs m_dialogs;
-    BenchProcess m_bench;
-    Program m_program;
-    std::array<int, channelCount> m_replies{};
-    QObject m_counter;
-};
 
 struct Kind
 {
@@ -160,44 +52,57 @@ std::vector<Kind> kinds()
             {"answers ending in ;", repeated("12;\r\n"), shortFlood}};
 }
 
-/// What one flood did; `run` floods for so long and returns the bytes.
-void judge(Table &table, Desk &desk, const std::string &name, double seconds,
-           const std::function<double()> &run)
+/// What one flood did to the rest; `run` lasts as long as it.
+void judge(Table &table, Desk &desk, const std::string &name, const std::function<void()> &run)
 {
+    std::printf("  %s\n", name.c_str());
     desk.fewestReplies();
     const double memoryBefore = residentBytes();
     const double begin = now();
+    IdleThread idleThread;
     Probe probe;
-    const double bytes = run();
+    run();
     const double took = now() - begin;
-    table.note(name + ": arrived", bytes / seconds / 1e6, "MB/s");
-    table.atMost("  longest wait of the window", probe.longest * 1000, 100, "ms");
+    const double machine = idleThread.end();
+    table.note("  longest wait of an idle thread", machine * 1000, "ms");
+    table.atMost("  longest wait of the window beyond", (probe.longest - machine) * 1000, 100,
+                 "ms");
+    table.atMost("  longest work between two answers", probe.longestWork * 1000, 100, "ms");
     table.atMost("  memory above before", (probe.memory - memoryBefore) / 1e6, 200, "MB");
     // A GPIB reply is read a period after its command, so that Channel has half as many.
     table.atLeast("  replies on the slowest other Channel",
-                  desk.fewestReplies() / (took * 1000 / loopMs / 2), 0.7, "of all");
+                  desk.fewestReplies() / (took * 1000 / Desk::loopMs / 2), 0.7, "of all");
+}
+
+/// Closes the window in mid-flood.
+void judgeClose(Table &table, Desk &desk)
+{
+    const double seconds = secondsOf([&] {
+        QEventLoop loop;
+        QObject::connect(&desk.window(), &Main::closed, &loop, &QEventLoop::quit,
+                         Qt::QueuedConnection);
+        desk.window().close();
+        loop.exec();
+    });
+    table.atMost("  the window closes in", seconds, 1, "s");
 }
 
 void floodTcp(Table &table, int index)
 {
-    TcpFlooder device;
     for (const Kind &kind : kinds()) {
-        device.start(kind.text, kind.seconds + 1.5, rate, "the end");
-        Desk desk(index, {}, device.port());
-        Main &window = desk.window();
-        const Channel &channel = *window.channel(index);
+        TcpFlooder device;
+        Desk desk({.index = index, .tcpPort = device.port()});
+        const Channel &channel = desk.channel();
         channel.chkLog->setChecked(true);
-        const std::string name = channel.caption().toStdString() + ", log on, " + kind.name;
-        judge(table, desk, name, kind.seconds, [&] {
+        judge(table, desk, channel.caption().toStdString() + ", log on, " + kind.name, [&] {
+            device.start(kind.text, kind.seconds, rate, "the end");
             idle(kind.seconds);
-            return 0.0;
         });
-        const double bytes = device.join();
-        window.waits().waitUntil([&] { return !channel.isOpen(); }, 10'000);
-        table.note("  in all", bytes / (kind.seconds + 1.5) / 1e6, "MB/s");
+        table.note("  arrived", device.join() / kind.seconds / 1e6, "MB/s");
+        desk.window().waits().waitUntil([&] { return !channel.isOpen(); }, 10'000);
         table.atLeast("  last bytes kept (1: yes)",
                       channel.txtIn->bytes().endsWith("the end") ? 1 : 0, 1, "");
-        window.close();
+        judgeClose(table, desk);
     }
 }
 
@@ -205,15 +110,42 @@ void floodSerial(Table &table, int index)
 {
     for (const Kind &kind : kinds()) {
         PtyFeeder device;
-        Desk desk(index, QString::fromStdString(device.path()), 0);
-        judge(table, desk, desk.window().channel(index)->caption().toStdString() + ", " + kind.name,
-              kind.seconds, [&] {
-                  device.startFlood(kind.text, kind.seconds, rate);
-                  idle(kind.seconds + 0.2);
-                  device.join();
-                  return device.flooded();
-              });
-        desk.window().close();
+        Desk desk({.index = index, .device = QString::fromStdString(device.path())});
+        judge(table, desk, desk.channel().caption().toStdString() + ", " + kind.name, [&] {
+            device.startFlood(kind.text, kind.seconds, rate);
+            idle(kind.seconds + 0.2);
+        });
+        device.join();
+        table.note("  arrived", device.flooded() / kind.seconds / 1e6, "MB/s");
+        judgeClose(table, desk);
+    }
+}
+
+/// A "++" controller that floods every read, or always.
+void floodGpib(Table &table)
+{
+    using Flooder = ControllerFlooder;
+    for (const auto line : {Flooder::Line::Tcp, Flooder::Line::Serial}) {
+        for (const auto begin : {Flooder::Begin::AtRead, Flooder::Begin::AtOnce}) {
+            for (const size_t kind : {0, 1}) {
+                const Kind flood = kinds()[kind];
+                const Flooder device(line, begin, flood.text);
+                Desk desk({.index = channels::ieee488,
+                           .adapter = QString::fromStdString(device.adapter())});
+                desk.loop(channels::ieee488);
+                const double before = device.bytes();
+                judge(table, desk,
+                      std::string("IEEE 488 over ") +
+                          (line == Flooder::Line::Tcp ? "TCP" : "a pty") +
+                          (begin == Flooder::Begin::AtRead ? ", at each read, " : ", always, ") +
+                          flood.name,
+                      [] { idle(shortFlood * 2); });
+                table.note("  arrived", (device.bytes() - before) / shortFlood / 2e6, "MB/s");
+                table.note("  kept in the box",
+                           static_cast<double>(desk.channel().txtIn->bytes().size()) / 1e6, "MB");
+                judgeClose(table, desk);
+            }
+        }
     }
 }
 
@@ -225,27 +157,107 @@ void floodList(Table &table)
     if (!list.open(QIODevice::WriteOnly) || list.write("= SP 1\n= SP 2\n") < 0)
         throw std::runtime_error("no list file");
     list.close();
-    TcpFlooder device;
-    device.start(kinds().front().text, shortFlood + 1.5, rate, {});
-    Desk desk(channels::tcpIp2, {}, device.port());
-    desk.window().loadList(list.fileName());
-    judge(table, desk, "TCP/IP-2, a list run", shortFlood, [&] {
-        desk.window().cmdLoadToChmber_Click(channels::tcpIp2);
-        idle(shortFlood);
-        return 0.0;
-    });
-    device.join();
-    desk.window().close();
+    for (const Kind &kind : kinds()) {
+        TcpFlooder device;
+        Desk desk({.index = channels::tcpIp2, .tcpPort = device.port()});
+        desk.window().loadList(list.fileName());
+        judge(table, desk, std::string("TCP/IP-2, a list run, ") + kind.name, [&] {
+            desk.window().cmdLoadToChmber_Click(channels::tcpIp2);
+            const QLabel &progress = *desk.window().commandList->lblProgress;
+            desk.window().waits().waitUntil([&] { return !progress.text().isEmpty(); }, 5000);
+            device.start(kind.text, shortFlood * 2, rate);
+            idle(shortFlood);
+        });
+        CommandListArea &area = *desk.window().commandList;
+        std::printf("    %s; %s; %s\n", qPrintable(area.lblProgress->text()),
+                    qPrintable(desk.window().lblFaults->text()), qPrintable(desk.messages()));
+        judgeClose(table, desk);
+    }
 }
 
-int measure()
+/// A test of the board over the flooded Channel.
+void floodBoard(Table &table, int index)
+{
+    TcpFlooder tcp;
+    PtyFeeder pty;
+    Desk desk({.index = index,
+               .device = index == channels::rs232 ? QString::fromStdString(pty.path()) : QString(),
+               .tcpPort = tcp.port()});
+    desk.window().mnuSBC->trigger();
+    frmSBC &board = *desk.window().boardWindows().boardWindow();
+    judge(table, desk, desk.channel().caption().toStdString() + ", a board's test", [&] {
+        if (index == channels::rs232)
+            pty.startFlood(kinds().front().text, shortFlood * 2, rate);
+        else
+            tcp.start(kinds().front().text, shortFlood * 2, rate);
+        QTimer::singleShot(0, &board, [&] { board.digitalIo->tests->cmdDigTestFull_Click(); });
+        // Closing the board's window ends the test, which would take a minute.
+        QTimer::singleShot(static_cast<int>(shortFlood * 1000), &desk.window(),
+                           [&] { desk.window().mnuSBC->trigger(); });
+        idle(shortFlood);
+    });
+    std::printf("    %s\n", qPrintable(desk.messages()));
+    judgeClose(table, desk);
+}
+
+/// Disconnect, and closing the window, in mid-flood.
+void floodAndEnd(Table &table)
+{
+    for (const bool overTcp : {true, false}) {
+        TcpFlooder tcp;
+        PtyFeeder pty;
+        const int index = overTcp ? channels::tcpIp2 : channels::rs232;
+        Desk desk({.index = index,
+                   .device = overTcp ? QString() : QString::fromStdString(pty.path()),
+                   .tcpPort = tcp.port()});
+        const auto flood = [&] {
+            if (overTcp)
+                tcp.start(kinds().front().text, 3, rate);
+            else
+                pty.startFlood(kinds().front().text, 3, rate);
+            idle(1);
+        };
+        std::printf("  %s, ended in mid-flood\n", qPrintable(desk.channel().caption()));
+        flood();
+        table.atMost("  Disconnect takes", secondsOf([&] {
+                         desk.window().cmdDisconnect_Click(index);
+                         idle(0.001);
+                     }),
+                     1, "s");
+        if (desk.channel().isOpen())
+            throw std::runtime_error("still connected");
+        if (!overTcp) {
+            desk.window().cmdConnect_Click(index);
+            flood();
+        }
+        judgeClose(table, desk);
+    }
+}
+
+int measure(const QStringList &parts)
 {
     Table table("A device that never stops");
-    floodTcp(table, channels::tcpIp2);
-    floodTcp(table, channels::tcpIp1);
-    floodSerial(table, channels::rs232);
-    floodSerial(table, channels::rs485);
-    floodList(table);
+    const auto wants = [&](const char *part) {
+        return parts.isEmpty() || parts.contains(QLatin1StringView(part));
+    };
+    if (wants("tcp")) {
+        floodTcp(table, channels::tcpIp2);
+        floodTcp(table, channels::tcpIp1);
+    }
+    if (wants("serial")) {
+        floodSerial(table, channels::rs232);
+        floodSerial(table, channels::rs485);
+    }
+    if (wants("gpib"))
+        floodGpib(table);
+    if (wants("list"))
+        floodList(table);
+    if (wants("board")) {
+        floodBoard(table, channels::rs232);
+        floodBoard(table, channels::tcpIp1);
+    }
+    if (wants("end"))
+        floodAndEnd(table);
     return table.exitCode();
 }
 
@@ -253,5 +265,6 @@ int measure()
 
 int main(int argc, char **argv)
 {
-    return runApplication(argc, argv, measure);
+    return runApplication(argc, argv,
+                          [] { return measure(QCoreApplication::arguments().sliced(1)); });
 }

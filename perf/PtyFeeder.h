@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <string>
 #include <system_error>
 #include <termios.h>
@@ -21,21 +22,28 @@ inline void sleepUntil(double time)
         std::this_thread::sleep_for(std::chrono::duration<double>(left));
 }
 
-/// Writes the text again and again for so many seconds, at a rate at most; the bytes written.
+/// Writes the text again and again for so many seconds, at a rate at most; the bytes written. It
+/// ends in time also when nobody reads.
 inline double writeFor(int descriptor, const std::string &text, double seconds,
                        double bytesPerSecond)
 {
+    const int flags = fcntl(descriptor, F_GETFL);
+    fcntl(descriptor, F_SETFL, flags | O_NONBLOCK);
     const double begin = now();
     double written = 0;
     size_t at = 0; // a part of the text may be taken
     while (now() - begin < seconds) {
         sleepUntil(begin + written / bytesPerSecond);
+        pollfd wanted{.fd = descriptor, .events = POLLOUT, .revents = 0};
+        if (poll(&wanted, 1, 100) == 0)
+            continue;
         const ssize_t size = write(descriptor, text.data() + at, text.size() - at);
-        if (size < 0 && errno != EINTR)
+        if (size < 0 && errno != EINTR && errno != EAGAIN)
             break;
         written += static_cast<double>(std::max<ssize_t>(size, 0));
         at = (at + static_cast<size_t>(std::max<ssize_t>(size, 0))) % text.size();
     }
+    fcntl(descriptor, F_SETFL, flags);
     return written;
 }
 
@@ -69,6 +77,8 @@ public:
 
     /// The device that the reader opens.
     [[nodiscard]] const std::string &path() const { return m_path; }
+    /// The device's own end.
+    [[nodiscard]] int otherEnd() const { return m_master; }
 
     /// The text of one piece: printable, without a blank.
     [[nodiscard]] static std::string pattern(size_t piece)
