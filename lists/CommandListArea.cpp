@@ -321,8 +321,10 @@ bool CommandListArea::eventFilter(QObject *watched, QEvent *event)
     if (watched != txtFlexText)
         return QWidget::eventFilter(watched, event);
     if (event->type() == QEvent::FocusOut) {
-        // The box's own context menu is no leaving.
-        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+        // The box's own context menu is no leaving, nor is Alt alone, which lends the focus to the
+        // menu bar until the next key.
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason)
             txtFlexText_LostFocus();
     } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
