@@ -169,6 +169,7 @@ private:
     void showOpen(int index, bool open);
     void showFaults();
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
+    void fitToScreen();
     void lookUpOwnAddress();
     void showOwnAddress(const LocalAddress &found);
     void setNote(QString &note, const QString &text);

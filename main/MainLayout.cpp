@@ -1,4 +1,5 @@
 // How the main window is put together: its tabs, list area, status bar and menus.
+#include "common/ElidedLabel.h"
 #include "common/Naming.h"
 #include "lists/CommandListArea.h"
 #include "lists/TransferEngine.h"
@@ -79,10 +80,7 @@ void Main::buildStatusBar()
 {
     statusBar()->setObjectName(QStringLiteral("statusMain"));
     lblFaults =
-        named(new QLabel(this), QStringLiteral("lblFaults"), tr("What happened to a device"));
-    lblFaults->setTextFormat(Qt::PlainText);
-    lblFaults->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    lblFaults->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        named(new ElidedLabel(this), QStringLiteral("lblFaults"), tr("What happened to a device"));
     statusBar()->addWidget(lblFaults, 1);
     shpLog = new Led(this);
     named(shpLog, QStringLiteral("shpLog"), tr("Logging"));

@@ -1,0 +1,38 @@
+#include "common/ElidedLabel.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace corvane {
+
+ElidedLabel::ElidedLabel(QWidget *parent)
+    : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {0, fontMetrics().height()};
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    return minimumSizeHint();
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *event)
+{
+    if (hasSelectedText()) { // shows what is being selected
+        QLabel::paintEvent(event);
+        return;
+    }
+    const QString line = fontMetrics().elidedText(text().simplified(), Qt::ElideRight, width());
+    QPainter painter(this);
+    style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(),
+                          isEnabled(), line, foregroundRole());
+}
+
+} // namespace corvane

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QLabel>
+
+namespace corvane {
+
+/// A line of plain text that takes the room it is given and never asks for more: what has no room
+/// ends in "...". text() stays whole, and all of it can be selected and copied.
+class ElidedLabel : public QLabel
+{
+public:
+    explicit ElidedLabel(QWidget *parent = nullptr);
+
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace corvane
