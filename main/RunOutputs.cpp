@@ -34,9 +34,9 @@ QList<Output> outputsOf(const CommandLine &line)
 /// One file has one of these, however its path is written.
 QString placeOf(const QString &path)
 {
-    const QFileInfo file(path);
     if (path == standardOutput)
         return path;
+    const QFileInfo file(wholeFile::target(path));
     if (file.exists())
         return file.canonicalFilePath();
     return QFileInfo(file.absolutePath()).canonicalFilePath() + u'/' + file.fileName();

@@ -57,7 +57,9 @@ void standardStreams::prepare()
     holdIfClosed(STDIN_FILENO, O_RDONLY);
     holdIfClosed(STDOUT_FILENO, O_RDONLY); // so that writing to it fails, as it would have
     holdIfClosed(STDERR_FILENO, O_WRONLY);
+    // A write that cannot be made fails, with its reason, instead of ending the process.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool standardStreams::canPrint()

@@ -20,14 +20,6 @@ namespace {
 
 constexpr int mostLinks = 40;
 
-/// The file at the end of a chain of links, whether or not it is there.
-QString behindLinks(QString path)
-{
-    for (int link = 0; link < mostLinks && QFileInfo(path).isSymbolicLink(); ++link)
-        path = QFileInfo(path).symLinkTarget();
-    return path;
-}
-
 /// Why no file can have this path, whatever its folder allows; the path is no link.
 QString refusalOfPath(const QString &path)
 {
@@ -126,9 +118,16 @@ QString writeInPlace(const QString &path, const QByteArray &bytes)
 
 } // namespace
 
+QString wholeFile::target(QString path)
+{
+    for (int link = 0; link < mostLinks && QFileInfo(path).isSymbolicLink(); ++link)
+        path = QFileInfo(path).symLinkTarget();
+    return path;
+}
+
 QString wholeFile::refusal(const QString &path)
 {
-    const QString target = behindLinks(path);
+    const QString target = wholeFile::target(path);
     if (const QString refused = refusalOfPath(target); !refused.isEmpty())
         return refused;
     // Discards the file that it makes, as nothing is committed.
@@ -145,7 +144,7 @@ QString wholeFile::refusal(const QString &path)
 
 QString wholeFile::write(const QString &path, const QByteArray &bytes)
 {
-    const QString target = behindLinks(path);
+    const QString target = wholeFile::target(path);
     if (const QString refused = refusalOfPath(target); !refused.isEmpty())
         return refused;
     if (const auto fault = replace(target, bytes))

@@ -18,4 +18,7 @@ QString write(const QString &path, const QByteArray &bytes);
 /// it is, and nothing where nothing was.
 QString refusal(const QString &path);
 
+/// The path of what is written: behind all links, whether or not it is there.
+QString target(QString path);
+
 } // namespace corvane::wholeFile

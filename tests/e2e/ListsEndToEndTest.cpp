@@ -139,12 +139,13 @@ TEST(EndToEndLists, ResultsThatCannotBeKeptAreRefusedBeforeAnythingIsSent)
     line.list = files.write("a.tst", "= SP 29\r\n");
     const QString report = files.write("old.xml", "old");
     const QString folder = files.folder.path();
+    ASSERT_TRUE(QFile::link(QStringLiteral("n"), folder + QStringLiteral("/l")));
     const std::array<QString, 3> refused[] = {
         {folder + QStringLiteral("/x/a.csv"), report, QStringLiteral("No such file")},
         {report, folder, QStringLiteral("regular file")},
         {QStringLiteral("/dev/full"), report, QStringLiteral("regular file")},
         {report, folder + QStringLiteral("/./a.tst"), QStringLiteral("the list itself")},
-        {folder + QStringLiteral("/n"), folder + QStringLiteral("/./n"), QStringLiteral("--csv")},
+        {folder + QStringLiteral("/l"), folder + QStringLiteral("/./n"), QStringLiteral("--csv")},
         {QStringLiteral("-"), QStringLiteral("-"), QStringLiteral("--csv goes there")},
     };
     EndToEndDesk desk;
