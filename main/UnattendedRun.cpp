@@ -136,8 +136,16 @@ bool UnattendedRun::refuseAtRow(const QString &reason)
 
 bool UnattendedRun::prepare()
 {
-    if (!m_window.loadList(m_line.list))
+    QString note; // told already, and kept for the report
+    const auto watch =
+        connect(&m_window, &Main::noted, this, [&note](const QString &text) { note = text; });
+    const bool loaded = m_window.loadList(m_line.list);
+    disconnect(watch);
+    if (!loaded) {
+        if (!note.isEmpty())
+            m_faults.append(note);
         return refuse(QStringLiteral("%1 cannot be loaded").arg(m_line.list));
+    }
     CommandListArea &list = *m_window.commandList;
     if (m_line.get && !list.cmdGetList->isEnabled())
         return refuse(QStringLiteral("Get list is for chamber settings only"));

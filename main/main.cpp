@@ -104,6 +104,8 @@ int runWindow(const CommandLine &line)
 int demonstrate(Main &window, const Job &job)
 {
     const int greeting = greetTheBench(window, job.out);
+    if (window.waits().isClosed())
+        job.messages << "corvane: stopped" << Qt::endl;
     if (greeting != 0 || job.line.list.isEmpty())
         return greeting;
     CommandLine run = job.line;
@@ -186,8 +188,13 @@ int runTask(const Job &job, int &argc, char **argv)
 CommandLine readArguments(int argc, char **argv)
 {
     QStringList arguments;
-    for (int index = 0; index < argc; ++index)
+    for (int index = 0; index < argc; ++index) {
         arguments.append(QString::fromLocal8Bit(argv[index]));
+        if (arguments.last().toLocal8Bit() != argv[index]) // no file would be found by it
+            throw PlatformError(
+                QStringLiteral("%1: the name is not in the system's character set (UTF-8)")
+                    .arg(arguments.last()));
+    }
     try {
         return CommandLine::parse(arguments);
     } catch (const PlatformError &error) {

@@ -9,6 +9,7 @@
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 #else
 #include <qt_windows.h>
@@ -27,7 +28,31 @@ extern "C" void noteStopSignal(int)
 {
     const char byte = 0;
     [[maybe_unused]] const auto written = ::write(wakeUpEnd, &byte, 1);
+    ::alarm(1); // unless the event loop gets it before
 }
+
+bool takesOutput(int stream)
+{
+    struct pollfd output = {stream, POLLOUT, 0};
+    return ::poll(&output, 1, 0) != 0;
+}
+
+/// A write to a pipe whose reader stands still never returns to the event loop.
+extern "C" void endWhenOutputIsStuck(int)
+{
+    if (takesOutput(STDOUT_FILENO) && takesOutput(STDERR_FILENO)) {
+        ::alarm(1);
+        return;
+    }
+    constexpr char words[] = "corvane: stopped, and the output is read by nobody\n";
+    if (takesOutput(STDERR_FILENO)) [[maybe_unused]]
+        const auto written = ::write(STDERR_FILENO, words, sizeof words - 1);
+    constexpr int stuck = 2;
+    ::_exit(stuck);
+}
+
+/// The process is ending already, with an exit code that tells why.
+extern "C" void passOver(int) {}
 
 } // namespace
 
@@ -44,9 +69,12 @@ public:
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
             std::array<char, 16> bytes;
             [[maybe_unused]] const auto read = ::read(m_pipe[0], bytes.data(), bytes.size());
+            ::alarm(0);
+            m_stopped = true;
             m_stop();
         });
         wakeUpEnd = m_pipe[1];
+        std::signal(SIGALRM, endWhenOutputIsStuck);
         struct sigaction action
         {
         };
@@ -65,7 +93,7 @@ public:
         if (!m_notifier)
             return;
         for (size_t each = 0; each < signals.size(); ++each)
-            ::sigaction(signals.at(each), &m_before.at(each), nullptr);
+            restore(each);
         wakeUpEnd = m_outerEnd;
         m_notifier.reset();
         ::close(m_pipe[0]);
@@ -77,7 +105,16 @@ public:
 private:
     static constexpr std::array signals = {SIGINT, SIGTERM, SIGHUP};
 
+    void restore(size_t each)
+    {
+        struct sigaction &before = m_before.at(each);
+        if (m_stopped && before.sa_handler == SIG_DFL)
+            before.sa_handler = passOver;
+        ::sigaction(signals.at(each), &before, nullptr);
+    }
+
     std::function<void()> m_stop;
+    bool m_stopped = false;
     const int m_outerEnd;
     std::array<int, 2> m_pipe = {-1, -1};
     std::unique_ptr<QSocketNotifier> m_notifier;

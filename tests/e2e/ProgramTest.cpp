@@ -43,23 +43,30 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
     } rows[] = {
         {"$corvane -v", 0, "Corvane 1.0.0\n", ""},
         {"$corvane -v > /dev/full", 2, "", "corvane: standard output cannot be written\n"},
-        {"$corvane -v >&-", 2, "", "corvane: standard output cannot be written\n"},
         {"DISPLAY=:9999 $corvane --nonsense", 2, "",
          "corvane: Unknown option 'nonsense'.\nSee corvane --help.\n"},
         {"$corvane", 2, "",
          "corvane: there is no display. Use --run LIST to run a list, or --demo.\n"},
-        {"QT_QPA_PLATFORM=nonsense $corvane 2>&1 | head -1", 0,
+        {"cd $folder; QT_QPA_PLATFORM=nonsense $corvane 2>e; s=$?; head -1 e; exit $s", 2,
          "corvane: the toolkit cannot start on \"nonsense\" (QT_QPA_PLATFORM).\n", ""},
-        {"QT_QPA_PLATFORM=nonsense $corvane 2>/dev/null", 2, "", ""},
+        {"$corvane $(printf 'caf\\351')", 2, "",
+         "corvane: caf\xef\xbf\xbd: the name is not in the system's character set (UTF-8)\n"},
         {"$corvane --run a.tst --channel tcp1 >&-", 2, "", "corvane: standard output is closed\n"},
-        {"cd $folder; env -u HOME $corvane --demo a.kms <&- | tail -1", 0, "1\t= SP 25\tOK\t\n", ""},
-        {"$corvane --demo --run $folder/a.tst --channel tcp1 --junit - --csv $folder/x/b.csv", 2,
-         "", "corvane: --csv FOLDER/x/b.csv: No such file or directory\n"},
+        {"cd $folder; env -u HOME $corvane --demo a.kms <&- | tail -1", 0, "1\t= SP 25\tOK\t\n",
+         ""},
+        {"cd $folder; ulimit -f 0; $corvane --run n.kms --channel tcp1 --host 127.0.0.1 --port 1 "
+         "--csv b.csv 2>&1 | tail -1",
+         0, "corvane: b.csv: File too large\n", ""},
+        // Stopped while it writes more than the pipe takes.
+        {"cd $folder; mkfifo p; exec 3<>p; $corvane --run n.kms --channel tcp1 --host 127.0.0.1 "
+         "--port 1 --csv - >&3 2>e & read -r line <&3; kill $!; wait $!; s=$?; tail -1 e; exit $s",
+         2, "corvane: stopped, and the output is read by nobody\n", ""},
         {"{ $corvane --demo --run $folder/a.tst --channel tcp2; echo $? >&2; } | true", 0, "",
          "Test Passed.\ncorvane: standard output cannot be written\n2\n"},
     };
     shell(
-        QStringLiteral("printf '= SP 25\\n' > %1/a.kms; printf '? SP x\\n! SP 25 9\\n' > %1/a.tst")
+        QStringLiteral("printf '= SP 25\\n' > %1/a.kms; printf '? SP x\\n! SP 25 9\\n' > %1/a.tst; "
+                       "yes SP | head -20000 > %1/n.kms")
             .arg(folder.path()));
     for (const auto &row : rows) {
         const Ended ended =
