@@ -88,6 +88,7 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
     connect(&engine, &TransferEngine::rowFinished, this, &UnattendedRun::printRow);
     connect(&engine, &TransferEngine::runEnded, this,
             [this](TransferEngine::Outcome outcome) { m_outcome = outcome; });
+    connect(&window, &Main::faultReported, this, [this](const QString &fault) { m_fault = fault; });
     // Nobody is there to connect again or to judge a cut reply.
     connect(&engine, &TransferEngine::troubled, this, [this](const QString &reason) {
         refuse(reason);
@@ -165,12 +166,19 @@ bool UnattendedRun::prepare()
 
 bool UnattendedRun::connectChannel()
 {
-    if (ChannelDriver(m_window).connect(m_line.channel, m_line.patienceSeconds * 1000))
+    QElapsedTimer waited;
+    waited.start();
+    const int patience = m_line.patienceSeconds * 1000;
+    if (ChannelDriver(m_window).connect(m_line.channel, patience))
         return true;
     if (m_window.waits().isClosed())
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
-    return refuse(QStringLiteral("%1 is not connected")
-                      .arg(channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel))));
+    const QString &caption = channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel));
+    if (waited.hasExpired(patience))
+        return refuse(QStringLiteral("%1: no connection within %2 s")
+                          .arg(caption)
+                          .arg(m_line.patienceSeconds));
+    return refuse(QStringLiteral("%1 is not connected").arg(caption));
 }
 
 void UnattendedRun::run()
@@ -204,6 +212,7 @@ qint64 UnattendedRun::patienceMs() const
 /// As Stop does; while the Channel is still connecting, closing the window ends the wait.
 void UnattendedRun::stop()
 {
+    m_fault.clear();
     if (m_window.parts().module.transferRunning())
         m_window.transferEngine().cmdStopSend_Click();
     else
@@ -232,7 +241,9 @@ void UnattendedRun::judgeOutcome()
             refuseAtRow(outcomeFault(TransferEngine::Outcome::Stopped));
         return;
     }
-    if (const QString fault = outcomeFault(*m_outcome); !fault.isEmpty() && m_faults.isEmpty())
+    const bool failed = *m_outcome == TransferEngine::Outcome::Stopped && !m_fault.isEmpty();
+    if (const QString fault = failed ? m_fault : outcomeFault(*m_outcome);
+        !fault.isEmpty() && m_faults.isEmpty())
         refuseAtRow(fault);
     if (!m_emptyRows.isEmpty())
         refuse(

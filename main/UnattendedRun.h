@@ -70,6 +70,7 @@ private:
     QTextStream &m_rows;
     std::optional<TransferEngine::Outcome> m_outcome;
     QStringList m_faults;
+    QString m_fault;   ///< the Channel's, told already; that of its send ends the run
     int m_row = 0;     ///< the row at hand; 0: none yet
     QString m_command; ///< what it sends
     std::map<int, Judged> m_judged;
