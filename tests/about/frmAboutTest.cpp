@@ -5,11 +5,6 @@
 #include "about/SystemInfo.h"
 #include "tests/support/ScriptedDialogs.h"
 
-#include <QLabel>
-#include <QPushButton>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 #include <map>
 
 using namespace corvane;

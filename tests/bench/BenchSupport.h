@@ -4,12 +4,10 @@
 #include "bench/Fault.h"
 #include "tests/support/Soon.h"
 
-#include <QElapsedTimer>
 #include <QTcpSocket>
 
 #include <cerrno>
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
 

@@ -2,11 +2,7 @@
 
 #include "BenchSupport.h"
 
-#include <QFileInfo>
 #include <QTcpServer>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 using namespace corvane::bench;
 

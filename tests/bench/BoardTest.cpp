@@ -4,7 +4,6 @@
 #include "bench/Meter.h"
 
 #include <cmath>
-#include <gtest/gtest.h>
 
 using namespace corvane::bench;
 

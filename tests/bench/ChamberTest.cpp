@@ -2,8 +2,6 @@
 #include "bench/ChamberController.h"
 #include "bench/Rs485Bus.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane::bench;
 
 namespace {

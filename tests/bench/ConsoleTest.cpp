@@ -1,11 +1,6 @@
 #include "BenchSupport.h"
 
-#include <QDir>
-#include <QProcess>
-#include <QTemporaryDir>
-
 #include <csignal>
-#include <gtest/gtest.h>
 
 using namespace corvane::bench;
 

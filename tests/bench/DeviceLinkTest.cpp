@@ -5,8 +5,6 @@
 #include "bench/LineReader.h"
 #include "bench/TcpPort.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane::bench;
 
 namespace {

@@ -1,8 +1,6 @@
 #include "BenchSupport.h"
 #include "bench/FaultLine.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane::bench;
 
 namespace {

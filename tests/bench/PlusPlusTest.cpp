@@ -2,10 +2,6 @@
 #include "bench/PlusPlusController.h"
 #include "bench/TcpPort.h"
 
-#include <QSignalSpy>
-
-#include <gtest/gtest.h>
-
 using namespace corvane::bench;
 
 namespace {

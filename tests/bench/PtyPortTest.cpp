@@ -2,9 +2,6 @@
 
 #include "BenchSupport.h"
 
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 #include <termios.h>
 
 using namespace corvane::bench;

@@ -10,11 +10,6 @@
 #include "tests/support/FakeTcpClient.h"
 #include "tests/support/ScriptedDialogs.h"
 
-#include <QAbstractButton>
-#include <QComboBox>
-
-#include <gtest/gtest.h>
-
 namespace corvane {
 
 /// The main window's side of the board window, in memory: a board that answers on all three

@@ -2,8 +2,6 @@
 #include "platform/PlatformError.h"
 #include "tests/board/BoardFixture.h"
 
-#include <QLabel>
-
 using namespace corvane;
 
 using BoardLinkTest = BoardTest;

@@ -2,13 +2,6 @@
 #include "tests/board/BoardFixture.h"
 #include "tests/support/Soon.h"
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSignalSpy>
-
 using namespace corvane;
 
 namespace {

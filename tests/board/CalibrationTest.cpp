@@ -5,9 +5,6 @@
 #include "platform/TextGrid.h"
 #include "tests/board/BoardFixture.h"
 
-#include <QComboBox>
-#include <QPushButton>
-
 using namespace corvane;
 
 namespace {

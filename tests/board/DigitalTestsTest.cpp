@@ -2,9 +2,6 @@
 #include "board/DigitalTestsPanel.h"
 #include "tests/board/BoardFixture.h"
 
-#include <QLabel>
-#include <QPushButton>
-
 #include <map>
 
 using namespace corvane;

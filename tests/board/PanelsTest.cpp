@@ -4,11 +4,6 @@
 #include "board/IdentityPanel.h"
 #include "tests/board/BoardFixture.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-
 using namespace corvane;
 
 namespace {

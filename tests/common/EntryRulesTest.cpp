@@ -2,18 +2,7 @@
 
 #include "common/EditableBox.h"
 #include "common/OneLine.h"
-
-#include <QApplication>
-#include <QClipboard>
-#include <QInputMethodEvent>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QSpinBox>
-#include <QTest>
-#include <QVBoxLayout>
-#include <QWheelEvent>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

@@ -1,6 +1,6 @@
 #include "common/PrintableText.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

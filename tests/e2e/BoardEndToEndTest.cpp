@@ -6,11 +6,6 @@
 #include "report/frmSBCPrint.h"
 #include "tests/e2e/EndToEndDesk.h"
 
-#include <QLabel>
-#include <QLineEdit>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 
 namespace {

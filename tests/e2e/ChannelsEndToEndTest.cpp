@@ -6,7 +6,6 @@
 #include "tests/support/Soon.h"
 
 #include <array>
-#include <gtest/gtest.h>
 #include <set>
 
 using namespace corvane;

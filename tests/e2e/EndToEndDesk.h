@@ -5,8 +5,7 @@
 #include "main/ChannelDriver.h"
 #include "main/Program.h"
 #include "main/UnattendedDialogs.h"
-
-#include <QTextStream>
+#include "tests/support/Testing.h"
 
 namespace corvane {
 

@@ -3,11 +3,7 @@
 #include "platform/TextGrid.h"
 #include "tests/e2e/EndToEndDesk.h"
 
-#include <QBuffer>
-#include <QTemporaryDir>
-
 #include <csignal>
-#include <gtest/gtest.h>
 
 using namespace corvane;
 

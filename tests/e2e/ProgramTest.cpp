@@ -1,8 +1,4 @@
-#include <QCoreApplication>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace {
 

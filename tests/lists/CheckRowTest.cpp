@@ -1,6 +1,6 @@
 #include "lists/CheckRow.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

@@ -4,9 +4,6 @@
 #include "lists/frmList.h"
 #include "tests/support/WriteLimit.h"
 
-#include <QLabel>
-#include <QTest>
-
 using namespace corvane;
 using namespace Qt::StringLiterals;
 

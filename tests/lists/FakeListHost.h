@@ -1,8 +1,7 @@
 #pragma once
 
 #include "lists/ListHost.h"
-
-#include <QStringList>
+#include "tests/support/Testing.h"
 
 #include <functional>
 

@@ -3,8 +3,6 @@
 #include "ListFixture.h"
 #include "lists/ListNotes.h"
 
-#include <QRandomGenerator>
-
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif

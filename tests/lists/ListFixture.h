@@ -5,12 +5,6 @@
 #include "tests/lists/FakeListHost.h"
 #include "tests/support/ScriptedDialogs.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtWidgets>
-
-#include <gtest/gtest.h>
-
 namespace corvane {
 
 /// The list files of one test.

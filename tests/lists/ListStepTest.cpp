@@ -1,8 +1,6 @@
 #include "lists/ListStep.h"
 
-#include <QStringList>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;

@@ -1,9 +1,6 @@
 #include "platform/TextGrid.h"
 
-#include <QAbstractItemModel>
-#include <QSignalSpy>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;

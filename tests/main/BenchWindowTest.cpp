@@ -4,17 +4,6 @@
 #include "bench/BenchOrders.h"
 #include "main/OrderEntry.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 using namespace Qt::StringLiterals;
 

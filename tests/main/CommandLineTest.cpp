@@ -1,8 +1,7 @@
 #include "main/CommandLine.h"
 
 #include "platform/PlatformError.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

@@ -1,7 +1,5 @@
 #include "tests/main/ChannelDesk.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane;
 
 namespace {

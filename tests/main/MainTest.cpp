@@ -15,14 +15,6 @@
 #include "setup/GpibSearch.h"
 #include "tests/main/ChannelDesk.h"
 
-#include <QMenuBar>
-#include <QSignalSpy>
-#include <QTabWidget>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,7 @@
 #include "main/ResponseText.h"
 #include "main/ResponseView.h"
+#include "tests/support/Testing.h"
 
-#include <QClipboard>
-
-#include <gtest/gtest.h>
 #include <random>
 
 using namespace corvane;

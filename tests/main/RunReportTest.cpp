@@ -1,13 +1,7 @@
 #include "main/RunReport.h"
 
 #include "main/JUnitReport.h"
-
-#include <QDir>
-#include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

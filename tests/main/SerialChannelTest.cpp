@@ -1,7 +1,5 @@
 #include "tests/main/ChannelDesk.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane;
 
 namespace {
@@ -28,10 +26,9 @@ TEST(SerialChannel, OffersThirtyAddressesAndShowsThePrefixThatGoesOut)
     SerialDesk desk(channels::rs485);
     const QComboBox &list = *desk.channel.cboAddress485;
     ASSERT_EQ(list.count(), 30);
-    EXPECT_EQ(list.itemText(0), u"01");
-    EXPECT_EQ(list.itemText(8), u"09");
-    EXPECT_EQ(list.itemText(9), u"10");
-    EXPECT_EQ(list.itemText(29), u"30");
+    using Item = std::pair<int, const char *>;
+    for (const auto &[at, text] : {Item(0, "01"), Item(8, "09"), Item(9, "10"), Item(29, "30")})
+        EXPECT_EQ(list.itemText(at), QLatin1String(text));
     EXPECT_EQ(desk.channel.lblPrefix->text(), u">05");
 }
 

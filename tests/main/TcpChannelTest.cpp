@@ -1,7 +1,5 @@
 #include "tests/main/ChannelDesk.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane;
 
 namespace {
@@ -53,20 +51,15 @@ TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
 TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
 {
     TcpDesk desk(channels::tcpIp1);
-    const char *states[] = {"Socket Closed",
-                            "Socket Open",
-                            "Socket Listening",
-                            "Socket Connection Pending",
-                            "Socket Resolving host",
-                            "Socket Host resolved",
-                            "Socket Connecting",
-                            "Socket Connected",
-                            "Socket Peer is closing the connection",
-                            "Socket Peer is closing the connection"};
+    const QStringList states =
+        QStringLiteral("Closed|Open|Listening|Connection Pending|Resolving host|Host "
+                       "resolved|Connecting|Connected|"
+                       "Peer is closing the connection|Peer is closing the connection")
+            .split(u'|');
     for (int state = 0; state < 10; ++state) {
         desk.client.setState(static_cast<SocketState>(state));
         desk.channel.Timer1_Timer();
-        EXPECT_EQ(desk.channel.lblStatus->text(), QLatin1String(states[state]));
+        EXPECT_EQ(desk.channel.lblStatus->text(), QStringLiteral("Socket ") + states[state]);
     }
 }
 

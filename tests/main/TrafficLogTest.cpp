@@ -1,13 +1,9 @@
 #include "main/TrafficLog.h"
 
 #include "main/Led.h"
+#include "tests/support/Testing.h"
 #include "tests/support/WriteLimit.h"
 
-#include <QPlainTextEdit>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 using namespace corvane;

@@ -1,10 +1,6 @@
 #include "platform/SystemClock.h"
 #include "platform/WaitGroup.h"
-
-#include <QElapsedTimer>
-#include <QTimer>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/PlatformError.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvane {
 

@@ -5,16 +5,6 @@
 #include "tests/support/FakeGpibAdapter.h"
 #include "tests/support/Soon.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTimer>
-#include <QVBoxLayout>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 
 class GpibControlTest : public testing::Test

@@ -6,13 +6,6 @@
 #include "platform/SystemClock.h"
 #include "platform/WaitGroup.h"
 
-#include <QCoreApplication>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTimer>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 
 class LibraryAdapterTest : public testing::Test

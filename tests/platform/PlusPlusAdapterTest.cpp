@@ -10,10 +10,6 @@
 
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
-#include <QTimer>
-
-#include <gtest/gtest.h>
 
 using namespace corvane;
 using Fault = ScriptedController::Fault;

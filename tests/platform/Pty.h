@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "tests/support/Testing.h"
 
 #include <asm/termbits.h>
 #include <cstdlib>

@@ -1,18 +1,7 @@
 #include "platform/QtDialogs.h"
 
 #include "platform/FileQuestions.h"
-
-#include <QApplication>
-#include <QDialogButtonBox>
-#include <QFile>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 using Outcome = Dialogs::FileChoice::Outcome;

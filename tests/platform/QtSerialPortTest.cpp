@@ -4,14 +4,7 @@
 #include "Pty.h"
 #include "tests/support/Soon.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QProcess>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-
 #include <grp.h>
-#include <gtest/gtest.h>
 #include <numeric>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -3,11 +3,8 @@
 #include "Faults.h"
 #include "tests/support/Soon.h"
 
-#include <QSemaphore>
-#include <QSignalSpy>
 #include <QTcpServer>
 
-#include <gtest/gtest.h>
 #include <sys/socket.h>
 
 using namespace corvane;

@@ -3,8 +3,7 @@
 #include "platform/GpibStream.h"
 #include "platform/PlatformError.h"
 #include "tests/support/FakeClock.h"
-
-#include <QByteArrayList>
+#include "tests/support/Testing.h"
 
 #include <deque>
 

@@ -3,8 +3,6 @@
 #include "Faults.h"
 #include "platform/SerialPortList.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane;
 
 TEST(SerialSettings, AreReadWithBlanksAndSmallLettersAndWrittenBack)

@@ -1,12 +1,8 @@
 #include "platform/WholeFile.h"
 
+#include "tests/support/Testing.h"
 #include "tests/support/WriteLimit.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 using namespace corvane;

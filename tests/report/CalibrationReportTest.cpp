@@ -1,10 +1,7 @@
 #include "report/CalibrationReport.h"
 
 #include "report/ReportTexts.h"
-
-#include <QStringList>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

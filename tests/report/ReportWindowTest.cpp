@@ -4,12 +4,6 @@
 #include "tests/board/BoardFixture.h"
 #include "tests/support/Soon.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-
 using namespace corvane;
 
 namespace {

@@ -6,13 +6,6 @@
 #include "tests/support/FakeGpibAdapter.h"
 #include "tests/support/ScriptedDialogs.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QTimer>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 using namespace Qt::StringLiterals;
 

@@ -10,14 +10,6 @@
 #include "tests/support/FakeGpibAdapter.h"
 #include "tests/support/ScriptedDialogs.h"
 
-#include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTimer>
-#include <QtTest>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 using namespace Qt::StringLiterals;
 

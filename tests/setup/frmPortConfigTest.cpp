@@ -1,14 +1,7 @@
 #include "setup/frmPortConfig.h"
 
 #include "tests/support/FakeSerialPort.h"
-
-#include <QComboBox>
-#include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QtTest>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;

@@ -3,8 +3,6 @@
 #include "setup/SocketsApi.h"
 #include "tests/support/ScriptedDialogs.h"
 
-#include <gtest/gtest.h>
-
 using namespace corvane;
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,6 @@
 #include "FakeClock.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvane {
 

@@ -3,9 +3,7 @@
 #include "platform/GpibAdapter.h"
 #include "platform/PlatformError.h"
 #include "platform/WaitGroup.h"
-
-#include <QScopeGuard>
-#include <QStringList>
+#include "tests/support/Testing.h"
 
 #include <deque>
 #include <map>

@@ -1,7 +1,5 @@
 #include "ScriptedDialogs.h"
 
-#include <gtest/gtest.h>
-
 namespace corvane {
 
 ScriptedDialogs::~ScriptedDialogs()

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/Dialogs.h"
-
-#include <QStringList>
+#include "tests/support/Testing.h"
 
 #include <deque>
 #include <functional>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QAbstractEventDispatcher>
-#include <QTest>
+#include "tests/support/Testing.h"
 
 namespace corvane {
 

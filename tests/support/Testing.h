@@ -1,0 +1,7 @@
+#pragma once
+
+// What the tests are written with; precompiled, so that a test need not pick.
+#include <QtTest>
+#include <QtWidgets>
+
+#include <gtest/gtest.h>
