@@ -3,6 +3,7 @@
 #include "bench/Bench.h"
 #include "bench/BenchOrders.h"
 #include "main/OrderEntry.h"
+#include "tests/support/Soon.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -79,7 +80,7 @@ TEST_F(BenchDesk, EveryFaultIsOrderedAtEveryPlaceWithItsValuesAndCleared)
     devices.order(u"gpib:16 slow 5 once"_s); // by another way
     devices.places().back().faults->spoil("used up");
     window.show();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return shownState(places - 1) == u"none"; }));
+    EXPECT_TRUE(soon([&] { return shownState(places - 1) == u"none"; }));
     window.close();
     EXPECT_FALSE(window.tmrState->isActive());
 }

@@ -32,6 +32,26 @@ TEST(GpibChannel, ShowsTheConnectStringThatTheEntriesMake)
     EXPECT_EQ(desk.channel.lblConnectString->text(), u"GPIB2::5");
 }
 
+TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
+{
+    const std::function<void(GpibChannel &)> next[] = {
+        [](GpibChannel &channel) { channel.Timer1_Timer(); },
+        [](GpibChannel &channel) { channel.cmdSend_Click(); },
+        [](GpibChannel &channel) { channel.cmdConnect_Click(); }};
+    for (const auto &goOn : next) {
+        GpibDesk desk;
+        desk.host.refusal = QStringLiteral("borrowed");
+        desk.channel.cboIEEEAddress->setCurrentText(QStringLiteral("9"));
+        desk.dialogs.expectMessage(
+            QStringLiteral("Error occurred while trying to connect.\r\nborrowed"));
+        desk.channel.cmdConnect_Click();
+        EXPECT_EQ(desk.control.connectString(), device);
+        desk.host.refusal.clear();
+        goOn(desk.channel);
+        EXPECT_EQ(desk.control.connectString(), u"GPIB0::9");
+    }
+}
+
 TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
 {
     GpibDesk desk;
@@ -55,8 +75,8 @@ TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
     GpibDesk desk;
     QLineEdit &entry = *desk.channel.txtTimeout488;
     const std::pair<const char16_t *, int> entries[] = {
-        {u"59999", 59999}, {u"60000", 59999}, {u"0", 59999},  {u"-5", 59999},
-        {u"abc", 59999},   {u"", 59999},      {u"1e3", 1000}, {u" 250 ", 250}};
+        {u"59999", 59999}, {u"60000", 59999}, {u"0", 59999}, {u"-5", 59999}, {u"abc", 59999},
+        {u"", 59999},      {u"1e3", 1000},    {u".5", 1},    {u" 250 ", 250}};
     for (const auto &[text, expected] : entries) {
         entry.setText(QString::fromUtf16(text));
         desk.channel.txtTimeout488_Apply();
@@ -75,6 +95,14 @@ TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
     desk.channel.cmdConnect_Click(); // by its mnemonic: the entry keeps the focus
     EXPECT_EQ(desk.control.timeout(), 25001);
     EXPECT_FALSE(entry.font().bold());
+    entry.setText(QStringLiteral("300"));
+    for (const auto &[reason, applied] :
+         {std::pair(Qt::PopupFocusReason, 25001), std::pair(Qt::MenuBarFocusReason, 25001),
+          std::pair(Qt::TabFocusReason, 300)}) {
+        QFocusEvent leaving(QEvent::FocusOut, reason);
+        QApplication::sendEvent(&entry, &leaving);
+        EXPECT_EQ(desk.control.timeout(), applied);
+    }
 }
 
 TEST(GpibChannel, ThePointerAndTheStatusLineSayThatAConnectTakesItsTime)
@@ -179,6 +207,13 @@ TEST(GpibChannel, AnAdapterThatGoesAwayIsToldOnce)
     const auto calls = desk.bus.calls.size();
     desk.channel.Timer1_Timer();
     EXPECT_EQ(desk.bus.calls.size(), calls) << "nothing is read for a command that did not go out";
+
+    EXPECT_FALSE(desk.host.faults.isEmpty());
+    desk.bus.fault.clear();
+    desk.bus.replies[device] = {"back"};
+    desk.channel.cmdSend_Click();
+    desk.channel.Timer1_Timer();
+    EXPECT_TRUE(desk.host.faults.isEmpty()) << "it works again";
 }
 
 TEST(GpibChannel, AReadThatWaitsIsNeverInterleavedAndEndsWithTheWindow)

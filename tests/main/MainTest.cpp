@@ -14,6 +14,7 @@
 #include "platform/TextGrid.h"
 #include "setup/GpibSearch.h"
 #include "tests/main/ChannelDesk.h"
+#include "tests/support/Soon.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -100,7 +101,7 @@ TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouc
     QCoreApplication::processEvents();
     EXPECT_FALSE(desk.addressWanted) << "never without a window";
     desk.main.show();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return static_cast<bool>(desk.addressWanted); }));
+    ASSERT_TRUE(soon([&] { return static_cast<bool>(desk.addressWanted); }));
     QLineEdit &typed = *desk.main.tcpChannel(4).txtAddress;
     QTest::keyClicks(&typed, QStringLiteral("x"));
     desk.dialogs.expectMessage({.text = QStringLiteral("Authoritative answer host not found."),
@@ -180,7 +181,7 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     desk.main.TimerTransfer_Timer(1);
     EXPECT_FALSE(timer.isActive());
     desk.rs232.feed("AL");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return timer.remainingTime() < 3'599'700; }));
+    ASSERT_TRUE(soon([&] { return timer.remainingTime() < 3'599'700; }));
     desk.rs232.feed("PHA");
     EXPECT_GT(timer.remainingTime(), 3'599'700);
     EXPECT_EQ(desk.main.commandList->flexgridVDL->text(1, 3), u"ALPHA");
@@ -266,7 +267,7 @@ TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
         EXPECT_TRUE(closed.empty()) << "a frame below still runs";
     });
     desk.main.Timer1_Timer(2); // reads
-    ASSERT_TRUE(closed.wait(2000));
+    ASSERT_TRUE(closed.wait(30000));
     EXPECT_EQ(desk.rs485.closed, 1);
 
     MainDesk boxed;
@@ -279,7 +280,7 @@ TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
             EXPECT_TRUE(boxedClosed.empty());
         });
     boxed.main.cmdSend_Click(0);
-    EXPECT_TRUE(boxedClosed.wait(2000));
+    EXPECT_TRUE(boxedClosed.wait(30000));
 }
 
 TEST(Main, AClosingDuringASearchEndsItAtOnceAndIsHeldUntilItHasReturned)
