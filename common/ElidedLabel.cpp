@@ -29,7 +29,8 @@ void ElidedLabel::paintEvent(QPaintEvent *event)
         QLabel::paintEvent(event);
         return;
     }
-    const QString line = fontMetrics().elidedText(text().simplified(), Qt::ElideRight, width());
+    // In the middle: the beginning says what, the end why.
+    const QString line = fontMetrics().elidedText(text().simplified(), Qt::ElideMiddle, width());
     QPainter painter(this);
     style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(),
                           isEnabled(), line, foregroundRole());

@@ -5,7 +5,7 @@
 namespace corvane {
 
 /// A line of plain text that takes the room it is given and never asks for more: what has no room
-/// ends in "...". text() stays whole, and all of it can be selected and copied.
+/// gives way to "..." in its middle. text() stays whole, and all of it can be selected and copied.
 class ElidedLabel : public QLabel
 {
 public:

@@ -72,6 +72,10 @@ void BoardWindows::openBoard()
                         board->session().channelClosed(index);
                 });
     }
+    // Disconnect leaves the GPIB control configured, so its Channel never closes; it ends an
+    // operation all the same.
+    connect(m_window.channel(channels::ieee488)->cmdDisconnect, &QPushButton::clicked, m_board,
+            [board = m_board] { board->session().channelClosed(channels::ieee488); });
     connect(m_board, &frmSBC::closed, this, [this] {
         m_board->deleteLater();
         m_board = nullptr;

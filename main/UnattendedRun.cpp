@@ -174,7 +174,7 @@ bool UnattendedRun::connectChannel()
     if (m_window.waits().isClosed())
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
     const QString &caption = channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel));
-    if (waited.hasExpired(patience))
+    if (waited.elapsed() >= patience)
         return refuse(QStringLiteral("%1: no connection within %2 s")
                           .arg(caption)
                           .arg(m_line.patienceSeconds));

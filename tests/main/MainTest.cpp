@@ -3,6 +3,7 @@
 #include "about/ProgramLauncher.h"
 #include "about/RegistryApi.h"
 #include "about/SystemInfo.h"
+#include "board/BoardTexts.h"
 #include "board/CalibrationPanel.h"
 #include "board/frmSBC.h"
 #include "common/modSBC.h"
@@ -375,8 +376,12 @@ TEST(Main, AChannelThatIsDisconnectedEndsTheBoardsOperationAndSaysSo)
         EXPECT_TRUE(board.calibration->lblProgress->text().startsWith(u"Stopped at channel 0"));
         board.calibration->cmdWriteCal_Click();
     }
-    desk.bus.fault = QStringLiteral("no controller");
     board.CallOptSbcCommMeth(1);
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\n") +
+                               boardTexts::channelClosed);
+    desk.clock.after(1000, [&] { desk.main.gpibChannel().cmdDisconnect->click(); });
+    board.calibration->cmdScanCals_Click();
+    desk.bus.fault = QStringLiteral("no controller");
     desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\nno controller"));
     board.calibration->cmdScanCals_Click();
 }
