@@ -274,8 +274,9 @@ void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail
     if (!isChannel(index) || index != runningChannel() || m_boxOpen)
         return;
     m_module.ResponseReady = true;
-    m_host.setTransferTimer(index, true);
     const int row = m_module.CurrentListRow;
+    if (row > 0) // a device that talks without being asked does not hold up the first row
+        m_host.setTransferTimer(index, true);
     if (keep == 0 && !m_closedNote.isEmpty())
         showRow(); // it was sent again
     // The verdict of a check stands, whatever still arrives for the row before it.

@@ -179,6 +179,10 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     desk.main.channel(1)->cboMs->setEditText(QStringLiteral("3600000"));
     desk.main.channel(1)->cboMs_Change();
     desk.main.cmdLoadToChmber_Click(1);
+    const auto isLater = [&] { return timer.remainingTime() < 3'599'900; };
+    ASSERT_TRUE(soon(isLater));
+    desk.rs232.feed("unasked");
+    EXPECT_TRUE(isLater()) << "what nobody asked for does not hold up the first row";
     desk.main.TimerTransfer_Timer(1);
     EXPECT_FALSE(timer.isActive());
     desk.rs232.feed("AL");
