@@ -39,7 +39,7 @@ TEST(JUnitReport, IsValidWhateverAListAndADeviceHold)
     using enum RunReport::Check::Result;
     RunReport report;
     report.listName = QStringLiteral("a \"b\" <c>&\n.tst");
-    report.began = QDateTime(QDate(2026, 3, 1), QTime(0, 30), Qt::OffsetFromUTC, 3600);
+    report.began = QDateTime(QDate(2026, 3, 1), QTime(0, 30), QTimeZone(3600));
     EXPECT_EQ(findings(junitReport(report)), "");
     EXPECT_TRUE(junitReport(report).contains("name=\"run\" time=\"0.000\"/>")); // and has passed
 
