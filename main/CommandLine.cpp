@@ -129,10 +129,28 @@ void readRun(const QCommandLineParser &parser, CommandLine &line)
         refuse(QStringLiteral("save"), line.saveFile, QStringLiteral("needs --get"));
 }
 
+/// A switch is never asked for its values: newer toolkits complain of that.
+bool isSwitch(const Option &option)
+{
+    return *option.value == '\0';
+}
+
+/// The value that an option was given; empty for a switch.
+QString given(const QCommandLineParser &parser, const char *name)
+{
+    const auto *option =
+        std::find_if(std::begin(options), std::end(options), [name](const Option &each) {
+            return QLatin1String(each.name) == QLatin1String(name);
+        });
+    return isSwitch(*option) ? QString() : parser.value(QLatin1String(name));
+}
+
 /// A value that is empty, or of which only the last would count, is a slip worth telling.
 void refuseEmptyAndRepeated(const QCommandLineParser &parser)
 {
     for (const Option &option : options) {
+        if (isSwitch(option))
+            continue;
         const QString name = QLatin1String(option.name);
         const QStringList values = parser.values(name);
         if (values.contains(QString()))
@@ -148,8 +166,7 @@ void refuseStrayRunOptions(const QCommandLineParser &parser)
     for (const char *name : {"channel", "port", "host", "address", "settings", "timeout", "loop",
                              "strip-operator", "get", "save", "patience", "csv", "junit"}) {
         if (parser.isSet(QLatin1String(name)))
-            refuse(QLatin1String(name), parser.value(QLatin1String(name)),
-                   QStringLiteral("needs --run LIST"));
+            refuse(QLatin1String(name), given(parser, name), QStringLiteral("needs --run LIST"));
     }
 }
 
