@@ -58,11 +58,12 @@ QString channelList(const QList<int> &channels)
            ranges.join(QStringLiteral(", "));
 }
 
-QString progress(const QString &place, int leftMs)
+QString progress(const QString &place, std::optional<int> leftMs)
 {
     constexpr int secondMs = 1000;
-    QString text =
-        QStringLiteral("%1, about %2 s left").arg(place).arg((leftMs + secondMs - 1) / secondMs);
+    QString text = place;
+    if (leftMs)
+        text += QStringLiteral(", about %1 s left").arg((*leftMs + secondMs - 1) / secondMs);
     text[0] = text[0].toUpper();
     return text;
 }

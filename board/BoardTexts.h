@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 /// The board window's fixed texts, letter by letter, misspellings and double blanks included.
 namespace corvane::boardTexts {
 
@@ -97,7 +99,7 @@ inline const QString notSendable =
 QString channelInUse(int channel, ChannelUse use);
 /// "channel 3", "channels 0 to 2, 5", of channels in rising order.
 QString channelList(const QList<int> &channels);
-/// "Channel 3: meter at 0.5 V, about 7 s left".
-QString progress(const QString &place, int leftMs);
+/// "Channel 3: meter at 0.5 V, about 7 s left"; without the figure when the time is not known.
+QString progress(const QString &place, std::optional<int> leftMs);
 
 } // namespace corvane::boardTexts

@@ -139,6 +139,7 @@ bool Calibration::askMeter(QString &reply)
                         .arg(m_meterAddress)
                         .arg(error.description()));
     }
+    noteAnswer(reply);
     return true;
 }
 

@@ -25,6 +25,7 @@ void CalibrationSequence::start(std::vector<CalibrationStep> steps)
     m_findings.clear();
     m_steps = std::move(steps);
     m_step = 0;
+    m_isSilent = false;
 }
 
 bool CalibrationSequence::isEnded() const
@@ -58,7 +59,8 @@ void CalibrationSequence::nextStep()
     const auto from = m_steps.begin() + static_cast<std::ptrdiff_t>(m_step) - 1;
     const int leftMs = std::accumulate(
         from, m_steps.end(), 0, [](int sum, const CalibrationStep &step) { return sum + step.ms; });
-    Q_EMIT progressed(boardTexts::progress(place(), leftMs));
+    Q_EMIT progressed(
+        boardTexts::progress(place(), m_isSilent ? std::nullopt : std::optional(leftMs)));
 }
 
 bool CalibrationSequence::send(const QString &command, bool *wentOut)
@@ -85,6 +87,7 @@ bool CalibrationSequence::query(const QString &command, qint16 ms, QString &repl
     if (isEnded())
         return false;
     reply = m_link.ask(command, ms);
+    noteAnswer(reply);
     return !isEnded();
 }
 

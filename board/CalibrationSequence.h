@@ -66,6 +66,7 @@ protected:
     bool pause(qint16 ms);
     bool query(const QString &command, qint16 ms, QString &reply);
     bool fail(const QString &reason);
+    void noteAnswer(const QString &reply) { m_isSilent = reply.isEmpty(); }
 
     void setCell(int row, int channel, const QString &text, const QString &remark = {});
     void clearChannel(int channel);
@@ -88,6 +89,8 @@ private:
     CalibrationFindings m_findings;
     std::vector<CalibrationStep> m_steps;
     size_t m_step = 0;
+    /// The last answer stayed out: how long the next exchanges wait is not known.
+    bool m_isSilent = false;
 };
 
 } // namespace corvane

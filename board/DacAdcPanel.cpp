@@ -195,9 +195,11 @@ void DacAdcPanel::runAll(const QString &what, int channelMs, bool (DacAdcPanel::
         return;
     QList<int> failures;
     for (int channel = 0; channel < channels; ++channel) {
+        const int leftMs = (channels - channel) * (channelMs + betweenChannelsMs);
+        const bool isKnown = !failures.contains(channel - 1); // an answer that stays out takes more
         showText(*lblProgress,
                  boardTexts::progress(what.arg(channel),
-                                      (channels - channel) * (channelMs + betweenChannelsMs)));
+                                      isKnown ? std::optional(leftMs) : std::nullopt));
         if (!(this->*each)(channel))
             failures.append(channel);
         m_link.PauseMS(betweenChannelsMs);

@@ -52,6 +52,7 @@ void DigitalTests::begin(int exchanges)
 {
     DigTestAbort = false;
     m_exchangesLeft = exchanges;
+    m_isSilent = false;
     m_verdicts.clear();
 }
 
@@ -77,7 +78,8 @@ void DigitalTests::noteVerdict(bool passed)
 double DigitalTests::readValue(QString &reply)
 {
     m_link.InputFromSbc(reply);
-    if (reply.isEmpty())
+    m_isSilent = reply.isEmpty();
+    if (m_isSilent)
         ++m_unanswered;
     return numbers::leadingNumber(reply);
 }
@@ -103,7 +105,8 @@ bool DigitalTests::exchange(const QString &command)
 {
     if (isEnded())
         return false;
-    Q_EMIT progressed(boardTexts::progress(m_place, m_exchangesLeft * exchangeMs));
+    Q_EMIT progressed(boardTexts::progress(
+        m_place, m_isSilent ? std::nullopt : std::optional(m_exchangesLeft * exchangeMs)));
     --m_exchangesLeft;
     QString sent = command;
     m_link.OutputToSbc(sent);

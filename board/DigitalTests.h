@@ -76,6 +76,8 @@ private:
     QString m_place;
     int m_exchangesLeft = 0;
     int m_unanswered = 0;
+    /// The last query stayed unanswered: how long the next exchanges wait is not known.
+    bool m_isSilent = false;
     QStringList m_verdicts;
 };
 

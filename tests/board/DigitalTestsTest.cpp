@@ -184,11 +184,15 @@ TEST_F(DigitalTestsTest, AnAbortUnderAMessageBoxEndsTheTestToo)
     act(board, "cmdDigTestRead");
     EXPECT_TRUE(channels.commands().isEmpty());
 
-    stuckLow = 1;
-    dialogs.expectMessage(
-        QStringLiteral("Error testing direction register, port 0, data= 0 ,expected0"),
-        Dialogs::Answer::Ok, abort);
+    channels.answer = [](const QString &) { return QString(); };
+    const auto noData =
+        QStringLiteral("Error testing direction register, port 0, data=  ,expected%1");
+    dialogs.expectMessage(noData.arg(0));
+    dialogs.expectMessage(noData.arg(1), Dialogs::Answer::Ok, [this, abort] {
+        EXPECT_EQ(shown(board, "lblProgressTests"), QStringLiteral("Write test, port 0, bit 1"));
+        abort();
+    });
     act(board, "cmdDigTestFull");
-    EXPECT_EQ(channels.commands().size(), 2);
+    EXPECT_EQ(channels.commands().size(), 4);
     EXPECT_TRUE(isIdle());
 }
