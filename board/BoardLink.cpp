@@ -72,24 +72,27 @@ auto BoardLink::onGpib(Operation operation) const
     return operation(m_channels.QBXControl1());
 }
 
-void BoardLink::OutputToSbc(QString &command)
+void BoardLink::OutputToSbc(QString &command, const Clock::Condition &isCancelled)
 {
+    const auto isEnded = [&] { return isStopped() || isCancelled(); };
     m_fault.clear();
     m_isSent = false;
     m_droppedLate = false;
     Q_EMIT commandShown(QString());
     Q_EMIT replyShown(QString(), QString());
-    PauseMS(beforeSendMs);
-    if (isStopped())
+    PauseMS(beforeSendMs, isCancelled);
+    if (isEnded())
         return;
     Q_EMIT commandShown(QString(command).remove(u'\r'));
     if (!command.contains(u'\r'))
         command += u'\r';
     m_sentBy = m_method;
     try {
-        dropLateAnswers();
-        if (isStopped())
+        dropLateAnswers(isEnded);
+        if (isEnded()) {
+            Q_EMIT commandShown(QString());
             return;
+        }
         send(command);
         m_isSent = true;
         if (command.contains(u'?'))
@@ -122,7 +125,7 @@ void BoardLink::expectLateAnswer()
 
 /// On a receive box it is enough to wait: the box is cleared before the command goes. A device on
 /// the bus keeps its answer until it is read.
-void BoardLink::dropLateAnswers()
+void BoardLink::dropLateAnswers(const Clock::Condition &isEnded)
 {
     const auto found = m_unanswered.find(route());
     if (found == m_unanswered.end())
@@ -132,15 +135,16 @@ void BoardLink::dropLateAnswers()
     if (m_sentBy != Ieee) {
         const auto waited = static_cast<qint32>(m_waits.clock().MS_TIMER() - unanswered.sinceMs);
         if (waited < lateAnswerMs)
-            PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)));
+            PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)), isEnded);
         m_droppedLate = !m_channels.responseText(channelOf(m_sentBy)).isEmpty();
-        return;
     }
-    bool came = true;
-    for (int i = 0; came && i < unanswered.count && !isStopped(); ++i) {
+    bool came = m_sentBy == Ieee;
+    for (int i = 0; came && i < unanswered.count && !isEnded(); ++i) {
         came = !onGpib([](GpibControl &control) { return control.read(); }).isEmpty();
         m_droppedLate = m_droppedLate || came;
     }
+    if (isEnded())
+        m_unanswered.insert(route(), unanswered); // what has not come yet may still come
 }
 
 void BoardLink::send(const QString &text)
@@ -188,9 +192,11 @@ void BoardLink::InputFromSbc(QString &reply)
     Q_EMIT replyShown(reply.isEmpty() ? boardTexts::noResponse : reply, note);
 }
 
-QString BoardLink::ask(QString command, qint16 beforeReadMs)
+QString BoardLink::ask(QString command, qint16 beforeReadMs, const Clock::Condition &isCancelled)
 {
-    OutputToSbc(command);
+    OutputToSbc(command, isCancelled);
+    if (!m_isSent && isCancelled())
+        return {};
     if (m_isSent && !command.contains(u'?'))
         expectLateAnswer(); // the other command set asks without a mark
     PauseMS(beforeReadMs);
@@ -223,14 +229,15 @@ void BoardLink::PauseMS(qint16 ms, const Clock::Condition &endEarly)
     m_waits.waitUntil(endEarly, std::max<int>(ms, 0));
 }
 
-QString BoardLink::readMeter(int address)
+QString BoardLink::readMeter(int address, const Clock::Condition &isCancelled)
 {
     const QString route = QStringLiteral("GPIB0::%1").arg(address);
     const auto earlier =
         m_unanswered.contains(route) ? EarlierReading::Unanswered : EarlierReading::Answered;
     m_unanswered[route] = {.count = 1}; // however this reading ends
-    QString reply =
-        onGpib([&](GpibControl &control) { return askMeter(control, m_waits, address, earlier); });
+    QString reply = onGpib([&](GpibControl &control) {
+        return askMeter(control, m_waits, address, earlier, isCancelled);
+    });
     if (!reply.isEmpty())
         m_unanswered.remove(route);
     reply.truncate(longestAnswer);

@@ -38,23 +38,29 @@ public:
     /// An answer counts up to this length; a flood is cut there.
     static constexpr qsizetype longestAnswer = 64 * 1024;
 
-    /// Sends a command. Appends a carriage return to it when it holds none.
-    void OutputToSbc(QString &command);
+    /// Sends a command. Appends a carriage return to it when it holds none. Nothing leaves any more
+    /// once `isCancelled` holds.
+    void OutputToSbc(
+        QString &command, const Clock::Condition &isCancelled = [] { return false; });
     /// The last command went out.
     [[nodiscard]] bool isSent() const { return m_isSent; }
     /// Why the last exchange failed; empty when it did not.
     [[nodiscard]] const QString &fault() const { return m_fault; }
     /// Takes the answer to the last command; empty when there is none, or nothing but line ends.
     void InputFromSbc(QString &reply);
-    /// Sends a command, waits for `beforeReadMs` and returns the answer.
-    QString ask(QString command, qint16 beforeReadMs);
+    /// Sends a command, waits for `beforeReadMs` and returns the answer; that of a command which
+    /// went out is read in spite of a cancel.
+    QString ask(
+        QString command, qint16 beforeReadMs,
+        const Clock::Condition &isCancelled = [] { return false; });
 
     /// Waits for `ms` milliseconds, or until `endEarly` holds or the link is stopped.
     void PauseMS(
         qint16 ms, const Clock::Condition &endEarly = [] { return false; });
 
     /// The answer of the reference meter to one reading, see askMeter.
-    QString readMeter(int address);
+    QString readMeter(
+        int address, const Clock::Condition &isCancelled = [] { return false; });
     /// Addresses the GPIB control to a device and opens it. Throws PlatformError.
     void addressGpib(const QString &connectString);
     [[nodiscard]] QString gpibConnectString() const;
@@ -88,7 +94,7 @@ private:
     void send(const QString &text);
     QString readReply();
     [[nodiscard]] QString route() const;
-    void dropLateAnswers();
+    void dropLateAnswers(const Clock::Condition &isEnded);
     void expectLateAnswer();
     void fail(Exchange half, const QString &cause);
 

@@ -133,7 +133,7 @@ bool Calibration::askMeter(QString &reply)
         return false;
     nextStep();
     try {
-        reply = m_link.readMeter(m_meterAddress);
+        reply = m_link.readMeter(m_meterAddress, [this] { return isEnded(); });
     } catch (const PlatformError &error) {
         return fail(QStringLiteral("The meter at GPIB address %1 could not be read: %2")
                         .arg(m_meterAddress)

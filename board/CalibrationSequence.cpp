@@ -70,7 +70,7 @@ bool CalibrationSequence::send(const QString &command, bool *wentOut)
     if (isEnded())
         return false;
     QString sent = command;
-    m_link.OutputToSbc(sent);
+    m_link.OutputToSbc(sent, [this] { return isEnded(); });
     if (wentOut)
         *wentOut = m_link.isSent();
     return !isEnded();
@@ -86,7 +86,7 @@ bool CalibrationSequence::query(const QString &command, qint16 ms, QString &repl
 {
     if (isEnded())
         return false;
-    reply = m_link.ask(command, ms);
+    reply = m_link.ask(command, ms, [this] { return isEnded(); });
     noteAnswer(reply);
     return !isEnded();
 }

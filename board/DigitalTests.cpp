@@ -109,7 +109,7 @@ bool DigitalTests::exchange(const QString &command)
         m_place, m_isSilent ? std::nullopt : std::optional(m_exchangesLeft * exchangeMs)));
     --m_exchangesLeft;
     QString sent = command;
-    m_link.OutputToSbc(sent);
+    m_link.OutputToSbc(sent, [this] { return isEnded(); });
     m_link.PauseMS(settleMs);
     return !isEnded();
 }

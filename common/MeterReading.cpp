@@ -25,22 +25,22 @@ void reopenQuietly(GpibControl &control)
 
 } // namespace
 
-QString askMeter(GpibControl &control, WaitGroup &waits, int address, EarlierReading earlier)
+QString askMeter(GpibControl &control, WaitGroup &waits, int address, EarlierReading earlier,
+                 const Clock::Condition &isCancelled)
 {
     const QString remembered = control.connectString();
     const auto restore = qScopeGuard([&] { control.setConnectString(remembered); });
     control.setConnectString(QStringLiteral("GPIB0::%1").arg(address));
     control.open();
-    if (waits.wait(settleMs) == WaitEnd::Cancelled)
-        return {};
-    if (earlier == EarlierReading::Unanswered)
+    QString reply;
+    waits.waitUntil(isCancelled, settleMs);
+    if (earlier == EarlierReading::Unanswered && !waits.isClosed() && !isCancelled())
         control.read();
-    if (waits.isClosed())
-        return {};
-    control.write("data?\r");
-    if (waits.wait(settleMs) == WaitEnd::Cancelled)
-        return {};
-    const QString reply = QString::fromLatin1(control.read());
+    if (!waits.isClosed() && !isCancelled()) {
+        control.write("data?\r");
+        if (waits.wait(settleMs) != WaitEnd::Cancelled)
+            reply = QString::fromLatin1(control.read());
+    }
     control.setConnectString(remembered);
     if (!waits.isClosed())
         reopenQuietly(control);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Clock.h"
+
 #include <QString>
 
 namespace corvane {
@@ -17,10 +19,13 @@ enum class EarlierReading {
 /// which takes two seconds and the meter's own time. The control is addressed to the meter
 /// meanwhile and gets its own address back on every way out.
 ///
-/// Empty when the meter did not answer or the waits were closed. Throws PlatformError when the
+/// Empty when the meter did not answer, the waits were closed, or `isCancelled` held before the
+/// meter was asked. Throws PlatformError when the
 /// meter cannot be addressed or written to.
-QString askMeter(GpibControl &control, WaitGroup &waits, int address,
-                 EarlierReading earlier = EarlierReading::Answered);
+QString askMeter(
+    GpibControl &control, WaitGroup &waits, int address,
+    EarlierReading earlier = EarlierReading::Answered,
+    const Clock::Condition &isCancelled = [] { return false; });
 
 /// The measurement as a number: 0 when the meter's reply holds none, infinite when it is too large
 /// for single precision.
