@@ -1,1 +1,1 @@
-corvane_test(board SOURCES BoardLinkTest.cpp BoardWireTest.cpp BoardWindowTest.cpp CalibrationTest.cpp DigitalTestsTest.cpp PanelsTest.cpp USES board)
+corvane_test(board SOURCES BoardLinkTest.cpp BoardWireTest.cpp BoardWindowTest.cpp CalibrationFormulasTest.cpp CalibrationTest.cpp DigitalTestsTest.cpp PanelsTest.cpp USES board)
