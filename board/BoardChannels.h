@@ -36,8 +36,8 @@ public:
     virtual GpibControl &QBXControl1() = 0;
     virtual TcpClient &tcpClient1() = 0;
 
-    /// The text of the Channel's response box; asked for Channels 1 and 3 only.
-    [[nodiscard]] virtual QString responseText(int channel) const = 0;
+    /// What the Channel's response box holds; asked for Channels 1 and 3 only.
+    [[nodiscard]] virtual QByteArray responseBytes(int channel) const = 0;
     virtual void clearResponse(int channel) = 0;
     [[nodiscard]] virtual ChannelUse channelUse(int channel) const = 0;
     /// What the main window says when its own exchange over the Channel fails with that cause.

@@ -20,6 +20,13 @@ constexpr qint16 secondReadMs = 200;
 /// An answer that has not come this long after its command does not come any more.
 constexpr qint16 lateAnswerMs = 1500;
 
+/// An answer is a line; what a device that never stops has sent beyond is none.
+QString answerText(const QByteArray &bytes)
+{
+    constexpr qsizetype longest = 64 * 1024;
+    return QString::fromLatin1(bytes.first(std::min(bytes.size(), longest)));
+}
+
 bool isLineEnd(QChar c)
 {
     return c == u'\r' || c == u'\n';
@@ -136,7 +143,7 @@ void BoardLink::dropLateAnswers(const Clock::Condition &isEnded)
         const auto waited = static_cast<qint32>(m_waits.clock().MS_TIMER() - unanswered.sinceMs);
         if (waited < lateAnswerMs)
             PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)), isEnded);
-        m_droppedLate = !m_channels.responseText(channelOf(m_sentBy)).isEmpty();
+        m_droppedLate = !m_channels.responseBytes(channelOf(m_sentBy)).isEmpty();
     }
     bool came = m_sentBy == Ieee;
     for (int i = 0; came && i < unanswered.count && !isEnded(); ++i) {
@@ -213,14 +220,12 @@ QString BoardLink::readReply()
         return {};
     QString reply;
     try {
-        reply =
-            m_sentBy == Ieee
-                ? QString::fromLatin1(onGpib([](GpibControl &control) { return control.read(); }))
-                : m_channels.responseText(channelOf(m_sentBy));
+        reply = answerText(m_sentBy == Ieee
+                               ? onGpib([](GpibControl &control) { return control.read(); })
+                               : m_channels.responseBytes(channelOf(m_sentBy)));
     } catch (const PlatformError &error) {
         fail(Exchange::Read, error.description());
     }
-    reply.truncate(longestAnswer);
     return std::all_of(reply.begin(), reply.end(), isLineEnd) ? QString() : reply;
 }
 
@@ -235,13 +240,12 @@ QString BoardLink::readMeter(int address, const Clock::Condition &isCancelled)
     const auto earlier =
         m_unanswered.contains(route) ? EarlierReading::Unanswered : EarlierReading::Answered;
     m_unanswered[route] = {.count = 1}; // however this reading ends
-    QString reply = onGpib([&](GpibControl &control) {
+    const QByteArray reply = onGpib([&](GpibControl &control) {
         return askMeter(control, m_waits, address, earlier, isCancelled);
     });
     if (!reply.isEmpty())
         m_unanswered.remove(route);
-    reply.truncate(longestAnswer);
-    return reply;
+    return answerText(reply);
 }
 
 void BoardLink::addressGpib(const QString &connectString)

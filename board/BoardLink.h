@@ -35,9 +35,6 @@ public:
     /// The main window's Channel that the method borrows.
     [[nodiscard]] int channel() const;
 
-    /// An answer counts up to this length; a flood is cut there.
-    static constexpr qsizetype longestAnswer = 64 * 1024;
-
     /// Sends a command. Appends a carriage return to it when it holds none. Nothing leaves any more
     /// once `isCancelled` holds.
     void OutputToSbc(

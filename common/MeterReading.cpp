@@ -25,21 +25,21 @@ void reopenQuietly(GpibControl &control)
 
 } // namespace
 
-QString askMeter(GpibControl &control, WaitGroup &waits, int address, EarlierReading earlier,
-                 const Clock::Condition &isCancelled)
+QByteArray askMeter(GpibControl &control, WaitGroup &waits, int address, EarlierReading earlier,
+                    const Clock::Condition &isCancelled)
 {
     const QString remembered = control.connectString();
     const auto restore = qScopeGuard([&] { control.setConnectString(remembered); });
     control.setConnectString(QStringLiteral("GPIB0::%1").arg(address));
     control.open();
-    QString reply;
+    QByteArray reply;
     waits.waitUntil(isCancelled, settleMs);
     if (earlier == EarlierReading::Unanswered && !waits.isClosed() && !isCancelled())
         control.read();
     if (!waits.isClosed() && !isCancelled()) {
         control.write("data?\r");
         if (waits.wait(settleMs) != WaitEnd::Cancelled)
-            reply = QString::fromLatin1(control.read());
+            reply = control.read();
     }
     control.setConnectString(remembered);
     if (!waits.isClosed())
@@ -49,7 +49,8 @@ QString askMeter(GpibControl &control, WaitGroup &waits, int address, EarlierRea
 
 float ReadMeterValue(GpibControl &control, WaitGroup &waits, int address)
 {
-    return numbers::single(numbers::leadingNumber(askMeter(control, waits, address)));
+    return numbers::single(
+        numbers::leadingNumber(QString::fromLatin1(askMeter(control, waits, address))));
 }
 
 } // namespace corvane

@@ -2,7 +2,7 @@
 
 #include "platform/Clock.h"
 
-#include <QString>
+#include <QByteArray>
 
 namespace corvane {
 
@@ -22,7 +22,7 @@ enum class EarlierReading {
 /// Empty when the meter did not answer, the waits were closed, or `isCancelled` held before the
 /// meter was asked. Throws PlatformError when the
 /// meter cannot be addressed or written to.
-QString askMeter(
+QByteArray askMeter(
     GpibControl &control, WaitGroup &waits, int address,
     EarlierReading earlier = EarlierReading::Answered,
     const Clock::Condition &isCancelled = [] { return false; });

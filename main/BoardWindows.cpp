@@ -146,14 +146,10 @@ TcpClient &BoardWindows::tcpClient1()
     return m_window.parts().tcpClient1;
 }
 
-QString BoardWindows::responseText(int channel) const
+QByteArray BoardWindows::responseBytes(int channel) const
 {
     const Channel *borrowed = m_window.channel(channel);
-    if (!borrowed)
-        return {};
-    // An answer is a line; what a device that never stops has sent beyond is none.
-    const QByteArray &bytes = borrowed->txtIn->bytes();
-    return QString::fromLatin1(bytes.first(std::min(bytes.size(), BoardLink::longestAnswer)));
+    return borrowed ? borrowed->txtIn->bytes() : QByteArray();
 }
 
 void BoardWindows::clearResponse(int channel)

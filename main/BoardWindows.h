@@ -37,7 +37,7 @@ public:
     SerialPort &MSComm1() override;
     GpibControl &QBXControl1() override;
     TcpClient &tcpClient1() override;
-    [[nodiscard]] QString responseText(int channel) const override;
+    [[nodiscard]] QByteArray responseBytes(int channel) const override;
     void clearResponse(int channel) override;
     [[nodiscard]] ChannelUse channelUse(int channel) const override;
     [[nodiscard]] QString faultText(int channel, Exchange half,

@@ -42,12 +42,13 @@ public:
     SerialPort &MSComm1() override { return serial; }
     GpibControl &QBXControl1() override { return gpib; }
     TcpClient &tcpClient1() override { return tcp; }
-    [[nodiscard]] QString responseText(int channel) const override
+    [[nodiscard]] QByteArray responseBytes(int channel) const override
     {
         if (!boxText.isEmpty())
             return boxText;
         const auto &written = channel == channels::rs232 ? serial.written : tcp.sent;
-        return written.empty() ? QString() : answer(QString::fromLatin1(written.back()));
+        return written.empty() ? QByteArray()
+                               : answer(QString::fromLatin1(written.back())).toLatin1();
     }
     void clearResponse(int channel) override
     {
@@ -95,7 +96,7 @@ public:
     /// The meter's coming replies; none left: silence.
     std::deque<QByteArray> meter;
     /// What a response box still holds.
-    QString boxText;
+    QByteArray boxText;
     std::vector<int> cleared;
     int usedChannel = -1;
     ChannelUse use = ChannelUse::Free;

@@ -71,7 +71,7 @@ TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
                                       : 2000,
                         [this, method, address] {
                             channels.bus.replies[address].assign(method == 1 ? 1 : 0, "late");
-                            channels.boxText = QStringLiteral("late");
+                            channels.boxText = "late";
                         });
             QString command = QStringLiteral("ADC?  0");
             board.link().OutputToSbc(command);
@@ -108,7 +108,7 @@ TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
 {
     channels.serial.feed("unread");
     for (const int method : {0, 1, 2}) {
-        channels.boxText = QStringLiteral("stale");
+        channels.boxText = "stale";
         board.OptSbcCommMeth_Click(method);
         QString text = QStringLiteral("L 1");
         board.link().OutputToSbc(text);
@@ -137,7 +137,7 @@ TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)
 TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
 {
     channels.use = ChannelUse::List;
-    channels.boxText = QStringLiteral("the list's reply");
+    channels.boxText = "the list's reply";
     for (const int method : {0, 1, 2}) {
         channels.usedChannel = method + channels::rs232;
         board.OptSbcCommMeth_Click(method);
