@@ -12,8 +12,9 @@
 #include "report/frmSBCPrint.h"
 
 #include <QAction>
-#include <QDebug>
 #include <QTabWidget>
+
+#include <cstdio>
 
 namespace corvane {
 
@@ -123,7 +124,7 @@ void BoardWindows::shutDown()
     if (m_board)
         m_board->shutDown();
     if (!std::exchange(m_toldUnsaved, true) && !m_unsaved.isEmpty())
-        qWarning().noquote() << m_unsaved.text();
+        std::fprintf(stderr, "corvane: %s\n", qPrintable(m_unsaved.text()));
 }
 
 bool BoardWindows::usesChannel(int index) const
