@@ -53,7 +53,7 @@ CalibrationEnd Calibration::calibrate(int channel, int meterAddress)
         fail(result.impossible + QStringLiteral("\r\n\r\nNo calibration was sent to the board."));
     } else {
         check(result.coefficients);
-        if (store(result.coefficients) && readBack())
+        if (store(result.coefficients) && readBack(result.coefficients))
             readMeterBack();
     }
     return end(leftText());
@@ -186,16 +186,18 @@ bool Calibration::store(const CalibrationCoefficients &c)
     return goesOn;
 }
 
-bool Calibration::readBack()
+bool Calibration::readBack(const CalibrationCoefficients &sent)
 {
     nextStep();
     QString reply;
     if (!pause(100) || !query(QStringLiteral("DAC? ") + numberText(m_channel), 0, reply))
         return false;
-    fillRows(CalibrationTable::DacValue, m_channel, reply);
+    fillRows(CalibrationTable::DacValue, m_channel, reply,
+             {double{sent.dacGain}, double{sent.dacOffset}});
     if (!query(QStringLiteral("ADC?") + numberText(m_channel), 500, reply))
         return false;
-    fillRows(CalibrationTable::AdcValue, m_channel, reply);
+    fillRows(CalibrationTable::AdcValue, m_channel, reply,
+             {double{sent.adcGain}, double{sent.adcOffset}});
     return true;
 }
 

@@ -32,7 +32,7 @@ private:
     bool readMeter(float &value, const QString &point);
     void check(const CalibrationCoefficients &coefficients);
     bool store(const CalibrationCoefficients &coefficients);
-    bool readBack();
+    bool readBack(const CalibrationCoefficients &sent);
     bool readMeterBack();
     [[nodiscard]] QString leftText() const;
 

@@ -6,6 +6,7 @@
 #include "common/Numbers.h"
 #include "common/ShownText.h"
 
+#include <cmath>
 #include <numeric>
 
 namespace corvane {
@@ -110,16 +111,22 @@ void CalibrationSequence::clearChannel(int channel)
         setCell(row, channel, {});
 }
 
-void CalibrationSequence::fillRows(int firstRow, int channel, const QString &reply)
+void CalibrationSequence::fillRows(int firstRow, int channel, const QString &reply,
+                                   const QList<double> &sent)
 {
-    constexpr int most = 3; // more fields would run into the rows of another reply
+    constexpr double rounding = 0.001; // a board may keep fewer digits than it is sent
+    constexpr int most = 3;            // more fields would run into the rows of another reply
     if (const QString remark = CalibrationFindings::remarkOnReply(reply); !remark.isEmpty())
         find(channel, remark.arg(firstRow == CalibrationTable::DacValue ? QStringLiteral("DAC")
                                                                         : QStringLiteral("ADC")));
     const QStringList fields = reply.split(u',');
     for (int row = firstRow; row < firstRow + most; ++row) {
         const QString field = fields.value(row - firstRow).simplified();
-        const QString remark = CalibrationFindings::remarkOn(row, field);
+        QString remark = CalibrationFindings::remarkOn(row, field);
+        const bool isCoefficient = row > firstRow && !sent.isEmpty();
+        if (remark.isEmpty() && isCoefficient &&
+            std::abs(numbers::leadingNumber(field) - sent[row - firstRow - 1]) > rounding)
+            remark = boardTexts::notAsSent;
         if (!reply.isEmpty() && !remark.isEmpty())
             find(channel, title(row) + u' ' + remark);
         if (row - firstRow < fields.size())

@@ -66,12 +66,13 @@ protected:
     bool pause(qint16 ms);
     bool query(const QString &command, qint16 ms, QString &reply);
     bool fail(const QString &reason);
-    void noteAnswer(const QString &reply) { m_isSilent = reply.isEmpty(); }
+    void noteAnswer(const QString &reply) { m_isSilent = m_isSilent || reply.isEmpty(); }
 
     void setCell(int row, int channel, const QString &text, const QString &remark = {});
     void clearChannel(int channel);
-    /// Puts the reply's first three fields into three rows from `firstRow` on.
-    void fillRows(int firstRow, int channel, const QString &reply);
+    /// Puts the reply's first three fields into three rows from `firstRow` on. `sent`: the gain and
+    /// offset that the board was given; empty: they are not known.
+    void fillRows(int firstRow, int channel, const QString &reply, const QList<double> &sent = {});
     /// Puts the meter's answer, read as `value`, into its row.
     void fillMeterRow(int channel, const QString &reply, double value);
     [[nodiscard]] QString title(int row) const { return m_table.text(row, 0); }
@@ -89,7 +90,7 @@ private:
     CalibrationFindings m_findings;
     std::vector<CalibrationStep> m_steps;
     size_t m_step = 0;
-    /// The last answer stayed out: how long the next exchanges wait is not known.
+    /// An answer stayed out: how long later exchanges wait is not known.
     bool m_isSilent = false;
 };
 
