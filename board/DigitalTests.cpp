@@ -105,13 +105,18 @@ bool DigitalTests::exchange(const QString &command)
 {
     if (isEnded())
         return false;
-    Q_EMIT progressed(boardTexts::progress(
-        m_place, m_isSilent ? std::nullopt : std::optional(m_exchangesLeft * exchangeMs)));
+    showProgress();
     --m_exchangesLeft;
     QString sent = command;
     m_link.OutputToSbc(sent, [this] { return isEnded(); });
     m_link.PauseMS(settleMs);
     return !isEnded();
+}
+
+void DigitalTests::showProgress()
+{
+    Q_EMIT progressed(boardTexts::progress(
+        m_place, m_isSilent ? std::nullopt : std::optional(m_exchangesLeft * exchangeMs)));
 }
 
 void DigitalTests::showStep(int step)
@@ -203,6 +208,7 @@ void DigitalTests::loopbackTest()
         m_test = m_place = boardTexts::readbackTest;
         m_unanswered = 0;
         bool passed = true;
+        showProgress(); // no end of an earlier test stands beside the box
         m_session.say(boardTexts::installLoopBack);
         if (loopbackSteps(passed)) {
             noteVerdict(passed);

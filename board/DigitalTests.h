@@ -51,6 +51,7 @@ private:
     bool exchange(const QString &command);
     void begin(int exchanges);
     void showPort(const QString &text);
+    void showProgress();
     void showStep(int step);
     /// The reply to a step's query as a number; an answer that stayed out reads as 0.
     double readValue(QString &reply);

@@ -109,8 +109,10 @@ TEST_F(DigitalTestsTest, AWrongDirectionShowsItsReplyAndTheStepAndTheTestGoesOn)
 
 TEST_F(DigitalTestsTest, TheReadbackTestDrivesEachPairBothWays)
 {
-    dialogs.expectMessage(install, Dialogs::Answer::Ok,
-                          [this] { EXPECT_EQ(board.cursor().shape(), Qt::WaitCursor); });
+    dialogs.expectMessage(install, Dialogs::Answer::Ok, [this] {
+        EXPECT_EQ(board.cursor().shape(), Qt::WaitCursor);
+        EXPECT_TRUE(shown(board, "lblProgressTests").startsWith(u"Readback test, about"));
+    });
     dialogs.expectMessage(readPassed);
     act(board, "cmdDigTestRead");
     QStringList expected;
