@@ -88,7 +88,7 @@ void Channel::refreshStatus()
         lblStatus->setFont(font);
         Q_EMIT openChanged(m_shownOpen);
     }
-    showPlace(m_shownOpen ? place() : QString());
+    showPlace(m_shownOpen ? channelTexts::connectedTo.arg(place()) : QString());
 }
 
 void Channel::showPlace(const QString &place)

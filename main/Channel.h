@@ -61,6 +61,9 @@ public:
 
     /// The port is open, the socket connected, the GPIB control configured.
     [[nodiscard]] virtual bool isOpen() const = 0;
+    /// Where the device is: of an open Channel the place that it is connected to, which its entries
+    /// may not name any more, else the place in the entries.
+    [[nodiscard]] virtual QString place() const = 0;
 
     CommandBox *cboOut = nullptr;
     QPushButton *cmdSend = nullptr;
@@ -103,9 +106,6 @@ protected:
     virtual void forgetExchange() {}
     /// The status text of the transport's state; nothing leaves the shown one as it is.
     [[nodiscard]] virtual std::optional<QString> statusText() const = 0;
-    /// Where an open Channel is connected, as a sentence: its entries may name another place by
-    /// now.
-    [[nodiscard]] virtual QString place() const = 0;
     /// Shows the transport's state, at every tick and at once when it changes.
     void refreshStatus();
 

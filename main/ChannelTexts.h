@@ -48,10 +48,10 @@ inline const QString systErrCommand = QStringLiteral("syst:err?");
 
 /// Where an open Channel is connected.
 inline const QString connectedTo = QStringLiteral("Connected to %1");
-/// IEEE 488: the address and what serves its board; the board that is served and the address that
-/// is not.
-inline const QString connectedThrough = QStringLiteral("Connected to %1 through %2");
-inline const QString connectedElsewhere = QStringLiteral("Connected to board GPIB%1, not to %2");
+/// On IEEE 488 the place is the address and what serves its board; the board that is served and the
+/// address that is not.
+inline const QString placeThrough = QStringLiteral("%1 through %2");
+inline const QString placeElsewhere = QStringLiteral("board GPIB%1, not to %2");
 /// In the status line.
 inline const QString connectingGpib = QStringLiteral("IEEE 488: connecting to %1 ...");
 

@@ -253,13 +253,15 @@ void GpibChannel::chkLoop_Click()
 QString GpibChannel::place() const
 {
     const QString connectString = lblConnectString->text();
+    if (!isOpen())
+        return connectString;
     try {
         if (GpibAddress::parse(connectString).board == m_board)
-            return channelTexts::connectedThrough.arg(connectString, m_adapter);
+            return channelTexts::placeThrough.arg(connectString, m_adapter);
     } catch (const PlatformError &) {
         // no address, said when it is used
     }
-    return channelTexts::connectedElsewhere.arg(m_board).arg(connectString);
+    return channelTexts::placeElsewhere.arg(m_board).arg(connectString);
 }
 
 std::optional<QString> GpibChannel::statusText() const

@@ -37,6 +37,7 @@ public:
     QPushButton *cmdAdapter = nullptr;
 
     [[nodiscard]] bool isOpen() const override { return m_configured; }
+    [[nodiscard]] QString place() const override;
     /// A command was written and its reply has not been read yet.
     [[nodiscard]] bool isReadPending() const { return GpibReadPending; }
     /// The last command's read is over, with or without a reply.
@@ -53,7 +54,6 @@ protected:
     void send(const QByteArray &command) override;
     void poll() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
-    [[nodiscard]] QString place() const override;
     void forgetExchange() override;
 
 private:

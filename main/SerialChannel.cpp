@@ -125,7 +125,21 @@ bool SerialChannel::isOpen() const
 
 QString SerialChannel::place() const
 {
-    return channelTexts::connectedTo.arg(m_port.place());
+    QString place = isOpen() ? m_port.place() : enteredPlace();
+    if (cboAddress485)
+        place += QStringLiteral(", address ") + cboAddress485->currentText();
+    return place;
+}
+
+QString SerialChannel::enteredPlace() const
+{
+    const QString entered = txtPort->text().trimmed();
+    QString device = entered;
+    for (const SerialPortEntry &port : m_ports ? m_ports() : QList<SerialPortEntry>()) {
+        if (entered == QString::number(port.number))
+            device = QStringLiteral("%1 (port %2)").arg(port.device, entered);
+    }
+    return device + QStringLiteral(", ") + m_port.settings();
 }
 
 std::optional<QString> SerialChannel::statusText() const

@@ -36,6 +36,7 @@ public:
     QLabel *lblPrefix = nullptr;
 
     [[nodiscard]] bool isOpen() const override;
+    [[nodiscard]] QString place() const override;
     [[nodiscard]] SerialPort &port() const { return m_port; }
     /// What a device puts in front of its replies (RS-485 only).
     [[nodiscard]] const QByteArray &echoPrefix() const { return m_echoPrefix; }
@@ -49,9 +50,9 @@ protected:
     void send(const QByteArray &command) override;
     void poll() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
-    [[nodiscard]] QString place() const override;
 
 private:
+    [[nodiscard]] QString enteredPlace() const;
     void buildAddress();
 
     SerialPort &m_port;

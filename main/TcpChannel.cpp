@@ -45,6 +45,17 @@ bool TcpChannel::isOpen() const
     return m_client.state() == SocketState::Connected;
 }
 
+QString TcpChannel::place() const
+{
+    return isOpen() ? m_place : enteredPlace();
+}
+
+QString TcpChannel::enteredPlace() const
+{
+    return QStringLiteral("%1 port %2")
+        .arg(txtAddress->text().trimmed(), txtPort->text().trimmed());
+}
+
 void TcpChannel::closeUntilClosed()
 {
     while (m_client.state() != SocketState::Closed)
@@ -62,8 +73,7 @@ void TcpChannel::openTransport()
     m_client.setRemoteHost(txtAddress->text());
     m_client.setRemotePort(*port);
     closeUntilClosed();
-    m_place = channelTexts::connectedTo.arg(
-        QStringLiteral("%1 port %2").arg(txtAddress->text().trimmed()).arg(*port));
+    m_place = enteredPlace();
     m_client.connectToPeer();
 }
 

@@ -27,6 +27,7 @@ public:
 
     [[nodiscard]] TcpClient &client() const { return m_client; }
     [[nodiscard]] bool isOpen() const override;
+    [[nodiscard]] QString place() const override;
 
 protected:
     void openTransport() override;
@@ -35,10 +36,10 @@ protected:
     void poll() override;
     void forgetExchange() override;
     [[nodiscard]] std::optional<QString> statusText() const override;
-    [[nodiscard]] QString place() const override { return m_place; }
 
 private:
     [[nodiscard]] std::optional<qint32> enteredPort() const;
+    [[nodiscard]] QString enteredPlace() const;
     void closeUntilClosed();
     /// The pieces that wait are not sent any more; says so when there are any.
     void dropRest(const QString &reason);

@@ -6,7 +6,6 @@
 #include "lists/ListKinds.h"
 #include "main/Channel.h"
 #include "main/ChannelDriver.h"
-#include "main/ChannelPlace.h"
 #include "main/ChannelTexts.h"
 #include "main/JUnitReport.h"
 #include "main/Main.h"
@@ -292,7 +291,7 @@ RunReport UnattendedRun::report() const
                                  productInfo::versionRevision);
     report.properties = {{QStringLiteral("channel"),
                           channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel))},
-                         {QStringLiteral("device"), channelPlace(m_window, m_line.channel)},
+                         {QStringLiteral("device"), m_channel.place()},
                          {QStringLiteral("loop-ms"), m_channel.cboMs->currentText()},
                          {QStringLiteral("version"), version.toString()}};
     report.fault = m_faults.join(QStringLiteral("; "));

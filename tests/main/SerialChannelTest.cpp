@@ -131,7 +131,7 @@ TEST(SerialChannel, APortEntryMeansWhatItSaysAndTheOpenPortIsShown)
         EXPECT_EQ(desk.port.commPort(), number);
         EXPECT_EQ(desk.port.device(), device);
         EXPECT_EQ(desk.channel.lblPlace->text(),
-                  QStringLiteral("Connected to ") + desk.port.place());
+                  QStringLiteral("Connected to ") + desk.channel.place());
     }
     const int opened = desk.port.opened;
     for (const char16_t *wrong : {u"", u"2x", u"1.6", u"1e1", u"-"}) {

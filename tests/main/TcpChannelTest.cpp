@@ -46,6 +46,7 @@ TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
     EXPECT_EQ(desk.client.state(), SocketState::Closed);
     EXPECT_EQ(desk.channel.lblPlace->text(), QString());
+    EXPECT_EQ(desk.channel.place(), u"elsewhere port 5025") << "as the entries stand";
 }
 
 TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
