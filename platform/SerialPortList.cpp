@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <limits>
 
 namespace corvane {
 
@@ -171,6 +172,14 @@ std::optional<int> SerialPortList::numberIn(const QString &entry)
             .toInt(&isNumber);
     if (isNumber)
         return number;
+    const bool isTooLarge = !text.isEmpty() && std::ranges::all_of(text, [](QChar c) {
+        return c >= u'0' && c <= u'9';
+    });
+    if (isTooLarge)
+        throw PlatformError(QStringLiteral("serial port %1: there is no such port; the numbers go "
+                                           "from 1 to %2")
+                                .arg(text)
+                                .arg(std::numeric_limits<int>::max()));
     if (text.isEmpty() ||
         !(text.front().isLetter() || text.front() == u'/' || text.front() == u'\\'))
         throw PlatformError(QStringLiteral("the port \"%1\" is not a number").arg(entry));

@@ -143,6 +143,11 @@ TEST(SerialChannel, APortEntryMeansWhatItSaysAndTheOpenPortIsShown)
                 .arg(entry));
         desk.channel.cmdConnect_Click();
     }
+    desk.channel.txtPort->setText(QStringLiteral("99999999999"));
+    desk.dialogs.expectMessage(QStringLiteral(
+        "Error occurred while trying to connect.\r\nserial port 99999999999: there is no such "
+        "port; the numbers go from 1 to 2147483647"));
+    desk.channel.cmdConnect_Click();
     EXPECT_EQ(desk.port.opened, opened);
 }
 
