@@ -105,6 +105,8 @@ Dialogs::Answer QtDialogs::showMessage(QWidget *parent, const MessageBox &box)
     dialog.setWindowTitle(box.title);
     dialog.setIcon(toQt(box.icon));
     dialog.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+    if (asks && box.icon == Icon::Exclamation) // Yes loses something: Enter must not
+        dialog.setDefaultButton(QMessageBox::No);
     dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     widenForTitle(dialog);
     if (!run(dialog, parent))

@@ -74,6 +74,7 @@ TEST_F(QtDialogsTest, AMessageBoxShowsItsTextsAndGivesTheAnswer)
         EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
         EXPECT_LT((box.geometry().center() - window.geometry().center()).manhattanLength(), 60);
         EXPECT_EQ(dialogs.openCount(), 1);
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
         box.button(QMessageBox::Yes)->click();
     });
     const Dialogs::MessageBox box{.text = QStringLiteral("<b>Delete?"),
