@@ -52,6 +52,9 @@ void closeDescriptor(int &descriptor)
         ::close(std::exchange(descriptor, -1));
 }
 
+/// The rate of a fresh port, by which one that no client has set is known: none of them uses it.
+constexpr unsigned unsetRate = 50;
+
 /// A notifier may be closed from inside its own signal, so it goes later.
 void drop(QSocketNotifier *&notifier)
 {
@@ -92,6 +95,7 @@ bool PtyPort::openPair()
     termios settings{};
     ::tcgetattr(m_master, &settings);
     ::cfmakeraw(&settings);
+    ::cfsetspeed(&settings, B50);
     ::tcsetattr(m_master, TCSANOW, &settings);
     m_keeper = ::open(slave.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (m_keeper < 0 || ::fcntl(m_master, F_SETFL, O_NONBLOCK) != 0)
@@ -112,7 +116,7 @@ bool PtyPort::fail(const QString &what)
 QString PtyPort::state() const
 {
     const auto line = isPlugged() ? lineOf(m_master) : std::nullopt;
-    if (!line)
+    if (!line || line->rate == unsetRate)
         return {};
     return QStringLiteral("%1 baud, %2 stop bit%3")
         .arg(line->rate)

@@ -30,7 +30,8 @@ public:
     void unplug() override;
     bool replug() override;
     [[nodiscard]] bool isPlugged() const override { return m_master >= 0; }
-    /// What whoever has it open set the line to. A pseudo terminal keeps rate and stop bits alone.
+    /// What a client set the line to; empty until one has. A pseudo terminal keeps rate and stop
+    /// bits alone.
     [[nodiscard]] QString state() const override;
     void discardOutput() override;
 
