@@ -144,13 +144,20 @@ inline QString reopenedProgress()
 /// "%1" is the Channel, "%2" the row as in "row 20 of 200".
 inline QString closedAtRow()
 {
-    return QStringLiteral("List run on %1: the Channel is closed, %2 has no whole reply. Connect "
-                          "and press Send to send the row again, or press Stop.");
+    return QStringLiteral("List run on %1: the Channel is closed, %2 has no whole reply.");
 }
 inline QString closedBetweenRows()
 {
-    return QStringLiteral("List run on %1: the Channel is closed. Connect before %2 is sent, or "
-                          "press Stop.");
+    return QStringLiteral("List run on %1: the Channel is closed, %2 is not sent yet.");
+}
+/// What the user can do then.
+inline QString connectAndSend()
+{
+    return QStringLiteral(" Connect and press Send to send the row again, or press Stop.");
+}
+inline QString connectBefore()
+{
+    return QStringLiteral(" Connect before it is sent, or press Stop.");
 }
 inline QString reopenedAtRow()
 {

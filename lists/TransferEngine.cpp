@@ -329,10 +329,12 @@ void TransferEngine::channelOpenChanged(int index, bool open)
         return;
     }
     const int row = m_module.CurrentListRow;
-    const QString reason = awaitsReply()
+    const bool isCut = awaitsReply();
+    const QString reason = isCut
                                ? listTexts::closedAtRow().arg(channel, m_rows.name(row))
                                : listTexts::closedBetweenRows().arg(channel, m_rows.name(row + 1));
-    showRow(listTexts::closedProgress(), reason);
+    showRow(listTexts::closedProgress(),
+            reason + (isCut ? listTexts::connectAndSend() : listTexts::connectBefore()));
     Q_EMIT troubled(reason);
 }
 
