@@ -1,5 +1,6 @@
 #include "lists/CommandListArea.h"
 
+#include "common/ToolTip.h"
 #include "lists/ListHost.h"
 #include "lists/ListKinds.h"
 #include "lists/ListNotes.h"
@@ -116,8 +117,16 @@ void CommandListArea::showContents(ListContents &contents)
     if (contents.end == ListContents::End::NotOpened)
         return; // the name of the list before stays
     ListFileName = listKinds::fileName(ListFilePath);
-    lblFileName->setText(ListFileName);
+    showFileName(ListFileName);
     m_host.setCaption(listTexts::captionPrefix() + ListFileName);
+}
+
+/// A long name is shown with dots; whole it is in the tool tip and for screen readers.
+void CommandListArea::showFileName(const QString &name)
+{
+    lblFileName->setText(name);
+    lblFileName->setToolTip(plainToolTip(name));
+    lblFileName->setAccessibleName(name);
 }
 
 void CommandListArea::setKind(int kind)
@@ -142,7 +151,7 @@ void CommandListArea::cmdSave_Click()
     if (choice.outcome == Outcome::Chosen) {
         // The caption keeps the list's own name, the label takes the name it is saved under.
         m_host.setCaption(listTexts::captionPrefix() + ListFileName);
-        lblFileName->setText(listKinds::fileName(choice.path));
+        showFileName(listKinds::fileName(choice.path));
         fault = saveSettings(choice.path);
     }
     if (fault.isEmpty()) {
@@ -248,7 +257,7 @@ void CommandListArea::cmdClear_Click()
     initialiseGrid();
     ListFileName.clear();
     ListFilePath.clear();
-    lblFileName->clear();
+    showFileName({});
     m_rest = {};
     Q_EMIT noted({});
     m_host.setCaption(listTexts::caption());

@@ -98,6 +98,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void showFileName(const QString &name);
     void makeControls();
     void layOut();
     void orderTabs();

@@ -1,4 +1,5 @@
 // How the command-list area looks: its controls, their names and places.
+#include "common/ElidedLabel.h"
 #include "common/Naming.h"
 #include "common/OneLine.h"
 #include "lists/CommandListArea.h"
@@ -122,9 +123,7 @@ void CommandListArea::makeControls()
         this->*button.member = made;
     }
     lblFileName =
-        named(new QLabel(this), QStringLiteral("lblFileName"), tr("Name of the list file"));
-    lblFileName->setTextFormat(Qt::PlainText);
-    lblFileName->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        named(new ElidedLabel(this), QStringLiteral("lblFileName"), tr("Name of the list file"));
     lblProgress = named(new QLabel(this), QStringLiteral("lblProgress"), tr("Progress of the run"));
     txtVDL = named(new QPlainTextEdit(this), QStringLiteral("txtVDL"), tr("Comments of the list"));
     txtVDL->setPlaceholderText(tr("Comments"));
@@ -147,7 +146,6 @@ void CommandListArea::layOut()
     auto *title = new QLabel(tr("Command list:"), this);
     auto *top = row({title, lblFileName, lblProgress, cmdMaxGrid, cmdMinGrid});
     top->setStretchFactor(lblFileName, 1);
-    lblFileName->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     cmdMinGrid->hide();
 
     m_leftHand = new QWidget(this);
