@@ -97,6 +97,8 @@ void Channel::showPlace(const QString &place)
         return;
     m_place = place;
     constexpr int widest = 640;
+    constexpr int gap = 8;
+    lblPlace->setContentsMargins(place.isEmpty() ? 0 : gap, 0, 0, 0);
     lblPlace->setText(lblPlace->fontMetrics().elidedText(place, Qt::ElideMiddle, widest));
     lblPlace->setAccessibleName(place);
     lblPlace->setToolTip(plainToolTip(place));

@@ -78,6 +78,7 @@ void Channel::layOut()
     auto *line = new QFrame(this);
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     auto *placeRow = new QHBoxLayout;
+    placeRow->setSpacing(0); // the line ends with the rows below while no place is shown
     placeRow->addWidget(line, 1);
     placeRow->addWidget(lblPlace); // keeps its height while it is empty
 
