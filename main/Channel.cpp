@@ -124,7 +124,7 @@ void Channel::cmdConnect_Click()
     } catch (const PlatformError &error) {
         m_context.dialogs.showMessage(window(), channelTexts::connectError +
                                                     QStringLiteral("\r\n") + error.description());
-        Q_EMIT connectFailed();
+        Q_EMIT connectFailed(error.description());
     }
     refreshStatus();
 }

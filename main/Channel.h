@@ -87,7 +87,7 @@ public:
 Q_SIGNALS:
     void openChanged(bool open);
     /// Connecting has failed, at once or later.
-    void connectFailed();
+    void connectFailed(const QString &reason);
     /// A reply, or a piece of one, is in the response box.
     void replied();
 

@@ -165,7 +165,7 @@ void TcpChannel::tcpClient_Error(int, const QString &description)
     m_context.dialogs.showMessage(window(), channelTexts::socketError + description);
     closeUntilClosed();
     refreshStatus();
-    Q_EMIT connectFailed();
+    Q_EMIT connectFailed(description);
 }
 
 void TcpChannel::poll()

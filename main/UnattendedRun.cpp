@@ -168,7 +168,12 @@ bool UnattendedRun::connectChannel()
     QElapsedTimer waited;
     waited.start();
     const int patience = m_line.patienceSeconds * 1000;
-    if (ChannelDriver(m_window).connect(m_line.channel, patience))
+    QString reason = QStringLiteral("no reason was given");
+    const auto watch = connect(&m_channel, &Channel::connectFailed, this,
+                               [&reason](const QString &given) { reason = given; });
+    const bool isOpen = ChannelDriver(m_window).connect(m_line.channel, patience);
+    disconnect(watch);
+    if (isOpen)
         return true;
     if (m_window.waits().isClosed())
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
@@ -177,7 +182,7 @@ bool UnattendedRun::connectChannel()
         return refuse(QStringLiteral("%1: no connection within %2 s")
                           .arg(caption)
                           .arg(m_line.patienceSeconds));
-    return refuse(QStringLiteral("%1 is not connected").arg(caption));
+    return refuse(QStringLiteral("%1 is not connected: %2").arg(caption, reason));
 }
 
 void UnattendedRun::run()

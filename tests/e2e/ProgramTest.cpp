@@ -53,6 +53,9 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
         {"cd $folder; ulimit -f 0; $corvane --run n.kms --channel tcp1 --host 127.0.0.1 --port 1 "
          "--csv b.csv 2>&1 | tail -1",
          0, "corvane: b.csv: File too large\n", ""},
+        {"cd $folder; $corvane --run a.tst --channel tcp1 --host 127.0.0.1 --port 1 --junit j.xml "
+         "2>e; grep -l 'is not connected: .*refused' e j.xml",
+         0, "e\nj.xml\n", ""},
         // Stopped while it writes more than the pipe takes.
         {"cd $folder; mkfifo p; exec 3<>p; $corvane --run n.kms --channel tcp1 --host 127.0.0.1 "
          "--port 1 --csv - >&3 2>e & read -r line <&3; kill $!; wait $!; s=$?; tail -1 e; exit $s",
