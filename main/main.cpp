@@ -150,8 +150,10 @@ int runUnattended(const Job &job)
 int runProgram(const Job &job, int &argc, char **argv)
 {
     const bool showsWindow = job.line.task == CommandLine::Task::Window && hasDisplay();
-    if (!showsWindow)
+    if (!showsWindow) {
+        StopSignal::endBeforeLoop("corvane: stopped before anything was sent\n");
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     const ToolkitWatch watch(toolkitFault(), failed);
     const QApplication application(argc, argv);
     ToolkitWatch::started();

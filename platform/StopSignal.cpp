@@ -6,6 +6,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstring>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -51,6 +52,19 @@ extern "C" void endWhenOutputIsStuck(int)
     ::_exit(stuck);
 }
 
+constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP};
+
+/// What is said where no event loop can be told yet; a literal.
+const char *volatile earlyWords = "";
+
+extern "C" void endEarly(int)
+{
+    const char *words = earlyWords;
+    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, words, std::strlen(words));
+    constexpr int stopped = 2;
+    ::_exit(stopped);
+}
+
 /// The process is ending already, with an exit code that tells why.
 extern "C" void passOver(int) {}
 
@@ -80,11 +94,13 @@ public:
         };
         action.sa_handler = noteStopSignal;
         action.sa_flags = SA_RESTART;
-        for (size_t each = 0; each < signals.size(); ++each) {
-            ::sigaction(signals.at(each), nullptr, &m_before.at(each));
+        for (size_t each = 0; each < stopSignals.size(); ++each) {
+            ::sigaction(stopSignals.at(each), nullptr, &m_before.at(each));
+            if (m_before.at(each).sa_handler == endEarly)
+                m_before.at(each).sa_handler = SIG_DFL; // its words are true no more
             const bool ignored = m_before.at(each).sa_handler == SIG_IGN;
-            if (signals.at(each) != SIGHUP || !ignored)
-                ::sigaction(signals.at(each), &action, nullptr);
+            if (stopSignals.at(each) != SIGHUP || !ignored)
+                ::sigaction(stopSignals.at(each), &action, nullptr);
         }
     }
 
@@ -92,7 +108,7 @@ public:
     {
         if (!m_notifier)
             return;
-        for (size_t each = 0; each < signals.size(); ++each)
+        for (size_t each = 0; each < stopSignals.size(); ++each)
             restore(each);
         wakeUpEnd = m_outerEnd;
         m_notifier.reset();
@@ -103,14 +119,12 @@ public:
     Q_DISABLE_COPY_MOVE(Private)
 
 private:
-    static constexpr std::array signals = {SIGINT, SIGTERM, SIGHUP};
-
     void restore(size_t each)
     {
         struct sigaction &before = m_before.at(each);
         if (m_stopped && before.sa_handler == SIG_DFL)
             before.sa_handler = passOver;
-        ::sigaction(signals.at(each), &before, nullptr);
+        ::sigaction(stopSignals.at(each), &before, nullptr);
     }
 
     std::function<void()> m_stop;
@@ -118,8 +132,17 @@ private:
     const int m_outerEnd;
     std::array<int, 2> m_pipe = {-1, -1};
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::array<struct sigaction, signals.size()> m_before{};
+    std::array<struct sigaction, stopSignals.size()> m_before{};
 };
+
+void StopSignal::endBeforeLoop(const char *words)
+{
+    earlyWords = words;
+    for (const int each : stopSignals) {
+        if (std::signal(each, endEarly) == SIG_IGN && each == SIGHUP)
+            std::signal(each, SIG_IGN);
+    }
+}
 
 #else
 
@@ -157,6 +180,8 @@ public:
 private:
     std::function<void()> m_outer;
 };
+
+void StopSignal::endBeforeLoop(const char *) {}
 
 #endif
 

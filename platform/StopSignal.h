@@ -13,6 +13,9 @@ class StopSignal
 public:
     explicit StopSignal(std::function<void()> stop);
     ~StopSignal();
+    /// Until the first object stands, such a request prints the words (a literal) on standard error
+    /// and ends the process with exit code 2.
+    static void endBeforeLoop(const char *words);
     StopSignal(const StopSignal &) = delete;
     StopSignal &operator=(const StopSignal &) = delete;
 
