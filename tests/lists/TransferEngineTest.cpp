@@ -338,7 +338,7 @@ TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)
     m_engine.channelOpenChanged(3, false);
     EXPECT_TRUE(noted.contains(u"Channel 3") && noted.contains(u"row 1 of 3") &&
                 noted.contains(u"press Send"));
-    EXPECT_TRUE(troubles.endsWith(u"no whole reply.")) << "no advice for nobody's buttons";
+    EXPECT_TRUE(troubles.last().endsWith(u"no whole reply.")) << "no advice for nobody's buttons";
     EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 3: closed");
     m_engine.channelOpenChanged(3, true);
     EXPECT_TRUE(noted.contains(u"the reply to row 1 of 3 is lost"));
