@@ -220,14 +220,13 @@ void Channel::beginReply()
     cboOut->remember();
 }
 
-void Channel::appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning)
+void Channel::appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning,
+                          const QString &note)
 {
     const qsizetype keep = txtIn->append(arrival, cleaning);
-    const bool dropped = txtIn->dropped() > 0;
-    if (dropped != m_saidDropped || !dropped)
-        m_context.host.noteReply(m_index,
-                                 dropped ? channelTexts::oldestDropped.arg(caption()) : QString());
-    m_saidDropped = dropped;
+    const QString said = txtIn->dropped() > 0 ? channelTexts::oldestDropped.arg(caption()) : note;
+    if (std::exchange(m_replyNote, said) != said || said.isEmpty())
+        m_context.host.noteReply(m_index, said);
     deliverReply(keep);
 }
 

@@ -129,8 +129,10 @@ protected:
     void exchangeFailed(const PlatformError &error, const QString &message);
     /// The steps that every send begins with: clears the box, notes the command in the history.
     void beginReply();
-    /// Appends an arrival to the box and says when the box drops its oldest text, then delivers.
-    void appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning);
+    /// Appends an arrival to the box and says `note`, or that the box drops its oldest text, then
+    /// delivers.
+    void appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning,
+                     const QString &note = {});
     /// The steps after an arrival: flags, wait count, the grid's copy.
     void deliverReply(qsizetype keep);
     /// Sends the command with the entries as they are in force.
@@ -158,7 +160,7 @@ private:
     int m_periodMs = 1000;
     bool m_sending = false;
     bool m_shownOpen = false;
-    bool m_saidDropped = false;
+    QString m_replyNote; ///< as said of the reply in the box
 };
 
 } // namespace corvane

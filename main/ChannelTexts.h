@@ -38,6 +38,8 @@ inline const QString loopTimedOut = QStringLiteral("Loop timed out: %1 ms.");
 inline const QString oldestDropped =
     QStringLiteral("%1: the reply has no end; the box keeps its newest 64 MB, older text was "
                    "dropped");
+inline const QString newestPieceAlone = QStringLiteral(
+    "%1: several pieces have arrived since the command; the box shows the newest one alone");
 inline const QString wasReset =
     QStringLiteral("%1: the connection was reset by the peer; what it had not sent yet is lost");
 inline const QString piecesUnsent =

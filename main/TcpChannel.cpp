@@ -113,6 +113,7 @@ void TcpChannel::send(const QByteArray &command)
         m_context.host.clearFault(index());
     dropRest(tr("a reply did not come before the next command"));
     m_answered = true;
+    m_arrived = false;
     beginReply();
     m_pieces = index() == channels::tcpIp1 ? QList{command} : command.split(';');
     sendNextPiece();
@@ -143,10 +144,14 @@ void TcpChannel::dropRest(const QString &reason)
 void TcpChannel::tcpClient_DataArrival()
 {
     const QByteArray arrival = m_client.getData();
-    if (index() == channels::tcpIp1)
+    const bool showsNewestAlone = index() == channels::tcpIp1;
+    if (showsNewestAlone)
         txtIn->setBytes({});
     m_answered = true;
-    appendReply(arrival, {.lineEnds = false, .sequence = "\r\n"});
+    const bool isFirst = !std::exchange(m_arrived, true);
+    appendReply(arrival, {.lineEnds = false, .sequence = "\r\n"},
+                showsNewestAlone && !isFirst ? channelTexts::newestPieceAlone.arg(caption())
+                                             : QString());
     if (!std::exchange(TcpSegmentWait, false))
         return;
     try {

@@ -53,6 +53,8 @@ private:
     QList<QByteArray> m_pieces;
     /// Something was sent by hand or has arrived since the last tick.
     bool m_answered = false;
+    /// Something has arrived since the last command.
+    bool m_arrived = false;
 };
 
 } // namespace corvane

@@ -347,7 +347,7 @@ TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)
     EXPECT_EQ(noted, QString());
     EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 3");
     m_engine.channelOpenChanged(3, false);
-    EXPECT_TRUE(noted.contains(u"before row 2 of 3 is sent"));
+    EXPECT_TRUE(noted.contains(u"row 2 of 3 is not sent yet. Connect"));
     m_engine.channelOpenChanged(3, true);
     EXPECT_EQ(noted, QString()) << "nothing is lost";
     tick(3);

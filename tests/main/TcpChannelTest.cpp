@@ -128,6 +128,7 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
     EXPECT_EQ(desk.channel.txtIn->text(), u"second\n");
     EXPECT_EQ(desk.host.gridCell, "second\n");
     EXPECT_EQ(desk.host.repliesOn, (std::vector<int>{3, 3}));
+    EXPECT_TRUE(desk.host.notes.last().contains(u"newest one alone"));
 }
 
 TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
