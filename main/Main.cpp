@@ -1,7 +1,6 @@
 #include "main/Main.h"
 
 #include "common/EntryRules.h"
-#include "common/ToolTip.h"
 #include "lists/CommandListArea.h"
 #include "lists/ListKinds.h"
 #include "lists/TransferEngine.h"
@@ -13,6 +12,7 @@
 #include "main/ListConnection.h"
 #include "main/SerialChannel.h"
 #include "main/SetupWindows.h"
+#include "main/StatusLine.h"
 #include "main/TcpChannel.h"
 #include "main/TrafficLog.h"
 #include "platform/Dialogs.h"
@@ -23,7 +23,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QSplitter>
 #include <QStatusBar>
@@ -73,35 +72,12 @@ void Main::showOpen(int index, bool open)
 
 void Main::clearFault(int index)
 {
-    QString &fault = m_faults.at(static_cast<size_t>(index));
-    if (fault.isEmpty())
-        return;
-    fault.clear();
-    showFaults();
+    lblFaults->setFault(index, {});
 }
 
 void Main::showNote(const QString &note)
 {
-    m_boardNote = note;
-    showFaults();
-}
-
-void Main::showFaults()
-{
-    QStringList shown;
-    shown.append(m_runNote);
-    for (const auto *said : {&m_faults, &m_replyNotes}) {
-        for (const QString &each : *said)
-            shown.append(each);
-    }
-    shown.append(m_listNote);
-    shown.append(m_logNote);
-    shown.append(m_boardNote);
-    shown.removeAll(QString());
-    const QString text = shown.join(QStringLiteral("; "));
-    lblFaults->setText(text);
-    lblFaults->setAccessibleName(text);
-    lblFaults->setToolTip(plainToolTip(text));
+    lblFaults->setNote(StatusLine::About::Board, note);
 }
 
 void Main::loggingFailed(const QString &description)
@@ -275,7 +251,7 @@ void Main::chkLog_Click(int index)
     const Channel *clicked = channel(index);
     if (!clicked)
         return;
-    setNote(m_logNote, QString());
+    lblFaults->setNote(StatusLine::About::Log, {});
     if (clicked->chkLog->isChecked()) {
         if (!m_parts.module.transferRunning())
             m_log->setLogging(true);
@@ -343,8 +319,7 @@ QString Main::channelRefusal(int index) const
 
 void Main::reportFault(int index, const QString &description)
 {
-    m_faults.at(static_cast<size_t>(index)) = description;
-    showFaults();
+    lblFaults->setFault(index, description);
     Q_EMIT faultReported(description);
 }
 
@@ -355,17 +330,9 @@ void Main::showProgress(const QString &text)
 
 void Main::noteReply(int index, const QString &note)
 {
-    setNote(m_replyNotes.at(static_cast<size_t>(index)), note);
+    lblFaults->setReplyNote(index, note);
     if (!note.isEmpty())
         Q_EMIT faultReported(note);
-}
-
-void Main::setNote(QString &note, const QString &text)
-{
-    if (note == text)
-        return;
-    note = text;
-    showFaults();
 }
 
 bool Main::runsList(int index) const

@@ -14,7 +14,6 @@
 #include <memory>
 
 class QAction;
-class QLabel;
 class QLineEdit;
 class QSplitter;
 class QTabWidget;
@@ -25,6 +24,7 @@ class BoardWindows;
 class Channel;
 class GpibAdapterFactory;
 class SetupWindows;
+class StatusLine;
 class SystemInfo;
 class CommandListArea;
 class Dialogs;
@@ -144,7 +144,7 @@ public:
     QAction *mnuSBC = nullptr;
     QAction *mnuHelp = nullptr;
     QAction *mnuAboutSC = nullptr;
-    QLabel *lblFaults = nullptr;
+    StatusLine *lblFaults = nullptr;
     Led *shpLog = nullptr;
     CommandListArea *commandList = nullptr;
 
@@ -167,12 +167,10 @@ private:
     void buildCommandList();
     void connectWindows();
     void showOpen(int index, bool open);
-    void showFaults();
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
     void fitToScreen();
     void lookUpOwnAddress();
     void showOwnAddress(const LocalAddress &found);
-    void setNote(QString &note, const QString &text);
     void loggingFailed(const QString &description);
     void shutDown();
 
@@ -192,14 +190,6 @@ private:
     BoardWindows *m_board = nullptr;
     GuideWindow *m_guide = nullptr;
     bool m_painted = false;
-    /// What was last said of each Channel's device; empty once it is open again.
-    std::array<QString, channelCount> m_faults;
-    /// What is to know about the reply in each Channel's box, about the list run and the log.
-    std::array<QString, channelCount> m_replyNotes;
-    QString m_runNote;
-    QString m_listNote;
-    QString m_logNote;
-    QString m_boardNote;
 };
 
 } // namespace corvane

@@ -1,5 +1,4 @@
 // How the main window is put together: its tabs, list area, status bar and menus.
-#include "common/ElidedLabel.h"
 #include "common/Naming.h"
 #include "lists/CommandListArea.h"
 #include "lists/TransferEngine.h"
@@ -10,6 +9,7 @@
 #include "main/Main.h"
 #include "main/SerialChannel.h"
 #include "main/SetupWindows.h"
+#include "main/StatusLine.h"
 #include "main/TcpChannel.h"
 #include "main/TrafficLog.h"
 #include "platform/GpibControl.h"
@@ -65,11 +65,11 @@ void Main::buildCommandList()
                            source(m_tcp[1]), *commandList->txtVDL, *shpLog, this);
     connect(m_log, &TrafficLog::failed, this, &Main::loggingFailed, Qt::QueuedConnection);
     connect(m_log, &TrafficLog::shortened, this,
-            [this](const QString &note) { setNote(m_logNote, note); });
+            [this](const QString &note) { lblFaults->setNote(StatusLine::About::Log, note); });
     connect(m_engine, &TransferEngine::noted, this,
-            [this](const QString &note) { setNote(m_runNote, note); });
+            [this](const QString &note) { lblFaults->setNote(StatusLine::About::Run, note); });
     connect(commandList, &CommandListArea::noted, this, [this](const QString &note) {
-        setNote(m_listNote, note);
+        lblFaults->setNote(StatusLine::About::ListFile, note);
         if (!note.isEmpty())
             Q_EMIT noted(note);
     });
@@ -80,7 +80,7 @@ void Main::buildStatusBar()
 {
     statusBar()->setObjectName(QStringLiteral("statusMain"));
     lblFaults =
-        named(new ElidedLabel(this), QStringLiteral("lblFaults"), tr("What happened to a device"));
+        named(new StatusLine(this), QStringLiteral("lblFaults"), tr("What happened to a device"));
     statusBar()->addWidget(lblFaults, 1);
     shpLog = new Led(this);
     named(shpLog, QStringLiteral("shpLog"), tr("Logging"));

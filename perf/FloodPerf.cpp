@@ -6,6 +6,7 @@
 #include "board/frmSBC.h"
 #include "lists/CommandListArea.h"
 #include "main/BoardWindows.h"
+#include "main/StatusLine.h"
 #include "perf/Application.h"
 #include "perf/Flood.h"
 #include "perf/FloodedDesk.h"

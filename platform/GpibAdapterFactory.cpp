@@ -33,7 +33,7 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &c
 {
     using Kind = GpibAdapterChoice::Kind;
     const QString any = chosenBy(board, QStringLiteral("ADAPTER"));
-    const QString another = QStringLiteral(". Or choose another adapter ") + any;
+    const QString another = QStringLiteral(" - or choose another adapter ") + any;
     try {
         switch (choice.kind) {
         case Kind::Auto:

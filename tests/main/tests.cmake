@@ -6,6 +6,7 @@ corvane_test(
   CommandLineTest.cpp
   GpibChannelTest.cpp
   MainTest.cpp
+  MainWindowsTest.cpp
   ResponseTest.cpp
   RunReportTest.cpp
   SerialChannelTest.cpp
