@@ -35,8 +35,8 @@ SerialChannel::SerialChannel(int index, SerialPort &port, const ChannelContext &
     connect(cmdPortConfig, &QPushButton::clicked, this, &SerialChannel::configureRequested);
     connect(&m_port, &SerialPort::onComm, this, &SerialChannel::MSComm1_OnComm);
     connect(&m_port, &SerialPort::lost, this, [this](const QString &description) {
+        m_context.host.reportFault(this->index(), description); // before what follows from it
         refreshStatus();
-        m_context.host.reportFault(this->index(), description);
     });
 }
 

@@ -90,6 +90,8 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
     connect(&window, &Main::faultReported, this, [this](const QString &fault) { m_fault = fault; });
     // Nobody is there to connect again or to judge a cut reply.
     connect(&engine, &TransferEngine::troubled, this, [this](const QString &reason) {
+        if (!m_fault.isEmpty())
+            m_faults.append(m_fault); // printed already: what closed the Channel, as a reset
         refuse(reason);
         m_window.transferEngine().cmdStopSend_Click();
     });
