@@ -1,5 +1,7 @@
 #include "common/ElidedLabel.h"
 
+#include "common/ToolTip.h"
+
 #include <QPainter>
 #include <QStyle>
 
@@ -11,6 +13,13 @@ ElidedLabel::ElidedLabel(QWidget *parent)
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void ElidedLabel::showLong(const QString &text)
+{
+    setText(text);
+    setToolTip(plainToolTip(text));
+    setAccessibleName(text);
 }
 
 QSize ElidedLabel::minimumSizeHint() const

@@ -11,6 +11,9 @@ class ElidedLabel : public QLabel
 public:
     explicit ElidedLabel(QWidget *parent = nullptr);
 
+    /// Shows a text that may be long: whole it is in the tool tip and for screen readers.
+    void showLong(const QString &text);
+
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;
 

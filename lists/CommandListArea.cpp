@@ -1,6 +1,6 @@
 #include "lists/CommandListArea.h"
 
-#include "common/ToolTip.h"
+#include "common/ElidedLabel.h"
 #include "lists/ListHost.h"
 #include "lists/ListKinds.h"
 #include "lists/ListNotes.h"
@@ -117,16 +117,8 @@ void CommandListArea::showContents(ListContents &contents)
     if (contents.end == ListContents::End::NotOpened)
         return; // the name of the list before stays
     ListFileName = listKinds::fileName(ListFilePath);
-    showFileName(ListFileName);
+    lblFileName->showLong(ListFileName);
     m_host.setCaption(listTexts::captionPrefix() + ListFileName);
-}
-
-/// A long name is shown with dots; whole it is in the tool tip and for screen readers.
-void CommandListArea::showFileName(const QString &name)
-{
-    lblFileName->setText(name);
-    lblFileName->setToolTip(plainToolTip(name));
-    lblFileName->setAccessibleName(name);
 }
 
 void CommandListArea::setKind(int kind)
@@ -151,7 +143,7 @@ void CommandListArea::cmdSave_Click()
     if (choice.outcome == Outcome::Chosen) {
         // The caption keeps the list's own name, the label takes the name it is saved under.
         m_host.setCaption(listTexts::captionPrefix() + ListFileName);
-        showFileName(listKinds::fileName(choice.path));
+        lblFileName->showLong(listKinds::fileName(choice.path));
         fault = saveSettings(choice.path);
     }
     if (fault.isEmpty()) {
@@ -257,7 +249,7 @@ void CommandListArea::cmdClear_Click()
     initialiseGrid();
     ListFileName.clear();
     ListFilePath.clear();
-    showFileName({});
+    lblFileName->showLong({});
     m_rest = {};
     Q_EMIT noted({});
     m_host.setCaption(listTexts::caption());

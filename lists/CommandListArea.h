@@ -17,6 +17,7 @@ class QPushButton;
 namespace corvane {
 
 class Dialogs;
+class ElidedLabel;
 class ListHost;
 class TextGrid;
 class frmList;
@@ -32,7 +33,7 @@ public:
     CommandListArea(Module1 &module, ListHost &host, Dialogs &dialogs, QWidget *parent = nullptr);
     ~CommandListArea() override;
 
-    QLabel *lblFileName;
+    ElidedLabel *lblFileName;
     QPlainTextEdit *txtVDL;
     TextGrid *flexgridVDL;
     QLineEdit *txtFlexText;
@@ -98,7 +99,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void showFileName(const QString &name);
     void makeControls();
     void layOut();
     void orderTabs();

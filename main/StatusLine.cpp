@@ -1,7 +1,5 @@
 #include "main/StatusLine.h"
 
-#include "common/ToolTip.h"
-
 namespace corvane {
 
 void StatusLine::setNote(About about, const QString &text)
@@ -29,10 +27,7 @@ void StatusLine::set(QString &place, const QString &text)
         shown.append(QStringList(each.begin(), each.end()));
     shown.append(QStringList(m_notes.begin() + 1, m_notes.end()));
     shown.removeAll(QString());
-    const QString line = shown.join(QStringLiteral("; "));
-    setText(line);
-    setAccessibleName(line);
-    setToolTip(plainToolTip(line));
+    showLong(shown.join(QStringLiteral("; ")));
 }
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #include "lists/CommandListArea.h"
 
 #include "ListFixture.h"
+#include "common/ElidedLabel.h"
 #include "lists/frmList.h"
 #include "tests/support/WriteLimit.h"
 
