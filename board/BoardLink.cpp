@@ -139,16 +139,17 @@ void BoardLink::dropLateAnswers(const Clock::Condition &isEnded)
         return;
     const Unanswered unanswered = *found;
     m_unanswered.erase(found);
-    if (m_sentBy != Ieee) {
+    if (m_sentBy == Ieee) {
+        bool came = true;
+        for (int i = 0; came && i < unanswered.count && !isEnded(); ++i) {
+            came = !onGpib([](GpibControl &control) { return control.read(); }).isEmpty();
+            m_droppedLate = m_droppedLate || came;
+        }
+    } else {
         const auto waited = static_cast<qint32>(m_waits.clock().MS_TIMER() - unanswered.sinceMs);
         if (waited < lateAnswerMs)
             PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)), isEnded);
         m_droppedLate = !m_channels.responseBytes(channelOf(m_sentBy)).isEmpty();
-    }
-    bool came = m_sentBy == Ieee;
-    for (int i = 0; came && i < unanswered.count && !isEnded(); ++i) {
-        came = !onGpib([](GpibControl &control) { return control.read(); }).isEmpty();
-        m_droppedLate = m_droppedLate || came;
     }
     if (isEnded())
         m_unanswered.insert(route(), unanswered); // what has not come yet may still come

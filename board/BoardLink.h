@@ -37,8 +37,7 @@ public:
 
     /// Sends a command. Appends a carriage return to it when it holds none. Nothing leaves any more
     /// once `isCancelled` holds.
-    void OutputToSbc(
-        QString &command, const Clock::Condition &isCancelled = [] { return false; });
+    void OutputToSbc(QString &command, const Clock::Condition &isCancelled = Clock::never);
     /// The last command went out.
     [[nodiscard]] bool isSent() const { return m_isSent; }
     /// Why the last exchange failed; empty when it did not.
@@ -47,17 +46,14 @@ public:
     void InputFromSbc(QString &reply);
     /// Sends a command, waits for `beforeReadMs` and returns the answer; that of a command which
     /// went out is read in spite of a cancel.
-    QString ask(
-        QString command, qint16 beforeReadMs,
-        const Clock::Condition &isCancelled = [] { return false; });
+    QString ask(QString command, qint16 beforeReadMs,
+                const Clock::Condition &isCancelled = Clock::never);
 
     /// Waits for `ms` milliseconds, or until `endEarly` holds or the link is stopped.
-    void PauseMS(
-        qint16 ms, const Clock::Condition &endEarly = [] { return false; });
+    void PauseMS(qint16 ms, const Clock::Condition &endEarly = Clock::never);
 
     /// The answer of the reference meter to one reading, see askMeter.
-    QString readMeter(
-        int address, const Clock::Condition &isCancelled = [] { return false; });
+    QString readMeter(int address, const Clock::Condition &isCancelled = Clock::never);
     /// Addresses the GPIB control to a device and opens it. Throws PlatformError.
     void addressGpib(const QString &connectString);
     [[nodiscard]] QString gpibConnectString() const;

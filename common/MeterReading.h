@@ -20,12 +20,10 @@ enum class EarlierReading {
 /// meanwhile and gets its own address back on every way out.
 ///
 /// Empty when the meter did not answer, the waits were closed, or `isCancelled` held before the
-/// meter was asked. Throws PlatformError when the
-/// meter cannot be addressed or written to.
-QByteArray askMeter(
-    GpibControl &control, WaitGroup &waits, int address,
-    EarlierReading earlier = EarlierReading::Answered,
-    const Clock::Condition &isCancelled = [] { return false; });
+/// meter was asked. Throws PlatformError when the meter cannot be addressed or written to.
+QByteArray askMeter(GpibControl &control, WaitGroup &waits, int address,
+                    EarlierReading earlier = EarlierReading::Answered,
+                    const Clock::Condition &isCancelled = Clock::never);
 
 /// The measurement as a number: 0 when the meter's reply holds none, infinite when it is too large
 /// for single precision.

@@ -18,6 +18,8 @@ public:
     static constexpr int forever = -1;
 
     using Condition = std::function<bool()>;
+    /// The condition of a wait that only time ends.
+    static bool never() { return false; }
 
     virtual ~Clock() = default;
 

@@ -13,7 +13,7 @@ WaitEnd WaitGroup::waitUntil(const Clock::Condition &done, int ms)
 
 WaitEnd WaitGroup::wait(int ms)
 {
-    return waitUntil([] { return false; }, ms);
+    return waitUntil(Clock::never, ms);
 }
 
 } // namespace corvane
