@@ -153,7 +153,7 @@ inline QString closedBetweenRows()
 /// What the user can do then.
 inline QString connectAndSend()
 {
-    return QStringLiteral(" Connect and press Send to send the row again, or press Stop.");
+    return QStringLiteral(" Connect and press Send to send the row, or press Stop.");
 }
 inline QString connectBefore()
 {
@@ -161,8 +161,8 @@ inline QString connectBefore()
 }
 inline QString reopenedAtRow()
 {
-    return QStringLiteral("List run on %1: connected again, but the reply to %2 is lost. Press "
-                          "Send to send the row again, or Stop.");
+    return QStringLiteral("List run on %1: connected again, but %2 has no whole reply. Press Send "
+                          "to send the row, or Stop.");
 }
 inline QString replyTooLong()
 {

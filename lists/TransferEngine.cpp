@@ -96,9 +96,23 @@ void TransferEngine::begin(int index, Mode mode)
     m_module.ResponseReady = true;
     m_area.flexgridVDL_Acted(); // a cell that is being edited is left as it was
     m_grid.setCurrentCell(1, listKinds::firstColumn);
+    if (mode == Mode::Send)
+        clearEarlierRun();
     clearOptions(index);
     m_host.setTransferTimer(index, true);
     Q_EMIT runStarted(index);
+}
+
+/// In rows that this run does not reach, the replies and verdicts of an earlier one would pass for
+/// its own.
+void TransferEngine::clearEarlierRun()
+{
+    const int column = m_rows.replyColumn();
+    for (int row = 1; row <= m_rows.last(); ++row) {
+        if (m_rows.step(row, false).kind == ListStep::Kind::Send ||
+            m_grid.verdict(row, column) != TextGrid::Verdict::None)
+            m_grid.setText(row, column, QString());
+    }
 }
 
 void TransferEngine::refuse(int index, Outcome outcome, const QString &message)
@@ -179,10 +193,14 @@ void TransferEngine::startRow(int index, int row)
     m_rowJudged = false;
     m_mirror = {};
     m_grid.setMarkedRow(row);
-    showRow();
     const ListStep step = m_rows.step(row, m_area.chkStripOpr->isChecked());
     const quint64 run = m_run;
-    Q_EMIT rowStarted(row, step.command);
+    if (step.kind == ListStep::Kind::Send && m_host.isClosed(index))
+        showClosed();
+    else
+        showRow();
+    if (isOn(run))
+        Q_EMIT rowStarted(row, step.command);
     if (!isOn(run))
         return;
     switch (step.kind) {
@@ -312,33 +330,39 @@ void TransferEngine::replyTimedOut(int index)
 
 // The Channel goes and comes
 
-void TransferEngine::channelOpenChanged(int index, bool open)
+void TransferEngine::channelOpenChanged(int index)
 {
-    // The GPIB Channel has no closed state: a reply that does not come is its time-out.
-    if (!isChannel(index) || index != runningChannel() || index == channels::ieee488 ||
-        !needsChannel())
+    if (!isChannel(index) || index != runningChannel() || !needsChannel())
         return;
-    const QString channel = m_host.channelName(index);
-    if (open) {
-        const bool lost = awaitsReply();
-        if (!m_closedNote.isEmpty())
-            showRow(
-                lost ? listTexts::reopenedProgress() : QString(),
-                lost ? listTexts::reopenedAtRow().arg(channel, m_rows.name(m_module.CurrentListRow))
-                     : QString());
-        return;
-    }
-    const int row = m_module.CurrentListRow;
-    const bool isCut = awaitsReply();
-    const QString reason = isCut
-                               ? listTexts::closedAtRow().arg(channel, m_rows.name(row))
-                               : listTexts::closedBetweenRows().arg(channel, m_rows.name(row + 1));
-    showRow(listTexts::closedProgress(),
-            reason + (isCut ? listTexts::connectAndSend() : listTexts::connectBefore()));
-    Q_EMIT troubled(reason);
+    if (m_host.isClosed(index))
+        showClosed();
+    else if (!m_closedNote.isEmpty())
+        showReopened();
 }
 
-/// A command is out and its reply, or the rest of it, has not come.
+void TransferEngine::showClosed()
+{
+    const int row = m_module.CurrentListRow;
+    const bool isOut = awaitsReply();
+    const QString reason = isOut ? listTexts::closedAtRow() : listTexts::closedBetweenRows();
+    const QString told =
+        reason.arg(m_host.channelName(m_channel), m_rows.name(isOut ? row : row + 1));
+    showRow(listTexts::closedProgress(),
+            told + (isOut ? listTexts::connectAndSend() : listTexts::connectBefore()));
+    Q_EMIT troubled(told);
+}
+
+void TransferEngine::showReopened()
+{
+    if (awaitsReply())
+        showRow(listTexts::reopenedProgress(),
+                listTexts::reopenedAtRow().arg(m_host.channelName(m_channel),
+                                               m_rows.name(m_module.CurrentListRow)));
+    else
+        showRow();
+}
+
+/// The row's command is out, or was refused, and its reply, or the rest of it, has not come.
 bool TransferEngine::awaitsReply() const
 {
     return !m_module.ResponseReady || !m_host.isTransferTimerRunning(m_channel);

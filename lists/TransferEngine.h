@@ -64,9 +64,9 @@ public:
     /// is the tail's, however long the reply already is. Does nothing unless the Channel runs a
     /// list.
     void replyArrived(int index, qsizetype keep, QByteArrayView tail);
-    /// The run's Channel was closed, or is open again: a run waits for its reply all the same, and
-    /// `noted` says so. Does nothing when no row needs the Channel any more.
-    void channelOpenChanged(int index, bool open);
+    /// The Channel was closed, or is open again: its run waits all the same, and `noted` says so.
+    /// Does nothing when no row needs the Channel any more.
+    void channelOpenChanged(int index);
     /// The GPIB time-out passed without a reply; txtIn says so already.
     void replyTimedOut(int index);
 
@@ -94,6 +94,7 @@ private:
 
     void start(int index, Mode mode);
     void begin(int index, Mode mode);
+    void clearEarlierRun();
     void refuse(int index, Outcome outcome, const QString &message);
     void clearOptions(int index);
     void reset(int index);
@@ -109,6 +110,9 @@ private:
     void mirror(int index, int row, qsizetype keep, QByteArrayView tail);
     /// Shows the row at hand, and while the run's Channel is not as it was, what that means.
     void showRow(const QString &closedProgress = {}, const QString &closedNote = {});
+    /// Says that the run's Channel is closed, or open again, and what that means for its row.
+    void showClosed();
+    void showReopened();
     void showNote();
     bool showMessage(const QString &text);
 

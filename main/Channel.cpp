@@ -171,8 +171,7 @@ void Channel::sendCommand()
     }
 }
 
-/// A loop stays on: it sends nothing while the Channel is closed, and goes on when it is open
-/// again.
+/// A loop and a list run stay on: they wait until the Channel is open again.
 void Channel::refuseNotConnected()
 {
     tellRefusal(channelTexts::notConnected.at(static_cast<size_t>(m_index)));
@@ -182,17 +181,16 @@ void Channel::refuseSend(const QString &message)
 {
     switchOffLoop();
     tellRefusal(message);
+    if (!m_context.waits.isClosed() && m_context.host.runsList(m_index))
+        m_context.host.ResetTransferData(m_index);
 }
 
-/// The Channel's run stands still while the box is open, and has ended afterwards.
+/// The Channel's run stands still from now on.
 void Channel::tellRefusal(const QString &message)
 {
     TimerTransfer->stop();
-    if (m_context.waits.isClosed())
-        return;
-    m_context.dialogs.showMessage(window(), message);
-    if (m_context.host.runsList(m_index))
-        m_context.host.ResetTransferData(m_index);
+    if (!m_context.waits.isClosed())
+        m_context.dialogs.showMessage(window(), message);
 }
 
 void Channel::exchangeFailed(const PlatformError &error, const QString &message)
@@ -217,6 +215,8 @@ void Channel::cmdSystErr_Click()
 void Channel::beginReply()
 {
     txtIn->setBytes({});
+    if (!std::exchange(m_replyNote, {}).isEmpty())
+        m_context.host.noteReply(m_index, {});
     cboOut->remember();
 }
 

@@ -120,7 +120,7 @@ protected:
     /// A widget of the connection row without a caption.
     void addConnectionWidget(QWidget *widget, const QString &name);
 
-    /// Shows the not-connected message and ends a list run that is on.
+    /// Shows the not-connected message; a list run that is on waits.
     void refuseNotConnected();
     /// Shows why nothing was sent; nothing repeats it: the loop is off and a list run has ended.
     void refuseSend(const QString &message);

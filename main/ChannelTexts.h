@@ -44,6 +44,8 @@ inline const QString wasReset =
     QStringLiteral("%1: the connection was reset by the peer; what it had not sent yet is lost");
 inline const QString piecesUnsent =
     QStringLiteral("TCP/IP-2: the rest of the command was not sent: %1");
+inline const QString loopBeganAnew = QStringLiteral(
+    "TCP/IP-2: a reply did not come; the loop began its command anew without sending the rest");
 
 inline const QString idnCommand = QStringLiteral("*IDN?");
 inline const QString systErrCommand = QStringLiteral("syst:err?");
@@ -55,6 +57,8 @@ inline const QString connectedTo = QStringLiteral("Connected to %1");
 inline const QString placeThrough = QStringLiteral("%1 through %2");
 inline const QString placeElsewhere = QStringLiteral("board GPIB%1, not to %2");
 /// In the status line.
+inline const QString nothingToDisconnect = QStringLiteral(
+    "IEEE 488: Disconnect ends nothing; the board stays configured for the next command");
 inline const QString connectingGpib = QStringLiteral("IEEE 488: connecting to %1 ...");
 
 inline const QString portOpen = QStringLiteral("Port Open");

@@ -186,7 +186,11 @@ void GpibChannel::openControl()
     m_adapter = m_control.adapterDescription(m_board);
 }
 
-void GpibChannel::closeTransport() {}
+void GpibChannel::closeTransport()
+{
+    if (!m_context.waits.isClosed())
+        m_context.host.reportFault(index(), channelTexts::nothingToDisconnect);
+}
 
 void GpibChannel::send(const QByteArray &command)
 {

@@ -59,6 +59,12 @@ bool ListConnection::isTransferTimerRunning(int index) const
     return channel && channel->TimerTransfer->isActive();
 }
 
+bool ListConnection::isClosed(int index) const
+{
+    const Channel *channel = m_window.channel(index);
+    return index != channels::ieee488 && channel && !channel->isOpen();
+}
+
 QString ListConnection::channelName(int index) const
 {
     return channelTexts::channelCaptions.at(static_cast<size_t>(index));

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] QByteArray response(int index) const override;
     void setTransferTimer(int index, bool running) override;
     [[nodiscard]] bool isTransferTimerRunning(int index) const override;
+    [[nodiscard]] bool isClosed(int index) const override;
     [[nodiscard]] QString channelName(int index) const override;
     void stopOperation(int index) override;
     void clearLoop(int index) override;

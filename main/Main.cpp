@@ -67,7 +67,7 @@ void Main::showOpen(int index, bool open)
     tabChannels->setTabIcon(index, m_tabMarks.at(open ? 1 : 0));
     if (open)
         clearFault(index);
-    m_engine->channelOpenChanged(index, open);
+    m_engine->channelOpenChanged(index);
 }
 
 void Main::clearFault(int index)

@@ -149,8 +149,11 @@ void SetupWindows::setGpibResponse(const QString &text)
         this, [this] { m_window.cmdConnect_Click(channels::ieee488); }, Qt::QueuedConnection);
 }
 
+/// No reply stands under an address that it did not come from.
 void SetupWindows::setGpibAddress(const QString &board, const QString &address)
 {
+    m_window.gpibChannel().txtIn->setBytes({});
+    m_window.noteReply(channels::ieee488, {});
     m_window.gpibChannel().showAddress(board, address);
 }
 

@@ -5,6 +5,8 @@
 #include "platform/PlatformError.h"
 #include "platform/TcpClient.h"
 
+#include <QScopedValueRollback>
+
 namespace corvane {
 
 namespace {
@@ -31,7 +33,7 @@ TcpChannel::TcpChannel(int index, TcpClient &client, const ChannelContext &conte
         connect(entry, &QLineEdit::returnPressed, this, &Channel::cmdConnect_Click);
     connect(&m_client, &TcpClient::stateChanged, this, [this] {
         if (!isOpen())
-            dropRest(tr("the connection has ended"));
+            dropRest(channelTexts::piecesUnsent.arg(tr("the connection has ended")));
         if (m_client.wasReset())
             m_context.host.reportFault(this->index(), channelTexts::wasReset.arg(caption()));
         refreshStatus();
@@ -109,9 +111,10 @@ void TcpChannel::send(const QByteArray &command)
         refuseNotConnected();
         return;
     }
-    if (m_pieces.isEmpty())
+    if (m_pieces.isEmpty() && !m_looping)
         m_context.host.clearFault(index());
-    dropRest(tr("a reply did not come before the next command"));
+    dropRest(m_looping ? channelTexts::loopBeganAnew
+                       : channelTexts::piecesUnsent.arg(tr("another command followed")));
     m_answered = true;
     m_arrived = false;
     beginReply();
@@ -134,10 +137,10 @@ void TcpChannel::forgetExchange()
     TcpSegmentWait = false;
 }
 
-void TcpChannel::dropRest(const QString &reason)
+void TcpChannel::dropRest(const QString &note)
 {
     if (!m_pieces.isEmpty())
-        m_context.host.reportFault(index(), channelTexts::piecesUnsent.arg(reason));
+        m_context.host.reportFault(index(), note);
     forgetExchange();
 }
 
@@ -176,11 +179,20 @@ void TcpChannel::tcpClient_Error(int, const QString &description)
 void TcpChannel::poll()
 {
     refreshStatus();
+    const QScopedValueRollback looping(m_looping, true);
     if (!isOpen())
         shpComm->setBright(false);
     else if (m_pieces.isEmpty() || !m_answered) // a loop lets its command finish, if it does
         loopOnce();
     m_answered = false;
+}
+
+/// What an earlier loop has lost is known by now.
+void TcpChannel::chkLoop_Click()
+{
+    Channel::chkLoop_Click();
+    if (isOpen() && chkLoop->isChecked())
+        m_context.host.clearFault(index());
 }
 
 std::optional<QString> TcpChannel::statusText() const

@@ -21,6 +21,7 @@ public:
     void txtPort_Change();
     void tcpClient_DataArrival();
     void tcpClient_Error(int number, const QString &description);
+    void chkLoop_Click() override;
 
     QLineEdit *txtAddress = nullptr;
     QLineEdit *txtPort = nullptr;
@@ -41,8 +42,8 @@ private:
     [[nodiscard]] std::optional<qint32> enteredPort() const;
     [[nodiscard]] QString enteredPlace() const;
     void closeUntilClosed();
-    /// The pieces that wait are not sent any more; says so when there are any.
-    void dropRest(const QString &reason);
+    /// The pieces that wait are not sent any more; says `note` when there are any.
+    void dropRest(const QString &note);
     void sendNextPiece();
 
     TcpClient &m_client;
@@ -53,6 +54,8 @@ private:
     QList<QByteArray> m_pieces;
     /// Something was sent by hand or has arrived since the last tick.
     bool m_answered = false;
+    /// The loop's tick is sending: what it has lost before stays said.
+    bool m_looping = false;
     /// Something has arrived since the last command.
     bool m_arrived = false;
 };

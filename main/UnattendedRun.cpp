@@ -269,7 +269,7 @@ void UnattendedRun::writeResults()
         write(m_line.saveFile,
               listFile::settingsText(list.flexgridVDL->table(), list.comments()).toLatin1());
     } else if (!m_line.saveFile.isEmpty()) {
-        m_messages << "corvane: " << printableText::message(m_line.saveFile)
+        m_messages << "corvane: --save " << printableText::message(m_line.saveFile)
                    << " is not written, as the list is not filled" << Qt::endl;
     }
     write(m_line.csvFile, report().toCsv());

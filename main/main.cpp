@@ -152,7 +152,7 @@ int runProgram(const Job &job, int &argc, char **argv)
     const bool showsWindow = job.line.task == CommandLine::Task::Window && hasDisplay();
     if (!showsWindow) {
         StopSignal::endBeforeLoop("corvane: stopped before anything was sent\n");
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QPA_PLATFORM", "minimal"); // looks for no fonts, whose cache needs a home
     }
     const ToolkitWatch watch(toolkitFault(), failed);
     const QApplication application(argc, argv);

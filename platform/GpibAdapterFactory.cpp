@@ -24,8 +24,8 @@ GpibAdapterFactory::GpibAdapterFactory(Reader reader)
 
 QString GpibAdapterFactory::chosenBy(int board, const QString &adapter) const
 {
-    return m_reader == Reader::Window ? QStringLiteral("(\"Adapter...\" on the IEEE 488 tab)")
-                                      : QStringLiteral("(--gpib %1=%2)").arg(board).arg(adapter);
+    return m_reader == Reader::Window ? QStringLiteral("\"Adapter...\" on the IEEE 488 tab")
+                                      : QStringLiteral("--gpib %1=%2").arg(board).arg(adapter);
 }
 
 std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &choice,
@@ -33,7 +33,7 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &c
 {
     using Kind = GpibAdapterChoice::Kind;
     const QString any = chosenBy(board, QStringLiteral("ADAPTER"));
-    const QString another = QStringLiteral(" - or choose another adapter ") + any;
+    const QString another = QStringLiteral(" (another adapter: %1)").arg(any);
     try {
         switch (choice.kind) {
         case Kind::Auto:
@@ -58,7 +58,7 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &c
         return std::make_unique<NoGpibAdapter>(fault.description() + another);
     }
     return std::make_unique<NoGpibAdapter>(
-        QStringLiteral("board GPIB%1 has no adapter; choose one %2").arg(board).arg(any));
+        QStringLiteral("board GPIB%1 has no adapter; choose one (%2)").arg(board).arg(any));
 }
 
 std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) const
@@ -79,7 +79,7 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) co
     } catch (const PlatformError &) {
         return std::make_unique<NoGpibAdapter>(
             QStringLiteral("nothing serves board GPIB%1: %2, and no VISA library. Install the "
-                           "library of your board, or choose a \"++\" controller %3")
+                           "library of your board, or choose a \"++\" controller (%3)")
                 .arg(board)
                 .arg(why, chosenBy(board, QStringLiteral("tcp:HOST"))));
     }

@@ -162,7 +162,8 @@ bool PlusPlusAdapter::configure(WaitGroup &waits, int attempts)
     }
     if (m_version.isEmpty())
         fail(QStringLiteral("does not answer \"++ver\"; is it a \"++\" controller, and is another "
-                            "program connected to it?"));
+                            "program connected to it?") +
+             m_otherwise);
     // This maker's controllers would write every change below into a memory that wears out; with
     // others the same command causes the writing.
     const bool savesByItself = m_version.contains("Prologix");

@@ -180,9 +180,9 @@ void GpibSearch::reportFound(const QByteArray &reply)
 {
     const QString connectString = m_host.QBXControl1().connectString();
     const QStringList parts = connectString.split(QStringLiteral("::"));
-    m_host.setGpibResponse(QString::fromLatin1(reply).remove(u'\r').remove(u'\n'));
     setStatus(text(setupTexts::foundAt) + connectString);
     m_host.setGpibAddress(parts.value(0), parts.value(1));
+    m_host.setGpibResponse(QString::fromLatin1(reply).remove(u'\r').remove(u'\n'));
 }
 
 void GpibSearch::reportNothing()

@@ -33,6 +33,7 @@ public:
     }
     void setTransferTimer(int index, bool running) override { timers[index] = running; }
     bool isTransferTimerRunning(int index) const override { return timers[index]; }
+    bool isClosed(int index) const override { return closed == index; }
     QString channelName(int index) const override
     {
         return QStringLiteral("Channel %1").arg(index);
@@ -47,6 +48,7 @@ public:
     void setCaption(const QString &text) override { caption = text; }
 
     int showing = 0;
+    int closed = -1;
     /// Runs inside a send, as a message box or a wait there would.
     std::function<void(int)> onSend;
     std::function<void(int)> onStop;

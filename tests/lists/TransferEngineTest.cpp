@@ -43,6 +43,13 @@ protected:
         m_engine.cmdLoadToChmber_Click(index);
     }
 
+    /// One Channel is closed from now on, or none.
+    void setClosed(int index, int open = -1)
+    {
+        m_host.closed = index;
+        m_engine.channelOpenChanged(index < 0 ? open : index);
+    }
+
     void tick(int index = 0) { m_engine.TimerTransfer_Timer(index); }
 
     /// A piece of a reply, as a serial Channel appends it to its box.
@@ -119,6 +126,11 @@ TEST_F(Transfer, ATestJudgesTheReplyOfTheRowAboveAndPausesForOneTick)
     EXPECT_EQ(m_rows.join(u'\n'), u"1 > SP x\n1 < 25.5 0\n2 > \n2 < PASSED 1\n3 > \n3 <  0\n"
                                   "4 > SP 1\n4 < OK 0\n5 > \n5 < PASSED 1\n6 > \n6 < PASSED 1");
     expectEnd(Outcome::Passed);
+    m_grid.setText(3, 5, u"of hand"_s);
+    m_engine.cmdLoadToChmber_Click(0);
+    for (int row = 1; row <= 6; ++row) // no reply and no verdict of the run before
+        EXPECT_EQ(m_grid.text(row, 5), row == 3 ? u"of hand" : u"");
+    EXPECT_EQ(m_grid.verdict(2, 5), TextGrid::Verdict::None);
 }
 
 TEST_F(Transfer, AListOfPausesPassesAfterATickARowHoweverLongItIs)
@@ -333,27 +345,32 @@ TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)
                      [&troubles](const QString &reason) { troubles += reason; });
     send("a.tst", "? SP x\n? SP y\n! 5 5\n", 3);
     tick(3);
-    m_engine.channelOpenChanged(4, false); // another Channel's business
+    setClosed(4); // another Channel's business
     EXPECT_TRUE(troubles.isEmpty());
-    m_engine.channelOpenChanged(3, false);
+    setClosed(3);
     EXPECT_TRUE(noted.contains(u"Channel 3") && noted.contains(u"row 1 of 3") &&
                 noted.contains(u"press Send"));
     EXPECT_TRUE(troubles.last().endsWith(u"no whole reply.")) << "no advice for nobody's buttons";
     EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 3: closed");
-    m_engine.channelOpenChanged(3, true);
-    EXPECT_TRUE(noted.contains(u"the reply to row 1 of 3 is lost"));
+    setClosed(-1, 3);
+    EXPECT_TRUE(noted.contains(u"connected again, but row 1 of 3 has no whole reply"));
     EXPECT_TRUE(m_module.SendMode);
     piece("5", 3); // sent again by hand
     EXPECT_EQ(noted, QString());
     EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 3");
-    m_engine.channelOpenChanged(3, false);
+    setClosed(3);
     EXPECT_TRUE(noted.contains(u"row 2 of 3 is not sent yet. Connect"));
-    m_engine.channelOpenChanged(3, true);
+    setClosed(-1, 3);
     EXPECT_EQ(noted, QString()) << "nothing is lost";
+    setClosed(3);
     tick(3);
+    EXPECT_TRUE(noted.contains(u"row 2 of 3 has no whole reply. Connect and press Send"));
+    EXPECT_EQ(m_area.lblProgress->text(), u"Row 2 of 3: closed");
+    setClosed(-1, 3);
     piece("5", 3);
-    m_engine.channelOpenChanged(3, false);
-    EXPECT_EQ(troubles.size(), 2) << "no row needs the Channel any more";
+    EXPECT_EQ(noted, QString());
+    setClosed(3);
+    EXPECT_EQ(troubles.size(), 4) << "no row needs the Channel any more";
     m_module.GpibTransfer = false;
     m_engine.ResetTransferData(3);
     EXPECT_EQ(noted, QString());

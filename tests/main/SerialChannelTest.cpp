@@ -69,7 +69,7 @@ TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
     EXPECT_EQ(desk.channel.txtIn->text(), u"waiting");
 }
 
-TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsItsRunButNoLoop)
+TEST(SerialChannel, ASendOnAClosedPortIsToldAndNeitherLoopNorRunEnds)
 {
     const QString texts[] = {
         QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
@@ -84,13 +84,8 @@ TEST(SerialChannel, ASendOnAClosedPortIsToldAndEndsItsRunButNoLoop)
         });
         desk.channel.cmdSend_Click();
         EXPECT_TRUE(desk.channel.chkLoop->isChecked());
-        EXPECT_FALSE(desk.module.transferRunning());
+        EXPECT_TRUE(desk.module.transferRunning()) << "it waits";
         EXPECT_TRUE(desk.port.written.empty());
-        desk.module.SendMode = true;
-        desk.host.freeOfLists = index;
-        desk.dialogs.expectMessage(texts[index]);
-        desk.channel.cmdSend_Click();
-        EXPECT_TRUE(desk.module.transferRunning()) << "a run of another Channel goes on";
     }
 }
 
@@ -176,10 +171,17 @@ TEST(SerialChannel, AFaultInALoopIsToldOnceAndSwitchesTheLoopOff)
     desk.channel.cmdConnect_Click();
     desk.channel.chkLoop->setChecked(true);
     desk.port.failWrite = QStringLiteral("the port has failed");
+    desk.module.SendMode = true;
+    desk.host.freeOfLists = channels::rs232;
     desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
     desk.channel.Timer1_Timer();
     desk.channel.Timer1_Timer();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+    EXPECT_TRUE(desk.module.transferRunning()) << "a run of another Channel goes on";
+    desk.host.freeOfLists = -1;
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    desk.channel.cmdSend_Click();
+    EXPECT_FALSE(desk.module.transferRunning());
 }
 
 TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)

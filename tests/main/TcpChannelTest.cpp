@@ -129,6 +129,8 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
     EXPECT_EQ(desk.host.gridCell, "second\n");
     EXPECT_EQ(desk.host.repliesOn, (std::vector<int>{3, 3}));
     EXPECT_TRUE(desk.host.notes.last().contains(u"newest one alone"));
+    desk.sendText(QStringLiteral("D"));
+    EXPECT_EQ(desk.host.notes.last(), QString()) << "it was about the command before";
 }
 
 TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
@@ -189,7 +191,10 @@ TEST(TcpChannel, ALoopBeginsItsCommandAnewWhenAnAnswerIsLost)
     EXPECT_EQ(desk.client.sent.size(), 3U) << "B goes out after A's answer";
     desk.client.feed("2");
     desk.channel.Timer1_Timer();
-    EXPECT_EQ(desk.host.faults, QStringList()) << "a whole exchange takes it back";
+    EXPECT_EQ(desk.host.faults.size(), 1) << "stands while the loop goes on";
+    desk.channel.chkLoop->setChecked(false);
+    desk.channel.chkLoop->setChecked(true);
+    EXPECT_EQ(desk.host.faults, QStringList()) << "another loop";
     desk.channel.chkLoop->setChecked(false);
     for (int tick = 0; tick < 3; ++tick)
         desk.channel.Timer1_Timer();

@@ -203,18 +203,18 @@ TEST_F(LibraryAdapterTest, AMissingLibraryIsAFaultThatSaysWhatToDo)
         const char *onCommandLine; // what it ends with there
     };
     const Row rows[] = {
-        {Kind::Auto, "choose a \"++\" controller ", "(--gpib 1=tcp:HOST)"},
-        {Kind::None, "has no adapter; choose one ", "(--gpib 1=ADAPTER)"},
-        {Kind::Library, "no GPIB library is installed", "adapter (--gpib 1=ADAPTER)"},
-        {Kind::Visa, "no VISA library is installed", "adapter (--gpib 1=ADAPTER)"},
-        {Kind::Serial, "GPIB controller: ", "adapter (--gpib 1=ADAPTER)"},
+        {Kind::Auto, "choose a \"++\" controller (", "(--gpib 1=tcp:HOST)"},
+        {Kind::None, "has no adapter; choose one (", "(--gpib 1=ADAPTER)"},
+        {Kind::Library, "no GPIB library is installed", "(another adapter: --gpib 1=ADAPTER)"},
+        {Kind::Visa, "no VISA library is installed", "(another adapter: --gpib 1=ADAPTER)"},
+        {Kind::Serial, "GPIB controller: ", "(another adapter: --gpib 1=ADAPTER)"},
     };
     for (const Reader reader : {Reader::Window, Reader::CommandLine}) {
         const GpibAdapterFactory factory({.ib = none, .visa = none}, reader);
         EXPECT_TRUE(factory.installed().empty());
         for (const Row &row : rows) {
             const auto made = factory.make({.kind = row.kind, .device = none}, 1);
-            const char *end = reader == Reader::Window ? "(\"Adapter...\" on the IEEE 488 tab)"
+            const char *end = reader == Reader::Window ? "\"Adapter...\" on the IEEE 488 tab)"
                                                        : row.onCommandLine;
             for (const char *said : {row.said, end})
                 EXPECT_TRUE(failsSaying(said, [&] { made->open(meter, waits); }));
