@@ -97,8 +97,7 @@ void Channel::showPlace(const QString &place)
         return;
     m_place = place;
     constexpr int widest = 640;
-    constexpr int gap = 8;
-    lblPlace->setContentsMargins(place.isEmpty() ? 0 : gap, 0, 0, 0);
+    lblPlace->setMaximumWidth(place.isEmpty() ? 0 : QWIDGETSIZE_MAX);
     lblPlace->setText(lblPlace->fontMetrics().elidedText(place, Qt::ElideMiddle, widest));
     lblPlace->setAccessibleName(place);
     lblPlace->setToolTip(plainToolTip(place));

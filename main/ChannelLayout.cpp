@@ -33,6 +33,7 @@ constexpr ButtonRow buttonRows[] = {
 };
 
 constexpr int gapBeforeLog = 12;
+constexpr int gapBeforePlace = 8;
 
 void addAll(QHBoxLayout &row, std::initializer_list<QWidget *> widgets)
 {
@@ -59,6 +60,8 @@ void Channel::makeControls()
     lblPlace = named(new QLabel(this), name("lblPlace"));
     lblPlace->setTextFormat(Qt::PlainText);
     lblPlace->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblPlace->setContentsMargins(gapBeforePlace, 0, 0, 0);
+    lblPlace->setMaximumWidth(0); // while it is empty
     shpComm = named(new Led(this), name("shpComm"), tr("Activity"));
     cboOut = named(new CommandBox(this), name("cboOut"), tr("Command"));
     cboOut->setEditText(channelTexts::idnCommand);

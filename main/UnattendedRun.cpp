@@ -92,7 +92,9 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
     connect(&engine, &TransferEngine::troubled, this, [this](const QString &reason) {
         if (!m_fault.isEmpty())
             m_faults.append(m_fault); // printed already: what closed the Channel, as a reset
-        refuse(reason);
+        refuse(m_channel.isOpen() || !m_fault.isEmpty()
+                   ? reason
+                   : QStringLiteral("%1 (%2)").arg(reason, m_channel.lblStatus->text()));
         m_window.transferEngine().cmdStopSend_Click();
     });
 }
