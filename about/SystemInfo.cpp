@@ -55,10 +55,10 @@ SystemInfo::SystemInfo(RegistryApi &registry, ProgramLauncher &launcher, Dialogs
 {
 }
 
-void SystemInfo::StartSysInfo(QWidget *parent)
+void SystemInfo::StartSysInfo(QObject *asker)
 {
     if (!startRegistered() && !startInstalled())
-        m_dialogs.showMessage(parent, QString::fromUtf16(aboutTexts::noSystemInfo));
+        m_dialogs.showMessage(asker, QString::fromUtf16(aboutTexts::noSystemInfo));
 }
 
 bool SystemInfo::startRegistered()

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-class QWidget;
+class QObject;
 
 namespace corvane {
 
@@ -20,8 +20,8 @@ public:
     SystemInfo(RegistryApi &registry, ProgramLauncher &launcher, Dialogs &dialogs);
 
     /// Starts the tool that the registry names, or one that is installed; shows a message over
-    /// `parent` when there is none or it does not start.
-    void StartSysInfo(QWidget *parent = nullptr);
+    /// `asker`'s window when there is none or it does not start.
+    void StartSysInfo(QObject *asker = nullptr);
 
     /// Reads one registry value; false when the key or the value is not there or the value is
     /// longer than 1024 characters. A string comes as its text. Any other value comes as a number

@@ -4,7 +4,6 @@
 #include "board/BoardTexts.h"
 
 #include <QScopeGuard>
-#include <QWidget>
 
 namespace corvane {
 
@@ -27,7 +26,7 @@ BoardSession::Operation::~Operation()
 }
 
 BoardSession::BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &dialogs,
-                           QWidget *window)
+                           QObject *window)
     : m_link(link)
     , m_channels(channels)
     , m_dialogs(dialogs)

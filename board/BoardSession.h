@@ -8,8 +8,6 @@
 
 #include <optional>
 
-class QWidget;
-
 namespace corvane {
 
 class BoardLink;
@@ -42,7 +40,7 @@ public:
 
     enum class Uses { Board, BoardAndMeter };
 
-    BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &dialogs, QWidget *window);
+    BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &dialogs, QObject *window);
 
     /// Starts an operation. Nothing, without a word, while another one runs or the window closes;
     /// nothing, after a message box, while the main window uses a Channel that is needed.
@@ -81,7 +79,7 @@ private:
     BoardLink &m_link;
     BoardChannels &m_channels;
     Dialogs &m_dialogs;
-    QPointer<QWidget> m_window;
+    QPointer<QObject> m_window;
     bool m_running = false;
     /// The main window was asked and let the operation have its Channel.
     bool m_granted = false;

@@ -29,10 +29,10 @@ bool UnreadRest::isIn(const QString &path) const
     return !m_file.isEmpty() && QFileInfo(path).canonicalFilePath() == m_file;
 }
 
-bool UnreadRest::maySaveTo(const QString &path, Dialogs &dialogs, QWidget *parent) const
+bool UnreadRest::maySaveTo(const QString &path, Dialogs &dialogs, QObject *asker) const
 {
-    return !isIn(path) || dialogs.showMessage(
-                              parent, {.text = warning() + listTexts::saveAllTheSame(),
+    return !isIn(path) ||
+           dialogs.showMessage(asker, {.text = warning() + listTexts::saveAllTheSame(),
                                        .icon = Dialogs::Icon::Exclamation,
                                        .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes;
 }

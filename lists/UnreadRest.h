@@ -2,7 +2,7 @@
 
 #include "lists/ListFile.h"
 
-class QWidget;
+class QObject;
 
 namespace corvane {
 
@@ -21,7 +21,7 @@ public:
     /// The path leads to the file with the rest.
     [[nodiscard]] bool isIn(const QString &path) const;
     /// The user may save to the path: nothing would be lost there, or the user, asked, wants it.
-    [[nodiscard]] bool maySaveTo(const QString &path, Dialogs &dialogs, QWidget *parent) const;
+    [[nodiscard]] bool maySaveTo(const QString &path, Dialogs &dialogs, QObject *asker) const;
 
 private:
     QString m_file; ///< canonical; empty: no rest

@@ -13,6 +13,7 @@
 #include "main/TcpChannel.h"
 #include "main/TrafficLog.h"
 #include "platform/GpibControl.h"
+#include "platform/InputHold.h"
 #include "platform/SerialPort.h"
 #include "platform/TcpClient.h"
 
@@ -130,6 +131,8 @@ void Main::connectWindows()
     connect(m_gpib, &GpibChannel::adapterRequested, m_setup, &SetupWindows::cmdAdapter_Click);
     connect(mnuSBC, &QAction::triggered, m_board, &BoardWindows::mnuSBC_Click);
     connect(mnuAboutSC, &QAction::triggered, m_setup, &SetupWindows::mnuAboutSC_Click);
+    auto *hold = new InputHold(m_parts.clock, this);
+    connect(&m_parts.gpib, &GpibControl::busyChanged, hold, &InputHold::setCalling);
 }
 
 } // namespace corvane

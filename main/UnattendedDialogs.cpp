@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-Dialogs::Answer UnattendedDialogs::showMessage(QWidget *, const MessageBox &box)
+Dialogs::Answer UnattendedDialogs::showMessage(QObject *, const MessageBox &box)
 {
     m_messages << printableText::message(box.text) << Qt::endl;
     return box.buttons == Buttons::YesNo ? Answer::No : Answer::Ok;

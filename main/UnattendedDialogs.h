@@ -19,9 +19,9 @@ public:
 
     using Dialogs::showMessage;
 
-    Answer showMessage(QWidget *parent, const MessageBox &box) override;
-    FileChoice openFile(QWidget *, const FileQuestion &) override { return {}; }
-    FileChoice saveFile(QWidget *, const FileQuestion &) override { return {}; }
+    Answer showMessage(QObject *asker, const MessageBox &box) override;
+    FileChoice openFile(QObject *, const FileQuestion &) override { return {}; }
+    FileChoice saveFile(QObject *, const FileQuestion &) override { return {}; }
     void dismissAll() override {}
     [[nodiscard]] int openCount() const override { return 0; }
 

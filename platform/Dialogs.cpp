@@ -2,9 +2,9 @@
 
 namespace corvane {
 
-void Dialogs::showMessage(QWidget *parent, const QString &text)
+void Dialogs::showMessage(QObject *asker, const QString &text)
 {
-    showMessage(parent, MessageBox{.text = text});
+    showMessage(asker, MessageBox{.text = text});
 }
 
 } // namespace corvane

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class QWidget;
+class QObject;
 
 namespace corvane {
 
@@ -52,16 +52,17 @@ public:
 
     virtual ~Dialogs() = default;
 
-    /// Shows a message box. `parent` may be null. Dismissed: closed by dismissAll; the
+    /// Shows a message box. `asker` is a window, or any object whose parents lead to one: the box
+    /// stands over that window; null: over none. Dismissed: closed by dismissAll; the
     /// close box and Esc answer Ok, or No where that is a choice.
-    virtual Answer showMessage(QWidget *parent, const MessageBox &box) = 0;
+    virtual Answer showMessage(QObject *asker, const MessageBox &box) = 0;
     /// A message box with an OK button, no icon and the program's title.
-    void showMessage(QWidget *parent, const QString &text);
+    void showMessage(QObject *asker, const QString &text);
     /// Asks for an existing file. Never InvalidName.
-    virtual FileChoice openFile(QWidget *parent, const FileQuestion &question) = 0;
+    virtual FileChoice openFile(QObject *asker, const FileQuestion &question) = 0;
     /// Asks for a file to write; appends the filter's extension when the user typed none, and asks
     /// before an existing file is replaced. InvalidName: a name that the file system refuses.
-    virtual FileChoice saveFile(QWidget *parent, const FileQuestion &question) = 0;
+    virtual FileChoice saveFile(QObject *asker, const FileQuestion &question) = 0;
 
     /// Closes every open box and dialog as if the user had dismissed it.
     virtual void dismissAll() = 0;

@@ -4,8 +4,7 @@
 
 namespace corvane {
 
-/// One use of the control: refused while another one runs, ended by going out of scope. Clicks and
-/// keys wait meanwhile.
+/// One use of the control: refused while another one runs, ended by going out of scope.
 class GpibControl::Use
 {
 public:
@@ -18,21 +17,24 @@ public:
             throw PlatformError(
                 QStringLiteral("the GPIB control is busy with another exchange; try again"));
         control.m_waits.reopen();
-        control.m_busy = true;
-        m_hold.emplace(control.m_inputHold);
+        setBusy(true);
     }
-    ~Use() { m_control.m_busy = false; }
+    ~Use() { setBusy(false); }
     Q_DISABLE_COPY_MOVE(Use)
 
 private:
+    void setBusy(bool busy)
+    {
+        m_control.m_busy = busy;
+        Q_EMIT m_control.busyChanged(busy);
+    }
+
     GpibControl &m_control;
-    std::optional<InputHold::Scope> m_hold;
 };
 
 GpibControl::GpibControl(Clock &clock, AdapterFactory factory, QObject *parent)
     : QObject(parent)
     , m_waits(clock)
-    , m_inputHold(clock)
     , m_factory(std::move(factory))
 {
 }

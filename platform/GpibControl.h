@@ -1,10 +1,11 @@
 #pragma once
 
 #include "platform/GpibAdapter.h"
-#include "platform/InputHold.h"
 #include "platform/WaitGroup.h"
 
+#include <QByteArray>
 #include <QObject>
+#include <QString>
 
 #include <array>
 #include <functional>
@@ -16,8 +17,8 @@ namespace corvane {
 /// that blocks for at most the time-out. It talks through the adapter of the addressed board.
 ///
 /// While a call waits for the bus the windows keep painting and other devices keep being served;
-/// clicks and keys wait. A second use meanwhile throws PlatformError ("busy"), so two exchanges are
-/// never interleaved.
+/// whoever holds back clicks and keys meanwhile follows busyChanged. A second use throws
+/// PlatformError ("busy"), so two exchanges are never interleaved.
 class GpibControl : public QObject
 {
     Q_OBJECT
@@ -67,6 +68,8 @@ public:
     void forgetAdapter(int board);
 
 Q_SIGNALS:
+    /// A call has begun to use the bus, or has ended.
+    void busyChanged(bool busy);
     void adapterForgotten(int board);
 
 private:
@@ -75,7 +78,6 @@ private:
     GpibAdapter &adapter(int board);
 
     WaitGroup m_waits;
-    InputHold m_inputHold;
     AdapterFactory m_factory;
     std::array<std::unique_ptr<GpibAdapter>, GpibAddress::boardCount> m_adapters;
     QString m_connectString = QStringLiteral("GPIB0::0");

@@ -37,37 +37,31 @@ bool isInput(const QEvent &event)
 
 } // namespace
 
-InputHold::Scope::Scope(InputHold &hold)
-    : m_hold(hold)
-    , m_outerWaits(hold.m_waits)
-    , m_outerModal(hold.m_modal)
-{
-    hold.m_waits = hold.m_clock.runningWaits();
-    hold.m_modal = QGuiApplication::modalWindow();
-    if (hold.m_depth++ == 0)
-        QCoreApplication::instance()->installEventFilter(&hold);
-}
-
-InputHold::Scope::~Scope()
-{
-    m_hold.m_waits = m_outerWaits;
-    m_hold.m_modal = m_outerModal;
-    if (--m_hold.m_depth == 0)
-        m_hold.handOverLater();
-}
-
-InputHold::InputHold(const Clock &clock)
-    : m_clock(clock)
+InputHold::InputHold(const Clock &clock, QObject *parent)
+    : QObject(parent)
+    , m_clock(clock)
 {
 }
 
 InputHold::~InputHold() = default;
 
+void InputHold::setCalling(bool calling)
+{
+    m_calling = calling;
+    if (!calling) {
+        handOverLater();
+        return;
+    }
+    m_waits = m_clock.runningWaits();
+    m_modal = QGuiApplication::modalWindow();
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
 bool InputHold::eventFilter(QObject *watched, QEvent *event)
 {
     if (!watched->isWindowType() || !isInput(*event))
         return false;
-    if (m_depth > 0 && boxOpened())
+    if (m_calling && boxOpened())
         return false;
     // What was held goes first, so later input waits behind it.
     if (!isHolding() && m_held.empty())
@@ -92,13 +86,13 @@ bool InputHold::boxOpened() const
 bool InputHold::isHolding() const
 {
     const bool anotherWaitRuns = m_clock.runningWaits() > m_waits + 1;
-    return m_depth > 0 && !anotherWaitRuns;
+    return m_calling && !anotherWaitRuns;
 }
 
 void InputHold::handOverLater()
 {
     if (m_held.empty()) {
-        if (m_depth == 0)
+        if (!m_calling)
             QCoreApplication::instance()->removeEventFilter(this);
     } else if (!m_handOverQueued) {
         m_handOverQueued = true;

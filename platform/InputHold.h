@@ -23,23 +23,12 @@ class InputHold : public QObject
     Q_OBJECT
 
 public:
-    /// Holds input for as long as it lives; may be nested.
-    class Scope
-    {
-    public:
-        explicit Scope(InputHold &hold);
-        ~Scope();
-        Q_DISABLE_COPY_MOVE(Scope)
-
-    private:
-        InputHold &m_hold;
-        int m_outerWaits;
-        const QWindow *m_outerModal;
-    };
-
-    /// `clock` tells whether another wait runs inside the held one.
-    explicit InputHold(const Clock &clock);
+    /// `clock` is the one that the calls wait on; it tells whether another wait runs inside one.
+    explicit InputHold(const Clock &clock, QObject *parent = nullptr);
     ~InputHold() override;
+
+    /// A call has begun, or has ended. Calls do not run inside each other.
+    void setCalling(bool calling);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -57,8 +46,8 @@ private:
 
     const Clock &m_clock;
     std::deque<Held> m_held;
-    int m_depth = 0;
-    int m_waits = 0;                  ///< running waits when the innermost scope began
+    bool m_calling = false;
+    int m_waits = 0;                  ///< running waits when the call began
     const QWindow *m_modal = nullptr; ///< the modal window then; only compared
     bool m_handOverQueued = false;
 };

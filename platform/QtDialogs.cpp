@@ -59,12 +59,19 @@ void widenForTitle(QMessageBox &box)
         grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-/// Places the dialog over the window it speaks for; there is no parent that would do it.
-void placeOver(QDialog &dialog, const QWidget *parent)
+/// The window of the first widget among the object and its parents; null when there is none.
+const QWidget *windowOf(const QObject *asker)
 {
-    if (!parent)
+    while (asker && !asker->isWidgetType())
+        asker = asker->parent();
+    return asker ? static_cast<const QWidget *>(asker)->window() : nullptr;
+}
+
+/// Places the dialog over the window it speaks for; there is no parent that would do it.
+void placeOver(QDialog &dialog, const QWidget *window)
+{
+    if (!window)
         return;
-    const QWidget *window = parent->window();
     dialog.setWindowIcon(window->windowIcon());
     dialog.winId(); // makes the native window that is to follow the other one
     dialog.windowHandle()->setTransientParent(window->windowHandle());
@@ -83,19 +90,19 @@ void placeOver(QDialog &dialog, const QWidget *parent)
 
 } // namespace
 
-bool QtDialogs::run(QDialog &dialog, QWidget *parent)
+bool QtDialogs::run(QDialog &dialog, QObject *asker)
 {
     OpenDialog entry{dialog};
     m_open.push_back(&entry);
     const BusyPointer::Pause pause;
     dialog.setWindowModality(Qt::ApplicationModal);
-    placeOver(dialog, parent);
+    placeOver(dialog, windowOf(asker));
     dialog.exec();
     std::erase(m_open, &entry);
     return !entry.dismissed;
 }
 
-Dialogs::Answer QtDialogs::showMessage(QWidget *parent, const MessageBox &box)
+Dialogs::Answer QtDialogs::showMessage(QObject *asker, const MessageBox &box)
 {
     const bool asks = box.buttons == Buttons::YesNo;
     QMessageBox dialog;
@@ -109,7 +116,7 @@ Dialogs::Answer QtDialogs::showMessage(QWidget *parent, const MessageBox &box)
         dialog.setDefaultButton(QMessageBox::No);
     dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     widenForTitle(dialog);
-    if (!run(dialog, parent))
+    if (!run(dialog, asker))
         return Answer::Dismissed;
     switch (dialog.standardButton(dialog.clickedButton())) {
     case QMessageBox::Ok:
@@ -123,26 +130,26 @@ Dialogs::Answer QtDialogs::showMessage(QWidget *parent, const MessageBox &box)
     }
 }
 
-Dialogs::FileChoice QtDialogs::openFile(QWidget *parent, const FileQuestion &question)
+Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &question)
 {
     FileDialog dialog(question, QFileDialog::AcceptOpen);
-    while (run(dialog, parent) && dialog.result() == QDialog::Accepted) {
+    while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (QFileInfo(path).isFile())
             return {FileChoice::Outcome::Chosen, path};
         const MessageBox missing{
             .text = QStringLiteral("%1\nFile not found.").arg(QDir::toNativeSeparators(path)),
             .icon = Icon::Exclamation};
-        if (showMessage(parent, missing) == Answer::Dismissed)
+        if (showMessage(asker, missing) == Answer::Dismissed)
             break;
     }
     return {};
 }
 
-Dialogs::FileChoice QtDialogs::saveFile(QWidget *parent, const FileQuestion &question)
+Dialogs::FileChoice QtDialogs::saveFile(QObject *asker, const FileQuestion &question)
 {
     FileDialog dialog(question, QFileDialog::AcceptSave);
-    while (run(dialog, parent) && dialog.result() == QDialog::Accepted) {
+    while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (fileQuestions::isRefusedName(path))
             return {FileChoice::Outcome::InvalidName, path};
@@ -153,7 +160,7 @@ Dialogs::FileChoice QtDialogs::saveFile(QWidget *parent, const FileQuestion &que
                         .arg(QDir::toNativeSeparators(path)),
             .icon = Icon::Exclamation,
             .buttons = Buttons::YesNo};
-        const Answer answer = showMessage(parent, replace);
+        const Answer answer = showMessage(asker, replace);
         if (answer == Answer::Yes)
             return {FileChoice::Outcome::Chosen, path};
         if (answer == Answer::Dismissed)

@@ -17,9 +17,9 @@ public:
 
     QtDialogs() = default;
 
-    Answer showMessage(QWidget *parent, const MessageBox &box) override;
-    FileChoice openFile(QWidget *parent, const FileQuestion &question) override;
-    FileChoice saveFile(QWidget *parent, const FileQuestion &question) override;
+    Answer showMessage(QObject *asker, const MessageBox &box) override;
+    FileChoice openFile(QObject *asker, const FileQuestion &question) override;
+    FileChoice saveFile(QObject *asker, const FileQuestion &question) override;
     void dismissAll() override;
     [[nodiscard]] int openCount() const override { return static_cast<int>(m_open.size()); }
 
@@ -30,8 +30,8 @@ private:
         bool dismissed = false;
     };
 
-    /// Runs the dialog over the parent's window. False when dismissAll closed it.
-    bool run(QDialog &dialog, QWidget *parent);
+    /// Runs the dialog over the asker's window. False when dismissAll closed it.
+    bool run(QDialog &dialog, QObject *asker);
 
     /// The running dialogs, innermost last; each entry lives in its run's frame.
     std::vector<OpenDialog *> m_open;

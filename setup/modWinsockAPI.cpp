@@ -37,14 +37,14 @@ LocalAddress modWinsockAPI::find(SocketsApi &sockets)
     return {.text = dotted(addresses.front())};
 }
 
-QString modWinsockAPI::taken(const LocalAddress &found, Dialogs &dialogs, QWidget *parent)
+QString modWinsockAPI::taken(const LocalAddress &found, Dialogs &dialogs, QObject *asker)
 {
     if (found.startFailure)
-        dialogs.showMessage(parent, {.text = socketTexts::startFailure(*found.startFailure),
-                                     .icon = Dialogs::Icon::Stop});
+        dialogs.showMessage(asker, {.text = socketTexts::startFailure(*found.startFailure),
+                                    .icon = Dialogs::Icon::Stop});
     else if (found.failure)
-        dialogs.showMessage(parent, {.text = socketTexts::failure(*found.failure),
-                                     .icon = Dialogs::Icon::Exclamation});
+        dialogs.showMessage(asker, {.text = socketTexts::failure(*found.failure),
+                                    .icon = Dialogs::Icon::Exclamation});
     return found.text;
 }
 

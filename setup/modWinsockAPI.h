@@ -38,7 +38,7 @@ public:
     /// as the system's resolver has patience, so it may be called on any thread.
     static LocalAddress find(SocketsApi &sockets);
     /// The address that was found; empty after a failure, which has then been shown in one message.
-    static QString taken(const LocalAddress &found, Dialogs &dialogs, QWidget *parent = nullptr);
+    static QString taken(const LocalAddress &found, Dialogs &dialogs, QObject *asker = nullptr);
 
     /// The computer's first IPv4 address as "192.168.1.20"; empty after any failure, which has then
     /// been shown in one message.

@@ -18,14 +18,14 @@ class AgreeableDialogs : public Dialogs
 {
 public:
     using Dialogs::showMessage;
-    Answer showMessage(QWidget *, const MessageBox &box) override
+    Answer showMessage(QObject *, const MessageBox &box) override
     {
         ++boxes;
         texts << box.text;
         return Answer::Ok;
     }
-    FileChoice openFile(QWidget *, const FileQuestion &) override { return {}; }
-    FileChoice saveFile(QWidget *, const FileQuestion &) override { return {}; }
+    FileChoice openFile(QObject *, const FileQuestion &) override { return {}; }
+    FileChoice saveFile(QObject *, const FileQuestion &) override { return {}; }
     void dismissAll() override {}
     [[nodiscard]] int openCount() const override { return 0; }
 

@@ -15,7 +15,7 @@ class DeskDialogs : public UnattendedDialogs
 public:
     using UnattendedDialogs::UnattendedDialogs;
 
-    FileChoice saveFile(QWidget *, const FileQuestion &) override
+    FileChoice saveFile(QObject *, const FileQuestion &) override
     {
         return {FileChoice::Outcome::Chosen, savePath};
     }

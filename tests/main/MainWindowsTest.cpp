@@ -9,6 +9,7 @@
 #include "platform/TextGrid.h"
 #include "setup/GpibSearch.h"
 #include "tests/main/MainDesk.h"
+#include "tests/support/Soon.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -65,6 +66,25 @@ TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
         });
     boxed.main.cmdSend_Click(0);
     EXPECT_TRUE(boxedClosed.wait(30000));
+}
+
+TEST(Main, ClicksWaitWhileTheBusIsReadAndAreHandedOverAfterwards)
+{
+    MainDesk desk;
+    desk.connectAll();
+    desk.main.showChannel(channels::ieee488);
+    desk.main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.main));
+    QCheckBox *box = desk.main.channel(channels::ieee488)->chkLoop;
+    const auto click = [&] {
+        QTest::mouseClick(desk.main.windowHandle(), Qt::LeftButton, {},
+                          box->mapTo(&desk.main, QPoint(8, box->height() / 2)));
+    };
+    desk.main.cmdSend_Click(channels::ieee488);
+    desk.clock.after(10, click);
+    desk.bus.afterRead = [&] { EXPECT_FALSE(box->isChecked()); };
+    desk.main.Timer1_Timer(channels::ieee488);
+    EXPECT_TRUE(soon([box] { return box->isChecked(); }));
 }
 
 TEST(Main, AClosingDuringASearchEndsItAtOnceAndIsHeldUntilItHasReturned)

@@ -1,6 +1,7 @@
 #include "platform/GpibControl.h"
 
 #include "Faults.h"
+#include "platform/InputHold.h"
 #include "platform/SystemClock.h"
 #include "tests/support/FakeGpibAdapter.h"
 #include "tests/support/Soon.h"
@@ -16,6 +17,7 @@ protected:
         layout->addWidget(button);
         layout->addWidget(edit);
         button->setFocusPolicy(Qt::NoFocus);
+        QObject::connect(&control, &GpibControl::busyChanged, &hold, &InputHold::setCalling);
         window->show();
         activate();
         QObject::connect(button, &QPushButton::clicked, button,
@@ -60,6 +62,7 @@ protected:
     FakeGpibBus bus;
     SystemClock clock;
     GpibControl control{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
+    InputHold hold{clock};
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
     QPushButton *button = new QPushButton(QStringLiteral("Send"));
     QAction *shortcut = new QAction(window.get());

@@ -22,7 +22,7 @@ void ScriptedDialogs::expectMessage(const QString &text, Answer answer,
     expectMessage(MessageBox{.text = text}, answer, std::move(whileOpen));
 }
 
-Dialogs::Answer ScriptedDialogs::showMessage(QWidget *, const MessageBox &box)
+Dialogs::Answer ScriptedDialogs::showMessage(QObject *, const MessageBox &box)
 {
     shown.append(box.text);
     if (m_expected.empty()) {
@@ -43,12 +43,12 @@ Dialogs::Answer ScriptedDialogs::showMessage(QWidget *, const MessageBox &box)
     return m_dismissed ? Answer::Dismissed : expected.answer;
 }
 
-Dialogs::FileChoice ScriptedDialogs::openFile(QWidget *, const FileQuestion &question)
+Dialogs::FileChoice ScriptedDialogs::openFile(QObject *, const FileQuestion &question)
 {
     return takeChoice(m_openChoices, question);
 }
 
-Dialogs::FileChoice ScriptedDialogs::saveFile(QWidget *, const FileQuestion &question)
+Dialogs::FileChoice ScriptedDialogs::saveFile(QObject *, const FileQuestion &question)
 {
     return takeChoice(m_saveChoices, question);
 }

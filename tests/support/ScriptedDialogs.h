@@ -26,9 +26,9 @@ public:
     void answerOpen(const FileChoice &choice) { m_openChoices.push_back(choice); }
     void answerSave(const FileChoice &choice) { m_saveChoices.push_back(choice); }
 
-    Answer showMessage(QWidget *parent, const MessageBox &box) override;
-    FileChoice openFile(QWidget *parent, const FileQuestion &question) override;
-    FileChoice saveFile(QWidget *parent, const FileQuestion &question) override;
+    Answer showMessage(QObject *asker, const MessageBox &box) override;
+    FileChoice openFile(QObject *asker, const FileQuestion &question) override;
+    FileChoice saveFile(QObject *asker, const FileQuestion &question) override;
     void dismissAll() override { m_dismissed = true; }
     [[nodiscard]] int openCount() const override { return m_open; }
 
