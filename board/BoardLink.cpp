@@ -23,7 +23,7 @@ constexpr qint16 lateAnswerMs = 1500;
 /// An answer is a line; what a device that never stops has sent beyond is none.
 QString answerText(const QByteArray &bytes)
 {
-    constexpr qsizetype longest = 64 * 1024;
+    constexpr qsizetype longest = 65536;
     return QString::fromLatin1(bytes.first(std::min(bytes.size(), longest)));
 }
 

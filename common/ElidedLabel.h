@@ -14,8 +14,8 @@ public:
     /// Shows a text that may be long: whole it is in the tool tip and for screen readers.
     void showLong(const QString &text);
 
-    QSize minimumSizeHint() const override;
-    QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

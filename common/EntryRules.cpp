@@ -43,7 +43,7 @@ void prepare(QObject *object)
 void EntryRules::install()
 {
     QCoreApplication *application = QCoreApplication::instance();
-    if (!application->findChild<EntryRules *>(QString(), Qt::FindDirectChildrenOnly))
+    if (application->findChild<EntryRules *>(QString(), Qt::FindDirectChildrenOnly) == nullptr)
         application->installEventFilter(new EntryRules(application));
 }
 

@@ -157,7 +157,7 @@ void CommandListArea::cmdSave_Click()
 QString CommandListArea::saveSettings(const QString &path)
 {
     const TextTable &table = flexgridVDL->table();
-    const QString fault = listFile::write(path, listFile::settingsText(table, comments()));
+    QString fault = listFile::write(path, listFile::settingsText(table, comments()));
     if (!fault.isEmpty())
         return fault;
     Q_EMIT noted(listNotes::ofSave(table));

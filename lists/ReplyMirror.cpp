@@ -30,7 +30,7 @@ std::optional<ReplyMirror::Change> ReplyMirror::follow(qsizetype keep, QByteArra
     const qsizetype back = m_box - keep;
     const qsizetype taken = withoutLineEnds(QByteArrayView(m_end).last(back)).size();
     m_end.chop(back);
-    const auto change = write(m_line - taken, tail);
+    auto change = write(m_line - taken, tail);
     remember(tail, keep + tail.size());
     return change;
 }
@@ -38,7 +38,7 @@ std::optional<ReplyMirror::Change> ReplyMirror::follow(qsizetype keep, QByteArra
 std::optional<ReplyMirror::Change> ReplyMirror::show(QByteArrayView box, qsizetype end)
 {
     *this = {};
-    const auto change = write(0, box);
+    auto change = write(0, box);
     remember(box, end);
     return change;
 }

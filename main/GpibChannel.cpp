@@ -256,7 +256,7 @@ void GpibChannel::chkLoop_Click()
 
 QString GpibChannel::place() const
 {
-    const QString connectString = lblConnectString->text();
+    QString connectString = lblConnectString->text();
     if (!isOpen())
         return connectString;
     try {

@@ -56,13 +56,13 @@ void ListConnection::setTransferTimer(int index, bool running)
 bool ListConnection::isTransferTimerRunning(int index) const
 {
     const Channel *channel = m_window.channel(index);
-    return channel && channel->TimerTransfer->isActive();
+    return channel != nullptr && channel->TimerTransfer->isActive();
 }
 
 bool ListConnection::isClosed(int index) const
 {
     const Channel *channel = m_window.channel(index);
-    return index != channels::ieee488 && channel && !channel->isOpen();
+    return index != channels::ieee488 && channel != nullptr && !channel->isOpen();
 }
 
 QString ListConnection::channelName(int index) const

@@ -64,20 +64,20 @@ QString RunOutputs::refusal() const
 {
     const QList<Output> outputs = outputsOf(m_line);
     for (qsizetype each = 0; each < outputs.size(); ++each) {
-        const auto &[option, path] = outputs.at(each);
+        const Output &output = outputs.at(each);
         const auto because = [&](const QString &reason) {
-            return QStringLiteral("%1 %2: %3").arg(option, path, reason);
+            return QStringLiteral("%1 %2: %3").arg(output.option, output.path, reason);
         };
         // The settings may be written back over the list that they were read from.
-        if (path != m_line.saveFile && isSamePlace(path, m_line.list))
+        if (output.path != m_line.saveFile && isSamePlace(output.path, m_line.list))
             return because(QStringLiteral("that is the list itself"));
         for (qsizetype before = 0; before < each; ++before) {
-            if (isSamePlace(path, outputs.at(before).path))
+            if (isSamePlace(output.path, outputs.at(before).path))
                 return because(QStringLiteral("%1 goes there").arg(outputs.at(before).option));
         }
-        if (path == standardOutput)
+        if (output.path == standardOutput)
             continue;
-        if (const QString fault = wholeFile::refusal(path); !fault.isEmpty())
+        if (const QString fault = wholeFile::refusal(output.path); !fault.isEmpty())
             return because(fault);
     }
     return {};
@@ -100,7 +100,7 @@ QString RunOutputs::write(const QString &path, const QByteArray &bytes)
     }
     QIODevice *device = m_out.device();
     auto *file = qobject_cast<QFileDevice *>(device);
-    const bool written = device->write(bytes) == bytes.size() && (!file || file->flush());
+    const bool written = device->write(bytes) == bytes.size() && (file == nullptr || file->flush());
     return written ? QString() : QStringLiteral("standard output: %1").arg(device->errorString());
 }
 

@@ -72,7 +72,8 @@ public:
             m_bytes = writeFor(m_peer, text, seconds, bytesPerSecond);
             if (lastWords.empty())
                 return;
-            (void)!write(m_peer, lastWords.data(), lastWords.size());
+            [[maybe_unused]] const ssize_t written =
+                write(m_peer, lastWords.data(), lastWords.size());
             close(std::exchange(m_peer, -1));
         });
     }
@@ -158,7 +159,11 @@ private:
         if (lines.find("++read eoi") != std::string::npos)
             flood(peer);
         else if (lines.find("++ver") != std::string::npos)
-            (void)!write(peer, version.data(), version.size());
+            answer(peer, version);
+    }
+    static void answer(int peer, std::string_view text)
+    {
+        [[maybe_unused]] const ssize_t written = write(peer, text.data(), text.size());
     }
     void flood(int peer) { m_bytes = m_bytes + writeFor(peer, m_text, burstSeconds, 200e6); }
 

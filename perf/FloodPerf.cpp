@@ -128,7 +128,7 @@ void floodGpib(Table &table)
     using Flooder = ControllerFlooder;
     for (const auto line : {Flooder::Line::Tcp, Flooder::Line::Serial}) {
         for (const auto begin : {Flooder::Begin::AtRead, Flooder::Begin::AtOnce}) {
-            for (const size_t kind : {0, 1}) {
+            for (const size_t kind : {0U, 1U}) {
                 const Kind flood = kinds()[kind];
                 const Flooder device(line, begin, flood.text);
                 Desk desk({.index = channels::ieee488,

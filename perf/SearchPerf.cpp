@@ -57,10 +57,13 @@ int measure()
         if (number == 1)
             begin = now();
     });
+    QString faults;
+    QObject::connect(&search, &GpibSearch::faultsChanged, &window,
+                     [&faults](const QString &text) { faults = text; });
     window.setupWindows().cmdSearchGPIB_Click();
     window.waits().waitUntil([&] { return probes > 0 && !search.isRunning(); }, patienceMs);
     const double seconds = now() - begin;
-    if (probes != GpibSearch::probeCount || !search.faults().isEmpty())
+    if (probes != GpibSearch::probeCount || !faults.isEmpty())
         throw std::runtime_error("the search did not probe every address");
 
     constexpr int floorMs = GpibSearch::probeCount * (GpibSearch::replyDelayMs + timeoutMs);

@@ -74,7 +74,7 @@ QByteArray GpibControl::read()
     m_incomplete.clear();
     const auto address = GpibAddress::parse(m_connectString);
     GpibAdapter &from = adapter(address.board);
-    const QByteArray reply = from.read(address, m_timeoutMs, m_waits);
+    QByteArray reply = from.read(address, m_timeoutMs, m_waits);
     m_incomplete = gpibReply::whyIncomplete(reply, from.replyEnd());
     return reply;
 }

@@ -204,7 +204,7 @@ QByteArray QtSerialPort::input()
     if (!m_open)
         return {};
     const qint64 waiting = m_port.bytesAvailable();
-    const QByteArray bytes =
+    QByteArray bytes =
         m_port.read(m_inputLen > 0 ? std::min<qint64>(m_inputLen, waiting) : waiting);
     m_port.setReadBufferSize(mostAtOnce); // lets a driver that stopped at a full buffer go on
     return bytes;

@@ -19,11 +19,11 @@ int unixFlags(QIODevice::OpenMode mode)
 {
     // Opening a pipe would wait for its other end, a terminal could become the program's own.
     int flags = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const bool writes = mode.testFlag(QIODevice::WriteOnly) || mode.testFlag(QIODevice::Append);
     if (mode.testFlag(QIODevice::ReadWrite))
         flags |= O_RDWR;
-    else if (mode & (QIODevice::WriteOnly | QIODevice::Append))
+    else if (writes)
         flags |= O_WRONLY;
-    const bool writes = mode & (QIODevice::WriteOnly | QIODevice::Append);
     if (writes && !mode.testFlag(QIODevice::ExistingOnly))
         flags |= O_CREAT;
     if (mode.testFlag(QIODevice::Append))

@@ -105,8 +105,7 @@ std::optional<Holder> holder(const QString &device)
 {
     for (const char *folder : folders) {
         for (const QString &name : lockNames(device)) {
-            const auto found =
-                holderOf(QStringLiteral("%1/LCK..%2").arg(QLatin1String(folder), name));
+            auto found = holderOf(QStringLiteral("%1/LCK..%2").arg(QLatin1String(folder), name));
             if (found)
                 return found;
         }

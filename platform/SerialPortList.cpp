@@ -156,7 +156,7 @@ QString SerialPortList::device(const QString &name) const
         if (QFileInfo(entry.device).fileName() == name)
             return entry.device;
     }
-    const QString unlisted = QStringLiteral("/dev/") + name;
+    QString unlisted = QStringLiteral("/dev/") + name;
     if (!QFileInfo::exists(unlisted))
         refuse(QStringLiteral("the port \"%1\" is neither a number nor a device").arg(name), ports);
     return unlisted;

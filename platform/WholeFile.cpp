@@ -128,14 +128,14 @@ QString wholeFile::target(QString path)
 QString wholeFile::refusal(const QString &path)
 {
     const QString target = wholeFile::target(path);
-    if (const QString refused = refusalOfPath(target); !refused.isEmpty())
+    if (QString refused = refusalOfPath(target); !refused.isEmpty())
         return refused;
     // Discards the file that it makes, as nothing is committed.
     if (QSaveFile beside(target); beside.open(QIODevice::WriteOnly))
         return {};
     QFile file(target);
     const bool isNew = !file.exists();
-    const QString fault = openInPlace(file);
+    QString fault = openInPlace(file);
     file.close();
     if (isNew && fault.isEmpty())
         QFile::remove(target);
@@ -145,7 +145,7 @@ QString wholeFile::refusal(const QString &path)
 QString wholeFile::write(const QString &path, const QByteArray &bytes)
 {
     const QString target = wholeFile::target(path);
-    if (const QString refused = refusalOfPath(target); !refused.isEmpty())
+    if (QString refused = refusalOfPath(target); !refused.isEmpty())
         return refused;
     if (const auto fault = replace(target, bytes))
         return *fault;

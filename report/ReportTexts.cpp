@@ -1,5 +1,7 @@
 #include "report/ReportTexts.h"
 
+#include <QList>
+
 namespace corvane::reportTexts {
 
 QString notWritable(const QString &field, const QString &character)
