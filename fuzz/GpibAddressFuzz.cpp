@@ -1,6 +1,6 @@
+#include "devices/GpibAddress.h"
+#include "devices/PlatformError.h"
 #include "fuzz/Input.h"
-#include "platform/GpibAddress.h"
-#include "platform/PlatformError.h"
 
 using namespace corvane;
 using fuzz::require;

@@ -1,4 +1,4 @@
-#include "common/Numbers.h"
+#include "core/text/Numbers.h"
 #include "fuzz/Input.h"
 
 #include <cmath>

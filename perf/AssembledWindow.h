@@ -1,18 +1,18 @@
 #pragma once
 
-#include "about/ProgramLauncher.h"
-#include "about/RegistryApi.h"
-#include "about/SystemInfo.h"
-#include "common/Module1.h"
-#include "common/modSBC.h"
-#include "main/CommandLine.h"
-#include "main/Main.h"
-#include "main/UnattendedDialogs.h"
+#include "app/CommandLine.h"
+#include "app/UnattendedDialogs.h"
+#include "core/board/modSBC.h"
+#include "core/channels/Module1.h"
+#include "devices/GpibAdapterFactory.h"
+#include "devices/GpibControl.h"
+#include "devices/QtTcpClient.h"
+#include "devices/SystemClock.h"
 #include "perf/MemoryPort.h"
-#include "platform/GpibAdapterFactory.h"
-#include "platform/GpibControl.h"
-#include "platform/QtTcpClient.h"
-#include "platform/SystemClock.h"
+#include "windows/about/ProgramLauncher.h"
+#include "windows/about/RegistryApi.h"
+#include "windows/about/SystemInfo.h"
+#include "windows/main/Main.h"
 
 #include <QDir>
 #include <QTextStream>

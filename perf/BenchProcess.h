@@ -1,7 +1,7 @@
 #pragma once
 
-#include "main/ChannelDriver.h"
-#include "main/CommandLine.h"
+#include "app/ChannelDriver.h"
+#include "app/CommandLine.h"
 #include "perf/Child.h"
 
 #include <QRegularExpression>

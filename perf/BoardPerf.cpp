@@ -1,12 +1,12 @@
 // How much longer than its waits the board's long work takes, and what it costs meanwhile.
-#include "board/CalibrationPanel.h"
-#include "board/DigitalIoPanel.h"
-#include "board/DigitalTestsPanel.h"
-#include "board/frmSBC.h"
-#include "main/BoardWindows.h"
 #include "perf/Application.h"
 #include "perf/AssembledWindow.h"
 #include "perf/BenchProcess.h"
+#include "windows/board/CalibrationPanel.h"
+#include "windows/board/DigitalIoPanel.h"
+#include "windows/board/DigitalTestsPanel.h"
+#include "windows/board/frmSBC.h"
+#include "windows/main/BoardWindows.h"
 
 #include <QAction>
 #include <QLabel>

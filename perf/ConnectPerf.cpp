@@ -1,9 +1,9 @@
 // What a connection leaves behind: the memory of the window after thousands of connects and
 // disconnects, beside that after the first hundreds, which fill what is kept for reuse.
-#include "main/Program.h"
+#include "app/Program.h"
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
-#include "platform/QtDialogs.h"
+#include "windows/widgets/QtDialogs.h"
 
 using namespace corvane;
 using namespace corvane::perf;

@@ -1,15 +1,15 @@
 // What a device that never stops costs the rest of the program: memory, how long the window takes
 // to answer, whether the other Channels go on. Each flood comes over a real transport. Arguments
 // choose among the parts: tcp, serial, gpib, list, board, end.
-#include "board/DigitalIoPanel.h"
-#include "board/DigitalTestsPanel.h"
-#include "board/frmSBC.h"
-#include "lists/CommandListArea.h"
-#include "main/BoardWindows.h"
-#include "main/StatusLine.h"
 #include "perf/Application.h"
 #include "perf/Flood.h"
 #include "perf/FloodedDesk.h"
+#include "windows/board/DigitalIoPanel.h"
+#include "windows/board/DigitalTestsPanel.h"
+#include "windows/board/frmSBC.h"
+#include "windows/lists/CommandListArea.h"
+#include "windows/main/BoardWindows.h"
+#include "windows/main/StatusLine.h"
 
 #include <QAction>
 #include <QFile>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "main/Channel.h"
-#include "main/Program.h"
-#include "main/UnattendedDialogs.h"
+#include "app/Program.h"
+#include "app/UnattendedDialogs.h"
 #include "perf/BenchProcess.h"
+#include "windows/main/Channel.h"
 
 #include <QEventLoop>
 #include <QTextStream>

@@ -1,10 +1,10 @@
 // What the program costs while nothing happens, with five connected Channels, and how well the
 // shortest loop keeps its period.
-#include "main/Program.h"
-#include "main/TcpChannel.h"
+#include "app/Program.h"
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
-#include "platform/QtDialogs.h"
+#include "windows/main/TcpChannel.h"
+#include "windows/widgets/QtDialogs.h"
 
 #include <cmath>
 

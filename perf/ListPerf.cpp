@@ -1,9 +1,9 @@
 // What a long test list costs: loading against only splitting the file into lines and words,
 // growth from 100,000 to 200,000 rows, memory a row, and a reply of megabytes in small pieces.
-#include "lists/ListFile.h"
+#include "core/lists/ListFile.h"
 #include "perf/Application.h"
 #include "perf/Harness.h"
-#include "platform/TextGrid.h"
+#include "windows/widgets/TextGrid.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SerialPort.h"
+#include "devices/SerialPort.h"
 
 #include <utility>
 

@@ -1,10 +1,10 @@
 // What receiving costs: growth of the time with the length of a reply, the rate, memory and
 // processor time of a serial stream beside a bare reader and a plain terminal.
-#include "main/Program.h"
-#include "main/SerialChannel.h"
+#include "app/Program.h"
 #include "perf/Application.h"
 #include "perf/AssembledWindow.h"
 #include "perf/PtyReading.h"
+#include "windows/main/SerialChannel.h"
 
 #include <QStandardPaths>
 

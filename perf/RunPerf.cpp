@@ -1,11 +1,11 @@
 // What a row of a list run costs on TCP/IP-1: at a loop time of 10 ms, and at row 50,000 beside
 // row 10.
-#include "lists/TransferEngine.h"
-#include "main/Program.h"
-#include "main/TcpChannel.h"
-#include "main/UnattendedDialogs.h"
+#include "app/Program.h"
+#include "app/UnattendedDialogs.h"
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
+#include "windows/lists/TransferEngine.h"
+#include "windows/main/TcpChannel.h"
 
 #include <QFile>
 #include <QTcpSocket>

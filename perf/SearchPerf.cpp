@@ -1,13 +1,13 @@
 // How much longer than its floor the GPIB search of an empty bus takes.
 #include "bench/PlusPlusController.h"
 #include "bench/TcpPort.h"
-#include "main/SetupWindows.h"
+#include "core/setup/GpibSearch.h"
+#include "devices/GpibControl.h"
 #include "perf/Application.h"
 #include "perf/AssembledWindow.h"
 #include "perf/Harness.h"
-#include "platform/GpibControl.h"
-#include "setup/GpibSearch.h"
-#include "setup/frmGPIB.h"
+#include "windows/main/SetupWindows.h"
+#include "windows/setup/frmGPIB.h"
 
 using namespace corvane;
 using namespace corvane::perf;

@@ -1,10 +1,10 @@
 // What the start costs: from the process to the first paint of the window, and the memory then,
 // beside an empty Qt main window; on an X server, as a user starts it.
-#include "main/Program.h"
+#include "app/Program.h"
 #include "perf/Application.h"
 #include "perf/Child.h"
 #include "perf/FirstPaint.h"
-#include "platform/QtDialogs.h"
+#include "windows/widgets/QtDialogs.h"
 
 using namespace corvane;
 using namespace corvane::perf;

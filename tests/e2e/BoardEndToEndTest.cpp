@@ -1,10 +1,10 @@
-#include "board/CalibrationPanel.h"
-#include "board/DacAdcPanel.h"
-#include "board/frmSBC.h"
-#include "main/BoardWindows.h"
-#include "platform/TextGrid.h"
-#include "report/frmSBCPrint.h"
 #include "tests/e2e/EndToEndDesk.h"
+#include "windows/board/CalibrationPanel.h"
+#include "windows/board/DacAdcPanel.h"
+#include "windows/board/frmSBC.h"
+#include "windows/main/BoardWindows.h"
+#include "windows/report/frmSBCPrint.h"
+#include "windows/widgets/TextGrid.h"
 
 using namespace corvane;
 

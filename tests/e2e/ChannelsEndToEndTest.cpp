@@ -1,9 +1,9 @@
-#include "main/DemoGreeting.h"
-#include "main/SerialChannel.h"
-#include "main/SetupWindows.h"
-#include "setup/GpibSearch.h"
+#include "app/DemoGreeting.h"
+#include "core/setup/GpibSearch.h"
 #include "tests/e2e/EndToEndDesk.h"
 #include "tests/support/Soon.h"
+#include "windows/main/SerialChannel.h"
+#include "windows/main/SetupWindows.h"
 
 #include <array>
 #include <set>

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/ChannelDriver.h"
+#include "app/Program.h"
+#include "app/UnattendedDialogs.h"
 #include "bench/Bench.h"
-#include "main/Channel.h"
-#include "main/ChannelDriver.h"
-#include "main/Program.h"
-#include "main/UnattendedDialogs.h"
 #include "tests/support/Testing.h"
+#include "windows/main/Channel.h"
 
 namespace corvane {
 

@@ -1,7 +1,7 @@
-#include "lists/CommandListArea.h"
-#include "main/UnattendedRun.h"
-#include "platform/TextGrid.h"
+#include "app/UnattendedRun.h"
 #include "tests/e2e/EndToEndDesk.h"
+#include "windows/lists/CommandListArea.h"
+#include "windows/widgets/TextGrid.h"
 
 #include <csignal>
 

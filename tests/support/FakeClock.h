@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Clock.h"
+#include "devices/Clock.h"
 
 #include <map>
 #include <vector>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/GpibAdapter.h"
-#include "platform/PlatformError.h"
-#include "platform/WaitGroup.h"
+#include "devices/GpibAdapter.h"
+#include "devices/PlatformError.h"
+#include "devices/WaitGroup.h"
 #include "tests/support/Testing.h"
 
 #include <deque>

@@ -1,6 +1,6 @@
 #include "FakeSerialPort.h"
 
-#include "platform/PlatformError.h"
+#include "devices/PlatformError.h"
 
 namespace corvane {
 

@@ -1,6 +1,6 @@
 #include "FakeTcpClient.h"
 
-#include "platform/PlatformError.h"
+#include "devices/PlatformError.h"
 
 namespace corvane {
 

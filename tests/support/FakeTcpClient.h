@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/TcpClient.h"
+#include "devices/TcpClient.h"
 
 #include <vector>
 

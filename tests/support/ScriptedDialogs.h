@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Dialogs.h"
+#include "core/text/Dialogs.h"
 #include "tests/support/Testing.h"
 
 #include <deque>

@@ -1,0 +1,107 @@
+#include "app/RunOutputs.h"
+
+#include "app/CommandLine.h"
+#include "devices/WholeFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTextStream>
+
+#include <array>
+
+namespace corvane {
+
+namespace {
+
+const QString standardOutput = QStringLiteral("-");
+
+struct Output
+{
+    QString option;
+    QString path;
+};
+
+/// Those that were asked for.
+QList<Output> outputsOf(const CommandLine &line)
+{
+    QList<Output> outputs = {{QStringLiteral("--save"), line.saveFile},
+                             {QStringLiteral("--csv"), line.csvFile},
+                             {QStringLiteral("--junit"), line.junitFile}};
+    outputs.removeIf([](const Output &output) { return output.path.isEmpty(); });
+    return outputs;
+}
+
+/// One file has one of these, however its path is written.
+QString placeOf(const QString &path)
+{
+    if (path == standardOutput)
+        return path;
+    const QFileInfo file(wholeFile::target(path));
+    if (file.exists())
+        return file.canonicalFilePath();
+    return QFileInfo(file.absolutePath()).canonicalFilePath() + u'/' + file.fileName();
+}
+
+bool isSamePlace(const QString &one, const QString &other)
+{
+#ifdef Q_OS_WIN
+    constexpr auto sensitivity = Qt::CaseInsensitive;
+#else
+    constexpr auto sensitivity = Qt::CaseSensitive;
+#endif
+    return placeOf(one).compare(placeOf(other), sensitivity) == 0;
+}
+
+} // namespace
+
+RunOutputs::RunOutputs(const CommandLine &line, QTextStream &out)
+    : m_line(line)
+    , m_out(out)
+{
+}
+
+QString RunOutputs::refusal() const
+{
+    const QList<Output> outputs = outputsOf(m_line);
+    for (qsizetype each = 0; each < outputs.size(); ++each) {
+        const Output &output = outputs.at(each);
+        const auto because = [&](const QString &reason) {
+            return QStringLiteral("%1 %2: %3").arg(output.option, output.path, reason);
+        };
+        // The settings may be written back over the list that they were read from.
+        if (output.path != m_line.saveFile && isSamePlace(output.path, m_line.list))
+            return because(QStringLiteral("that is the list itself"));
+        for (qsizetype before = 0; before < each; ++before) {
+            if (isSamePlace(output.path, outputs.at(before).path))
+                return because(QStringLiteral("%1 goes there").arg(outputs.at(before).option));
+        }
+        if (output.path == standardOutput)
+            continue;
+        if (const QString fault = wholeFile::refusal(output.path); !fault.isEmpty())
+            return because(fault);
+    }
+    return {};
+}
+
+bool RunOutputs::useStandardOutput() const
+{
+    const QList<Output> outputs = outputsOf(m_line);
+    return std::ranges::any_of(outputs,
+                               [](const Output &output) { return output.path == standardOutput; });
+}
+
+QString RunOutputs::write(const QString &path, const QByteArray &bytes)
+{
+    if (path.isEmpty())
+        return {};
+    if (path != standardOutput) {
+        const QString fault = wholeFile::write(path, bytes);
+        return fault.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(path, fault);
+    }
+    QIODevice *device = m_out.device();
+    auto *file = qobject_cast<QFileDevice *>(device);
+    const bool written = device->write(bytes) == bytes.size() && (file == nullptr || file->flush());
+    return written ? QString() : QStringLiteral("standard output: %1").arg(device->errorString());
+}
+
+} // namespace corvane

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "app/CommandLine.h"
+#include "app/RunOutputs.h"
+#include "app/RunReport.h"
+#include "windows/lists/TransferEngine.h"
+
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <map>
+#include <optional>
+
+class QTextStream;
+
+namespace corvane {
+
+class Channel;
+class Main;
+
+/// One list run without a display, by the same window and engine: loads the list, connects the
+/// Channel, runs, prints a line a row and writes the results. It leaves the fixed messages to the
+/// dialogs of the window.
+class UnattendedRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int passed = 0;
+    static constexpr int checkFailed = 1;
+    static constexpr int anythingElse = 2;
+
+    /// `out` is standard output, over a device; `messages` takes what is said on the way and, where
+    /// a result goes to standard output, the rows.
+    UnattendedRun(Main &window, CommandLine line, QTextStream &out, QTextStream &messages);
+
+    /// Does it all and returns the exit code. SIGINT, SIGTERM and SIGHUP end it as Stop does.
+    int execute();
+
+private:
+    /// How a check went.
+    struct Judged
+    {
+        bool passed = false;
+        double seconds = 0;
+    };
+
+    bool prepare();
+    bool connectChannel();
+    void run();
+    void stop();
+    bool refuse(const QString &reason);
+    bool refuseAtRow(const QString &reason);
+    void printRow(int row, const QString &reply, TransferEngine::RowVerdict verdict);
+    void judgeOutcome();
+    void writeResults();
+    void write(const QString &path, const QByteArray &bytes);
+    [[nodiscard]] qint64 patienceMs() const;
+    [[nodiscard]] bool isTestList() const;
+    [[nodiscard]] RunReport report() const;
+    [[nodiscard]] RunReport::Check checkAt(int row) const;
+
+    Main &m_window;
+    const CommandLine m_line;
+    Channel &m_channel;
+    RunOutputs m_outputs;
+    QTextStream &m_out;
+    QTextStream &m_messages;
+    QTextStream &m_rows;
+    std::optional<TransferEngine::Outcome> m_outcome;
+    QStringList m_faults;
+    QString m_fault;   ///< the Channel's, told already; that of its send ends the run
+    int m_row = 0;     ///< the row at hand; 0: none yet
+    QString m_command; ///< what it sends
+    std::map<int, Judged> m_judged;
+    QStringList m_emptyRows; ///< those of Get list that got no value
+    QDateTime m_began;
+    QElapsedTimer m_sinceStart;
+    QElapsedTimer m_sinceCheck;
+    QElapsedTimer m_sinceSign; ///< of life: a command went out, or a piece of a reply came
+};
+
+} // namespace corvane

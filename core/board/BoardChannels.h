@@ -1,0 +1,59 @@
+#pragma once
+
+#include "core/channels/Module1.h"
+
+#include <QString>
+
+namespace corvane {
+
+class GpibControl;
+class SerialPort;
+class TcpClient;
+
+/// What the main window does with a Channel at this moment, so that the board window does not
+/// interleave its own exchanges with it.
+enum class ChannelUse {
+    Free,
+    List,   ///< a command list is being sent or retrieved over it
+    Loop,   ///< its loop box is checked
+    Search, ///< the GPIB search runs over it
+    Reply   ///< a reply is still to be read
+};
+
+/// The half of an exchange that failed.
+enum class Exchange { Send, Read };
+
+class UnsavedCalibrations;
+
+/// What the board window borrows from the main window, which implements it.
+class BoardChannels
+{
+public:
+    virtual ~BoardChannels() = default;
+
+    /// The serial port of Channel 1.
+    virtual SerialPort &MSComm1() = 0;
+    virtual GpibControl &QBXControl1() = 0;
+    virtual TcpClient &tcpClient1() = 0;
+
+    /// What the Channel's response box holds; asked for Channels 1 and 3 only.
+    [[nodiscard]] virtual QByteArray responseBytes(int channel) const = 0;
+    virtual void clearResponse(int channel) = 0;
+    [[nodiscard]] virtual ChannelUse channelUse(int channel) const = 0;
+    /// What the main window says when its own exchange over the Channel fails with that cause.
+    [[nodiscard]] virtual QString faultText(int channel, Exchange half,
+                                            const QString &cause) const = 0;
+
+    /// What the board has not stored yet; remembered while the program runs.
+    virtual UnsavedCalibrations &unsavedCalibrations() = 0;
+
+    /// The board window has closed: its menu entry loses its check mark.
+    virtual void uncheckMnuSBC() = 0;
+
+protected:
+    BoardChannels() = default;
+    BoardChannels(const BoardChannels &) = default;
+    BoardChannels &operator=(const BoardChannels &) = default;
+};
+
+} // namespace corvane

@@ -1,0 +1,282 @@
+#include "core/board/BoardLink.h"
+
+#include "core/board/BoardTexts.h"
+#include "devices/GpibControl.h"
+#include "devices/PlatformError.h"
+#include "devices/SerialPort.h"
+#include "devices/TcpClient.h"
+
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr qint16 beforeSendMs = 25;
+constexpr qint16 afterSendMs = 100;
+constexpr qint16 secondReadMs = 200;
+/// An answer that has not come this long after its command does not come any more.
+constexpr qint16 lateAnswerMs = 1500;
+
+/// An answer is a line; what a device that never stops has sent beyond is none.
+QString answerText(const QByteArray &bytes)
+{
+    constexpr qsizetype longest = 65536;
+    return QString::fromLatin1(bytes.first(std::min(bytes.size(), longest)));
+}
+
+bool isLineEnd(QChar c)
+{
+    return c == u'\r' || c == u'\n';
+}
+
+} // namespace
+
+BoardLink::BoardLink(BoardChannels &channels, WaitGroup &waits, QObject *parent)
+    : QObject(parent)
+    , m_channels(channels)
+    , m_waits(waits)
+{
+}
+
+void BoardLink::setMethod(int method)
+{
+    if (method >= Rs232 && method <= TcpIp)
+        m_method = static_cast<Method>(method);
+}
+
+int BoardLink::channel() const
+{
+    return channelOf(m_method);
+}
+
+int BoardLink::channelOf(Method method)
+{
+    switch (method) {
+    case Rs232:
+        return channels::rs232;
+    case TcpIp:
+        return channels::tcpIp1;
+    case Ieee:
+        break;
+    }
+    return channels::ieee488;
+}
+
+bool BoardLink::usesChannel(int channel) const
+{
+    return channel == channelOf(m_method) || (m_isSent && channel == channelOf(m_sentBy));
+}
+
+/// Marks a call that may block on the bus, so that stop knows whether to end it.
+template <class Operation>
+auto BoardLink::onGpib(Operation operation) const
+{
+    ++m_gpibCalls;
+    const auto done = qScopeGuard([this] { --m_gpibCalls; });
+    return operation(m_channels.QBXControl1());
+}
+
+void BoardLink::OutputToSbc(QString &command, const Clock::Condition &isCancelled)
+{
+    const auto isEnded = [&] { return isStopped() || isCancelled(); };
+    m_fault.clear();
+    m_isSent = false;
+    m_droppedLate = false;
+    Q_EMIT commandShown(QString());
+    Q_EMIT replyShown(QString(), QString());
+    PauseMS(beforeSendMs, isCancelled);
+    if (isEnded())
+        return;
+    Q_EMIT commandShown(QString(command).remove(u'\r'));
+    if (!command.contains(u'\r'))
+        command += u'\r';
+    m_sentBy = m_method;
+    try {
+        dropLateAnswers(isEnded);
+        if (isEnded()) {
+            Q_EMIT commandShown(QString());
+            return;
+        }
+        send(command);
+        m_isSent = true;
+        if (command.contains(u'?'))
+            expectLateAnswer(); // until it is read
+    } catch (const PlatformError &error) {
+        fail(Exchange::Send, error.description());
+    }
+    PauseMS(afterSendMs);
+}
+
+void BoardLink::fail(Exchange half, const QString &cause)
+{
+    m_fault = cause;
+    Q_EMIT replyShown(boardTexts::noResponse, cause);
+    Q_EMIT exchangeFailed(channelOf(m_sentBy), half, cause);
+}
+
+/// Where the last command went, as far as an answer can come from there.
+QString BoardLink::route() const
+{
+    return m_sentBy == Ieee ? gpibConnectString() : QString::number(m_sentBy);
+}
+
+void BoardLink::expectLateAnswer()
+{
+    Unanswered &route = m_unanswered[this->route()];
+    ++route.count;
+    route.sinceMs = m_waits.clock().MS_TIMER();
+}
+
+/// On a receive box it is enough to wait: the box is cleared before the command goes. A device on
+/// the bus keeps its answer until it is read.
+void BoardLink::dropLateAnswers(const Clock::Condition &isEnded)
+{
+    const auto found = m_unanswered.find(route());
+    if (found == m_unanswered.end())
+        return;
+    const Unanswered unanswered = *found;
+    m_unanswered.erase(found);
+    if (m_sentBy == Ieee) {
+        bool came = true;
+        for (int i = 0; came && i < unanswered.count && !isEnded(); ++i) {
+            came = !onGpib([](GpibControl &control) { return control.read(); }).isEmpty();
+            m_droppedLate = m_droppedLate || came;
+        }
+    } else {
+        const auto waited = static_cast<qint32>(m_waits.clock().MS_TIMER() - unanswered.sinceMs);
+        if (waited < lateAnswerMs)
+            PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)), isEnded);
+        m_droppedLate = !m_channels.responseBytes(channelOf(m_sentBy)).isEmpty();
+    }
+    if (isEnded())
+        m_unanswered.insert(route(), unanswered); // what has not come yet may still come
+}
+
+void BoardLink::send(const QString &text)
+{
+    if (!isSendable(text))
+        throw PlatformError(boardTexts::notSendable);
+    const int channel = channelOf(m_sentBy);
+    const ChannelUse use = m_channels.channelUse(channel);
+    if (use != ChannelUse::Free)
+        throw PlatformError(boardTexts::channelInUse(channel, use));
+    const QByteArray bytes = text.toLatin1();
+    switch (m_sentBy) {
+    case Rs232:
+        m_channels.MSComm1().input();
+        m_channels.clearResponse(channels::rs232);
+        m_channels.MSComm1().output(bytes);
+        break;
+    case Ieee:
+        onGpib([&](GpibControl &control) { control.write(bytes); });
+        break;
+    case TcpIp:
+        m_channels.tcpClient1().getData();
+        m_channels.clearResponse(channels::tcpIp1);
+        m_channels.tcpClient1().sendData(bytes);
+        break;
+    }
+}
+
+void BoardLink::InputFromSbc(QString &reply)
+{
+    reply.clear();
+    if (isStopped())
+        return;
+    Q_EMIT replyShown(QString(), QString());
+    reply = readReply();
+    if (reply.isEmpty()) {
+        PauseMS(secondReadMs);
+        reply = readReply();
+    }
+    if (!reply.isEmpty())
+        m_unanswered.remove(route());
+    if (isStopped())
+        return;
+    const QString note = m_droppedLate && m_fault.isEmpty() ? boardTexts::lateAnswer : m_fault;
+    Q_EMIT replyShown(reply.isEmpty() ? boardTexts::noResponse : reply, note);
+}
+
+QString BoardLink::ask(QString command, qint16 beforeReadMs, const Clock::Condition &isCancelled)
+{
+    OutputToSbc(command, isCancelled);
+    if (!m_isSent && isCancelled())
+        return {};
+    if (m_isSent && !command.contains(u'?'))
+        expectLateAnswer(); // the other command set asks without a mark
+    PauseMS(beforeReadMs);
+    QString reply;
+    InputFromSbc(reply);
+    return reply;
+}
+
+/// The answer comes from where the last command went: the method may have been changed since. To a
+/// command that did not go out there is none: what a receive box holds answers another one.
+QString BoardLink::readReply()
+{
+    if (isStopped() || !m_isSent)
+        return {};
+    QString reply;
+    try {
+        reply = answerText(m_sentBy == Ieee
+                               ? onGpib([](GpibControl &control) { return control.read(); })
+                               : m_channels.responseBytes(channelOf(m_sentBy)));
+    } catch (const PlatformError &error) {
+        fail(Exchange::Read, error.description());
+    }
+    return std::all_of(reply.begin(), reply.end(), isLineEnd) ? QString() : reply;
+}
+
+void BoardLink::PauseMS(qint16 ms, const Clock::Condition &endEarly)
+{
+    m_waits.waitUntil(endEarly, std::max<int>(ms, 0));
+}
+
+QString BoardLink::readMeter(int address, const Clock::Condition &isCancelled)
+{
+    const QString route = QStringLiteral("GPIB0::%1").arg(address);
+    const auto earlier =
+        m_unanswered.contains(route) ? EarlierReading::Unanswered : EarlierReading::Answered;
+    m_unanswered[route] = {.count = 1}; // however this reading ends
+    const QByteArray reply = onGpib([&](GpibControl &control) {
+        return askMeter(control, m_waits, address, earlier, isCancelled);
+    });
+    if (!reply.isEmpty())
+        m_unanswered.remove(route);
+    return answerText(reply);
+}
+
+void BoardLink::addressGpib(const QString &connectString)
+{
+    onGpib([&](GpibControl &control) {
+        control.setConnectString(connectString);
+        control.open();
+    });
+}
+
+QString BoardLink::gpibConnectString() const
+{
+    return m_channels.QBXControl1().connectString();
+}
+
+void BoardLink::setGpibConnectString(const QString &text)
+{
+    m_channels.QBXControl1().setConnectString(text);
+}
+
+void BoardLink::stop()
+{
+    m_waits.close();
+    if (m_gpibCalls > 0)
+        m_channels.QBXControl1().cancel();
+}
+
+bool BoardLink::isSendable(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
+}
+
+} // namespace corvane

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "core/board/BoardChannels.h"
+#include "core/board/MeterReading.h"
+#include "devices/WaitGroup.h"
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+namespace corvane {
+
+/// The link to the board over a Channel that the main window has connected: sending a command,
+/// taking its answer, waiting, and addressing the reference meter on the shared GPIB control. It
+/// opens no port, and it leaves to BoardSession who may use it and when.
+///
+/// A Channel that is closed or fails gives the empty answer and exchangeFailed; nothing but
+/// readMeter and addressGpib throws.
+///
+/// Answers carry no mark of what they answer. A command whose answer stayed out may still get one:
+/// before the next command goes the same way it has a time to arrive in, and is dropped.
+class BoardLink : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Numbered as the "Communications Method" options are.
+    enum Method : qint16 { Rs232 = 0, Ieee = 1, TcpIp = 2 };
+
+    BoardLink(BoardChannels &channels, WaitGroup &waits, QObject *parent = nullptr);
+
+    /// 0..2; holds from the next OutputToSbc on. Others are ignored.
+    void setMethod(int method);
+    [[nodiscard]] Method method() const { return m_method; }
+    /// The main window's Channel that the method borrows.
+    [[nodiscard]] int channel() const;
+
+    /// Sends a command. Appends a carriage return to it when it holds none. Nothing leaves any more
+    /// once `isCancelled` holds.
+    void OutputToSbc(QString &command, const Clock::Condition &isCancelled = Clock::never);
+    /// The last command went out.
+    [[nodiscard]] bool isSent() const { return m_isSent; }
+    /// Why the last exchange failed; empty when it did not.
+    [[nodiscard]] const QString &fault() const { return m_fault; }
+    /// Takes the answer to the last command; empty when there is none, or nothing but line ends.
+    void InputFromSbc(QString &reply);
+    /// Sends a command, waits for `beforeReadMs` and returns the answer; that of a command which
+    /// went out is read in spite of a cancel.
+    QString ask(QString command, qint16 beforeReadMs,
+                const Clock::Condition &isCancelled = Clock::never);
+
+    /// Waits for `ms` milliseconds, or until `endEarly` holds or the link is stopped.
+    void PauseMS(qint16 ms, const Clock::Condition &endEarly = Clock::never);
+
+    /// The answer of the reference meter to one reading, see askMeter.
+    QString readMeter(int address, const Clock::Condition &isCancelled = Clock::never);
+    /// Addresses the GPIB control to a device and opens it. Throws PlatformError.
+    void addressGpib(const QString &connectString);
+    [[nodiscard]] QString gpibConnectString() const;
+    void setGpibConnectString(const QString &text);
+
+    /// True when a wait was ended by stop: return at once, without another exchange.
+    [[nodiscard]] bool isStopped() const { return m_waits.isClosed(); }
+    /// Ends every wait and every call that blocks on the bus.
+    void stop();
+    /// True when commands go over the Channel, or the answer to the last one comes over it.
+    [[nodiscard]] bool usesChannel(int channel) const;
+    /// Lets waits run again after stop.
+    void resume() { m_waits.reopen(); }
+    /// No answer is waited for any more.
+    void forgetAnswer() { m_isSent = false; }
+
+    /// True when every character fits the wire's eight bits.
+    static bool isSendable(const QString &text);
+Q_SIGNALS:
+    /// The command last sent, without its terminator; empty at the start of an exchange.
+    void commandShown(const QString &text);
+    /// The answer, or "NO RESPONSE", and what is to be said about it, if anything is.
+    void replyShown(const QString &text, const QString &note);
+    /// The Channel could not send or be read; the exchange has no answer.
+    void exchangeFailed(int channel, Exchange half, const QString &cause);
+
+private:
+    template <class Operation>
+    auto onGpib(Operation operation) const;
+    static int channelOf(Method method);
+    void send(const QString &text);
+    QString readReply();
+    [[nodiscard]] QString route() const;
+    void dropLateAnswers(const Clock::Condition &isEnded);
+    void expectLateAnswer();
+    void fail(Exchange half, const QString &cause);
+
+    /// Answers that stayed out on one route.
+    struct Unanswered
+    {
+        int count = 0;
+        quint32 sinceMs = 0;
+    };
+
+    BoardChannels &m_channels;
+    WaitGroup &m_waits;
+    Method m_method = Ieee;
+    Method m_sentBy = Ieee;
+    bool m_isSent = false;
+    QString m_fault;
+    bool m_droppedLate = false;
+    /// By route: the Channel, and on the GPIB bus the address.
+    QHash<QString, Unanswered> m_unanswered;
+    mutable int m_gpibCalls = 0;
+};
+
+} // namespace corvane

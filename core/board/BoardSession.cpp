@@ -1,0 +1,138 @@
+#include "core/board/BoardSession.h"
+
+#include "core/board/BoardLink.h"
+#include "core/board/BoardTexts.h"
+
+#include <QScopeGuard>
+
+namespace corvane {
+
+BoardSession::Operation::Operation(BoardSession &session)
+    : m_session(&session)
+{
+    session.m_running = true;
+    Q_EMIT session.runningChanged(true);
+}
+
+BoardSession::Operation::Operation(Operation &&other) noexcept
+    : m_session(std::exchange(other.m_session, nullptr))
+{
+}
+
+BoardSession::Operation::~Operation()
+{
+    if (m_session)
+        m_session->endOperation();
+}
+
+BoardSession::BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &dialogs,
+                           QObject *window)
+    : m_link(link)
+    , m_channels(channels)
+    , m_dialogs(dialogs)
+    , m_window(window)
+{
+    connect(&link, &BoardLink::exchangeFailed, this, &BoardSession::fail);
+}
+
+std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
+{
+    if (m_running || m_shut)
+        return std::nullopt;
+    m_uses = uses;
+    std::optional<Operation> operation(std::in_place, *this);
+    if (!mayUse(m_link.channel()))
+        return std::nullopt;
+    if (uses == Uses::BoardAndMeter && !mayUse(channels::ieee488))
+        return std::nullopt;
+    m_granted = true;
+    return operation;
+}
+
+bool BoardSession::usesChannel(int channel) const
+{
+    return m_granted && (m_link.usesChannel(channel) ||
+                         (m_uses == Uses::BoardAndMeter && channel == channels::ieee488));
+}
+
+/// The Channels are the main window's again while the box tells why; another operation waits.
+void BoardSession::endOperation()
+{
+    m_granted = false;
+    m_link.forgetAnswer();
+    if (!m_shut)
+        m_link.resume();
+    if (const QString fault = std::exchange(m_fault, {}); !fault.isEmpty())
+        say(fault);
+    if (!m_shut)
+        m_link.resume();
+    m_running = false;
+    Q_EMIT runningChanged(false);
+}
+
+void BoardSession::channelClosed(int channel)
+{
+    if (usesChannel(channel))
+        fail(channel, Exchange::Send, boardTexts::channelClosed);
+}
+
+/// The first fault counts: what follows is its consequence.
+void BoardSession::fail(int channel, Exchange half, const QString &cause)
+{
+    if (!m_granted || isStopped())
+        return;
+    m_fault = m_channels.faultText(channel, half, cause);
+    stop();
+}
+
+bool BoardSession::mayUse(int channel)
+{
+    const ChannelUse use = m_channels.channelUse(channel);
+    if (use == ChannelUse::Free)
+        return true;
+    say(boardTexts::channelInUse(channel, use));
+    return false;
+}
+
+bool BoardSession::isStopped() const
+{
+    return m_link.isStopped();
+}
+
+void BoardSession::interrupt()
+{
+    if (m_running)
+        stop();
+}
+
+void BoardSession::shut()
+{
+    m_shut = true;
+    stop();
+}
+
+void BoardSession::stop()
+{
+    m_link.stop();
+    if (m_openBoxes > 0)
+        m_dialogs.dismissAll();
+}
+
+Dialogs::Answer BoardSession::ask(const Dialogs::MessageBox &box)
+{
+    if (isStopped())
+        return Dialogs::Answer::Dismissed;
+    ++m_openBoxes;
+    const auto closed = qScopeGuard([this] { --m_openBoxes; });
+    return m_dialogs.showMessage(m_window, box);
+}
+
+bool BoardSession::checkSendable(const QString &text)
+{
+    if (BoardLink::isSendable(text))
+        return true;
+    say(boardTexts::notSendable);
+    return false;
+}
+
+} // namespace corvane

@@ -1,0 +1,251 @@
+#include "core/board/DigitalTests.h"
+
+#include "core/board/BoardLink.h"
+#include "core/board/BoardSession.h"
+#include "core/board/BoardTexts.h"
+#include "core/text/Numbers.h"
+#include "core/text/ShownText.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr qint16 settleMs = 25;
+constexpr int bits = 8;
+constexpr int exchangeMs = 150; // the link's own waits and settleMs
+constexpr int directionExchanges = DigitalTests::ports * DigitalTests::steps * 2;
+constexpr int loopbackExchanges = 2 * 4 + 4 * DigitalTests::steps * 2;
+
+} // namespace
+
+DigitalTests::DigitalTests(BoardLink &link, BoardSession &session)
+    : m_link(link)
+    , m_session(session)
+{
+}
+
+void DigitalTests::runWriteTest()
+{
+    begin(directionExchanges);
+    directionTest();
+    finish();
+}
+
+void DigitalTests::runReadbackTest()
+{
+    begin(loopbackExchanges);
+    loopbackTest();
+    finish();
+}
+
+void DigitalTests::runFullTest()
+{
+    begin(directionExchanges + loopbackExchanges);
+    directionTest();
+    loopbackTest(); // after an abort it only cleans up
+    finish();
+}
+
+void DigitalTests::begin(int exchanges)
+{
+    DigTestAbort = false;
+    m_exchangesLeft = exchanges;
+    m_isSilent = false;
+    m_verdicts.clear();
+}
+
+void DigitalTests::finish()
+{
+    const QString fault = m_session.fault().simplified();
+    if (!fault.isEmpty())
+        m_verdicts << boardTexts::stoppedAt.arg(m_place, fault);
+    else if (isEnded())
+        m_verdicts << boardTexts::cancelledAt.arg(m_place);
+    Q_EMIT progressed(m_verdicts.join(QStringLiteral("; ")));
+    DigTestAbort = false;
+}
+
+void DigitalTests::noteVerdict(bool passed)
+{
+    QString verdict = (passed ? boardTexts::testPassed : boardTexts::testFailed).arg(m_test);
+    if (m_unanswered > 0)
+        verdict += boardTexts::testUnanswered.arg(m_unanswered);
+    m_verdicts << verdict;
+}
+
+double DigitalTests::readValue(QString &reply)
+{
+    m_link.InputFromSbc(reply);
+    m_isSilent = reply.isEmpty();
+    if (m_isSilent)
+        ++m_unanswered;
+    return numbers::leadingNumber(reply);
+}
+
+int DigitalTests::test_data(int step)
+{
+    const int value = step < bits ? 1 << step : ~(1 << (step - bits));
+    return value & 0xFF;
+}
+
+QString DigitalTests::bitText(int step)
+{
+    return step == steps - 1 ? QStringLiteral("All") : QString::number(step % bits);
+}
+
+bool DigitalTests::isEnded() const
+{
+    return DigTestAbort || m_session.isStopped();
+}
+
+/// Sends a command and gives the board its time; false when the test has ended.
+bool DigitalTests::exchange(const QString &command)
+{
+    if (isEnded())
+        return false;
+    showProgress();
+    --m_exchangesLeft;
+    QString sent = command;
+    m_link.OutputToSbc(sent, [this] { return isEnded(); });
+    m_link.PauseMS(settleMs);
+    return !isEnded();
+}
+
+void DigitalTests::showProgress()
+{
+    Q_EMIT progressed(boardTexts::progress(
+        m_place, m_isSilent ? std::nullopt : std::optional(m_exchangesLeft * exchangeMs)));
+}
+
+void DigitalTests::showStep(int step)
+{
+    Q_EMIT stepShown(bitText(step), QString::number(test_data(step)));
+    m_place = boardTexts::testStep.arg(m_test, m_port, bitText(step));
+}
+
+void DigitalTests::showPort(const QString &text)
+{
+    m_port = text;
+    Q_EMIT portShown(text);
+}
+
+void DigitalTests::cleanUp()
+{
+    const QString rest = QStringLiteral("0");
+    Q_EMIT portShown(rest);
+    Q_EMIT stepShown(rest, rest);
+    Q_EMIT busyChanged(false);
+}
+
+void DigitalTests::directionTest()
+{
+    if (!isEnded()) {
+        Q_EMIT busyChanged(true);
+        m_test = m_place = boardTexts::writeTest;
+        m_unanswered = 0;
+        bool passed = true;
+        if (directionSteps(passed)) {
+            noteVerdict(passed);
+            m_session.say(passed ? boardTexts::writeTestPassed : boardTexts::writeTestFailed);
+        }
+    }
+    cleanUp();
+}
+
+bool DigitalTests::directionSteps(bool &passed)
+{
+    for (int port = 0; port < ports; ++port) {
+        showPort(QString::number(port));
+        for (int step = 0; step < steps; ++step) {
+            if (!directionStep(port, step, passed))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool DigitalTests::directionStep(int port, int step, bool &passed)
+{
+    if (isEnded())
+        return false;
+    showStep(step);
+    const int pattern = test_data(step);
+    if (!exchange(QStringLiteral("PORT:DIR %1,%2").arg(port).arg(pattern)) ||
+        !exchange(QStringLiteral("PORT:DIR? %1").arg(port)))
+        return false;
+    QString reply;
+    const double value = readValue(reply);
+    if (!isEnded() && value != pattern) {
+        passed = false;
+        m_session.say(boardTexts::directionFailed.arg(QString::number(port), shownText(reply),
+                                                      QString::number(step)));
+    }
+    return !isEnded();
+}
+
+bool DigitalTests::loopback(int outPort, int inPort)
+{
+    showPort(QStringLiteral("%1 > %2").arg(outPort).arg(inPort));
+    bool passed = true;
+    for (int step = 0; step < steps && !isEnded(); ++step) {
+        showStep(step);
+        if (!exchange(QStringLiteral("PORT:DATA %1,%2").arg(outPort).arg(test_data(step))) ||
+            !exchange(QStringLiteral("PORT:DATA? %1").arg(inPort)))
+            break;
+        QString reply;
+        if (readValue(reply) != test_data(step))
+            passed = false;
+    }
+    return passed;
+}
+
+void DigitalTests::loopbackTest()
+{
+    if (!isEnded()) {
+        Q_EMIT busyChanged(true);
+        m_test = m_place = boardTexts::readbackTest;
+        m_unanswered = 0;
+        bool passed = true;
+        showProgress(); // no end of an earlier test stands beside the box
+        m_session.say(boardTexts::installLoopBack);
+        if (loopbackSteps(passed)) {
+            noteVerdict(passed);
+            m_session.say(passed ? boardTexts::loopBackPassed : boardTexts::loopBackFailed);
+        }
+    }
+    cleanUp();
+}
+
+/// The connector joins port 0 with port 2 and port 1 with port 3; a port drives its pins at 255
+/// and reads them at 0.
+bool DigitalTests::loopbackSteps(bool &passed)
+{
+    return setDirections({QStringLiteral("0,0"), QStringLiteral("3,0"), QStringLiteral("1,255"),
+                          QStringLiteral("2,255")}) &&
+           testPair(2, 0, passed) && testPair(1, 3, passed) &&
+           setDirections({QStringLiteral("0,255"), QStringLiteral("3,255"), QStringLiteral("1,0"),
+                          QStringLiteral("2,0")}) &&
+           testPair(0, 2, passed) && testPair(3, 1, passed);
+}
+
+bool DigitalTests::setDirections(const QStringList &values)
+{
+    return std::all_of(values.begin(), values.end(), [this](const QString &value) {
+        m_place = boardTexts::testDirections.arg(m_test);
+        return exchange(QStringLiteral("PORT:DIR ") + value);
+    });
+}
+
+bool DigitalTests::testPair(int outPort, int inPort, bool &passed)
+{
+    const bool pairPassed = loopback(outPort, inPort);
+    if (!pairPassed && !isEnded()) {
+        passed = false;
+        m_session.say(boardTexts::loopBackError);
+    }
+    return !isEnded();
+}
+
+} // namespace corvane

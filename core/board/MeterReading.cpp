@@ -1,0 +1,56 @@
+#include "core/board/MeterReading.h"
+
+#include "core/text/Numbers.h"
+#include "devices/GpibControl.h"
+#include "devices/PlatformError.h"
+#include "devices/WaitGroup.h"
+
+#include <QScopeGuard>
+
+namespace corvane {
+
+namespace {
+
+constexpr int settleMs = 1000;
+
+/// The reading itself was good: a fault of the device addressed before is reported by its own next
+/// use.
+void reopenQuietly(GpibControl &control)
+{
+    try {
+        control.open();
+    } catch (const PlatformError &) {
+    }
+}
+
+} // namespace
+
+QByteArray askMeter(GpibControl &control, WaitGroup &waits, int address, EarlierReading earlier,
+                    const Clock::Condition &isCancelled)
+{
+    const QString remembered = control.connectString();
+    const auto restore = qScopeGuard([&] { control.setConnectString(remembered); });
+    control.setConnectString(QStringLiteral("GPIB0::%1").arg(address));
+    control.open();
+    QByteArray reply;
+    waits.waitUntil(isCancelled, settleMs);
+    if (earlier == EarlierReading::Unanswered && !waits.isClosed() && !isCancelled())
+        control.read();
+    if (!waits.isClosed() && !isCancelled()) {
+        control.write("data?\r");
+        if (waits.wait(settleMs) != WaitEnd::Cancelled)
+            reply = control.read();
+    }
+    control.setConnectString(remembered);
+    if (!waits.isClosed())
+        reopenQuietly(control);
+    return reply;
+}
+
+float ReadMeterValue(GpibControl &control, WaitGroup &waits, int address)
+{
+    return numbers::single(
+        numbers::leadingNumber(QString::fromLatin1(askMeter(control, waits, address))));
+}
+
+} // namespace corvane

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "devices/PlatformError.h"
+
+namespace corvane {
+
+/// No device takes what was written to a bus address. The adapter itself works: a search goes on.
+class DeviceAbsent : public PlatformError
+{
+public:
+    using PlatformError::PlatformError;
+};
+
+} // namespace corvane

@@ -1,0 +1,94 @@
+#include "devices/GpibAdapterChoice.h"
+
+#include "devices/PlatformError.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+using Kind = GpibAdapterChoice::Kind;
+
+constexpr std::pair<QLatin1String, Kind> kinds[] = {
+    {QLatin1String("auto"), Kind::Auto},       {QLatin1String("none"), Kind::None},
+    {QLatin1String("tcp"), Kind::Tcp},         {QLatin1String("serial"), Kind::Serial},
+    {QLatin1String("library"), Kind::Library}, {QLatin1String("visa"), Kind::Visa}};
+
+constexpr int highestLibraryBoard = 15;
+
+[[noreturn]] void refuse(const QString &text, const QString &why)
+{
+    throw PlatformError(QStringLiteral("GPIB adapter \"%1\": %2").arg(text, why));
+}
+
+int numberIn(const QString &text, const QString &part, const QString &what, int first, int last)
+{
+    bool ok = false;
+    const int value = part.toInt(&ok);
+    if (!ok || value < first || value > last)
+        refuse(text, QStringLiteral("the %1 \"%2\" is not a number from %3 to %4")
+                         .arg(what, part)
+                         .arg(first)
+                         .arg(last));
+    return value;
+}
+
+/// Splits "HOST[:PORT]"; a host in brackets may hold colons.
+void readPeer(GpibAdapterChoice &choice, const QString &text, const QString &peer)
+{
+    const auto bracket = peer.startsWith(u'[') ? peer.indexOf(u']') : -1;
+    const auto colon = peer.indexOf(u':', std::max<qsizetype>(bracket, 0));
+    choice.host = bracket > 0 ? peer.mid(1, bracket - 1) : peer.left(colon);
+    if (choice.host.isEmpty())
+        refuse(text, QStringLiteral("a host is needed, as in tcp:192.168.0.5:1234"));
+    if (colon >= 0)
+        choice.port = numberIn(text, peer.mid(colon + 1), QStringLiteral("port"), 1, 65535);
+}
+
+} // namespace
+
+GpibAdapterChoice GpibAdapterChoice::parse(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    const QString word = trimmed.section(u':', 0, 0).toLower();
+    const QString rest = trimmed.section(u':', 1).trimmed();
+    const auto known =
+        std::ranges::find_if(kinds, [&word](const auto &row) { return word == row.first; });
+    if (known == std::end(kinds))
+        refuse(text, QStringLiteral("it must be auto, none, tcp:HOST[:PORT], serial:DEVICE, "
+                                    "library[:BOARD] or visa"));
+    GpibAdapterChoice choice;
+    choice.kind = known->second;
+    if (choice.kind == Kind::Tcp) {
+        readPeer(choice, text, rest);
+    } else if (choice.kind == Kind::Serial) {
+        choice.device = rest;
+        if (rest.isEmpty())
+            refuse(text, QStringLiteral("a device is needed, as in serial:/dev/ttyUSB0"));
+    } else if (choice.kind == Kind::Library && !rest.isEmpty()) {
+        choice.libraryBoard =
+            numberIn(text, rest, QStringLiteral("board number"), 0, highestLibraryBoard);
+    } else if (!rest.isEmpty()) {
+        refuse(text, QStringLiteral("nothing may follow \"%1\"").arg(word));
+    }
+    return choice;
+}
+
+QString GpibAdapterChoice::toString() const
+{
+    QString word =
+        std::ranges::find(kinds, kind, [](const auto &row) { return row.second; })->first;
+    if (kind == Kind::Tcp)
+        return QStringLiteral("%1:%2:%3")
+            .arg(word, host.contains(u':') ? u'[' + host + u']' : host)
+            .arg(port);
+    if (kind == Kind::Serial)
+        return word + u':' + device;
+    if (kind == Kind::Library && libraryBoard)
+        return QStringLiteral("%1:%2").arg(word).arg(*libraryBoard);
+    return word;
+}
+
+} // namespace corvane

@@ -1,0 +1,104 @@
+#include "devices/GpibAdapterFactory.h"
+
+#include "devices/IbBus.h"
+#include "devices/LibraryAdapter.h"
+#include "devices/NoGpibAdapter.h"
+#include "devices/PlatformError.h"
+#include "devices/PlusPlusAdapter.h"
+#include "devices/SerialGpibStream.h"
+#include "devices/TcpGpibStream.h"
+#include "devices/VisaBus.h"
+
+namespace corvane {
+
+GpibAdapterFactory::GpibAdapterFactory(Libraries libraries, Reader reader)
+    : m_libraries(std::move(libraries))
+    , m_reader(reader)
+{
+}
+
+GpibAdapterFactory::GpibAdapterFactory(Reader reader)
+    : m_reader(reader)
+{
+}
+
+QString GpibAdapterFactory::chosenBy(int board, const QString &adapter) const
+{
+    return m_reader == Reader::Window ? QStringLiteral("\"Adapter...\" on the IEEE 488 tab")
+                                      : QStringLiteral("--gpib %1=%2").arg(board).arg(adapter);
+}
+
+std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &choice,
+                                                      int board) const
+{
+    using Kind = GpibAdapterChoice::Kind;
+    const QString any = chosenBy(board, QStringLiteral("ADAPTER"));
+    const QString another = QStringLiteral(" (another adapter: %1)").arg(any);
+    try {
+        switch (choice.kind) {
+        case Kind::Auto:
+            return makeFromLibraries(board);
+        case Kind::Tcp:
+            return std::make_unique<PlusPlusAdapter>(
+                std::make_unique<TcpGpibStream>(choice.host, choice.port), another);
+        case Kind::Serial:
+            return std::make_unique<PlusPlusAdapter>(
+                std::make_unique<SerialGpibStream>(choice.device), another);
+        case Kind::Library:
+            return std::make_unique<LibraryAdapter>(
+                std::make_shared<IbBus>(std::make_shared<const IbLibrary>(m_libraries.ib),
+                                        choice.libraryBoard.value_or(board)));
+        case Kind::Visa:
+            return std::make_unique<LibraryAdapter>(std::make_shared<VisaBus>(
+                std::make_shared<const VisaLibrary>(m_libraries.visa), board));
+        case Kind::None:
+            break;
+        }
+    } catch (const PlatformError &fault) {
+        return std::make_unique<NoGpibAdapter>(fault.description() + another);
+    }
+    return std::make_unique<NoGpibAdapter>(
+        QStringLiteral("board GPIB%1 has no adapter; choose one (%2)").arg(board).arg(any));
+}
+
+std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) const
+{
+    QString why;
+    try {
+        auto bus =
+            std::make_shared<IbBus>(std::make_shared<const IbLibrary>(m_libraries.ib), board);
+        why = bus->missing();
+        if (why.isEmpty())
+            return std::make_unique<LibraryAdapter>(std::move(bus));
+    } catch (const PlatformError &) {
+        why = QStringLiteral("no GPIB library is installed");
+    }
+    try {
+        return std::make_unique<LibraryAdapter>(std::make_shared<VisaBus>(
+            std::make_shared<const VisaLibrary>(m_libraries.visa), board));
+    } catch (const PlatformError &) {
+        return std::make_unique<NoGpibAdapter>(
+            QStringLiteral("nothing serves board GPIB%1: %2, and no VISA library. Install the "
+                           "library of your board, or choose a \"++\" controller (%3)")
+                .arg(board)
+                .arg(why, chosenBy(board, QStringLiteral("tcp:HOST"))));
+    }
+}
+
+QList<GpibAdapterFactory::Installed> GpibAdapterFactory::installed() const
+{
+    QList<Installed> found;
+    try {
+        found.append({QStringLiteral("ib*"), IbLibrary(m_libraries.ib).file});
+    } catch (const PlatformError &) {
+        // not installed
+    }
+    try {
+        found.append({QStringLiteral("VISA"), VisaLibrary(m_libraries.visa).file});
+    } catch (const PlatformError &) {
+        // not installed
+    }
+    return found;
+}
+
+} // namespace corvane

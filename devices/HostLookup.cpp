@@ -1,0 +1,42 @@
+#include "devices/HostLookup.h"
+
+#include <QUrl>
+
+#ifdef Q_OS_WIN
+#include <winsock2.h>
+#include <ws2tcpip.h>
+#else
+#include <netdb.h>
+#include <sys/socket.h>
+#endif
+
+namespace corvane {
+
+QList<QHostAddress> HostLookup::systemResolver(const QString &name)
+{
+    // A name of other letters than ASCII's is asked for in its encoded form.
+    const QByteArray host = QUrl::toAce(name);
+    addrinfo wanted{};
+    wanted.ai_family = AF_UNSPEC;
+    wanted.ai_socktype = SOCK_STREAM;
+    addrinfo *list = nullptr;
+    if (host.isEmpty() || getaddrinfo(host.constData(), nullptr, &wanted, &list) != 0)
+        return {};
+    const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> owner(list, &freeaddrinfo);
+    QList<QHostAddress> found;
+    for (const addrinfo *next = list; next; next = next->ai_next) {
+        const QHostAddress address(next->ai_addr);
+        if (!address.isNull() && !found.contains(address))
+            found.append(address);
+    }
+    return found;
+}
+
+void HostLookup::start(const QString &name, Found found)
+{
+    m_call.start([resolver = m_resolver, name, found = std::move(found)] {
+        return [found, addresses = resolver(name)] { found(addresses); };
+    });
+}
+
+} // namespace corvane

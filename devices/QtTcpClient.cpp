@@ -1,0 +1,234 @@
+#include "devices/QtTcpClient.h"
+
+#include "devices/PlatformError.h"
+
+#include <QNetworkProxy>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+/// A failure as the sockets library numbers and a technician words it; "%1" is the peer.
+struct Failure
+{
+    QAbstractSocket::SocketError error;
+    int number;
+    QLatin1String text;
+};
+
+constexpr Failure failures[] = {
+    {QAbstractSocket::ConnectionRefusedError, 10061,
+     QLatin1String(
+         "%1 refused the connection; is the port number right, and is the device ready?")},
+    {QAbstractSocket::HostNotFoundError, 11001,
+     QLatin1String("%1: no such host; check the name or enter its IP address")},
+    {QAbstractSocket::TemporaryError, 11002,
+     QLatin1String("%1: the name server does not answer; check the network or enter the device's "
+                   "IP address")},
+    {QAbstractSocket::SocketTimeoutError, 10060,
+     QLatin1String("%1 does not answer; check its address, its power and the network cable")},
+    {QAbstractSocket::NetworkError, 10051,
+     QLatin1String("%1 cannot be reached; check the network cable and this computer's address")},
+    {QAbstractSocket::SocketAccessError, 10013,
+     QLatin1String("%1: this computer's rules do not permit the connection")},
+    {QAbstractSocket::AddressInUseError, 10048, QLatin1String("%1: the address is in use")},
+    {QAbstractSocket::SocketResourceError, 10024,
+     QLatin1String("%1: this computer has no more sockets; close other programs")},
+    {QAbstractSocket::UnfinishedSocketOperationError, 10036,
+     QLatin1String("%1: the previous operation is still running")},
+};
+
+constexpr int otherFailures = 10000;
+
+} // namespace
+
+QtTcpClient::QtTcpClient(int connectTimeoutMs, HostLookup::Resolver resolver)
+    : m_lookup(std::move(resolver))
+{
+    m_socket.setProxy(QNetworkProxy::NoProxy); // devices stand in the workshop, not behind a proxy
+    m_socket.setReadBufferSize(mostAtOnce);
+    m_connectLimit.setSingleShot(true);
+    m_connectLimit.setTimerType(Qt::PreciseTimer);
+    m_connectLimit.setInterval(connectTimeoutMs);
+    connect(&m_connectLimit, &QTimer::timeout, this, [this] {
+        m_lookup.forget();
+        fail(m_state == SocketState::ResolvingHost ? QAbstractSocket::TemporaryError
+                                                   : QAbstractSocket::SocketTimeoutError);
+        m_socket.abort();
+    });
+    connect(&m_socket, &QAbstractSocket::stateChanged, this, &QtTcpClient::followSocket);
+    connect(&m_socket, &QAbstractSocket::errorOccurred, this, &QtTcpClient::handleError);
+    connect(&m_socket, &QIODevice::readyRead, this, &QtTcpClient::readArrived);
+}
+
+QtTcpClient::~QtTcpClient()
+{
+    m_socket.disconnect(this);
+    m_socket.abort();
+}
+
+void QtTcpClient::connectToPeer()
+{
+    const QString host = m_host.trimmed();
+    if (m_state != SocketState::Closed)
+        throw PlatformError(QStringLiteral("the socket is still in use; disconnect it first"));
+    if (host.isEmpty())
+        throw PlatformError(QStringLiteral("the host is empty; enter its name or IP address"));
+    if (m_port < 1 || m_port > 65535)
+        throw PlatformError(
+            QStringLiteral("the port \"%1\" is not a number from 1 to 65535").arg(m_port));
+    const int attempt = ++m_attempt;
+    m_peer = QStringLiteral("%1 port %2").arg(host).arg(m_port);
+    m_connectLimit.start();
+    m_rest.clear();
+    m_wasReset = false;
+    setState(SocketState::ResolvingHost);
+    if (attempt != m_attempt) // a receiver closed it
+        return;
+    if (const QHostAddress address(host); !address.isNull())
+        connectToOneOf({address});
+    else
+        m_lookup.start(host, [this](const auto &addresses) { connectToOneOf(addresses); });
+}
+
+/// Tries the addresses of the host one after the other until one takes the connection.
+void QtTcpClient::connectToOneOf(QList<QHostAddress> addresses)
+{
+    if (addresses.isEmpty()) {
+        fail(QAbstractSocket::HostNotFoundError);
+        return;
+    }
+    const QHostAddress next = addresses.takeFirst();
+    m_addresses = addresses;
+    m_socket.abort();
+    m_socket.connectToHost(next, static_cast<quint16>(m_port));
+}
+
+void QtTcpClient::close()
+{
+    ++m_attempt;
+    m_connectLimit.stop();
+    m_lookup.forget();
+    m_addresses.clear();
+    const bool wasOpen = m_state != SocketState::Closed;
+    m_state = SocketState::Closed; // so that nothing of what follows counts
+    m_wasReset = false;
+    m_rest.clear();
+    m_line.release();
+    m_socket.abort();
+    if (wasOpen)
+        Q_EMIT stateChanged();
+}
+
+void QtTcpClient::sendData(const QByteArray &bytes)
+{
+    if (m_state != SocketState::Connected)
+        throw PlatformError(QStringLiteral("the socket is not connected"));
+    if (m_socket.bytesToWrite() > mostUnsent)
+        throw PlatformError(QStringLiteral("%1 takes no more data; disconnect it").arg(m_peer));
+    if (m_socket.write(bytes) != bytes.size())
+        throw PlatformError(
+            QStringLiteral("%1: cannot send: %2").arg(m_peer, m_socket.errorString()));
+    m_socket.flush(); // now, not after the paint that the event loop may have waiting
+}
+
+QByteArray QtTcpClient::getData()
+{
+    // To the end: only a read that finds nothing more lets a socket with a full buffer go on.
+    QByteArray bytes = m_socket.isOpen() ? m_socket.readAll() : QByteArray();
+    return bytes += std::exchange(m_rest, {});
+}
+
+bool QtTcpClient::isActive() const
+{
+    return m_state >= SocketState::ResolvingHost && m_state <= SocketState::Connected;
+}
+
+void QtTcpClient::setState(SocketState state)
+{
+    if (state == m_state)
+        return;
+    m_state = state;
+    Q_EMIT stateChanged();
+}
+
+void QtTcpClient::followSocket(QAbstractSocket::SocketState state)
+{
+    if (!isActive())
+        return;
+    // Leaving these states is told by errors; the socket forgets too early why it left.
+    if (state == QAbstractSocket::ConnectingState && m_state == SocketState::ResolvingHost) {
+        setState(SocketState::HostResolved);
+        if (isActive()) // a receiver may have closed it
+            setState(SocketState::Connecting);
+    } else if (state == QAbstractSocket::ConnectedState) {
+        m_connectLimit.stop();
+        m_line.hold(m_socket.socketDescriptor());
+        m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        m_socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+        setState(SocketState::Connected);
+    }
+}
+
+void QtTcpClient::handleError(QAbstractSocket::SocketError error)
+{
+    if (!isActive())
+        return;
+    if (error == QAbstractSocket::RemoteHostClosedError)
+        peerClosed();
+    else if (m_state != SocketState::Connected && !m_addresses.isEmpty())
+        QMetaObject::invokeMethod( // this frame is the socket's own
+            this,
+            [this, attempt = m_attempt] {
+                if (attempt == m_attempt && isActive())
+                    connectToOneOf(m_addresses);
+            },
+            Qt::QueuedConnection);
+    else
+        fail(error);
+}
+
+void QtTcpClient::readArrived()
+{
+    if (m_state == SocketState::Connected)
+        Q_EMIT dataArrived();
+}
+
+void QtTcpClient::peerClosed()
+{
+    m_wasReset = m_line.wasReset();
+    m_rest = m_line.takeRest();
+    m_line.release();
+    // What came before the end is handed out first; no other arrival will be signalled.
+    if (m_socket.bytesAvailable() > 0 || !m_rest.isEmpty())
+        Q_EMIT dataArrived();
+    if (isActive())
+        setState(SocketState::PeerClosing);
+}
+
+void QtTcpClient::fail(QAbstractSocket::SocketError error)
+{
+    m_connectLimit.stop();
+    m_line.release();
+    const auto known = std::ranges::find(failures, error, &Failure::error);
+    const bool isKnown = known != std::end(failures);
+    const int number = isKnown ? known->number : otherFailures + static_cast<int>(error);
+    const QString description = isKnown
+                                    ? QString(known->text).arg(m_peer)
+                                    : QStringLiteral("%1: %2").arg(m_peer, m_socket.errorString());
+    const int attempt = m_attempt;
+    setState(SocketState::Error);
+    // Closed meanwhile: nobody asks any more.
+    QMetaObject::invokeMethod(
+        this,
+        [this, number, description, attempt] {
+            if (attempt == m_attempt)
+                Q_EMIT errorOccurred(number, description);
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace corvane

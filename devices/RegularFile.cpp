@@ -1,0 +1,99 @@
+#include "devices/RegularFile.h"
+
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace corvane {
+
+namespace {
+
+#ifdef Q_OS_UNIX
+
+int unixFlags(QIODevice::OpenMode mode)
+{
+    // Opening a pipe would wait for its other end, a terminal could become the program's own.
+    int flags = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const bool writes = mode.testFlag(QIODevice::WriteOnly) || mode.testFlag(QIODevice::Append);
+    if (mode.testFlag(QIODevice::ReadWrite))
+        flags |= O_RDWR;
+    else if (writes)
+        flags |= O_WRONLY;
+    if (writes && !mode.testFlag(QIODevice::ExistingOnly))
+        flags |= O_CREAT;
+    if (mode.testFlag(QIODevice::Append))
+        flags |= O_APPEND;
+    return mode.testFlag(QIODevice::NewOnly) ? flags | O_EXCL : flags;
+}
+
+QString openWithoutWaiting(QFile &file, QIODevice::OpenMode mode)
+{
+    const int handle =
+        ::open(QFile::encodeName(file.fileName()).constData(), unixFlags(mode), 0666);
+    if (handle < 0)
+        return qt_error_string(errno);
+    struct stat opened = {};
+    if (fstat(handle, &opened) != 0 || !S_ISREG(opened.st_mode)) {
+        close(handle);
+        return regularFile::refusal();
+    }
+    if (file.open(handle, mode, QFileDevice::AutoCloseHandle))
+        return {};
+    close(handle);
+    return file.errorString();
+}
+
+#else
+
+QString openWithoutWaiting(QFile &file, QIODevice::OpenMode mode)
+{
+    return file.open(mode) ? QString() : file.errorString();
+}
+
+#endif
+
+} // namespace
+
+QString regularFile::open(QFile &file, QIODevice::OpenMode mode)
+{
+    // A device is not even opened to be looked at: that alone sets some of them going.
+    const QFileInfo there(file.fileName());
+    if (there.exists() && !there.isFile())
+        return refusal();
+    return openWithoutWaiting(file, mode);
+}
+
+QString regularFile::write(QFileDevice &file, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const qint64 taken = file.write(bytes.data(), bytes.size());
+        if (taken <= 0)
+            return file.errorString();
+        bytes = bytes.sliced(taken);
+    }
+    return {};
+}
+
+QString regularFile::sync(const QFileDevice &file)
+{
+#ifdef Q_OS_UNIX
+    constexpr auto cannotSync = [](int error) { return error == EINVAL || error == ENOTSUP; };
+    if (fsync(file.handle()) != 0 && !cannotSync(errno))
+        return qt_error_string(errno);
+#else
+    Q_UNUSED(file)
+#endif
+    return {};
+}
+
+QString regularFile::refusal()
+{
+    return QStringLiteral("it is no regular file");
+}
+
+} // namespace corvane

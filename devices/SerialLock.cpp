@@ -1,0 +1,125 @@
+#include "devices/SerialLock.h"
+
+#include <QFile>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <csignal>
+#include <unistd.h>
+#endif
+
+#include <cstring>
+
+namespace corvane::serialLock {
+
+QString Holder::toString() const
+{
+    if (isOwn)
+        return QStringLiteral("another Channel");
+    if (process == 0)
+        return QStringLiteral("whoever wrote %1, which cannot be read").arg(file);
+    return program.isEmpty() ? QStringLiteral("process %1").arg(process)
+                             : QStringLiteral("%1 (process %2)").arg(program).arg(process);
+}
+
+qint64 processIn(const QByteArray &content)
+{
+    const QByteArray text = content.trimmed();
+    qsizetype digits = 0;
+    while (digits < text.size() && text[digits] >= '0' && text[digits] <= '9')
+        ++digits;
+    if (digits > 0)
+        return text.first(digits).toLongLong();
+    int process = 0;
+    if (content.size() == sizeof process)
+        std::memcpy(&process, content.constData(), sizeof process);
+    return process;
+}
+
+#ifdef Q_OS_UNIX
+
+namespace {
+
+const char *const folders[] = {"/var/lock",  "/run/lock",        "/var/lock/lockdev",
+                               "/etc/locks", "/var/spool/locks", "/var/spool/uucp",
+                               "/tmp"};
+
+/// The names under which programs lock a device below a folder of /dev.
+QStringList lockNames(const QString &device)
+{
+    const QString name = device.startsWith(u"/dev/") ? device.mid(5) : device;
+    QStringList names = {QString(name).replace(u'/', u'_')};
+    if (name.startsWith(u"pts/"))
+        return names; // "3" alone would say little
+    names.append(name.section(u'/', -1));
+    names.removeDuplicates();
+    return names;
+}
+
+bool isAlive(qint64 process)
+{
+    return process > 0 && (::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM);
+}
+
+QString programOf(qint64 process)
+{
+    QFile name(QStringLiteral("/proc/%1/comm").arg(process));
+    return name.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(name.readAll()).trimmed()
+                                          : QString();
+}
+
+/// The toolkit notes its program in the second line: under the same number another one may run now.
+bool isAnotherProgram(const QByteArray &content, const Holder &holder)
+{
+    const QString noted = QString::fromLocal8Bit(content.split('\n').value(1)).trimmed();
+    const QString file = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(holder.process));
+    return !noted.isEmpty() && !file.isEmpty() && file.section(u'/', -1) != noted;
+}
+
+/// Who holds the lock file; nothing when it is not there or left over.
+std::optional<Holder> holderOf(const QString &path)
+{
+    QFile lock(path);
+    if (!lock.exists())
+        return {};
+    Holder holder{.file = path};
+    if (!lock.open(QIODevice::ReadOnly))
+        return lock.exists() ? std::optional(holder) : std::nullopt;
+    constexpr qint64 longest = 512;
+    const QByteArray content = lock.read(longest);
+    holder.process = processIn(content);
+    if (!isAlive(holder.process) || isAnotherProgram(content, holder)) {
+        // The toolkit would let a lock that it cannot read stand for half a minute.
+        if (holder.process > 0)
+            lock.remove();
+        return {};
+    }
+    holder.program = programOf(holder.process);
+    holder.isOwn = holder.process == ::getpid();
+    return holder;
+}
+
+} // namespace
+
+std::optional<Holder> holder(const QString &device)
+{
+    for (const char *folder : folders) {
+        for (const QString &name : lockNames(device)) {
+            auto found = holderOf(QStringLiteral("%1/LCK..%2").arg(QLatin1String(folder), name));
+            if (found)
+                return found;
+        }
+    }
+    return {};
+}
+
+#else
+
+std::optional<Holder> holder(const QString &)
+{
+    return {};
+}
+
+#endif
+
+} // namespace corvane::serialLock

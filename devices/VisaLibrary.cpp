@@ -1,0 +1,19 @@
+#include "devices/VisaLibrary.h"
+
+namespace corvane {
+
+VisaLibrary::VisaLibrary(const QString &path)
+    : library(QStringLiteral("VISA library"), libraryNames::visa(libraryNames::thisSystem), path)
+    , file(library.file("viOpen"))
+{
+    library.require(viOpenDefaultRM, "viOpenDefaultRM");
+    library.require(viOpen, "viOpen");
+    library.require(viSetAttribute, "viSetAttribute");
+    library.require(viWrite, "viWrite");
+    library.require(viRead, "viRead");
+    library.require(viClear, "viClear");
+    library.require(viClose, "viClose");
+    library.require(viStatusDesc, "viStatusDesc");
+}
+
+} // namespace corvane

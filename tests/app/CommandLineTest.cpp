@@ -1,0 +1,81 @@
+#include "app/CommandLine.h"
+
+#include "devices/PlatformError.h"
+#include "tests/support/Testing.h"
+
+using namespace corvane;
+
+namespace {
+
+CommandLine parse(const QString &arguments)
+{
+    return CommandLine::parse(
+        (QStringLiteral("corvane ") + arguments).split(u' ', Qt::SkipEmptyParts));
+}
+
+} // namespace
+
+TEST(CommandLine, ReadsTheWindowsOptions)
+{
+    const CommandLine line =
+        parse(QStringLiteral("--demo --com 1=/dev/ttyUSB0 --com 12=COM3 --gpib 0=tcp:10.0.0.5:1234 "
+                             "--gpib 3=visa a.tst"));
+    EXPECT_EQ(line.task, CommandLine::Task::Window);
+    EXPECT_TRUE(line.demo);
+    EXPECT_EQ(line.list, u"a.tst");
+    EXPECT_EQ(line.serialDevices, (QMap<int, QString>{{1, QStringLiteral("/dev/ttyUSB0")},
+                                                      {12, QStringLiteral("COM3")}}));
+    EXPECT_EQ(line.gpibAdapters[0], u"tcp:10.0.0.5:1234");
+    EXPECT_EQ(line.gpibAdapters[1], QString());
+    EXPECT_EQ(line.gpibAdapters[3], u"visa");
+}
+
+TEST(CommandLine, ReadsAnUnattendedRun)
+{
+    const CommandLine line = parse(QStringLiteral(
+        "--run a.kms --channel GPIB --address 5 --timeout 500 --loop 10 --get --save b.kms "
+        "--patience 3 --csv c.csv --junit j.xml --strip-operator"));
+    EXPECT_EQ(line.task, CommandLine::Task::Run);
+    EXPECT_EQ(line.list, u"a.kms");
+    EXPECT_EQ(line.channel, 2);
+    EXPECT_EQ(line.timeoutMs, 500);
+    EXPECT_EQ(line.loopMs, 10);
+    EXPECT_TRUE(line.get && line.stripOperator);
+    EXPECT_EQ(line.saveFile, u"b.kms");
+    EXPECT_EQ(line.patienceSeconds, 3);
+    EXPECT_EQ(line.csvFile, u"c.csv");
+    EXPECT_EQ(line.junitFile, u"j.xml");
+}
+
+TEST(CommandLine, NamesTheArgumentThatIsWrong)
+{
+    const std::pair<const char16_t *, const char16_t *> wrong[] = {
+        {u"--nonsense", u"nonsense"},
+        {u"--com 1", u"--com 1"},
+        {u"--com 0=/dev/x", u"--com 0=/dev/x"},
+        {u"--gpib 4=visa", u"--gpib 4=visa"},
+        {u"--gpib 1=", u"--gpib 1="},
+        {u"--gpib 1=lan", u"lan"},
+        {u"--com 1=a --com 1=b", u"--com 1=b"},
+        {u"--run a.tst --channel tcp1 --csv=", u"--csv"},
+        {u"--run a.tst --channel tcp1 --csv a --csv b", u"--csv b"},
+        {u"--run a.tst", u"--channel"},
+        {u"--run a.tst --channel modem", u"modem"},
+        {u"--run a.tst --channel tcp1 --timeout 60000", u"--timeout 60000"},
+        {u"--run a.tst --channel tcp1 --loop 9", u"--loop 9"},
+        {u"--run a.tst --channel tcp1 --patience abc", u"--patience abc"},
+        {u"--run a.tst --channel tcp1 --save b.kms", u"--get"},
+        {u"--run a.tst --channel tcp1 b.tst", u"b.tst"},
+        {u"--loop 50", u"--run"},
+        {u"a.tst b.tst", u"b.tst"},
+    };
+    for (const auto &[arguments, named] : wrong) {
+        try {
+            parse(QString::fromUtf16(arguments));
+            ADD_FAILURE() << "accepted: " << QString::fromUtf16(arguments).toStdString();
+        } catch (const PlatformError &error) {
+            EXPECT_TRUE(error.description().contains(QString::fromUtf16(named)))
+                << error.description().toStdString();
+        }
+    }
+}

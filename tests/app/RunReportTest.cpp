@@ -1,0 +1,63 @@
+#include "app/RunReport.h"
+
+#include "app/JUnitReport.h"
+#include "tests/support/Testing.h"
+
+using namespace corvane;
+
+namespace {
+
+/// What xmllint finds against the schema beside this file; nothing where it is not installed.
+QByteArray findings(const QByteArray &junit)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("xmllint")).isEmpty())
+        return {};
+    const QString schema =
+        QFileInfo(QStringLiteral(__FILE__)).dir().filePath(QStringLiteral("junit.xsd"));
+    QProcess lint;
+    lint.start(QStringLiteral("xmllint"), {QStringLiteral("--noout"), QStringLiteral("--schema"),
+                                           schema, QStringLiteral("-")});
+    lint.write(junit);
+    lint.closeWriteChannel();
+    EXPECT_TRUE(lint.waitForFinished());
+    return lint.exitCode() == 0 ? QByteArray() : lint.readAllStandardError() + junit;
+}
+
+} // namespace
+
+TEST(RunReport, ASpreadsheetTakesNoCellForAFormulaAndReadsEveryCharacter)
+{
+    RunReport report;
+    report.rows = {{QStringLiteral("= SP"), QStringLiteral("="), QStringLiteral("-70.5")}};
+    EXPECT_EQ(report.toCsv(), "\" = SP\",=,-70.5\r\n");
+    report.rows = {{QStringLiteral("\"\u00b5,"), QStringLiteral("+a")}};
+    EXPECT_EQ(report.toCsv(), "\xef\xbb\xbf\"\"\"\xc2\xb5,\",\" +a\"\r\n");
+}
+
+TEST(JUnitReport, IsValidWhateverAListAndADeviceHold)
+{
+    using enum RunReport::Check::Result;
+    RunReport report;
+    report.listName = QStringLiteral("a \"b\" <c>&\n.tst");
+    report.began = QDateTime(QDate(2026, 3, 1), QTime(0, 30), QTimeZone(3600));
+    EXPECT_EQ(findings(junitReport(report)), "");
+    EXPECT_TRUE(junitReport(report).contains("name=\"run\" time=\"0.000\"/>")); // and has passed
+
+    report.properties = {{QStringLiteral("device"), QStringLiteral("10.0.0.5:5000")}};
+    report.seconds = 3.5;
+    const QString anything = QStringLiteral("\x1b[2J\t\uffff") + QChar(0xd800);
+    report.checks = {{1, anything, anything, anything, anything, Failed, 1.25}, {}, {}};
+    report.checks[2].result = Passed;
+    report.checks[2].seconds = 1;
+    EXPECT_EQ(findings(junitReport(report)), "");
+    EXPECT_FALSE(junitReport(report).contains("name=\"run\""));
+    report.fault = QStringLiteral("no reply");
+    const QByteArray junit = junitReport(report);
+    EXPECT_EQ(findings(junit), "");
+    for (const char *part :
+         {"timestamp=\"2026-02-28T23:30:00\" hostname=\"localhost\" tests=\"4\" failures=\"1\" "
+          "errors=\"1\" skipped=\"1\" time=\"3.500\"",
+          "name=\"device\" value=\"10.0.0.5:5000\"", "name=\"row 1: \\x1b[2J&#9;\\uffff\\ud800\"",
+          "time=\"1.250\"", "name=\"run\" time=\"1.250\"", "<error message=\"no reply\""})
+        EXPECT_TRUE(junit.contains(part)) << part << "\n" << junit.toStdString();
+}

@@ -1,0 +1,200 @@
+#include "core/board/MeterReading.h"
+#include "devices/PlatformError.h"
+#include "tests/core/board/BoardFixture.h"
+
+using namespace corvane;
+
+using BoardLinkTest = BoardTest;
+using Waits = std::vector<int>;
+
+TEST_F(BoardLinkTest, ACommandGetsOneCarriageReturnUnlessItHoldsOne)
+{
+    struct Row
+    {
+        const char *command;
+        const char *sent;
+        const char *shown;
+    };
+    for (const Row &row : {Row{"DAC?  3", "DAC?  3\r", "DAC?  3"}, Row{"A\rB", "A\rB", "AB"},
+                           Row{"CAL:PIC\r", "CAL:PIC\r", "CAL:PIC"}, Row{"", "\r", ""}}) {
+        channels.forget();
+        QString command = QString::fromLatin1(row.command);
+        board.link().OutputToSbc(command);
+        EXPECT_EQ(command, QString::fromLatin1(row.sent));
+        EXPECT_EQ(channels.commands(), latin({row.sent}));
+        EXPECT_EQ(board.statusPanels[0]->text(), QString::fromLatin1(row.shown));
+    }
+}
+
+TEST_F(BoardLinkTest, AnExchangeTakes125MsAnd200MoreWhenTheBoardIsSilent)
+{
+    const Waits answered = {25, 100};
+    const Waits silent = {25, 100, 200};
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        for (const bool answers : {true, false}) {
+            answerQueriesWith(answers ? "1,2\x7F" : "");
+            clock.waits.clear();
+            QString command = QStringLiteral("ADC?");
+            QString text = QStringLiteral("old");
+            board.link().OutputToSbc(command);
+            board.link().InputFromSbc(text);
+            std::erase(clock.waits, FakeBoardChannels::gpibTimeoutMs);
+            EXPECT_EQ(clock.waits, answers ? answered : silent) << method;
+            EXPECT_EQ(text, answers ? QStringLiteral("1,2\x7F") : QString());
+            EXPECT_EQ(shown(board, "StatusBar1_2"), answers ? text : QStringLiteral("NO RESPONSE"));
+        }
+    }
+}
+
+TEST_F(BoardLinkTest, AReplyThatComesWithinTheSecondReadCounts)
+{
+    clock.after(25 + 100 + FakeBoardChannels::gpibTimeoutMs + 150, [this] {
+        channels.bus.replies[FakeBoardChannels::boardAddress].emplace_back("late");
+    });
+    QString text = QStringLiteral("ADC?");
+    board.link().OutputToSbc(text);
+    board.link().InputFromSbc(text);
+    EXPECT_EQ(text, QStringLiteral("late"));
+}
+
+TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
+{
+    const QString address = FakeBoardChannels::boardAddress;
+    const QString dropped = QStringLiteral("A late answer to an earlier command");
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        for (const bool isRead : {true, false}) { // false: its exchange was cancelled
+            answerQueriesWith("");
+            clock.after(!isRead       ? 130
+                        : method == 1 ? 3200
+                                      : 2000,
+                        [this, method, address] {
+                            channels.bus.replies[address].assign(method == 1 ? 1 : 0, "late");
+                            channels.boxText = "late";
+                        });
+            QString command = QStringLiteral("ADC?  0");
+            board.link().OutputToSbc(command);
+            if (isRead) {
+                EXPECT_EQ(board.link().ask(QStringLiteral("ADC?  1"), 0), QString());
+            }
+            answerQueriesWith("2");
+            EXPECT_EQ(board.link().ask(QStringLiteral("DAC?  2"), 0), QStringLiteral("2"))
+                << method;
+            EXPECT_TRUE(board.statusPanels[1]->toolTip().contains(dropped)) << method;
+            EXPECT_TRUE(channels.bus.replies[address].empty());
+            const quint32 before = clock.MS_TIMER();
+            EXPECT_EQ(board.link().ask(QStringLiteral("DAC?  3"), 0), QStringLiteral("2"));
+            EXPECT_EQ(clock.MS_TIMER() - before, 125U) << "an answered exchange waits for nothing";
+        }
+    }
+    EXPECT_EQ(board.link().readMeter(16), QString());
+    channels.bus.replies[QStringLiteral("GPIB0::16")].emplace_back("0.5");
+    channels.meter = {"2.0"};
+    EXPECT_EQ(board.link().readMeter(16), QStringLiteral("2.0"));
+}
+
+TEST_F(BoardLinkTest, ALoneLineEndIsNoAnswer)
+{
+    answerQueriesWith("\r\n");
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        EXPECT_EQ(board.link().ask(QStringLiteral("ADC?"), 0), QString());
+        EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
+    }
+}
+
+TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
+{
+    channels.serial.feed("unread");
+    for (const int method : {0, 1, 2}) {
+        channels.boxText = "stale";
+        board.OptSbcCommMeth_Click(method);
+        QString text = QStringLiteral("L 1");
+        board.link().OutputToSbc(text);
+    }
+    EXPECT_EQ(channels.cleared, (std::vector<int>{1, 3}));
+    EXPECT_TRUE(channels.serial.input().isEmpty());
+}
+
+TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)
+{
+    channels.serial.setPortOpen(false);
+    channels.tcp.setState(SocketState::Closed);
+    channels.bus.fault = QStringLiteral("no adapter");
+    for (const int method : {0, 1, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        QString text = QStringLiteral("ADC?");
+        board.link().OutputToSbc(text);
+        EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
+        board.link().InputFromSbc(text);
+        EXPECT_EQ(text, QString());
+        EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
+        EXPECT_TRUE(board.statusPanels[1]->toolTip().startsWith(QStringLiteral("<qt>"))) << method;
+    }
+}
+
+TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
+{
+    channels.use = ChannelUse::List;
+    channels.boxText = "the list's reply";
+    for (const int method : {0, 1, 2}) {
+        channels.usedChannel = method + channels::rs232;
+        board.OptSbcCommMeth_Click(method);
+        QString text = QStringLiteral("ADC?");
+        board.link().OutputToSbc(text);
+        board.link().InputFromSbc(text);
+        EXPECT_EQ(text, QString());
+        EXPECT_TRUE(board.link().fault().contains(QStringLiteral("a command list is running")));
+    }
+    EXPECT_TRUE(channels.bus.calls.isEmpty() && channels.commands().isEmpty());
+}
+
+TEST_F(BoardLinkTest, ANegativeOrEmptyPauseReturnsAtOnce)
+{
+    const quint32 before = clock.MS_TIMER();
+    for (const qint16 ms : std::initializer_list<qint16>{0, -1, -32768})
+        board.link().PauseMS(ms);
+    EXPECT_EQ(clock.MS_TIMER(), before);
+    board.link().PauseMS(32767);
+    EXPECT_EQ(clock.MS_TIMER(), before + 32767);
+}
+
+TEST_F(BoardLinkTest, TheMeterIsAddressedReadAfterTwoSecondsAndTheBoardAddressedAgain)
+{
+    channels.meter = {"-1.25E+0V\n"};
+    WaitGroup waits(clock);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), -1.25F);
+    EXPECT_EQ(channels.bus.calls, latin({"open GPIB0::16", "write GPIB0::16 data?\r",
+                                         "read GPIB0::16", "open GPIB0::5"}));
+    EXPECT_EQ(clock.waits, (Waits{1000, 1000}));
+}
+
+TEST_F(BoardLinkTest, AMeterWithoutANumberReadsAsZeroAndAHugeOneAsInfinite)
+{
+    WaitGroup waits(clock);
+    channels.meter = {"OVERFLOW", "1e40", "-1e40"};
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 0.0F);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), INFINITY);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), -INFINITY);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 0.0F); // silent
+}
+
+TEST_F(BoardLinkTest, TheBoardsAddressComesBackOnEveryWayOut)
+{
+    const QString address = QStringLiteral("GPIB0::"); // the board is on another Channel
+    channels.gpib.setConnectString(address);
+    channels.meter = {"2.0"};
+    WaitGroup waits(clock);
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 2.0F);
+    EXPECT_EQ(channels.gpib.connectString(), address);
+
+    EXPECT_THROW(ReadMeterValue(channels.gpib, waits, 99), PlatformError);
+    EXPECT_EQ(channels.gpib.connectString(), address);
+
+    channels.bus.calls.clear();
+    clock.after(500, [&waits] { waits.close(); });
+    EXPECT_EQ(ReadMeterValue(channels.gpib, waits, 16), 0.0F);
+    EXPECT_EQ(channels.gpib.connectString(), address);
+    EXPECT_EQ(channels.bus.calls, latin({"open GPIB0::16"})); // nothing after the close
+}

@@ -1,0 +1,1 @@
+corvane_test(core/lists SOURCES CheckRowTest.cpp ListStepTest.cpp USES core/lists)

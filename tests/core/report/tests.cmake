@@ -1,0 +1,1 @@
+corvane_test(core/report SOURCES CalibrationReportTest.cpp USES core/report)

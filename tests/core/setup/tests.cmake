@@ -1,0 +1,1 @@
+corvane_test(core/setup SOURCES GpibSearchTest.cpp modWinsockAPITest.cpp USES core/setup)

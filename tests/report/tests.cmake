@@ -1,1 +1,0 @@
-corvane_test(report SOURCES CalibrationReportTest.cpp ReportWindowTest.cpp USES report)

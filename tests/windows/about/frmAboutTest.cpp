@@ -1,0 +1,186 @@
+#include "windows/about/frmAbout.h"
+
+#include "tests/support/ScriptedDialogs.h"
+#include "windows/about/AboutHost.h"
+#include "windows/about/ProgramLauncher.h"
+#include "windows/about/SystemInfo.h"
+
+#include <map>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A registry in memory; counts what is open.
+class FakeRegistry : public RegistryApi
+{
+public:
+    std::optional<Key> openKey(Root root, const std::u16string &name) override
+    {
+        m_key = QString::fromStdU16String(name);
+        if (root != Root::LocalMachine || !keys.contains(m_key))
+            return std::nullopt;
+        ++open;
+        return &m_key;
+    }
+    std::optional<Value> queryValue(Key, const std::u16string &name,
+                                    std::size_t characters) override
+    {
+        const auto value = keys[m_key].find(QString::fromStdU16String(name));
+        if (value == keys[m_key].end() || value->second.bytes.size() > 2 * characters)
+            return std::nullopt;
+        return value->second;
+    }
+    void closeKey(Key) override { --open; }
+
+    std::map<QString, std::map<QString, Value>> keys;
+    int open = 0;
+
+private:
+    QString m_key;
+};
+
+class FakeLauncher : public ProgramLauncher
+{
+public:
+    [[nodiscard]] bool fileExists(const QString &path) const override { return path == file; }
+    [[nodiscard]] QString findProgram(const QString &name) const override
+    {
+        return installed.contains(name) ? u"/bin/"_s + name : QString();
+    }
+    bool start(const QString &program, const QStringList &arguments) override
+    {
+        started.append((QStringList{program} + arguments).join(u' '));
+        return !broken.contains(program);
+    }
+
+    QString file;
+    QStringList installed;
+    QStringList broken; ///< programs that do not start
+    QStringList started;
+};
+
+struct About : testing::Test, AboutHost
+{
+    void showGpibAbout() override { ++gpibAboutShown; }
+    void expectStarted(const QStringList &programs)
+    {
+        launcher.started.clear();
+        window.cmdSysInfo_Click();
+        EXPECT_EQ(launcher.started, programs);
+        EXPECT_EQ(registry.open, 0) << "every key that was opened is closed";
+    }
+    static RegistryApi::Value string(const QString &text)
+    {
+        RegistryApi::Value value{.type = RegistryApi::stringType, .bytes = {}};
+        for (const QChar c : text + QChar(0))
+            value.bytes.insert(value.bytes.end(), {c.cell(), c.row()});
+        return value;
+    }
+
+    FakeRegistry registry;
+    std::map<QString, RegistryApi::Value> &tool =
+        registry.keys[u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s];
+    std::map<QString, RegistryApi::Value> &folder =
+        registry.keys[u"SOFTWARE\\Microsoft\\Shared Tools Location"_s];
+    FakeLauncher launcher;
+    ScriptedDialogs dialogs;
+    SystemInfo systemInfo{registry, launcher, dialogs};
+    frmAbout window{systemInfo, *this};
+    int gpibAboutShown = 0;
+};
+
+} // namespace
+
+TEST_F(About, TheWindowShowsTheProductsFactsAndOpensItsDoors)
+{
+    window.openWindow();
+    EXPECT_EQ(window.windowTitle(), u"About Corvane");
+    EXPECT_EQ(window.lblTitle->text(), u"Corvane");
+    const QStringList version = QStringLiteral(PROJECT_VERSION_TEXT).split(u'.');
+    EXPECT_EQ(window.lblVersion->text(),
+              u"Version: %1.%2 Build %3"_s.arg(version[0], version[1], version[2]));
+    EXPECT_TRUE(window.lblFileDescription->text().startsWith(u"Part Number: "));
+    EXPECT_EQ(window.lblDescription->text(),
+              u"This application provides a simple, all-in-one test of the communications "
+              u"capabilities of Brennick products.");
+    EXPECT_TRUE(window.lblCopyRight->text().startsWith(u"Copyright"));
+    window.cmdQBXAbout->click();
+    EXPECT_EQ(gpibAboutShown, 1);
+    window.cmdOK->click();
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(About, ARegistryValueIsReadAsItsTextOrAsHexadecimalDigits)
+{
+    const QString full(1023, u'x');
+    tool = {{u"text"_s, string(u"C:\\\u00fc\u0142"_s)},
+            {u"unended"_s, {.type = 1, .bytes = {'a', 0, 'b', 0}}},
+            {u"empty"_s, {.type = 1, .bytes = {}}},
+            {u"full"_s, string(full)},
+            {u"long"_s, string(full + u'x')},
+            {u"number"_s, {.type = 4, .bytes = {0x10, 0x0a, 0, 0}}},
+            {u"expandable"_s, {.type = 2, .bytes = {0xff}}}};
+    const std::pair<QString, std::optional<QString>> rows[] = {
+        {u"text"_s, u"C:\\\u00fc\u0142"_s},
+        {u"unended"_s, u"ab"_s},
+        {u"empty"_s, QString()},
+        {u"full"_s, full},
+        {u"long"_s, {}},
+        {u"number"_s, u"&h00000A10"_s},
+        {u"expandable"_s, u"&hFF"_s},
+        {u"missing"_s, {}},
+    };
+    const auto read = [this](const QString &key, const QString &name) {
+        QString value;
+        const bool found =
+            systemInfo.GetKeyValue(RegistryApi::Root::LocalMachine, key, name, value);
+        return found ? std::optional(value) : std::nullopt;
+    };
+    for (const auto &[name, value] : rows)
+        EXPECT_EQ(read(u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s, name), value)
+            << name.toStdString();
+    EXPECT_EQ(read(u"no key"_s, u"text"_s), std::nullopt);
+}
+
+TEST_F(About, TheToolThatTheRegistryNamesIsStarted)
+{
+    launcher.installed = {u"hardinfo"_s};
+    folder[u"MSINFO"_s] = string(u"C:\\Shared"_s);
+    launcher.file = u"C:\\Shared\\MSINFO32.EXE"_s;
+    expectStarted({u"C:\\Shared\\MSINFO32.EXE"_s});
+    tool[u"PATH"_s] = string(u"C:\\info.exe"_s);
+    expectStarted({u"C:\\info.exe"_s});
+}
+
+TEST_F(About, WithoutOneInTheRegistryTheFirstInstalledToolThatStartsIsTaken)
+{
+    launcher.installed = {u"gnome-control-center"_s, u"hardinfo"_s, u"kinfocenter"_s};
+    expectStarted({u"/bin/hardinfo"_s});
+    launcher.broken = {u"/bin/hardinfo"_s, u"/bin/kinfocenter"_s};
+    expectStarted(
+        {u"/bin/hardinfo"_s, u"/bin/kinfocenter"_s, u"/bin/gnome-control-center info-overview"_s});
+}
+
+TEST_F(About, WithoutAnyToolTheFixedTextIsShown)
+{
+    const QString unavailable = u"System Information Is Unavailable At This Time"_s;
+    for (int i = 0; i < 3; ++i)
+        dialogs.expectMessage(unavailable);
+    expectStarted({});
+    folder[u"MSINFO"_s] = string(u"C:\\Gone"_s);
+    expectStarted({});
+    tool[u"PATH"_s] = {.type = 4, .bytes = {1}};
+    launcher.broken = {u"&h01"_s};
+    expectStarted({u"&h01"_s});
+}
+
+TEST(QtProgramLauncher, StartsWhatIsThereAndRefusesWhatIsNot)
+{
+    QtProgramLauncher launcher;
+    const QString program = launcher.findProgram(u"true"_s);
+    EXPECT_TRUE(launcher.fileExists(program) && launcher.start(program, {}));
+    EXPECT_EQ(launcher.findProgram(u"no-such-program"_s), QString());
+    EXPECT_FALSE(launcher.start(QTemporaryDir().filePath(u"missing"_s), {}));
+}

@@ -1,0 +1,1 @@
+corvane_test(windows/board SOURCES BoardWindowTest.cpp PanelsTest.cpp USES windows/board)

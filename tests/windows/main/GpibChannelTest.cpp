@@ -1,0 +1,236 @@
+#include "tests/windows/main/ChannelDesk.h"
+
+using namespace corvane;
+
+namespace {
+
+struct GpibDesk : ChannelDesk
+{
+    GpibDesk()
+    {
+        channel.initialise();
+        channel.cboIEEEAddress->setCurrentText(QStringLiteral("5"));
+        channel.applyEntries();
+    }
+
+    FakeGpibBus bus;
+    GpibControl control{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
+    GpibChannel channel{2, control, context};
+};
+
+const QString device = QStringLiteral("GPIB0::5");
+
+} // namespace
+
+TEST(GpibChannel, ShowsTheConnectStringThatTheEntriesMake)
+{
+    GpibDesk desk;
+    EXPECT_EQ(desk.channel.cboIEEEPort->count(), 4);
+    EXPECT_EQ(desk.control.connectString(), device);
+    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral(" GPIB2 "));
+    EXPECT_EQ(desk.control.connectString(), u"GPIB2::5");
+    EXPECT_EQ(desk.channel.lblConnectString->text(), u"GPIB2::5");
+}
+
+TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
+{
+    const std::function<void(GpibChannel &)> next[] = {
+        [](GpibChannel &channel) { channel.Timer1_Timer(); },
+        [](GpibChannel &channel) { channel.cmdSend_Click(); },
+        [](GpibChannel &channel) { channel.cmdConnect_Click(); }};
+    for (const auto &goOn : next) {
+        GpibDesk desk;
+        desk.host.refusal = QStringLiteral("borrowed");
+        desk.channel.cboIEEEAddress->setCurrentText(QStringLiteral("9"));
+        desk.dialogs.expectMessage(
+            QStringLiteral("Error occurred while trying to connect.\r\nborrowed"));
+        desk.channel.cmdConnect_Click();
+        EXPECT_EQ(desk.control.connectString(), device);
+        desk.host.refusal.clear();
+        goOn(desk.channel);
+        EXPECT_EQ(desk.control.connectString(), u"GPIB0::9");
+    }
+}
+
+TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
+{
+    GpibDesk desk;
+    desk.control.setConnectString(QStringLiteral("GPIB1::7"));
+    desk.control.setTimeout(2500);
+    desk.channel.cmdConnect_Click();
+    EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("open GPIB1::7")});
+    EXPECT_EQ(desk.channel.cboIEEEPort->currentText(), u"GPIB1");
+    EXPECT_EQ(desk.channel.cboIEEEAddress->currentText(), u"7");
+    EXPECT_EQ(desk.channel.txtTimeout488->text(), u"2500");
+
+    desk.bus.fault = QStringLiteral("no adapter");
+    desk.dialogs.expectMessage(
+        QStringLiteral("Error occurred while trying to connect.\r\nno adapter"));
+    desk.channel.cmdConnect_Click();
+    EXPECT_FALSE(desk.channel.isOpen());
+}
+
+TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
+{
+    GpibDesk desk;
+    QLineEdit &entry = *desk.channel.txtTimeout488;
+    const std::pair<const char16_t *, int> entries[] = {
+        {u"59999", 59999}, {u"60000", 59999}, {u"0", 59999}, {u"-5", 59999}, {u"abc", 59999},
+        {u"", 59999},      {u"1e3", 1000},    {u".5", 1},    {u" 250 ", 250}};
+    for (const auto &[text, expected] : entries) {
+        entry.setText(QString::fromUtf16(text));
+        desk.channel.txtTimeout488_Apply();
+        EXPECT_EQ(desk.control.timeout(), expected);
+        EXPECT_EQ(entry.text(), QString::number(expected));
+    }
+    QTest::keyClicks(&entry, QStringLiteral("0"));
+    EXPECT_TRUE(entry.font().bold()) << "edit pending";
+    EXPECT_EQ(desk.control.timeout(), 250);
+    QTest::keyClick(&entry, Qt::Key_Return);
+    EXPECT_FALSE(entry.font().bold());
+    EXPECT_EQ(desk.control.timeout(), 2500);
+    QTest::mouseClick(&entry, Qt::LeftButton);
+    EXPECT_TRUE(entry.font().bold());
+    QTest::keyClicks(&entry, QStringLiteral("1"));
+    desk.channel.cmdConnect_Click(); // by its mnemonic: the entry keeps the focus
+    EXPECT_EQ(desk.control.timeout(), 25001);
+    EXPECT_FALSE(entry.font().bold());
+    entry.setText(QStringLiteral("300"));
+    for (const auto &[reason, applied] :
+         {std::pair(Qt::PopupFocusReason, 25001), std::pair(Qt::MenuBarFocusReason, 25001),
+          std::pair(Qt::TabFocusReason, 300)}) {
+        QFocusEvent leaving(QEvent::FocusOut, reason);
+        QApplication::sendEvent(&entry, &leaving);
+        EXPECT_EQ(desk.control.timeout(), applied);
+    }
+}
+
+TEST(GpibChannel, ThePointerAndTheStatusLineSayThatAConnectTakesItsTime)
+{
+    GpibDesk desk;
+    desk.bus.onOpen = [&] {
+        EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
+        EXPECT_EQ(desk.host.progress.last(), u"IEEE 488: connecting to GPIB0::5 ...");
+    };
+    const auto isQuiet = [&desk] {
+        return !QGuiApplication::overrideCursor() && desk.host.progress.last().isEmpty();
+    };
+    desk.channel.cmdConnect_Click();
+    EXPECT_TRUE(isQuiet());
+    EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to GPIB0::5 through fake adapter");
+    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral("GPIB2"));
+    EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to board GPIB0, not to GPIB2::5");
+    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral("GPIB0"));
+    desk.control.forgetAdapter(0);
+    EXPECT_EQ(desk.channel.lblPlace->text(), QString());
+
+    desk.bus.fault = QStringLiteral("no adapter");
+    desk.dialogs.expectMessage(
+        QStringLiteral("Error occurred while trying to connect.\r\nno adapter"),
+        Dialogs::Answer::Ok, [&] { EXPECT_TRUE(isQuiet()); });
+    desk.channel.cmdConnect_Click();
+    desk.bus.fault.clear();
+    desk.bus.onOpen = [&] { desk.control.shutDown(); }; // the window closes
+    desk.channel.cmdConnect_Click();
+    EXPECT_TRUE(isQuiet());
+}
+
+TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)
+{
+    GpibDesk desk;
+    desk.bus.replies[device] = {"MAKER,\r\nMODEL\r\n"};
+    desk.module.GpibTransfer = desk.module.SendMode = true;
+    desk.channel.cmdIDN_Click();
+    EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("write GPIB0::5 *IDN?\r")});
+    EXPECT_FALSE(desk.channel.isReadDone());
+    desk.channel.Timer1_Timer();
+    EXPECT_TRUE(desk.channel.isReadDone());
+    EXPECT_EQ(desk.channel.txtIn->text(), u"MAKER,MODEL");
+    EXPECT_EQ(desk.host.gridCell, "MAKER,MODEL");
+    EXPECT_TRUE(desk.module.ResponseReady);
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls.size(), 2) << "one read for one command";
+    desk.bus.end = gpibReply::End::TimedOut;
+    for (const char *reply : {"12.", "12.\n"}) {
+        desk.bus.replies[device] = {reply};
+        desk.channel.cmdSend_Click();
+        desk.channel.Timer1_Timer();
+    }
+    EXPECT_EQ(desk.host.notes, (QStringList{QString(),
+                                            QStringLiteral("IEEE 488: the reply is incomplete: its "
+                                                           "end did not come in time"),
+                                            QString()}))
+        << "said until a reply is whole";
+    desk.channel.cboMs->setEditText(QStringLiteral("2000"));
+    desk.channel.cboMs_Change();
+    EXPECT_EQ(desk.channel.Timer1->interval(), 2000);
+    EXPECT_EQ(desk.channel.TimerTransfer->interval(), 500) << "a list keeps its own pace here";
+}
+
+TEST(GpibChannel, SaysATimeoutAndHandsItToTheRunOrEndsTheLoop)
+{
+    GpibDesk desk;
+    desk.module.GetMode = true;
+    desk.channel.cmdSend_Click();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.channel.txtIn->text(), u"Timed Out: 1000 ms.");
+    EXPECT_EQ(desk.host.timedOutOn, std::vector<int>{2});
+
+    desk.module.GetMode = false;
+    desk.channel.cmdSend_Click();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.channel.txtIn->text(), u"Timed Out: 1000 ms.") << "no loop is on";
+    desk.channel.chkLoop->click();
+    EXPECT_TRUE(desk.module.GpibLoopEnabled);
+    desk.channel.Timer1_Timer(); // sends
+    desk.channel.Timer1_Timer(); // reads nothing
+    EXPECT_EQ(desk.channel.txtIn->text(), u"Loop timed out: 1000 ms.");
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+    EXPECT_FALSE(desk.module.GpibLoopEnabled);
+    EXPECT_EQ(desk.host.timedOutOn.size(), 1U);
+}
+
+TEST(GpibChannel, AnAdapterThatGoesAwayIsToldOnce)
+{
+    GpibDesk desk;
+    desk.channel.chkLoop->setChecked(true);
+    desk.channel.Timer1_Timer();
+    desk.bus.fault = QStringLiteral("the adapter has gone");
+    desk.dialogs.expectMessage(
+        QStringLiteral("Error occurred while trying to read.\r\nthe adapter has gone"));
+    for (int tick = 0; tick < 4; ++tick)
+        desk.channel.Timer1_Timer();
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    desk.channel.cmdSend_Click();
+    const auto calls = desk.bus.calls.size();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls.size(), calls) << "nothing is read for a command that did not go out";
+
+    EXPECT_FALSE(desk.host.faults.isEmpty());
+    desk.bus.fault.clear();
+    desk.bus.replies[device] = {"back"};
+    desk.channel.cmdSend_Click();
+    desk.channel.Timer1_Timer();
+    EXPECT_TRUE(desk.host.faults.isEmpty()) << "it works again";
+}
+
+TEST(GpibChannel, AReadThatWaitsIsNeverInterleavedAndEndsWithTheWindow)
+{
+    GpibDesk desk;
+    desk.channel.cmdSend_Click();
+    desk.clock.after(10, [&] {
+        desk.channel.Timer1_Timer(); // skipped: the control is busy
+        desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+        desk.channel.cmdSend_Click();
+    });
+    desk.clock.after(20, [&] {
+        desk.waits.close();
+        desk.control.shutDown();
+    });
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls, (QStringList{QStringLiteral("write GPIB0::5 *IDN?\r"),
+                                           QStringLiteral("read GPIB0::5")}));
+    EXPECT_EQ(desk.channel.txtIn->text(), QString());
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "core/board/modSBC.h"
+#include "devices/GpibAdapterFactory.h"
+#include "tests/windows/main/ChannelDesk.h"
+#include "windows/about/ProgramLauncher.h"
+#include "windows/about/RegistryApi.h"
+#include "windows/about/SystemInfo.h"
+#include "windows/main/Main.h"
+
+namespace corvane {
+
+/// The main window over fake devices.
+struct MainDesk
+{
+    FakeClock clock;
+    ScriptedDialogs dialogs;
+    Module1 module;
+    FakeSerialPort rs485;
+    FakeSerialPort rs232;
+    FakeTcpClient tcpClient1;
+    FakeTcpClient tcpClient2;
+    FakeGpibBus bus;
+    GpibControl gpib{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
+    QTemporaryDir folder;
+    GpibAdapterChoices adapters;
+    GpibAdapterFactory adapterFactory;
+    std::unique_ptr<RegistryApi> registry = systemRegistry();
+    QtProgramLauncher launcher;
+    modSBC remembered;
+    SystemInfo systemInfo{*registry, launcher, dialogs};
+    Main main{{.clock = clock,
+               .dialogs = dialogs,
+               .module = module,
+               .rs485 = rs485,
+               .rs232 = rs232,
+               .gpib = gpib,
+               .tcpClient1 = tcpClient1,
+               .tcpClient2 = tcpClient2,
+               .programFolder = folder.path(),
+               .gpibAdapters = adapters,
+               .gpibAdapterFactory = adapterFactory,
+               .serialPorts = [] { return QList<SerialPortEntry>(); },
+               .systemInfo = systemInfo,
+               .remembered = remembered,
+               .findLocalAddress = [this](const auto &found) { addressWanted = found; }}};
+    std::function<void(const LocalAddress &)> addressWanted;
+
+    MainDesk() { main.Form_Load(); }
+    void connectAll()
+    {
+        for (int index = 0; index < channelCount; ++index)
+            main.cmdConnect_Click(index);
+    }
+};
+
+} // namespace corvane

@@ -1,0 +1,222 @@
+#include "windows/main/Main.h"
+
+#include "tests/support/Soon.h"
+#include "tests/windows/main/MainDesk.h"
+#include "windows/lists/CommandListArea.h"
+#include "windows/main/StatusLine.h"
+#include "windows/main/TrafficLog.h"
+#include "windows/widgets/TextGrid.h"
+
+using namespace corvane;
+
+TEST(Main, StartsWithItsDefaultsAndNothingOpen)
+{
+    MainDesk desk;
+    EXPECT_EQ(desk.main.windowTitle(), u"Corvane");
+    EXPECT_EQ(desk.rs485.settings(), u"9600,N,8,1");
+    EXPECT_EQ(desk.rs232.settings(), u"19200,N,8,1");
+    EXPECT_EQ(desk.rs485.opened + desk.rs232.opened + desk.tcpClient1.connects, 0);
+    EXPECT_TRUE(desk.bus.calls.empty());
+    EXPECT_TRUE(desk.main.mnuCmdList->isChecked());
+    EXPECT_TRUE(desk.main.shpLog->isHidden());
+    const char16_t *captions[] = {u"RS-485", u"RS-232", u"IEEE 488", u"TCP/IP-1", u"TCP/IP-2"};
+    for (int index = 0; index < channelCount; ++index) {
+        const Channel &channel = *desk.main.channel(index);
+        EXPECT_EQ(desk.main.tabChannels->tabText(index), captions[index]);
+        EXPECT_EQ(channel.cboOut->currentText(), u"*IDN?");
+        EXPECT_EQ(channel.cboMs->currentText(), u"1000");
+        EXPECT_EQ(channel.Timer1->interval(), 1000);
+        EXPECT_TRUE(channel.Timer1->isActive());
+        EXPECT_FALSE(channel.TimerTransfer->isActive());
+        EXPECT_TRUE(channel.shpComm->isHidden());
+    }
+    for (const int index : {3, 4}) {
+        EXPECT_EQ(desk.main.tcpChannel(index).txtPort->text(), u"5000");
+    }
+    EXPECT_EQ(desk.main.serialChannel(1).txtPort->text(), u"1");
+    EXPECT_EQ(desk.gpib.connectString(), u"GPIB0::0");
+    EXPECT_EQ(desk.main.gpibChannel().lblConnectString->text(), u"GPIB0::0");
+}
+
+TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouched)
+{
+    MainDesk desk;
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(desk.addressWanted) << "never without a window";
+    desk.main.show();
+    ASSERT_TRUE(soon([&] { return static_cast<bool>(desk.addressWanted); }));
+    QLineEdit &typed = *desk.main.tcpChannel(4).txtAddress;
+    QTest::keyClicks(&typed, QStringLiteral("x"));
+    desk.dialogs.expectMessage({.text = QStringLiteral("Authoritative answer host not found."),
+                                .icon = Dialogs::Icon::Exclamation});
+    desk.addressWanted({.failure = 11001});
+    desk.addressWanted({.text = QStringLiteral("192.168.1.20")});
+    EXPECT_EQ(desk.main.tcpChannel(3).txtAddress->text(), u"192.168.1.20");
+    EXPECT_EQ(typed.text(), u"x");
+    desk.addressWanted({.failure = 11001}); // nobody asks any more
+}
+
+TEST(Main, NoCommandBringsALineEndOfItsOwnToAWire)
+{
+    MainDesk desk;
+    desk.connectAll();
+    for (int index = 0; index < channelCount; ++index) {
+        desk.main.channel(index)->setCommand(QStringLiteral("A\r\nB\n"));
+        desk.main.cmdSend_Click_Public(index);
+    }
+    EXPECT_EQ(desk.rs485.written.back(), ">01 A B\r");
+    EXPECT_EQ(desk.rs232.written.back(), "A B\r");
+    EXPECT_EQ(desk.bus.calls.back(), u"write GPIB0::0 A B\r");
+    EXPECT_EQ(desk.tcpClient1.sent.back(), "A B\r");
+    EXPECT_EQ(desk.tcpClient2.sent.back(), "A B\r");
+}
+
+TEST(Main, IgnoresAnIndexOutsideTheChannels)
+{
+    MainDesk desk;
+    for (const int index : {-1, 5, 2147483647}) {
+        desk.main.cmdConnect_Click(index);
+        desk.main.cmdDisconnect_Click(index);
+        desk.main.cmdSend_Click_Public(index);
+        desk.main.cmdIDN_Click(index);
+        desk.main.cmdSystErr_Click(index);
+        desk.main.Timer1_Timer(index);
+        desk.main.TimerTransfer_Timer(index);
+        desk.main.chkLog_Click(index);
+        desk.main.cmdLoadFrmChmber_Click(index);
+        desk.main.cmdStop_Click(index);
+    }
+    EXPECT_EQ(desk.rs485.opened + desk.tcpClient1.connects, 0);
+}
+
+TEST(Main, ChannelsRunSideBySide)
+{
+    MainDesk desk;
+    desk.connectAll();
+    for (int index = 0; index < channelCount; ++index) {
+        desk.main.channel(index)->setCommand(QStringLiteral("C%1").arg(index));
+        desk.main.channel(index)->chkLoop->setChecked(true);
+        desk.main.Timer1_Timer(index);
+    }
+    EXPECT_EQ(desk.rs485.written.back(), ">01 C0\r");
+    EXPECT_EQ(desk.rs232.written.back(), "C1\r");
+    EXPECT_EQ(desk.bus.calls.back(), u"write GPIB0::0 C2\r");
+    EXPECT_EQ(desk.tcpClient1.sent.back(), "C3\r");
+    EXPECT_EQ(desk.tcpClient2.sent.back(), "C4\r");
+    desk.rs485.feed("<01:zero\r\n");
+    desk.rs232.feed("<01:one");
+    EXPECT_EQ(desk.main.channel(0)->txtIn->text(), u"zero");
+    EXPECT_EQ(desk.main.channel(1)->txtIn->text(), u"one") << "the RS-485 address counts here too";
+}
+
+TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid)
+{
+    MainDesk desk;
+    desk.connectAll();
+    QFile list(desk.folder.filePath(QStringLiteral("a.kms")));
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write("= SP 1\n= T 2\n") > 0);
+    list.close();
+    ASSERT_TRUE(desk.main.loadList(list.fileName()));
+    const QTimer &timer = *desk.main.channel(1)->TimerTransfer;
+    desk.main.channel(1)->cboMs->setEditText(QStringLiteral("3600000"));
+    desk.main.channel(1)->cboMs_Change();
+    desk.main.cmdLoadToChmber_Click(1);
+    const auto isLater = [&] { return timer.remainingTime() < 3'599'900; };
+    ASSERT_TRUE(soon(isLater));
+    desk.rs232.feed("unasked");
+    EXPECT_TRUE(isLater()) << "what nobody asked for does not hold up the first row";
+    desk.main.TimerTransfer_Timer(1);
+    EXPECT_FALSE(timer.isActive());
+    desk.rs232.feed("AL");
+    ASSERT_TRUE(soon([&] { return timer.remainingTime() < 3'599'000; }));
+    desk.rs232.feed("PHA");
+    EXPECT_GT(timer.remainingTime(), 3'599'000);
+    EXPECT_EQ(desk.main.commandList->flexgridVDL->text(1, 3), u"ALPHA");
+
+    desk.main.TimerTransfer_Timer(1);
+    desk.main.noteReply(1, QStringLiteral("the reply is cut"));
+    desk.rs232.unplug(QStringLiteral("the device went away"));
+    const QString said = desk.main.lblFaults->text();
+    for (const char *part : {"row 2 of 2", "press Send", "; the device went away", "; the reply"})
+        EXPECT_TRUE(said.contains(QLatin1String(part))) << part;
+    EXPECT_TRUE(desk.module.SendMode);
+    desk.main.cmdConnect_Click(1);
+    desk.main.cmdSend_Click(1);
+    EXPECT_EQ(desk.rs232.written.back(), "= T 2\r") << "the row again";
+    desk.rs232.feed("BETA");
+    EXPECT_EQ(desk.main.commandList->flexgridVDL->text(2, 3), u"BETA");
+    EXPECT_EQ(desk.main.lblFaults->text(), QString());
+    EXPECT_TRUE(timer.isActive());
+}
+
+TEST(Main, LogsWhileAnyBoxIsCheckedAndSaysAFailureOnce)
+{
+    MainDesk desk;
+    desk.connectAll();
+    for (const int index : {3, 4})
+        desk.main.channel(index)->chkLog->setChecked(true);
+    EXPECT_FALSE(desk.main.shpLog->isHidden());
+    desk.main.channel(3)->chkLog->setChecked(false);
+    EXPECT_FALSE(desk.main.shpLog->isHidden());
+    desk.main.channel(4)->chkLog->setChecked(false);
+    EXPECT_TRUE(desk.main.shpLog->isHidden());
+
+    const QString blocked = desk.folder.filePath(QStringLiteral("Log.txt"));
+    QDir().mkdir(blocked);
+    desk.main.channel(3)->chkLog->setChecked(true);
+    desk.tcpClient1.feed("A");
+    desk.dialogs.expectMessage(
+        QStringLiteral("The log cannot be written; logging has been switched off.\r\n"
+                       "%1: it is no regular file")
+            .arg(blocked));
+    auto *log = desk.main.findChild<TrafficLog *>();
+    log->TimerLog_Timer();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(desk.main.channel(3)->chkLog->isChecked());
+    EXPECT_FALSE(log->TimerLog->isActive());
+}
+
+TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)
+{
+    MainDesk desk;
+    for (int index = 0; index < channelCount; ++index) {
+        const Channel &channel = *desk.main.channel(index);
+        QList<QWidget *> order;
+        for (QWidget *next = channel.txtIn->nextInFocusChain(); next != channel.txtIn;
+             next = next->nextInFocusChain())
+            order.append(next);
+        const QString entry = index == 2 ? QStringLiteral("txtTimeout488_2")
+                                         : QStringLiteral("txtPort_%1").arg(index);
+        QWidget *const expected[] = {channel.findChild<QLineEdit *>(entry), channel.cmdConnect,
+                                     channel.cmdDisconnect, channel.cboOut, channel.cmdStop};
+        for (size_t place = 1; place < std::size(expected); ++place)
+            EXPECT_LT(order.indexOf(expected[place - 1]), order.indexOf(expected[place])) << index;
+    }
+}
+
+TEST(Main, NoTwoMnemonicsOfATabClash)
+{
+    MainDesk desk;
+    desk.main.show();
+    for (int index = 0; index < channelCount; ++index) {
+        desk.main.tabChannels->setCurrentIndex(index);
+        QMap<QString, QStringList> users;
+        const auto note = [&users](const QString &text) {
+            const QKeySequence key = QKeySequence::mnemonic(text);
+            if (!key.isEmpty())
+                users[key.toString()].append(text);
+        };
+        for (const QAction *menu : desk.main.menuBar()->actions())
+            note(menu->text());
+        for (const QAbstractButton *button : desk.main.findChildren<QAbstractButton *>()) {
+            if (button->isVisible())
+                note(button->text());
+        }
+        for (const QLabel *label : desk.main.findChildren<QLabel *>()) {
+            if (label->isVisible() && label->buddy())
+                note(label->text());
+        }
+        for (auto it = users.begin(); it != users.end(); ++it)
+            EXPECT_EQ(it.value().size(), 1) << it.value().join(u'|').toStdString();
+    }
+}

@@ -1,0 +1,277 @@
+#include "tests/windows/main/ChannelDesk.h"
+
+using namespace corvane;
+
+namespace {
+
+struct SerialDesk : ChannelDesk
+{
+    explicit SerialDesk(int index)
+        : channel(index, port, context)
+    {
+        channel.txtPort->setText(QStringLiteral("1"));
+        channel.initialise();
+        if (channel.cboAddress485)
+            channel.cboAddress485->setCurrentText(QStringLiteral("05"));
+    }
+
+    FakeSerialPort port;
+    SerialChannel channel;
+};
+
+} // namespace
+
+TEST(SerialChannel, OffersThirtyAddressesAndShowsThePrefixThatGoesOut)
+{
+    SerialDesk desk(channels::rs485);
+    const QComboBox &list = *desk.channel.cboAddress485;
+    ASSERT_EQ(list.count(), 30);
+    using Item = std::pair<int, const char *>;
+    for (const auto &[at, text] : {Item(0, "01"), Item(8, "09"), Item(9, "10"), Item(29, "30")})
+        EXPECT_EQ(list.itemText(at), QLatin1String(text));
+    EXPECT_EQ(desk.channel.lblPrefix->text(), u">05");
+}
+
+TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
+{
+    SerialDesk rs485Desk(channels::rs485);
+    rs485Desk.channel.cmdConnect_Click();
+    rs485Desk.channel.cmdSend_Click();
+    EXPECT_EQ(rs485Desk.port.written, (std::vector<QByteArray>{">05 *IDN?\r"}));
+    EXPECT_EQ(rs485Desk.port.inputLen(), 0);
+    for (const char *piece : {"<0", "5:AB", "C\r", "\n"})
+        rs485Desk.port.feed(piece);
+    EXPECT_EQ(rs485Desk.channel.txtIn->text(), u"ABC");
+    EXPECT_EQ(rs485Desk.host.gridCell, "ABC");
+    EXPECT_TRUE(rs485Desk.module.ResponseReady);
+
+    SerialDesk rs232Desk(channels::rs232);
+    rs232Desk.channel.cmdConnect_Click();
+    rs232Desk.port.setRThreshold(0);
+    rs232Desk.port.feed("stale"); // not announced yet
+    rs232Desk.port.setRThreshold(1);
+    rs232Desk.channel.cmdSystErr_Click();
+    EXPECT_EQ(rs232Desk.port.written, (std::vector<QByteArray>{"syst:err?\r"}));
+    rs232Desk.port.feed("<05:0");
+    EXPECT_EQ(rs232Desk.channel.txtIn->text(), u"0") << "what came before the send is dropped";
+}
+
+TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
+{
+    SerialDesk desk(channels::rs232);
+    desk.channel.cmdConnect_Click();
+    desk.port.setRThreshold(0);
+    desk.port.feed("waiting");
+    for (const int event : {1, 3, 4, 5, 6, 1001, 1004, 1006, 1008, 1009, 1010, 1011})
+        desk.channel.MSComm1_OnComm(event);
+    EXPECT_EQ(desk.channel.txtIn->text(), QString());
+    desk.channel.MSComm1_OnComm(CommEvent::receive);
+    EXPECT_EQ(desk.channel.txtIn->text(), u"waiting");
+}
+
+TEST(SerialChannel, ASendOnAClosedPortIsToldAndNeitherLoopNorRunEnds)
+{
+    const QString texts[] = {
+        QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
+        QStringLiteral("The RS 232 port is not connected.  Please connect and try again.")};
+    for (const int index : {channels::rs485, channels::rs232}) {
+        SerialDesk desk(index);
+        desk.channel.chkLoop->setChecked(true);
+        desk.module.SendMode = true;
+        desk.channel.TimerTransfer->start();
+        desk.dialogs.expectMessage(texts[index], Dialogs::Answer::Ok, [&desk] {
+            EXPECT_FALSE(desk.channel.TimerTransfer->isActive()) << "no step behind the box";
+        });
+        desk.channel.cmdSend_Click();
+        EXPECT_TRUE(desk.channel.chkLoop->isChecked());
+        EXPECT_TRUE(desk.module.transferRunning()) << "it waits";
+        EXPECT_TRUE(desk.port.written.empty());
+    }
+}
+
+TEST(SerialChannel, ConnectingOpensOnceAndAFaultIsTold)
+{
+    SerialDesk desk(channels::rs485);
+    desk.channel.txtPort->setText(QStringLiteral("7"));
+    desk.port.failOpen = QStringLiteral("serial port 7: there is no such port");
+    desk.dialogs.expectMessage(QStringLiteral(
+        "Error occurred while trying to connect.\r\nserial port 7: there is no such port"));
+    desk.channel.cmdConnect_Click();
+    EXPECT_EQ(desk.port.commPort(), 7);
+    EXPECT_EQ(desk.channel.lblStatus->text(), u"Port Closed");
+
+    desk.port.failOpen.clear();
+    QTest::keyClick(desk.channel.txtPort, Qt::Key_Return);
+    desk.channel.cmdConnect_Click();
+    EXPECT_EQ(desk.port.opened, 1);
+    EXPECT_EQ(desk.channel.lblStatus->text(), u"Port Open");
+
+    QTest::keyClicks(desk.channel.txtPort, QStringLiteral("2"));
+    EXPECT_EQ(desk.port.closed, 1) << "the first key closes the port";
+}
+
+TEST(SerialChannel, APortEntryMeansWhatItSaysAndTheOpenPortIsShown)
+{
+    SerialDesk desk(channels::rs232);
+    const std::tuple<const char16_t *, int, const char16_t *> rows[] = {
+        {u" 3 ", 3, u""},
+        {u"com12", 12, u""},
+        {u"/dev/ttyS0", 12, u"/dev/ttyS0"},
+        {u"ttyUSB0", 12, u"ttyUSB0"},
+        {u"7", 7, u""}};
+    for (const auto &[entry, number, device] : rows) {
+        desk.channel.txtPort->setText(QString::fromUtf16(entry));
+        EXPECT_EQ(desk.channel.lblPlace->text(), QString());
+        desk.channel.cmdConnect_Click();
+        EXPECT_EQ(desk.port.commPort(), number);
+        EXPECT_EQ(desk.port.device(), device);
+        EXPECT_EQ(desk.channel.lblPlace->text(),
+                  QStringLiteral("Connected to ") + desk.channel.place());
+    }
+    const int opened = desk.port.opened;
+    for (const char16_t *wrong : {u"", u"2x", u"1.6", u"1e1", u"-"}) {
+        const QString entry = QString::fromUtf16(wrong);
+        desk.channel.txtPort->setText(entry);
+        desk.dialogs.expectMessage(
+            QStringLiteral(
+                "Error occurred while trying to connect.\r\nthe port \"%1\" is not a number")
+                .arg(entry));
+        desk.channel.cmdConnect_Click();
+    }
+    desk.channel.txtPort->setText(QStringLiteral("99999999999"));
+    desk.dialogs.expectMessage(QStringLiteral(
+        "Error occurred while trying to connect.\r\nserial port 99999999999: there is no such "
+        "port; the numbers go from 1 to 2147483647"));
+    desk.channel.cmdConnect_Click();
+    EXPECT_EQ(desk.port.opened, opened);
+}
+
+TEST(SerialChannel, AnUnpluggedPortIsSaidOnceWithoutABoxAndTheLoopGoesQuiet)
+{
+    SerialDesk desk(channels::rs232);
+    desk.channel.cmdConnect_Click();
+    desk.channel.chkLoop->setChecked(true);
+    desk.channel.Timer1_Timer();
+    EXPECT_TRUE(desk.channel.shpComm->isBright());
+    desk.channel.Timer1_Timer();
+    EXPECT_FALSE(desk.channel.shpComm->isBright());
+    desk.channel.Timer1_Timer();
+    desk.port.unplug(QStringLiteral("/dev/ttyUSB0 has gone"));
+    desk.channel.Timer1_Timer();
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.host.faults, QStringList{QStringLiteral("/dev/ttyUSB0 has gone")});
+    EXPECT_EQ(desk.port.written.size(), 3U);
+    EXPECT_EQ(desk.channel.lblStatus->text(), u"Port Closed");
+    EXPECT_FALSE(desk.channel.shpComm->isBright());
+}
+
+TEST(SerialChannel, AFaultInALoopIsToldOnceAndSwitchesTheLoopOff)
+{
+    SerialDesk desk(channels::rs232);
+    desk.channel.cmdConnect_Click();
+    desk.channel.chkLoop->setChecked(true);
+    desk.port.failWrite = QStringLiteral("the port has failed");
+    desk.module.SendMode = true;
+    desk.host.freeOfLists = channels::rs232;
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    desk.channel.Timer1_Timer();
+    desk.channel.Timer1_Timer();
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+    EXPECT_TRUE(desk.module.transferRunning()) << "a run of another Channel goes on";
+    desk.host.freeOfLists = -1;
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    desk.channel.cmdSend_Click();
+    EXPECT_FALSE(desk.module.transferRunning());
+}
+
+TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)
+{
+    SerialDesk desk(channels::rs232);
+    desk.channel.cmdConnect_Click();
+    QComboBox &history = *desk.channel.cboOut;
+    for (int number = 1; number <= 22; ++number) {
+        desk.channel.setCommand(QStringLiteral("CMD%1").arg(number));
+        QTest::keyClick(&history, Qt::Key_Return);
+        EXPECT_EQ(history.currentText(), QStringLiteral("CMD%1").arg(number));
+    }
+    ASSERT_EQ(history.count(), 21);
+    EXPECT_EQ(history.itemText(0), u"CMD2");
+    EXPECT_EQ(history.itemText(20), u"CMD22");
+    EXPECT_EQ(desk.port.written.size(), 22U);
+    QTest::keyClick(&history, Qt::Key_Up);
+    EXPECT_EQ(history.currentText(), u"CMD21");
+}
+
+TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
+{
+    SerialDesk desk(channels::rs232);
+    desk.channel.cmdConnect_Click();
+    const QString hundredKilobytes(100'000, u'x');
+    for (const QString &command :
+         {QString(), hundredKilobytes, QStringLiteral("\u00e4\u0085\u00ff")}) {
+        desk.channel.setCommand(command);
+        desk.channel.cmdSend_Click();
+        EXPECT_EQ(desk.port.written.back(), command.toLatin1() + '\r');
+    }
+    const auto sent = desk.port.written.size();
+    desk.channel.setCommand(QStringLiteral("SET 5 \u20ac"));
+    desk.dialogs.expectMessage(QStringLiteral(
+        "The command holds a character that cannot be sent: \"\u20ac\".  Nothing was sent."));
+    desk.channel.cmdSend_Click();
+    EXPECT_EQ(desk.port.written.size(), sent);
+}
+
+TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
+{
+    SerialDesk desk(channels::rs232);
+    Channel &channel = desk.channel;
+    EXPECT_EQ(channel.Timer1->interval(), 1000);
+    EXPECT_EQ(channel.TimerTransfer->interval(), 500);
+    const std::pair<const char16_t *, int> entries[] = {
+        {u"10", 10},     {u"9", 10},     {u"3600000", 3'600'000}, {u"3600001", 3'600'000},
+        {u" 250 ", 250}, {u"", 250},     {u"1e3", 250},           {u"abc", 250},
+        {u"-1000", 250}, {u"10.5", 250},
+    };
+    for (const auto &[entry, expected] : entries) {
+        channel.cboMs->setEditText(QString::fromUtf16(entry));
+        channel.cboMs_Change();
+        EXPECT_EQ(channel.Timer1->interval(), expected);
+        EXPECT_EQ(channel.TimerTransfer->interval(), expected);
+        EXPECT_EQ(channel.cboMs->currentText(), QString::number(expected));
+    }
+}
+
+TEST(Channel, APeriodStillBeingTypedCountsForWhatTheUserStartsButNotForALoopThatRuns)
+{
+    SerialDesk desk(channels::rs232);
+    Channel &channel = desk.channel;
+    const std::function<void()> starts[] = {
+        [&] { channel.cmdConnect_Click(); },
+        [&] { channel.cmdIDN_Click(); },
+        [&] { channel.chkLoop->setChecked(true); },
+    };
+    int period = 1000;
+    for (const auto &start : starts) {
+        channel.cboMs->setEditText(QString::number(++period));
+        start();
+        EXPECT_EQ(channel.Timer1->interval(), period);
+    }
+    channel.cboMs->setEditText(QStringLiteral("5"));
+    channel.Timer1_Timer();
+    EXPECT_EQ(channel.cboMs->currentText(), u"5");
+    desk.module.SendMode = true;
+    channel.cmdSend_Click(); // a row of a list
+    EXPECT_EQ(channel.cboMs->currentText(), u"5");
+}
+
+TEST(Channel, ALoopCannotBeSwitchedOnDuringAListRunOrWhileTheChannelIsBorrowed)
+{
+    SerialDesk desk(channels::rs232);
+    desk.module.GetMode = true;
+    desk.channel.chkLoop->click();
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+    desk.module.GetMode = false;
+    desk.host.refusal = QStringLiteral("borrowed");
+    desk.channel.chkLoop->click();
+    EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+}

@@ -1,0 +1,146 @@
+#include "windows/main/TrafficLog.h"
+
+#include "tests/support/Testing.h"
+#include "tests/support/WriteLimit.h"
+#include "windows/widgets/Led.h"
+
+#include <sys/stat.h>
+
+using namespace corvane;
+
+namespace {
+
+struct LogDesk
+{
+    struct Box
+    {
+        bool checked = false;
+        bool connected = true;
+        QString reply;
+    };
+
+    TrafficLog::Source source(const Box &box)
+    {
+        return {[&box] { return box.checked; }, [&box] { return box.connected; },
+                [&box] { return box.reply.toLatin1(); }};
+    }
+
+    QByteArray file() const
+    {
+        QFile written(path);
+        return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+    }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("Log.txt"));
+    Box first;
+    Box second;
+    QPlainTextEdit comments;
+    Led indicator;
+    TrafficLog log{path, source(first), source(second), comments, indicator};
+    QByteArray today = QDate::currentDate().toString(Qt::ISODate).toLatin1();
+};
+
+} // namespace
+
+TEST(TrafficLog, WritesAPlainLineForTcpIp1AndQuotedRecordsForTheOthers)
+{
+    LogDesk desk;
+    desk.first = {true, true, QStringLiteral("A\r\n\tB\u00e4")};
+    desk.log.TimerLog_Timer();
+    EXPECT_EQ(desk.file(), "AB\xe4\r\n");
+    desk.first.checked = false;
+    desk.second = {true, true, QStringLiteral("C\tD")};
+    desk.log.TimerLog_Timer();
+    desk.first.checked = true;
+    desk.first.reply = QStringLiteral("A");
+    desk.log.TimerLog_Timer();
+    const QByteArray second = desk.today + " , C\tD";
+    const QByteArray both = desk.today + " , A , C\tD";
+    EXPECT_EQ(desk.file(), "AB\xe4\r\n\"" + second + "\"\r\n\"" + both + "\"\r\n");
+    EXPECT_EQ(desk.comments.toPlainText().toLatin1(),
+              desk.today + " , AB\xe4\n" + second + "\n" + both + "\n");
+}
+
+TEST(TrafficLog, LogsNothingForAnEmptyReplyOrASocketThatIsNotConnected)
+{
+    LogDesk desk;
+    desk.first = {true, true, QString()};
+    desk.log.TimerLog_Timer();
+    desk.first.reply = QStringLiteral("A");
+    desk.second = {true, false, QStringLiteral("B")};
+    desk.log.TimerLog_Timer();
+    desk.second = {false, true, QStringLiteral("B")};
+    desk.first.connected = false;
+    desk.log.TimerLog_Timer();
+    EXPECT_FALSE(QFile::exists(desk.path));
+    EXPECT_EQ(desk.comments.toPlainText(), QString());
+}
+
+TEST(TrafficLog, FlashesAtEveryWriteAndShowsTheIndicatorWhileLogging)
+{
+    LogDesk desk;
+    desk.log.initialise();
+    EXPECT_TRUE(desk.indicator.isHidden());
+    desk.log.setLogging(true);
+    EXPECT_TRUE(desk.log.TimerLog->isActive());
+    EXPECT_FALSE(desk.indicator.isHidden());
+
+    desk.first = {true, true, QStringLiteral("A")};
+    desk.log.TimerLog_Timer();
+    ASSERT_TRUE(desk.log.TimerLED->isActive());
+    desk.log.TimerLED_Timer();
+    EXPECT_FALSE(desk.indicator.isBright());
+    EXPECT_FALSE(desk.log.TimerLED->isActive());
+    desk.log.TimerLog_Timer();
+    desk.log.TimerLED_Timer();
+    EXPECT_TRUE(desk.indicator.isBright());
+    EXPECT_TRUE(desk.log.TimerLED->isActive());
+    desk.log.TimerLED_Timer();
+    EXPECT_FALSE(desk.indicator.isBright());
+}
+
+TEST(TrafficLog, EmptiesTheCommentsBeyondTheirLimit)
+{
+    LogDesk desk;
+    const auto added = desk.today.size() + 4 + 2; // date, " , A", line break
+    for (const auto &[before, reset] : {std::pair{30000, false}, std::pair{30001, true}}) {
+        desk.comments.setPlainText(QString(before - static_cast<int>(added), u'x'));
+        desk.first = {true, true, QStringLiteral("A")};
+        desk.log.PrintLog(TrafficLog::Selector::TcpIp1);
+        EXPECT_EQ(desk.comments.toPlainText() ==
+                      u"Text Box > 32000 Characters: Buffer Over Run: Text Box Reset",
+                  reset);
+    }
+}
+
+TEST(TrafficLog, AFileThatCannotBeWrittenIsToldOnceAndEndsLogging)
+{
+    LogDesk desk;
+    const auto mayLog = [&desk] {
+        QSignalSpy failures(&desk.log, &TrafficLog::failed);
+        desk.log.setLogging(true);
+        desk.log.TimerLog_Timer();
+        const bool ended = !desk.log.TimerLog->isActive() && desk.indicator.isHidden();
+        EXPECT_EQ(ended, failures.size() == 1);
+        return failures.empty() ? QString() : failures[0][0].toString();
+    };
+    const QString refused = desk.path + QStringLiteral(": it is no regular file");
+    QDir(desk.folder.path()).mkdir(QStringLiteral("Log.txt"));
+    desk.first = {true, true, QStringLiteral("A")};
+    EXPECT_EQ(mayLog(), refused);
+    QDir(desk.folder.path()).rmdir(QStringLiteral("Log.txt"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(desk.path).constData(), 0600), 0);
+    EXPECT_EQ(mayLog(), refused); // and nobody waits for a reader of the pipe
+    QFile::remove(desk.path);
+    EXPECT_EQ(mayLog(), QString());
+    desk.first.reply = QStringLiteral("longer");
+    QString full;
+    {
+        const WriteLimit limit(6);
+        full = mayLog();
+    }
+    EXPECT_EQ(full, desk.path + QStringLiteral(": File too large"));
+    EXPECT_EQ(mayLog(), QString());
+    EXPECT_EQ(desk.file(), "A\r\nlonger\r\n"); // no part of the record before
+}

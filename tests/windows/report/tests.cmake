@@ -1,0 +1,1 @@
+corvane_test(windows/report SOURCES ReportWindowTest.cpp USES windows/report)

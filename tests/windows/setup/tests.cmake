@@ -1,0 +1,1 @@
+corvane_test(windows/setup SOURCES GpibAdaptersTest.cpp frmPortConfigTest.cpp USES windows/setup)

@@ -1,0 +1,147 @@
+#include "windows/about/frmAbout.h"
+
+#include "core/text/ProductInfo.h"
+#include "windows/about/AboutHost.h"
+#include "windows/about/AboutTexts.h"
+#include "windows/about/SystemInfo.h"
+#include "windows/widgets/Naming.h"
+
+#include <QBoxLayout>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+
+namespace corvane {
+
+namespace {
+
+QString text(const char16_t *fixed)
+{
+    return QString::fromUtf16(fixed);
+}
+
+QFrame *createRule()
+{
+    auto *rule = new QFrame;
+    rule->setFrameShape(QFrame::HLine);
+    rule->setFrameShadow(QFrame::Sunken);
+    return rule;
+}
+
+} // namespace
+
+frmAbout::frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent)
+    : QDialog(parent)
+    , m_systemInfo(systemInfo)
+    , m_host(host)
+{
+    setObjectName(QStringLiteral("frmAbout"));
+    auto *rows = new QVBoxLayout(this);
+    rows->setContentsMargins(20, 16, 20, 14);
+    setMinimumWidth(60 * fontMetrics().averageCharWidth());
+    rows->addLayout(createTexts(), 1);
+    rows->addSpacing(6);
+    rows->addWidget(createRule());
+    rows->addWidget(lblCopyRight);
+    rows->addSpacing(6);
+    rows->addLayout(createButtons());
+    connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
+    connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
+    connect(cmdQBXAbout, &QPushButton::clicked, this, &frmAbout::cmdQBXAbout_Click);
+}
+
+QLayout *frmAbout::createTexts()
+{
+    lblTitle = createLabel(QStringLiteral("lblTitle"));
+    QFont large = lblTitle->font();
+    large.setPointSizeF(large.pointSizeF() * 1.9);
+    large.setBold(true);
+    lblTitle->setFont(large);
+    lblProductName = createLabel(QStringLiteral("lblProductName"));
+    lblVersion = createLabel(QStringLiteral("lblVersion"));
+    lblFileDescription = createLabel(QStringLiteral("lblFileDescription"));
+    lblDescription = createLabel(QStringLiteral("lblDescription"));
+    lblDescription->setWordWrap(true);
+    lblCopyRight = createLabel(QStringLiteral("lblCopyRight"));
+
+    auto *column = new QVBoxLayout;
+    column->setSpacing(5);
+    for (QLabel *label : {lblTitle, lblProductName, lblVersion, lblFileDescription})
+        column->addWidget(label);
+    column->addSpacing(8);
+    column->addWidget(lblDescription);
+    column->addStretch();
+    return column;
+}
+
+QLayout *frmAbout::createButtons()
+{
+    cmdSysInfo = createButton(QStringLiteral("&System Info..."), QStringLiteral("cmdSysInfo"));
+    cmdQBXAbout = createButton(QStringLiteral("About &GPIB..."), QStringLiteral("cmdQBXAbout"));
+    cmdOK = createButton(QStringLiteral("&OK"), QStringLiteral("cmdOK"));
+    cmdOK->setDefault(true);
+    auto *row = new QHBoxLayout;
+    row->addWidget(cmdSysInfo);
+    row->addWidget(cmdQBXAbout);
+    row->addStretch();
+    row->addWidget(cmdOK);
+    return row;
+}
+
+QLabel *frmAbout::createLabel(const QString &name)
+{
+    auto *label = new QLabel(this);
+    label->setObjectName(name);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+QPushButton *frmAbout::createButton(const QString &caption, const QString &name)
+{
+    auto *button = named(new QPushButton(caption, this), name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+void frmAbout::openWindow()
+{
+    if (!isVisible()) {
+        Form_Load();
+        show();
+    }
+    raise();
+    activateWindow();
+}
+
+void frmAbout::Form_Load()
+{
+    setWindowTitle(text(aboutTexts::caption) + text(productInfo::title));
+    setAccessibleName(windowTitle());
+    lblTitle->setText(text(productInfo::title));
+    lblProductName->setText(text(productInfo::productName));
+    lblVersion->setText(QStringLiteral("Version: %1.%2 Build %3")
+                            .arg(productInfo::versionMajor)
+                            .arg(productInfo::versionMinor)
+                            .arg(productInfo::versionRevision));
+    lblFileDescription->setText(text(aboutTexts::partNumber) + text(productInfo::fileDescription));
+    lblDescription->setText(text(aboutTexts::description));
+    lblCopyRight->setText(text(productInfo::legalCopyright));
+    cmdOK->setFocus();
+}
+
+void frmAbout::cmdOK_Click()
+{
+    close();
+}
+
+void frmAbout::cmdSysInfo_Click()
+{
+    m_systemInfo.StartSysInfo(this);
+}
+
+void frmAbout::cmdQBXAbout_Click()
+{
+    m_host.showGpibAbout();
+}
+
+} // namespace corvane

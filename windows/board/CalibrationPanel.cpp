@@ -1,0 +1,269 @@
+#include "windows/board/CalibrationPanel.h"
+
+#include "core/board/BoardLink.h"
+#include "core/board/BoardSession.h"
+#include "core/board/BoardTexts.h"
+#include "core/board/UnsavedCalibrations.h"
+#include "core/text/Numbers.h"
+#include "core/text/ShownText.h"
+#include "windows/board/ManualCalibrationPanel.h"
+#include "windows/widgets/Controls.h"
+#include "windows/widgets/TextGrid.h"
+#include "windows/widgets/ToolTip.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QStackedLayout>
+
+#include <algorithm>
+
+namespace corvane {
+
+using namespace controls;
+
+namespace {
+
+/// Two buttons in one place, the first one shown.
+QStackedLayout *place(QBoxLayout *in, QPushButton *start, QPushButton *cancel)
+{
+    auto *stack = new QStackedLayout;
+    stack->addWidget(start);
+    stack->addWidget(cancel);
+    in->addLayout(stack);
+    return stack;
+}
+
+} // namespace
+
+CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session,
+                                   UnsavedCalibrations &unsaved)
+    : BoardPanel(link, session)
+    , m_unsaved(unsaved)
+    , m_calibration(link, session, m_table)
+    , m_scan(link, session, m_table)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(makeActions());
+    layout->addWidget(makeGrid(), 1);
+    auto *manual = new QHBoxLayout;
+    layout->addLayout(manual);
+    for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc}) {
+        auto *panel = new ManualCalibrationPanel(kind, link, session);
+        manual->addWidget(panel);
+        connect(panel, &ManualCalibrationPanel::calibrationSent, &m_unsaved,
+                &UnsavedCalibrations::setChanged);
+    }
+    connectControls();
+}
+
+QWidget *CalibrationPanel::makeActions()
+{
+    auto *box = new QGroupBox(tr("Calibrate Channels (IEEE Only)"));
+    auto *rows = new QVBoxLayout(box);
+    auto *row = new QHBoxLayout;
+    rows->addLayout(row);
+    cmdDec = button(tr("&< CH"), QStringLiteral("cmdDec"), tr("Previous channel"));
+    txtChannel = entry(3, QStringLiteral("txtChannel"), tr("Channel to calibrate"));
+    txtChannel->setText(QStringLiteral("0"));
+    txtChannel->setMaximumWidth(60);
+    txtChannel->setAlignment(Qt::AlignCenter);
+    cmdInc = button(tr("CH &>"), QStringLiteral("cmdInc"), tr("Next channel"));
+    row->addWidget(cmdDec);
+    row->addWidget(txtChannel);
+    row->addWidget(cmdInc);
+    cmdCal = exchanging(
+        button(tr("&Calibrate Channel"), QStringLiteral("cmdCal"), tr("Calibrate the channel")));
+    cmdCancelCal = button(tr("Cance&l Calibration"), QStringLiteral("cmdCancelCal"),
+                          tr("Cancel the calibration"));
+    m_calPlace = place(row, cmdCal, cmdCancelCal);
+    cmdScan = exchanging(button(tr("&Scan All"), QStringLiteral("cmdScan"),
+                                tr("Read all calibrations and the meter")));
+    cmdCancelScan =
+        button(tr("Cance&l Scan"), QStringLiteral("cmdCancelScan"), tr("Cancel the scan"));
+    m_scanPlace = place(row, cmdScan, cmdCancelScan);
+    cmdScanCals = exchanging(button(tr("Scan Calibrations &Only"), QStringLiteral("cmdScanCals"),
+                                    tr("Read all calibrations without the meter")));
+    cmdWriteCal = exchanging(button(tr("Sa&ve to EEPROM"), QStringLiteral("cmdWriteCal"),
+                                    tr("Save the calibration in the board")));
+    cmdReport = button(tr("Repor&t..."), QStringLiteral("cmdReport"), tr("Calibration report"));
+    for (QPushButton *action : {cmdScanCals, cmdWriteCal, cmdReport})
+        row->addWidget(action);
+    lblProgress = progressLine(QStringLiteral("lblProgress"), tr("Progress"));
+    rows->addWidget(lblProgress);
+    return box;
+}
+
+QWidget *CalibrationPanel::makeGrid()
+{
+    MSFlexGrid1 =
+        named(new TextGrid, QStringLiteral("MSFlexGrid1"), tr("Calibration of the channels"));
+    MSFlexGrid1->setRowCount(CalibrationTable::rows);
+    MSFlexGrid1->setColCount(CalibrationTable::columns);
+    for (int row = 0; row < CalibrationTable::rows; ++row) {
+        for (int column = 0; column < CalibrationTable::columns; ++column)
+            MSFlexGrid1->setText(row, column, m_table.text(row, column));
+    }
+    MSFlexGrid1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    MSFlexGrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    return MSFlexGrid1;
+}
+
+void CalibrationPanel::connectControls()
+{
+    connect(cmdCal, &QPushButton::clicked, this, &CalibrationPanel::cmdCal_Click);
+    connect(cmdCancelCal, &QPushButton::clicked, this, &CalibrationPanel::cmdCancelCal_Click);
+    connect(cmdInc, &QPushButton::clicked, this, &CalibrationPanel::cmdInc_Click);
+    connect(cmdDec, &QPushButton::clicked, this, &CalibrationPanel::cmdDec_Click);
+    connect(cmdScan, &QPushButton::clicked, this, &CalibrationPanel::cmdScan_Click);
+    connect(cmdScanCals, &QPushButton::clicked, this, &CalibrationPanel::cmdScanCals_Click);
+    connect(cmdCancelScan, &QPushButton::clicked, this, &CalibrationPanel::cmdCancelScan_Click);
+    connect(cmdWriteCal, &QPushButton::clicked, this, &CalibrationPanel::cmdWriteCal_Click);
+    connect(cmdReport, &QPushButton::clicked, this, &CalibrationPanel::reportRequested);
+    for (const CalibrationSequence *sequence : {static_cast<CalibrationSequence *>(&m_calibration),
+                                                static_cast<CalibrationSequence *>(&m_scan)}) {
+        connect(sequence, &CalibrationSequence::progressed, this,
+                [this](const QString &text) { showText(*lblProgress, text); });
+        connect(sequence, &CalibrationSequence::cellSelected, MSFlexGrid1,
+                &TextGrid::setCurrentCell);
+        connect(sequence, &CalibrationSequence::cellChanged, this,
+                [this](int row, int column, const QString &remark) {
+                    MSFlexGrid1->setText(row, column, m_table.text(row, column));
+                    MSFlexGrid1->setRemark(row, column, remark);
+                });
+    }
+    connect(&m_calibration, &Calibration::begun, &m_unsaved, &UnsavedCalibrations::setUnfinished);
+    connect(&m_calibration, &Calibration::stored, &m_unsaved, &UnsavedCalibrations::setChanged);
+}
+
+void CalibrationPanel::cmdInc_Click()
+{
+    const int channel = numbers::leadingInteger(txtChannel->text());
+    if (channel < CalibrationTable::channels - 1)
+        txtChannel->setText(QString::number(channel + 1));
+}
+
+void CalibrationPanel::cmdDec_Click()
+{
+    const int channel = numbers::leadingInteger(txtChannel->text());
+    if (channel > 0)
+        txtChannel->setText(QString::number(channel - 1));
+}
+
+void CalibrationPanel::cmdCal_Click()
+{
+    const auto operation = m_session.begin(BoardSession::Uses::BoardAndMeter);
+    if (!operation)
+        return;
+    const int channel = numbers::leadingInteger(txtChannel->text());
+    if (!numbers::isNumeric(txtChannel->text()) || channel < 0 ||
+        channel >= CalibrationTable::channels)
+        m_session.say(boardTexts::badChannel);
+    else if (const auto meter = checkMeterAddress(); meter && confirmMeter(channel))
+        runCalibration(channel, *meter);
+}
+
+std::optional<int> CalibrationPanel::checkMeterAddress()
+{
+    constexpr int lastAddress = 30;
+    const QString text = m_meterAddress.trimmed();
+    const bool isWhole = !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c >= u'0' && c <= u'9';
+    });
+    const int address = numbers::leadingInteger(text);
+    if (isWhole && address <= lastAddress)
+        return address;
+    m_session.say(boardTexts::badMeterAddress);
+    return std::nullopt;
+}
+
+/// Only channel 0 is asked about, and only when the method shows that the meter may be missing.
+bool CalibrationPanel::confirmMeter(int channel)
+{
+    if (channel != 0 || m_link.method() == BoardLink::Ieee)
+        return true;
+    return m_session.ask({.text = boardTexts::meterWarning,
+                          .title = boardTexts::meterWarningTitle,
+                          .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes;
+}
+
+void CalibrationPanel::runCalibration(int channel, int meterAddress)
+{
+    showCancel(m_calPlace, true);
+    window()->setCursor(Qt::WaitCursor);
+    const CalibrationEnd end = m_calibration.calibrate(channel, meterAddress);
+    showCancel(m_calPlace, false);
+    window()->unsetCursor();
+    showEnd(end);
+}
+
+void CalibrationPanel::cmdCancelCal_Click()
+{
+    showText(*lblProgress, boardTexts::cancelling);
+    m_calibration.cancel();
+}
+
+void CalibrationPanel::cmdScan_Click()
+{
+    const auto operation = m_session.begin(BoardSession::Uses::BoardAndMeter);
+    if (operation && checkMeterAddress())
+        runScan([this] { return m_scan.scanAll(m_meterAddress); });
+}
+
+void CalibrationPanel::cmdScanCals_Click()
+{
+    if (const auto operation = m_session.begin())
+        runScan([this] { return m_scan.scanCalibrations(); });
+}
+
+void CalibrationPanel::runScan(const std::function<CalibrationEnd()> &scan)
+{
+    showCancel(m_scanPlace, true);
+    const CalibrationEnd end = scan();
+    showCancel(m_scanPlace, false);
+    showEnd(end);
+}
+
+void CalibrationPanel::cmdCancelScan_Click()
+{
+    showText(*lblProgress, boardTexts::cancelling);
+    m_scan.cancel();
+}
+
+void CalibrationPanel::cmdWriteCal_Click()
+{
+    const auto operation = m_session.begin();
+    if (!operation)
+        return;
+    QString command = QStringLiteral("CAL:PIC\r");
+    m_link.OutputToSbc(command);
+    if (!m_link.isSent()) {
+        showText(*lblProgress, boardTexts::eepromNotSent.arg(m_session.fault().simplified()));
+        return;
+    }
+    const QString unfinished = m_unsaved.unfinishedText();
+    showText(*lblProgress, unfinished.isEmpty()
+                               ? boardTexts::eepromSent
+                               : boardTexts::eepromSent + QStringLiteral("; ") + unfinished);
+    m_unsaved.setSaved();
+}
+
+void CalibrationPanel::showCancel(QStackedLayout *place, bool running)
+{
+    QWidget *cancel = place->widget(1);
+    const bool hadFocus = cancel->hasFocus();
+    place->setCurrentIndex(running ? 1 : 0);
+    if (running)
+        cancel->setFocus();
+    else if (hadFocus)
+        setFocus();
+}
+
+void CalibrationPanel::showEnd(const CalibrationEnd &end)
+{
+    showText(*lblProgress, end.summary);
+    if (!end.reason.isEmpty())
+        m_session.say(end.reason);
+}
+
+} // namespace corvane

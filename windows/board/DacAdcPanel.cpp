@@ -1,0 +1,330 @@
+#include "windows/board/DacAdcPanel.h"
+
+#include "core/board/BoardLink.h"
+#include "core/board/BoardSession.h"
+#include "core/board/BoardTexts.h"
+#include "core/board/DacUnits.h"
+#include "core/text/Numbers.h"
+#include "windows/widgets/Controls.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <cmath>
+
+namespace corvane {
+
+using namespace controls;
+
+namespace {
+
+constexpr qint16 betweenChannelsMs = 255;
+
+bool isChannel(int channel)
+{
+    return channel >= 0 && channel < DacAdcPanel::channels;
+}
+
+/// The field's number, rounded to five decimals; nothing when it is none or too large.
+std::optional<float> fieldValue(const QStringList &fields, qsizetype index)
+{
+    if (index >= fields.size() || !numbers::isNumeric(fields[index]))
+        return std::nullopt;
+    const float value = numbers::single(numbers::fixed5(fields[index]).toDouble());
+    return std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+} // namespace
+
+DacAdcPanel::DacAdcPanel(BoardLink &link, BoardSession &session)
+    : BoardPanel(link, session)
+{
+    auto *layout = new QGridLayout(this);
+    layout->addWidget(makeUnits(), 0, 0, 1, 2);
+    layout->addWidget(makeDacs(), 1, 0);
+    layout->addWidget(makeAdcs(), 1, 1);
+    lblProgress = progressLine(QStringLiteral("lblProgressDacAdc"), tr("Progress"));
+    layout->addWidget(lblProgress, 2, 0, 1, 2);
+    layout->setRowStretch(3, 1);
+    connectControls();
+}
+
+QWidget *DacAdcPanel::makeUnits()
+{
+    auto *box = new QGroupBox(tr("Units"));
+    auto *row = new QHBoxLayout(box);
+    const QStringList captions = {tr("&Hexadecimal"), tr("&Volts")};
+    for (int units = Hex; units <= Volts; ++units) {
+        auto *option = new QRadioButton(captions[units]);
+        optDacUnits[static_cast<size_t>(units)] =
+            named(option, indexed(QStringLiteral("optDacUnits"), units),
+                  tr("DAC units %1").arg(units == Hex ? tr("hexadecimal") : tr("volts")));
+        row->addWidget(option);
+    }
+    optDacUnits[Volts]->setChecked(true);
+    lblDacRange = named(new QLabel(boardTexts::dacRangeVolts), QStringLiteral("lblDacRange"),
+                        tr("Range of the DAC entries"));
+    row->addSpacing(24);
+    row->addWidget(lblDacRange);
+    row->addStretch();
+    chkBertanDac = named(new QCheckBox(tr("Use &Bertan command set")),
+                         QStringLiteral("chkBertanDac"), tr("Use Bertan command set"));
+    row->addWidget(chkBertanDac);
+    return box;
+}
+
+QWidget *DacAdcPanel::makeDacs()
+{
+    auto *box = new QGroupBox(tr("DAC"));
+    auto *grid = new QGridLayout(box);
+    for (int i = 0; i < channels; ++i) {
+        const auto at = static_cast<size_t>(i);
+        lblReadDacLabel[at] =
+            named(new QLabel(QStringLiteral("DAC %1").arg(i)),
+                  indexed(QStringLiteral("lblReadDacLabel"), i), tr("Name of DAC %1").arg(i));
+        txtSendDac[at] =
+            entry(10, indexed(QStringLiteral("txtSendDac"), i), tr("Value for DAC %1").arg(i));
+        txtSendDac[at]->setText(numbers::fixed5(0.0));
+        cmdSendDac[at] = exchanging(button(tr("&Send"), indexed(QStringLiteral("cmdSendDac"), i),
+                                           tr("Send to DAC %1").arg(i)));
+        grid->addWidget(lblReadDacLabel[at], i, 0);
+        grid->addWidget(txtSendDac[at], i, 1);
+        grid->addWidget(cmdSendDac[at], i, 2);
+    }
+    txtSetAllDac = entry(10, QStringLiteral("txtSetAllDac"), tr("Value for all DACs"));
+    txtSetAllDac->setText(numbers::fixed5(0.0));
+    cmdSetAllDac = button(tr("Set &All"), QStringLiteral("cmdSetAllDac"),
+                          tr("Copy the value into all DAC entries"));
+    cmdSendAllDacs = exchanging(
+        button(tr("Send A&ll"), QStringLiteral("cmdSendAllDacs"), tr("Send to all DACs")));
+    grid->addWidget(new QLabel(tr("All")), channels, 0);
+    grid->addWidget(txtSetAllDac, channels, 1);
+    grid->addWidget(cmdSetAllDac, channels, 2);
+    grid->addWidget(cmdSendAllDacs, channels + 1, 2);
+    grid->setColumnStretch(1, 1);
+    return box;
+}
+
+QWidget *DacAdcPanel::makeAdcs()
+{
+    auto *box = new QGroupBox(tr("ADC"));
+    auto *grid = new QGridLayout(box);
+    for (int i = 0; i < channels; ++i) {
+        const auto at = static_cast<size_t>(i);
+        lblReadAdcLabel[at] =
+            named(new QLabel(QStringLiteral("ADC %1").arg(i)),
+                  indexed(QStringLiteral("lblReadAdcLabel"), i), tr("Name of ADC %1").arg(i));
+        lblReadAdc[at] =
+            readOut(10, indexed(QStringLiteral("lblReadAdc"), i), tr("Reading of ADC %1").arg(i));
+        cmdReadAdc[at] = exchanging(button(tr("&Read"), indexed(QStringLiteral("cmdReadAdc"), i),
+                                           tr("Read ADC %1").arg(i)));
+        grid->addWidget(lblReadAdcLabel[at], i, 0);
+        grid->addWidget(lblReadAdc[at], i, 1);
+        grid->addWidget(cmdReadAdc[at], i, 2);
+    }
+    cmdReadAdcAll =
+        exchanging(button(tr("Rea&d All"), QStringLiteral("cmdReadAdcAll"), tr("Read all ADCs")));
+    grid->addWidget(cmdReadAdcAll, channels + 1, 2);
+    grid->setRowStretch(channels, 1);
+    grid->setColumnStretch(1, 1);
+    return box;
+}
+
+void DacAdcPanel::connectControls()
+{
+    for (int i = 0; i < channels; ++i) {
+        const auto at = static_cast<size_t>(i);
+        connect(cmdSendDac[at], &QPushButton::clicked, this, [this, i] { cmdSendDac_Click(i); });
+        connect(txtSendDac[at], &QLineEdit::returnPressed, this,
+                [this, i] { cmdSendDac_Click(i); });
+        connect(cmdReadAdc[at], &QPushButton::clicked, this, [this, i] { cmdReadAdc_Click(i); });
+    }
+    connect(cmdSendAllDacs, &QPushButton::clicked, this, &DacAdcPanel::cmdSendAllDacs_Click);
+    connect(cmdReadAdcAll, &QPushButton::clicked, this, &DacAdcPanel::cmdReadAdcAll_Click);
+    connect(cmdSetAllDac, &QPushButton::clicked, this, &DacAdcPanel::cmdSetAllDac_Click);
+    connect(chkBertanDac, &QCheckBox::toggled, this, &DacAdcPanel::chkBertanDac_Click);
+    for (int units = Hex; units <= Volts; ++units)
+        connect(optDacUnits[static_cast<size_t>(units)], &QRadioButton::toggled, this,
+                [this, units](bool on) {
+                    if (on)
+                        optDacUnits_Click(units);
+                });
+}
+
+bool DacAdcPanel::isBertan() const
+{
+    return chkBertanDac->isChecked();
+}
+
+void DacAdcPanel::cmdSendDac_Click(int channel)
+{
+    if (!isChannel(channel))
+        return;
+    if (const auto operation = m_session.begin())
+        sendDac(channel);
+}
+
+void DacAdcPanel::cmdReadAdc_Click(int channel)
+{
+    if (!isChannel(channel))
+        return;
+    if (const auto operation = m_session.begin())
+        readAdc(channel);
+}
+
+void DacAdcPanel::cmdSendAllDacs_Click()
+{
+    runAll(boardTexts::sendingDac, 125, &DacAdcPanel::sendDac, boardTexts::dacNotSent);
+}
+
+void DacAdcPanel::cmdReadAdcAll_Click()
+{
+    runAll(boardTexts::readingAdc, 725, &DacAdcPanel::readAdc, boardTexts::noAdcValue);
+}
+
+void DacAdcPanel::runAll(const QString &what, int channelMs, bool (DacAdcPanel::*each)(int),
+                         const QString &failed)
+{
+    const auto operation = m_session.begin();
+    if (!operation)
+        return;
+    QList<int> failures;
+    for (int channel = 0; channel < channels; ++channel) {
+        const int leftMs = (channels - channel) * (channelMs + betweenChannelsMs);
+        const bool isKnown = !failures.contains(channel - 1); // an answer that stays out takes more
+        showText(*lblProgress,
+                 boardTexts::progress(what.arg(channel),
+                                      isKnown ? std::optional(leftMs) : std::nullopt));
+        if (!(this->*each)(channel))
+            failures.append(channel);
+        m_link.PauseMS(betweenChannelsMs);
+        if (m_session.isStopped()) {
+            showText(*lblProgress,
+                     boardTexts::stoppedAt.arg(what.arg(channel), m_session.fault().simplified()));
+            return;
+        }
+    }
+    showText(*lblProgress, failures.isEmpty() ? boardTexts::done
+                                              : boardTexts::doneBut.arg(
+                                                    failed.arg(boardTexts::channelList(failures))));
+}
+
+void DacAdcPanel::cmdSetAllDac_Click()
+{
+    for (QLineEdit *box : txtSendDac)
+        box->setText(txtSetAllDac->text());
+}
+
+void DacAdcPanel::optDacUnits_Click(int units)
+{
+    if (units == m_units || (units != Hex && units != Volts))
+        return;
+    m_units = units;
+    optDacUnits[static_cast<size_t>(units)]->setChecked(true);
+    lblDacRange->setText(units == Hex ? boardTexts::dacRangeHex : boardTexts::dacRangeVolts);
+    const auto convert = units == Hex ? dacUnits::toHexText : dacUnits::toVoltsText;
+    for (QLineEdit *box : txtSendDac)
+        box->setText(convert(box->text()));
+    txtSetAllDac->setText(convert(txtSetAllDac->text()));
+    for (size_t at = 0; at < lblReadAdc.size(); ++at) {
+        if (!m_isBertanReading[at]) // that text has no unit
+            lblReadAdc[at]->setText(convert(lblReadAdc[at]->text()));
+    }
+}
+
+void DacAdcPanel::chkBertanDac_Click()
+{
+    const bool bertan = isBertan();
+    for (int i = 0; i < channels; ++i) {
+        const auto at = static_cast<size_t>(i);
+        lblReadDacLabel[at]->setText(
+            (bertan ? QStringLiteral("W %1") : QStringLiteral("DAC %1")).arg(i));
+        lblReadAdcLabel[at]->setText(
+            (bertan ? QStringLiteral("M %1") : QStringLiteral("ADC %1")).arg(i));
+    }
+}
+
+bool DacAdcPanel::sendDac(int channel)
+{
+    auto command = dacCommand(channel);
+    if (!command || !m_session.checkSendable(*command))
+        return false;
+    m_link.OutputToSbc(*command);
+    return m_link.isSent();
+}
+
+std::optional<QString> DacAdcPanel::dacCommand(int channel)
+{
+    const QString text = txtSendDac[static_cast<size_t>(channel)]->text();
+    if (m_units == Volts && isBertan()) {
+        m_session.say(boardTexts::voltsInBertan);
+        return std::nullopt;
+    }
+    auto command =
+        m_units == Hex ? dacCommandFromHex(channel, text) : dacCommandFromVolts(channel, text);
+    if (!command)
+        m_session.say(boardTexts::invalidData);
+    return command;
+}
+
+std::optional<QString> DacAdcPanel::dacCommandFromHex(int channel, const QString &text)
+{
+    const auto counts = dacUnits::countsFromHex(text);
+    if (!counts)
+        return std::nullopt;
+    if (isBertan())
+        return QStringLiteral("W%1%2\r").arg(QString::number(channel), text.trimmed());
+    return QStringLiteral("DAC %1,%2\r")
+        .arg(numbers::numberText(channel), numbers::fixed5(dacUnits::voltsOf(*counts)));
+}
+
+std::optional<QString> DacAdcPanel::dacCommandFromVolts(int channel, const QString &text)
+{
+    const auto value = numbers::numericValue(text);
+    if (!value || *value < 0 || *value > dacUnits::fullScaleVolts)
+        return std::nullopt;
+    return QStringLiteral("DAC %1,%2\r").arg(numbers::numberText(channel), text);
+}
+
+DacAdcPanel::AdcReply DacAdcPanel::ReadAdcChannel(int channel)
+{
+    const bool bertan = isBertan();
+    m_link.PauseMS(100);
+    const QString reply =
+        m_link.ask(bertan ? QStringLiteral("M%1").arg(channel)
+                          : QStringLiteral("ADC? ") + numbers::numberText(channel),
+                   500);
+    AdcReply result;
+    if (bertan) {
+        result.bertan = reply.trimmed();
+    } else if (reply.contains(u',')) {
+        const QStringList fields = reply.split(u',');
+        result.value = fieldValue(fields, 0);
+        result.gain = fieldValue(fields, 1);
+        result.offset = fieldValue(fields, 2);
+    }
+    return result;
+}
+
+bool DacAdcPanel::readAdc(int channel)
+{
+    const AdcReply reply = ReadAdcChannel(channel);
+    QString text; // blank without a value: an old reading must not pass for a new one
+    if (reply.bertan)
+        text = *reply.bertan;
+    else if (reply.value && m_units == Hex)
+        text = numbers::toHex(dacUnits::countsOf(double{*reply.value}));
+    else if (reply.value)
+        text = numbers::fixed5(double{*reply.value});
+    const auto at = static_cast<size_t>(channel);
+    m_isBertanReading[at] = reply.bertan.has_value();
+    showText(*lblReadAdc[at], text);
+    return !text.isEmpty();
+}
+
+} // namespace corvane

@@ -1,0 +1,151 @@
+#include "windows/board/ManualCalibrationPanel.h"
+
+#include "core/board/BoardLink.h"
+#include "core/board/BoardSession.h"
+#include "core/text/Numbers.h"
+#include "windows/widgets/Controls.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+
+#include <array>
+
+namespace corvane {
+
+using namespace controls;
+
+ManualCalibrationPanel::ManualCalibrationPanel(Kind kind, BoardLink &link, BoardSession &session)
+    : BoardPanel(link, session)
+    , m_kind(kind)
+{
+    makeEntries();
+    makeReadOuts();
+    arrange();
+    connect(cmdSetCal, &QPushButton::clicked, this, &ManualCalibrationPanel::cmdSetCal_Click);
+    connect(cmdReadCal, &QPushButton::clicked, this, &ManualCalibrationPanel::cmdReadCal_Click);
+    connect(cmdDefaultSet, &QPushButton::clicked, this,
+            &ManualCalibrationPanel::cmdDefaultSet_Click);
+    connect(cmdCopy, &QPushButton::clicked, this, &ManualCalibrationPanel::cmdCopy_Click);
+}
+
+QString ManualCalibrationPanel::kindName() const
+{
+    return m_kind == Dac ? QStringLiteral("DAC") : QStringLiteral("ADC");
+}
+
+QComboBox *ManualCalibrationPanel::channelBox(const QString &name, const QString &accessibleName)
+{
+    auto *box = named(new QComboBox, indexed(name, m_kind), accessibleName.arg(kindName()));
+    for (int channel = 0; channel < 8; ++channel)
+        box->addItem(QString::number(channel));
+    return box;
+}
+
+void ManualCalibrationPanel::makeEntries()
+{
+    cboChannelSet = channelBox(QStringLiteral("cboChannelSet"), tr("%1 channel to set"));
+    const auto entryFor = [this](const QString &name, const QString &what) {
+        return entry(6, indexed(name, m_kind), tr("%1 %2 to set").arg(kindName(), what));
+    };
+    txtValue = entryFor(QStringLiteral("txtValue"), tr("value"));
+    txtGain = entryFor(QStringLiteral("txtGain"), tr("gain"));
+    txtOffset = entryFor(QStringLiteral("txtOffset"), tr("offset"));
+    const QString caption = m_kind == Dac ? tr("Set &DAC") : tr("Set &ADC");
+    cmdSetCal = exchanging(button(caption, indexed(QStringLiteral("cmdSetCal"), m_kind),
+                                  tr("Set calibration of the %1").arg(kindName())));
+    cmdDefaultSet =
+        button(tr("De&fault Settings"), indexed(QStringLiteral("cmdDefaultSet"), m_kind),
+               tr("Fill in the %1 default settings").arg(kindName()));
+}
+
+void ManualCalibrationPanel::makeReadOuts()
+{
+    cboChannel = channelBox(QStringLiteral("cboChannel"), tr("%1 channel to read"));
+    const auto labelFor = [this](const QString &name, const QString &what) {
+        return readOut(6, indexed(name, m_kind), tr("%1 %2 read").arg(kindName(), what));
+    };
+    lblValue = labelFor(QStringLiteral("lblValue"), tr("value"));
+    lblGain = labelFor(QStringLiteral("lblGain"), tr("gain"));
+    lblOffset = labelFor(QStringLiteral("lblOffset"), tr("offset"));
+    cmdReadCal = exchanging(button(tr("&Read %1").arg(kindName()),
+                                   indexed(QStringLiteral("cmdReadCal"), m_kind),
+                                   tr("Read calibration of the %1").arg(kindName())));
+    cmdCopy = button(tr("Cop&y"), indexed(QStringLiteral("cmdCopy"), m_kind),
+                     tr("Copy the read %1 values into the entries").arg(kindName()));
+}
+
+/// One row to set, one to read, under common headings.
+void ManualCalibrationPanel::arrange()
+{
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins({});
+    auto *box = new QGroupBox(tr("%1 Calibration").arg(kindName()));
+    outer->addWidget(box);
+    auto *grid = new QGridLayout(box);
+    const QStringList headings = {tr("Channel"), tr("Value"), tr("Gain"), tr("Offset")};
+    for (int column = 0; column < headings.size(); ++column)
+        grid->addWidget(new QLabel(headings[column]), 0, column);
+    const std::array<QWidget *, 6> setRow = {cboChannelSet, txtValue,  txtGain,
+                                             txtOffset,     cmdSetCal, cmdDefaultSet};
+    const std::array<QWidget *, 6> readRow = {cboChannel, lblValue,   lblGain,
+                                              lblOffset,  cmdReadCal, cmdCopy};
+    for (size_t column = 0; column < setRow.size(); ++column) {
+        grid->addWidget(setRow[column], 1, static_cast<int>(column));
+        grid->addWidget(readRow[column], 2, static_cast<int>(column));
+    }
+    for (int column = 1; column <= 3; ++column)
+        grid->setColumnStretch(column, 1);
+    for (size_t column = 1; column < setRow.size(); ++column)
+        setTabOrder(setRow[column - 1], setRow[column]);
+    setTabOrder(setRow.back(), readRow.front());
+    setTabOrder(cboChannel, cmdReadCal);
+    setTabOrder(cmdReadCal, cmdCopy);
+}
+
+void ManualCalibrationPanel::cmdSetCal_Click()
+{
+    const auto operation = m_session.begin();
+    if (!operation)
+        return;
+    QStringList fields = {cboChannelSet->currentText()};
+    if (m_kind == Dac)
+        fields << txtValue->text();
+    fields << txtGain->text() << txtOffset->text();
+    QString command = kindName() + u' ' + fields.join(u',') + u'\r';
+    if (!m_session.checkSendable(command))
+        return;
+    const int channel = cboChannelSet->currentIndex(); // the box may be changed meanwhile
+    m_link.OutputToSbc(command);
+    if (m_link.isSent())
+        Q_EMIT calibrationSent(channel);
+}
+
+void ManualCalibrationPanel::cmdReadCal_Click()
+{
+    const auto operation = m_session.begin();
+    if (!operation)
+        return;
+    const QString reply = m_link.ask(
+        kindName() + QStringLiteral("? ") + numbers::numberText(cboChannel->currentIndex()), 0);
+    const QStringList fields = reply.split(u',');
+    showText(*lblValue, fields.value(0).simplified());
+    showText(*lblGain, fields.value(1).simplified());
+    showText(*lblOffset, fields.value(2).simplified());
+}
+
+void ManualCalibrationPanel::cmdDefaultSet_Click()
+{
+    txtValue->setText(QStringLiteral("2.5"));
+    txtGain->setText(QStringLiteral("1.0"));
+    txtOffset->setText(QStringLiteral("0.0"));
+}
+
+void ManualCalibrationPanel::cmdCopy_Click()
+{
+    txtValue->setText(lblValue->text());
+    txtGain->setText(lblGain->text());
+    txtOffset->setText(lblOffset->text());
+}
+
+} // namespace corvane

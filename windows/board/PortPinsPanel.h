@@ -1,0 +1,48 @@
+#pragma once
+
+#include "windows/board/BoardPanel.h"
+
+#include <array>
+
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace corvane {
+
+/// The eight pins of port 0: each set high or low, written as 1 or 0, and read. A pin outside 0..7
+/// is ignored.
+class PortPinsPanel : public BoardPanel
+{
+    Q_OBJECT
+
+public:
+    static constexpr int pins = 8;
+
+    PortPinsPanel(BoardLink &link, BoardSession &session);
+
+    void cmdH_Click(int pin);
+    void cmdL_Click(int pin);
+    void cmdPortPinWrite_Click(int pin);
+    void cmdPortPinRead_Click(int pin);
+    void cmdReadAllIo_Click();
+
+    std::array<QPushButton *, pins> cmdH{};
+    std::array<QPushButton *, pins> cmdL{};
+    std::array<QLineEdit *, pins> txtPortPinWrite{};
+    std::array<QPushButton *, pins> cmdPortPinWrite{};
+    std::array<QLabel *, pins> lblPortPinRead{};
+    std::array<QPushButton *, pins> cmdPortPinRead{};
+    QPushButton *cmdReadAllIo;
+
+private:
+    void makePin(QGridLayout &grid, int pin);
+    void connectControls();
+
+    void setPin(char16_t level, int pin);
+    void switchPin(char16_t level, int pin);
+    void readPin(int pin);
+};
+
+} // namespace corvane

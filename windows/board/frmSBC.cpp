@@ -1,0 +1,260 @@
+#include "windows/board/frmSBC.h"
+
+#include "core/board/BoardChannels.h"
+#include "core/board/BoardTexts.h"
+#include "core/board/UnsavedCalibrations.h"
+#include "core/text/ShownText.h"
+#include "windows/board/CalibrationPanel.h"
+#include "windows/board/DacAdcPanel.h"
+#include "windows/board/DigitalIoPanel.h"
+#include "windows/board/IdentityPanel.h"
+#include "windows/widgets/Controls.h"
+#include "windows/widgets/EditableBox.h"
+#include "windows/widgets/ToolTip.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QTabWidget>
+
+namespace corvane {
+
+using namespace controls;
+
+namespace {
+
+constexpr int unloadPauseMs = 250;
+const QString runningTag = QStringLiteral("runnning");
+
+} // namespace
+
+frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
+    : m_channels(channels)
+    , m_waits(clock)
+    , m_unloadWaits(clock)
+    , m_link(channels, m_waits)
+    , m_session(m_link, channels, dialogs, this)
+{
+    setObjectName(QStringLiteral("frmSBC"));
+    setWindowTitle(boardTexts::boardCaption);
+    caliTimer.setTimerType(Qt::PreciseTimer);
+    connect(&caliTimer, &QTimer::timeout, this, &frmSBC::caliTimer_Timer);
+    // Before the pages disable their buttons, and again after they have enabled them.
+    connect(&m_session, &BoardSession::runningChanged, this, &frmSBC::keepFocus);
+
+    auto *layout = new QVBoxLayout(this);
+    auto *top = new QHBoxLayout;
+    top->addWidget(makeMethod());
+    top->addWidget(makeMeter());
+    lblUnsaved = named(new QLabel, QStringLiteral("lblUnsaved"), tr("Not saved to EEPROM"));
+    lblUnsaved->setWordWrap(true);
+    top->addWidget(lblUnsaved, 1);
+    layout->addLayout(top);
+    layout->addWidget(makePages(), 1);
+    makeStatusBar();
+    layout->addWidget(StatusBar1);
+
+    connect(calibration, &CalibrationPanel::reportRequested, this, &frmSBC::reportRequested);
+    connect(
+        &m_session, &BoardSession::runningChanged, this, [this] { finishClosing(); },
+        Qt::QueuedConnection);
+    connect(&channels.unsavedCalibrations(), &UnsavedCalibrations::changed, this,
+            &frmSBC::showUnsaved);
+    showUnsaved();
+    cboMeasInstAdrGpib_Change();
+    resize(1000, 660);
+}
+
+frmSBC::~frmSBC() = default;
+
+void frmSBC::showUnsaved()
+{
+    lblUnsaved->setText(m_channels.unsavedCalibrations().text());
+    Q_EMIT unsavedShown(lblUnsaved->text());
+}
+
+QWidget *frmSBC::makeMethod()
+{
+    auto *box = new QGroupBox(tr("Communications Method"));
+    auto *row = new QHBoxLayout(box);
+    const QStringList captions = {tr("RS-&232"), tr("IEE&E"), tr("TC&P/IP")};
+    for (int method = BoardLink::Rs232; method <= BoardLink::TcpIp; ++method) {
+        auto *option = new QRadioButton(captions[method]);
+        OptSbcCommMeth[static_cast<size_t>(method)] =
+            named(option, indexed(QStringLiteral("OptSbcCommMeth"), method),
+                  tr("Communications method %1").arg(QString(captions[method]).remove(u'&')));
+        option->setChecked(method == m_link.method());
+        row->addWidget(option);
+        connect(option, &QRadioButton::toggled, this, [this, method](bool on) {
+            if (on)
+                OptSbcCommMeth_Click(method);
+        });
+    }
+    return box;
+}
+
+QWidget *frmSBC::makeMeter()
+{
+    auto *box = new QGroupBox(tr("Measurement Instrument Address"));
+    auto *row = new QHBoxLayout(box);
+    cboMeasInstAdrGpib = named(new EditableBox, QStringLiteral("cboMeasInstAdrGpib"),
+                               tr("GPIB address of the measurement instrument"));
+    for (int address = 0; address <= 30; ++address)
+        cboMeasInstAdrGpib->addItem(QString::number(address));
+    cboMeasInstAdrGpib->setCurrentText(QStringLiteral("16"));
+    auto *label = new QLabel(tr("&GPIB"));
+    label->setBuddy(cboMeasInstAdrGpib);
+    row->addWidget(label);
+    row->addWidget(cboMeasInstAdrGpib);
+    row->addStretch();
+    cboMeasInstAdrGpib->setMinimumContentsLength(4);
+    box->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    connect(cboMeasInstAdrGpib, &QComboBox::currentTextChanged, this,
+            &frmSBC::cboMeasInstAdrGpib_Change);
+    return box;
+}
+
+QTabWidget *frmSBC::makePages()
+{
+    dacAdc = new DacAdcPanel(m_link, m_session);
+    calibration = new CalibrationPanel(m_link, m_session, m_channels.unsavedCalibrations());
+    digitalIo = new DigitalIoPanel(m_link, m_session);
+    identity = new IdentityPanel(m_link, m_session);
+    auto *pages = named(new QTabWidget, QStringLiteral("tabBoard"), tr("Board"));
+    pages->addTab(dacAdc, tr("DAC and ADC"));
+    pages->addTab(calibration, tr("Calibration"));
+    pages->addTab(digitalIo, tr("Digital I/O"));
+    pages->addTab(identity, tr("Identity"));
+    for (int page = 0; page < pages->count(); ++page) {
+        auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);
+        connect(shortcut, &QShortcut::activated, pages,
+                [pages, page] { pages->setCurrentIndex(page); });
+    }
+    return pages;
+}
+
+void frmSBC::makeStatusBar()
+{
+    StatusBar1 = named(new QStatusBar, QStringLiteral("StatusBar1"), tr("Last exchange"));
+    StatusBar1->setSizeGripEnabled(false);
+    const QStringList meanings = {tr("Last command"), tr("Last answer")};
+    for (int panel = 0; panel < 2; ++panel) {
+        QLabel *label =
+            readOut(10, indexed(QStringLiteral("StatusBar1"), panel + 1), meanings[panel]);
+        statusPanels[static_cast<size_t>(panel)] = label;
+        StatusBar1->addWidget(label, 1);
+    }
+    connect(&m_link, &BoardLink::commandShown, this,
+            [this](const QString &text) { showText(*statusPanels[0], text); });
+    connect(&m_link, &BoardLink::replyShown, this,
+            [this](const QString &text, const QString &note) {
+                statusPanels[1]->setText(shownText(text));
+                statusPanels[1]->setToolTip(plainToolTip(note.isEmpty() ? text : note));
+            });
+}
+
+void frmSBC::CallOptSbcCommMeth(qint16 index)
+{
+    if (index < BoardLink::Rs232 || index > BoardLink::TcpIp)
+        return;
+    OptSbcCommMeth[static_cast<size_t>(index)]->setChecked(true);
+    OptSbcCommMeth_Click(index);
+}
+
+void frmSBC::OptSbcCommMeth_Click(int index)
+{
+    m_link.setMethod(index);
+}
+
+void frmSBC::cboMeasInstAdrGpib_Change()
+{
+    calibration->setMeterAddress(cboMeasInstAdrGpib->currentText());
+}
+
+void frmSBC::DelayMs(qint16 ms)
+{
+    caliTimer.stop();
+    m_caliTimerTag = runningTag;
+    caliTimer.start(std::max<int>(ms, 0));
+    m_waits.waitUntil([this] { return m_caliTimerTag != runningTag; }, Clock::forever);
+    QMetaObject::invokeMethod(this, &frmSBC::finishClosing, Qt::QueuedConnection);
+}
+
+void frmSBC::caliTimer_Timer()
+{
+    m_caliTimerTag.clear();
+}
+
+bool frmSBC::usesChannel(int channel) const
+{
+    return m_session.usesChannel(channel);
+}
+
+/// Disabled buttons lose the focus: it waits on the window and comes back, unless the user has
+/// moved it meanwhile.
+void frmSBC::keepFocus(bool running)
+{
+    QWidget *focus = focusWidget();
+    if (running) {
+        m_focusBefore = qobject_cast<QAbstractButton *>(focus);
+        if (m_focusBefore)
+            setFocus();
+        return;
+    }
+    const auto giveBack = [this] {
+        QWidget *now = focusWidget();
+        if (m_focusBefore && m_focusBefore->isVisible() &&
+            (!now || now->focusPolicy() == Qt::NoFocus))
+            m_focusBefore->setFocus();
+        m_focusBefore.clear();
+    };
+    QMetaObject::invokeMethod(this, giveBack, Qt::QueuedConnection);
+}
+
+void frmSBC::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    if (m_life != Life::Open)
+        return;
+    m_life = Life::Closing;
+    Q_EMIT closing();
+    m_session.shut();
+    QMetaObject::invokeMethod(this, &frmSBC::finishClosing, Qt::QueuedConnection);
+}
+
+void frmSBC::shutDown()
+{
+    m_unloadWaits.close();
+    close();
+}
+
+/// Goes on when nothing of the window is left on the stack.
+void frmSBC::finishClosing()
+{
+    if (m_life != Life::Closing || m_session.isRunning() || m_waits.isWaiting())
+        return;
+    m_life = Life::Unloading;
+    Form_QueryUnload();
+    m_life = Life::Closed;
+    m_channels.uncheckMnuSBC();
+    Q_EMIT closed();
+}
+
+void frmSBC::Form_QueryUnload()
+{
+    caliTimer.stop();
+    QCoreApplication::processEvents();
+    for (int pause = 0; pause < 2; ++pause) {
+        m_unloadWaits.wait(unloadPauseMs);
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "core/board/BoardLink.h"
+#include "core/board/BoardSession.h"
+#include "devices/WaitGroup.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+
+class QComboBox;
+class QLabel;
+class QRadioButton;
+class QStatusBar;
+class QTabWidget;
+
+namespace corvane {
+
+class CalibrationPanel;
+class DacAdcPanel;
+class DigitalIoPanel;
+class IdentityPanel;
+
+/// The board window: composes the pages, chooses the communication method and the meter's address,
+/// shows the last exchange, and opens and closes. The exchanges are BoardLink's, who may exchange
+/// is BoardSession's.
+///
+/// Closing hides the window and ends what it was doing; `closed` follows when nothing of it is
+/// left on the stack, and from then on it may be destroyed, with deleteLater.
+class frmSBC : public QWidget
+{
+    Q_OBJECT
+
+public:
+    frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock);
+    ~frmSBC() override;
+
+    /// Selects the method's option and stores the method; others than 0..2 are ignored.
+    void CallOptSbcCommMeth(qint16 index);
+    void OptSbcCommMeth_Click(int index);
+    void cboMeasInstAdrGpib_Change();
+
+    /// Waits for one tick of caliTimer set to `ms`.
+    void DelayMs(qint16 ms);
+    void caliTimer_Timer();
+
+    /// The pauses of closing, then the menu entry and `closed`.
+    void Form_QueryUnload();
+    /// Closes at once, without the pauses of closing: the program ends.
+    void shutDown();
+
+    [[nodiscard]] BoardLink &link() { return m_link; }
+    [[nodiscard]] BoardSession &session() { return m_session; }
+    [[nodiscard]] const BoardSession &session() const { return m_session; }
+    /// True while an operation of this window needs the main window's Channel for itself.
+    [[nodiscard]] bool usesChannel(int channel) const;
+
+    std::array<QRadioButton *, 3> OptSbcCommMeth{};
+    QComboBox *cboMeasInstAdrGpib;
+    /// Which channels' calibration is not in the EEPROM yet.
+    QLabel *lblUnsaved;
+    QStatusBar *StatusBar1;
+    std::array<QLabel *, 2> statusPanels{};
+    QTimer caliTimer;
+
+    DacAdcPanel *dacAdc;
+    CalibrationPanel *calibration;
+    DigitalIoPanel *digitalIo;
+    IdentityPanel *identity;
+
+Q_SIGNALS:
+    void reportRequested();
+    void unsavedShown(const QString &text);
+    /// The window begins to close.
+    void closing();
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *makeMethod();
+    QWidget *makeMeter();
+    QTabWidget *makePages();
+    void makeStatusBar();
+    void keepFocus(bool running);
+    void showUnsaved();
+    void finishClosing();
+
+    enum class Life { Open, Closing, Unloading, Closed };
+
+    BoardChannels &m_channels;
+    WaitGroup m_waits;
+    WaitGroup m_unloadWaits;
+    BoardLink m_link;
+    BoardSession m_session;
+    Life m_life = Life::Open;
+    QString m_caliTimerTag;
+    QPointer<QWidget> m_focusBefore;
+};
+
+} // namespace corvane

@@ -1,0 +1,207 @@
+// How the command-list area looks: its controls, their names and places.
+#include "core/text/OneLine.h"
+#include "windows/lists/CommandListArea.h"
+#include "windows/widgets/ElidedLabel.h"
+#include "windows/widgets/Naming.h"
+#include "windows/widgets/TextGrid.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <limits>
+
+namespace corvane {
+
+namespace {
+
+/// The letters that the Channels' pages leave free are few, so most buttons have a shortcut.
+struct ButtonRow
+{
+    QPushButton *CommandListArea::*member;
+    const char *name;
+    const char *caption;
+    const char *purpose;
+    const char *shortcut;
+};
+
+constexpr ButtonRow buttonRows[] = {
+    {&CommandListArea::cmdLoad, "cmdLoad", "L&oad...", "Load a command list file", "Ctrl+O"},
+    {&CommandListArea::cmdSave, "cmdSave", "Save...", "Save the chamber settings to a file",
+     "Ctrl+S"},
+    {&CommandListArea::cmdEditList, "cmdEditList", "Edit List...", "Edit the list as text",
+     "Ctrl+E"},
+    {&CommandListArea::cmdSaveList, "cmdSaveList", "Save List...", "Save the list as text",
+     "Ctrl+Shift+S"},
+    {&CommandListArea::cmdAddRow, "cmdAddRow", "Add Row", "Add a row at the end of the list",
+     "Ctrl+Ins"},
+    {&CommandListArea::cmdDeleteRow, "cmdDeleteRow", "Delete Ro&w", "Delete the current row",
+     "Ctrl+Del"},
+    {&CommandListArea::cmdClearCol, "cmdClearCol", "Clear Column", "Empty the current column", ""},
+    {&CommandListArea::cmdClear, "cmdClear", "Clear List", "Clear the whole list", ""},
+    {&CommandListArea::cmdMaxGrid, "cmdMaxGrid", "Ma&x Grid", "Widen the grid over the comments",
+     "F11"},
+    {&CommandListArea::cmdMinGrid, "cmdMinGrid", "Min Grid", "Show the comments again",
+     "Shift+F11"},
+    {&CommandListArea::cmdGetList, "cmdGetList", "Get List",
+     "Fill the list with the values of the device on the showing channel", "F6"},
+    {&CommandListArea::cmdSendList, "cmdSendList", "Se&nd List",
+     "Send the list to the device on the showing channel", "F5"},
+    {&CommandListArea::cmdStopSend, "cmdStopSend", "Stop", "Stop the run", "Shift+F5"},
+};
+
+struct ColumnWidth
+{
+    QLatin1StringView title;
+    int characters;
+};
+
+constexpr ColumnWidth columnWidths[] = {
+    {QLatin1StringView("Line"), 7},       {QLatin1StringView("Operator"), 9},
+    {QLatin1StringView("Command"), 18},   {QLatin1StringView("Value"), 18},
+    {QLatin1StringView("Tolerance"), 10},
+};
+
+/// The box over a cell. A key that it has no use for, as Shift alone, and a turn of the wheel over
+/// it would go on to the grid below, which takes them for the end of the editing.
+class CellBox : public QLineEdit
+{
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        QLineEdit::keyPressEvent(event);
+        event->accept();
+    }
+    void wheelEvent(QWheelEvent *event) override { event->accept(); }
+};
+
+QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
+{
+    auto *layout = new QHBoxLayout;
+    for (QWidget *widget : widgets)
+        layout->addWidget(widget);
+    return layout;
+}
+
+/// The key presses the button while it can be pressed; the tool tip tells it.
+void addShortcut(QPushButton &button, const QString &purpose, const QKeySequence &key)
+{
+    button.setToolTip(purpose);
+    if (key.isEmpty())
+        return;
+    button.setToolTip(
+        QStringLiteral("%1 (%2)").arg(purpose, key.toString(QKeySequence::NativeText)));
+    auto *shortcut = new QShortcut(key, button.window());
+    QObject::connect(shortcut, &QShortcut::activated, &button, [&button] {
+        if (button.isVisible())
+            button.click();
+    });
+}
+
+} // namespace
+
+void CommandListArea::makeControls()
+{
+    for (const ButtonRow &button : buttonRows) {
+        auto *made = named(new QPushButton(tr(button.caption), this), QLatin1String(button.name),
+                           tr(button.purpose));
+        addShortcut(*made, tr(button.purpose), QKeySequence(QLatin1String(button.shortcut)));
+        made->setAutoDefault(false);
+        this->*button.member = made;
+    }
+    lblFileName =
+        named(new ElidedLabel(this), QStringLiteral("lblFileName"), tr("Name of the list file"));
+    lblProgress = named(new QLabel(this), QStringLiteral("lblProgress"), tr("Progress of the run"));
+    txtVDL = named(new QPlainTextEdit(this), QStringLiteral("txtVDL"), tr("Comments of the list"));
+    txtVDL->setPlaceholderText(tr("Comments"));
+    txtVDL->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtVDL->setTabChangesFocus(true);
+    flexgridVDL = named(new TextGrid(this), QStringLiteral("flexgridVDL"), tr("Command list"));
+    flexgridVDL->horizontalHeader()->setStretchLastSection(true);
+    txtFlexText =
+        named(new CellBox(flexgridVDL->viewport()), QStringLiteral("txtFlexText"), tr("Cell text"));
+    txtFlexText->setMaxLength(std::numeric_limits<int>::max());
+    oneLine::keepIn(*txtFlexText);
+    txtFlexText->hide();
+    chkStripOpr = named(new QCheckBox(tr("Strip operator"), this), QStringLiteral("chkStripOpr"),
+                        tr("Send the commands of a test list without their leading operator"));
+    chkStripOpr->setToolTip(chkStripOpr->accessibleName());
+}
+
+void CommandListArea::layOut()
+{
+    auto *title = new QLabel(tr("Command list:"), this);
+    auto *top = row({title, lblFileName, lblProgress, cmdMaxGrid, cmdMinGrid});
+    top->setStretchFactor(lblFileName, 1);
+    cmdMinGrid->hide();
+
+    m_leftHand = new QWidget(this);
+    auto *files = new QGridLayout;
+    files->addWidget(cmdLoad, 0, 0);
+    files->addWidget(cmdSave, 0, 1);
+    files->addWidget(cmdEditList, 1, 0);
+    files->addWidget(cmdSaveList, 1, 1);
+    auto *left = new QVBoxLayout(m_leftHand);
+    left->setContentsMargins(0, 0, 0, 0);
+    left->addWidget(txtVDL);
+    left->addLayout(files);
+
+    auto *list = new QWidget(this);
+    auto *buttons = row({cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear});
+    buttons->addStretch();
+    for (QWidget *widget :
+         std::initializer_list<QWidget *>{chkStripOpr, cmdGetList, cmdSendList, cmdStopSend})
+        buttons->addWidget(widget);
+    auto *right = new QVBoxLayout(list);
+    right->setContentsMargins(0, 0, 0, 0);
+    right->addWidget(flexgridVDL);
+    right->addLayout(buttons);
+
+    auto *splitter = new QSplitter(this);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(m_leftHand);
+    splitter->addWidget(list);
+    splitter->setStretchFactor(1, 1);
+
+    auto *all = new QVBoxLayout(this);
+    all->addLayout(top);
+    all->addWidget(splitter, 1);
+    orderTabs();
+}
+
+void CommandListArea::orderTabs()
+{
+    QWidget *const order[] = {cmdMaxGrid,  cmdMinGrid,   txtVDL,      cmdLoad,
+                              cmdSave,     cmdEditList,  cmdSaveList, flexgridVDL,
+                              cmdAddRow,   cmdDeleteRow, cmdClearCol, cmdClear,
+                              chkStripOpr, cmdGetList,   cmdSendList, cmdStopSend};
+    for (std::size_t at = 1; at < std::size(order); ++at)
+        setTabOrder(order[at - 1], order[at]);
+}
+
+void CommandListArea::setColumnWidths()
+{
+    const int character = fontMetrics().horizontalAdvance(u'0');
+    for (int column = 0; column < flexgridVDL->colCount() - 1; ++column) {
+        const QString title = flexgridVDL->text(0, column);
+        const auto found = std::ranges::find(columnWidths, QLatin1StringView(title.toLatin1()),
+                                             &ColumnWidth::title);
+        if (found != std::end(columnWidths))
+            flexgridVDL->setColumnWidth(column, found->characters * character);
+    }
+}
+
+} // namespace corvane

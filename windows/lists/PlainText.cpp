@@ -1,0 +1,15 @@
+#include "windows/lists/PlainText.h"
+
+#include <QPlainTextEdit>
+#include <QTextDocument>
+
+namespace corvane {
+
+QString plainText::of(const QPlainTextEdit &box)
+{
+    QString text = box.document()->toRawText();
+    text.replace(QChar::LineSeparator, QChar::ParagraphSeparator);
+    return text.replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"));
+}
+
+} // namespace corvane

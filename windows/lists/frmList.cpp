@@ -1,0 +1,124 @@
+#include "windows/lists/frmList.h"
+
+#include "core/lists/ListFile.h"
+#include "core/lists/ListKinds.h"
+#include "core/lists/ListNotes.h"
+#include "core/lists/ListTexts.h"
+#include "core/text/Dialogs.h"
+#include "windows/lists/PlainText.h"
+#include "windows/widgets/Naming.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace corvane {
+
+frmList::frmList(Dialogs &dialogs, QWidget *parent)
+    : QDialog(parent)
+    , lblNote(named(new QLabel(this), QStringLiteral("lblNote"), QString()))
+    , txtList(named(new QPlainTextEdit(this), QStringLiteral("txtList"), tr("The list as text")))
+    , cmdSave(named(new QPushButton(tr("&Save..."), this), QStringLiteral("cmdSave"),
+                    tr("Save the list to a file and load it")))
+    , cmdCAncel(named(new QPushButton(tr("&Cancel"), this), QStringLiteral("cmdCAncel"),
+                      tr("Close without any change")))
+    , m_dialogs(dialogs)
+{
+    setObjectName(QStringLiteral("frmList"));
+    setModal(true);
+    resize(640, 480);
+    lblNote->setTextFormat(Qt::PlainText);
+    lblNote->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblNote->setWordWrap(true);
+    txtList->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    txtList->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtList->setTabChangesFocus(true);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdSave);
+    buttons->addWidget(cmdCAncel);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(lblNote);
+    layout->addWidget(txtList);
+    layout->addLayout(buttons);
+
+    connect(cmdSave, &QPushButton::clicked, this, &frmList::cmdSave_Click);
+    connect(cmdCAncel, &QPushButton::clicked, this, &frmList::cmdCAncel_Click);
+}
+
+void frmList::edit(const QString &text, int listKind, bool readOnly, const UnreadRest &rest)
+{
+    m_listKind = listKind;
+    m_rest = rest;
+    showNote(rest.warning());
+    setWindowTitle(readOnly ? tr("Save List") : tr("Edit List"));
+    txtList->setReadOnly(readOnly);
+    txtList->setPlainText(text);
+    (readOnly ? static_cast<QWidget *>(cmdSave) : txtList)->setFocus();
+    open();
+}
+
+QString frmList::text() const
+{
+    return plainText::of(*txtList);
+}
+
+void frmList::cmdSave_Click()
+{
+    using Outcome = Dialogs::FileChoice::Outcome;
+    const Dialogs::FileChoice choice =
+        m_dialogs.saveFile(this, {listKinds::layout(m_listKind).filter,
+                                  QCoreApplication::applicationDirPath(), QString()});
+    if (choice.outcome == Outcome::Cancelled || !isVisible() ||
+        !m_rest.maySaveTo(choice.path, m_dialogs, this))
+        return;
+    const QString fault = choice.outcome == Outcome::InvalidName
+                              ? listTexts::noFileName()
+                              : listFile::write(choice.path, text());
+    if (!fault.isEmpty()) {
+        showNote(listNotes::ofFault(choice.path, fault));
+        Q_EMIT saveFailed(lblNote->text());
+        m_dialogs.showMessage(this, listTexts::saveFailed());
+        return;
+    }
+    Q_EMIT saved(choice.path);
+    close();
+}
+
+void frmList::showNote(const QString &note)
+{
+    lblNote->setText(note);
+    lblNote->setVisible(!note.isEmpty());
+}
+
+void frmList::cmdCAncel_Click()
+{
+    close();
+}
+
+void frmList::reject()
+{
+    const bool changed = txtList->document()->isModified();
+    if (!changed ||
+        m_dialogs.showMessage(this, {.text = listTexts::discardChanges(),
+                                     .icon = Dialogs::Icon::Exclamation,
+                                     .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes)
+        QDialog::reject();
+}
+
+void frmList::closeEvent(QCloseEvent *event)
+{
+    // Only the user is asked; Cancel, a save and the end of the program are no question.
+    if (event->spontaneous())
+        QDialog::closeEvent(event);
+    else
+        QDialog::reject();
+}
+
+} // namespace corvane

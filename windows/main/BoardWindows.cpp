@@ -1,0 +1,193 @@
+#include "windows/main/BoardWindows.h"
+
+#include "core/board/BoardTexts.h"
+#include "core/channels/ChannelTexts.h"
+#include "core/text/ProductInfo.h"
+#include "windows/board/frmSBC.h"
+#include "windows/lists/TransferEngine.h"
+#include "windows/main/GpibChannel.h"
+#include "windows/main/Main.h"
+#include "windows/main/SerialChannel.h"
+#include "windows/main/TcpChannel.h"
+#include "windows/report/frmSBCPrint.h"
+
+#include <QAction>
+#include <QTabWidget>
+
+#include <cstdio>
+
+namespace corvane {
+
+namespace {
+
+void bringToFront(QWidget &window)
+{
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
+
+BoardWindows::BoardWindows(Main &window)
+    : QObject(&window)
+    , m_window(window)
+{
+}
+
+/// The report reads the board window, so it goes first.
+BoardWindows::~BoardWindows()
+{
+    const std::unique_ptr<frmSBC> board(m_board);
+    const std::unique_ptr<frmSBCPrint> report(m_report);
+}
+
+void BoardWindows::mnuSBC_Click()
+{
+    if (m_board && !m_board->isVisible()) {
+        m_reopen = !m_reopen; // it still closes
+        return;
+    }
+    if (!m_window.mnuSBC->isChecked()) {
+        if (m_board)
+            m_board->close();
+        return;
+    }
+    if (!m_board)
+        openBoard();
+    const int tab = m_window.tabChannels->currentIndex();
+    if (tab >= channels::rs232 && tab <= channels::tcpIp1)
+        m_board->CallOptSbcCommMeth(static_cast<qint16>(tab - channels::rs232));
+}
+
+void BoardWindows::openBoard()
+{
+    for (const int borrowed : {channels::rs232, channels::ieee488, channels::tcpIp1})
+        m_window.channel(borrowed)->applyPendingEntries();
+    m_board = new frmSBC(*this, m_window.parts().dialogs, m_window.parts().clock);
+    connect(m_board, &frmSBC::reportRequested, this, &BoardWindows::openReport);
+    for (const int index : {channels::rs232, channels::ieee488, channels::tcpIp1}) {
+        connect(m_window.channel(index), &Channel::openChanged, m_board,
+                [board = m_board, index](bool open) {
+                    if (!open)
+                        board->session().channelClosed(index);
+                });
+    }
+    // Disconnect leaves the GPIB control configured, so its Channel never closes; it ends an
+    // operation all the same.
+    connect(m_window.channel(channels::ieee488)->cmdDisconnect, &QPushButton::clicked, m_board,
+            [board = m_board] { board->session().channelClosed(channels::ieee488); });
+    connect(m_board, &frmSBC::closed, this, [this] {
+        m_board->deleteLater();
+        m_board = nullptr;
+        showUnsaved();
+        if (std::exchange(m_reopen, false))
+            m_window.mnuSBC->trigger();
+    });
+    showUnsaved();
+    bringToFront(*m_board);
+}
+
+/// While the board window is open it says so itself.
+void BoardWindows::showUnsaved()
+{
+    m_window.showNote(m_board || m_unsaved.isEmpty()
+                          ? QString()
+                          : boardTexts::closedUnsaved.arg(m_unsaved.text()));
+}
+
+void BoardWindows::openReport()
+{
+    if (!m_report) {
+        const QString version = QStringLiteral("%1.%2.%3")
+                                    .arg(productInfo::versionMajor)
+                                    .arg(productInfo::versionMinor)
+                                    .arg(productInfo::versionRevision);
+        m_report = new frmSBCPrint(*m_board, m_window.parts().remembered, m_window.parts().dialogs,
+                                   version);
+        connect(m_report, &frmSBCPrint::closed, this, [this] {
+            m_report->deleteLater();
+            m_report = nullptr;
+        });
+        bringToFront(*m_report);
+        m_report->Form_Load();
+        return;
+    }
+    bringToFront(*m_report);
+}
+
+void BoardWindows::shutDown()
+{
+    m_reopen = false;
+    if (m_report)
+        m_report->close();
+    if (m_board)
+        m_board->shutDown();
+    if (!std::exchange(m_toldUnsaved, true) && !m_unsaved.isEmpty())
+        std::fprintf(stderr, "corvane: %s\n", qPrintable(m_unsaved.text()));
+}
+
+bool BoardWindows::usesChannel(int index) const
+{
+    return m_board != nullptr && m_board->usesChannel(index);
+}
+
+SerialPort &BoardWindows::MSComm1()
+{
+    return m_window.parts().rs232;
+}
+
+GpibControl &BoardWindows::QBXControl1()
+{
+    return m_window.parts().gpib;
+}
+
+TcpClient &BoardWindows::tcpClient1()
+{
+    return m_window.parts().tcpClient1;
+}
+
+QByteArray BoardWindows::responseBytes(int channel) const
+{
+    const Channel *borrowed = m_window.channel(channel);
+    return borrowed ? borrowed->txtIn->bytes() : QByteArray();
+}
+
+void BoardWindows::clearResponse(int channel)
+{
+    if (const Channel *borrowed = m_window.channel(channel))
+        borrowed->txtIn->setBytes({});
+    m_window.noteReply(channel, QString());
+}
+
+ChannelUse BoardWindows::channelUse(int channel) const
+{
+    const Channel *borrowed = m_window.channel(channel);
+    if (!borrowed)
+        return ChannelUse::Free;
+    if (m_window.transferEngine().runningChannel() == channel)
+        return ChannelUse::List;
+    if (borrowed->chkLoop->isChecked())
+        return ChannelUse::Loop;
+    if (channel != channels::ieee488)
+        return ChannelUse::Free;
+    if (!m_window.searchRefusal().isEmpty())
+        return ChannelUse::Search;
+    return m_window.gpibChannel().isReadPending() ? ChannelUse::Reply : ChannelUse::Free;
+}
+
+QString BoardWindows::faultText(int channel, Exchange half, const QString &cause) const
+{
+    const QString &notConnected = channelTexts::notConnected.at(static_cast<size_t>(channel));
+    if (!notConnected.isEmpty() && !m_window.channel(channel)->isOpen())
+        return notConnected;
+    return (half == Exchange::Send ? channelTexts::sendError : channelTexts::readError) +
+           QStringLiteral("\r\n") + cause;
+}
+
+void BoardWindows::uncheckMnuSBC()
+{
+    m_window.mnuSBC->setChecked(false);
+}
+
+} // namespace corvane

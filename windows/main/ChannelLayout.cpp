@@ -1,0 +1,159 @@
+// How a Channel's page looks: its controls, their names and places.
+#include "core/channels/ChannelTexts.h"
+#include "windows/main/Channel.h"
+#include "windows/widgets/EditableBox.h"
+#include "windows/widgets/Naming.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace corvane {
+
+namespace {
+
+struct ButtonRow
+{
+    QPushButton *Channel::*member;
+    const char *name;
+    const char *caption;
+    const char *accessibleName;
+};
+
+constexpr ButtonRow buttonRows[] = {
+    {&Channel::cmdConnect, "cmdConnect", "&Connect", "Connect"},
+    {&Channel::cmdDisconnect, "cmdDisconnect", "&Disconnect", "Disconnect"},
+    {&Channel::cmdSend, "cmdSend", "&Send", "Send"},
+    {&Channel::cmdIDN, "cmdIDN", "*&IDN?", "Identify"},
+    {&Channel::cmdSystErr, "cmdSystErr", "Syst:&Err?", "System error"},
+    {&Channel::cmdLoadFrmChmber, "cmdLoadFrmChmber", "Get from Chamber",
+     "Get list from the chamber"},
+    {&Channel::cmdLoadToChmber, "cmdLoadToChmber", "Send to Chamber", "Send list to the chamber"},
+    {&Channel::cmdStop, "cmdStop", "Stop", "Stop the list"},
+};
+
+constexpr int gapBeforeLog = 12;
+constexpr int gapBeforePlace = 8;
+
+void addAll(QHBoxLayout &row, std::initializer_list<QWidget *> widgets)
+{
+    for (QWidget *widget : widgets)
+        row.addWidget(widget);
+}
+
+} // namespace
+
+void Channel::makeControls()
+{
+    const auto name = [this](const char *control) {
+        return indexed(QLatin1String(control), m_index);
+    };
+    for (const ButtonRow &button : buttonRows)
+        this->*button.member = named(new QPushButton(tr(button.caption), this), name(button.name),
+                                     tr(button.accessibleName));
+    cmdLoadFrmChmber->setToolTip(tr("Download the chamber's current settings into the list (F6)"));
+    cmdLoadToChmber->setToolTip(tr("Send the list to the chamber (F5)"));
+    cmdStop->setToolTip(tr("Stop the list (Shift+F5)"));
+    m_statusCaption = named(new QLabel(tr("Status:"), this), name("lblStatusCaption"));
+    lblStatus = named(new QLabel(this), name("lblStatus"), tr("Status"));
+    lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblPlace = named(new QLabel(this), name("lblPlace"));
+    lblPlace->setTextFormat(Qt::PlainText);
+    lblPlace->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblPlace->setContentsMargins(gapBeforePlace, 0, 0, 0);
+    lblPlace->setMaximumWidth(0); // while it is empty
+    shpComm = named(new Led(this), name("shpComm"), tr("Activity"));
+    cboOut = named(new CommandBox(this), name("cboOut"), tr("Command"));
+    cboOut->setEditText(channelTexts::idnCommand);
+    chkLoop = named(new QCheckBox(tr("&Loop"), this), name("chkLoop"), tr("Loop"));
+    cboMs = named(new EditableBox(this), name("cboMs"), tr("Loop period in milliseconds"));
+    for (const char *ms : {"1000", "2000", "5000", "10000", "30000", "60000"})
+        cboMs->addItem(QString::fromLatin1(ms));
+    chkLog = named(new QCheckBox(tr("Lo&g"), this), name("chkLog"), tr("Log replies to file"));
+    txtIn = named(new ResponseView(this), name("txtIn"), tr("Response"));
+}
+
+void Channel::layOut()
+{
+    m_connectionRow = new QHBoxLayout;
+    m_connectionRow->addStretch();
+    addAll(*m_connectionRow, {cmdConnect, cmdDisconnect, m_statusCaption, lblStatus, shpComm});
+    auto *line = new QFrame(this);
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    auto *placeRow = new QHBoxLayout;
+    placeRow->setSpacing(0); // the line ends with the rows below while no place is shown
+    placeRow->addWidget(line, 1);
+    placeRow->addWidget(lblPlace); // keeps its height while it is empty
+
+    auto *entryRow = new QHBoxLayout;
+    entryRow->addWidget(cboOut, 1);
+    addAll(*entryRow, {cmdSend, cmdIDN, cmdSystErr});
+
+    auto *every = new QLabel(tr("ever&y"), this);
+    every->setBuddy(cboMs);
+    auto *optionRow = new QHBoxLayout;
+    addAll(*optionRow, {chkLoop, every, cboMs, new QLabel(tr("ms"), this)});
+    optionRow->addSpacing(gapBeforeLog);
+    optionRow->addWidget(chkLog);
+    optionRow->addStretch();
+    addAll(*optionRow,
+           {new QLabel(tr("Settings list:"), this), cmdLoadFrmChmber, cmdLoadToChmber, cmdStop});
+
+    auto *page = new QVBoxLayout(this);
+    page->addLayout(m_connectionRow);
+    page->addLayout(placeRow);
+    page->addLayout(entryRow);
+    page->addLayout(optionRow);
+    page->addWidget(txtIn, 1);
+}
+
+void Channel::reserveStatus(const QString &longest)
+{
+    constexpr int boldPercent = 115; // an open Channel's text is bold, hence wider
+    lblStatus->setMinimumWidth(fontMetrics().horizontalAdvance(longest) * boldPercent / 100);
+}
+
+void Channel::hideStatus()
+{
+    m_statusCaption->hide();
+    lblStatus->hide();
+}
+
+void Channel::disableLog()
+{
+    chkLog->setEnabled(false);
+    chkLog->setToolTip(tr("The log records the TCP/IP Channels only"));
+}
+
+void Channel::addConnectionField(const QString &caption, QWidget *field, const QString &name)
+{
+    auto *label = new QLabel(caption, this);
+    label->setBuddy(field);
+    m_connectionRow->insertWidget(m_connectionRow->indexOf(cmdConnect) - 1, label);
+    addConnectionWidget(field, name);
+    field->setAccessibleName(QString(caption).remove(u'&').remove(u':'));
+}
+
+void Channel::addConnectionWidget(QWidget *widget, const QString &name)
+{
+    widget->setObjectName(indexed(name, m_index));
+    m_connectionRow->insertWidget(m_connectionRow->indexOf(cmdConnect) - 1, widget);
+    orderTabs();
+}
+
+/// The Tab key goes from left to right and down, though the fields are made last.
+void Channel::orderTabs()
+{
+    QList<QWidget *> order;
+    for (int place = 0; place < m_connectionRow->count(); ++place)
+        order.append(m_connectionRow->itemAt(place)->widget());
+    order += {cboOut, cmdSend,          cmdIDN,          cmdSystErr, chkLoop, cboMs,
+              chkLog, cmdLoadFrmChmber, cmdLoadToChmber, cmdStop,    txtIn};
+    order.removeIf([](const QWidget *widget) {
+        return widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0;
+    });
+    for (qsizetype place = 1; place < order.size(); ++place)
+        setTabOrder(order.at(place - 1), order.at(place));
+}
+
+} // namespace corvane

@@ -1,0 +1,114 @@
+#include "windows/main/GuideWindow.h"
+
+#include "windows/widgets/Naming.h"
+
+#include <QFile>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+namespace corvane {
+
+namespace {
+
+/// Where an entry of the outline keeps the number of its heading's block.
+constexpr int blockRole = Qt::UserRole;
+constexpr int chapterLevel = 2;
+constexpr int sectionLevel = 3;
+
+} // namespace
+
+GuideWindow::GuideWindow(QWidget *parent)
+    : QWidget(parent, Qt::Window)
+{
+    setObjectName(QStringLiteral("GuideWindow"));
+    setWindowTitle(tr("Corvane - User's Guide"));
+    resize(900, 640);
+
+    txtFind = new QLineEdit(this);
+    txtFind->setClearButtonEnabled(true);
+    txtFind->setPlaceholderText(tr("Find in the guide"));
+    auto *next = new QPushButton(tr("Find &next"), this);
+    txtGuide = new QTextBrowser(this);
+    txtGuide->setOpenExternalLinks(false);
+    QFile guide(QStringLiteral(":/guide.md"));
+    if (guide.open(QIODevice::ReadOnly))
+        txtGuide->setMarkdown(QString::fromUtf8(guide.readAll()));
+
+    lstOutline = new QListWidget(this);
+    lstOutline->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    fillOutline();
+
+    named(lstOutline, QStringLiteral("lstOutline"), tr("Outline of the guide"));
+    named(txtFind, QStringLiteral("txtFind"), tr("Find in the guide"));
+    named(next, QStringLiteral("cmdFindNext"), tr("Find next"));
+    named(txtGuide, QStringLiteral("txtGuide"), tr("User's guide"));
+
+    auto *findRow = new QHBoxLayout;
+    findRow->addWidget(txtFind, 1);
+    findRow->addWidget(next);
+    auto *page = new QVBoxLayout(this);
+    page->addLayout(findRow);
+    auto *sides = new QSplitter(this);
+    sides->setChildrenCollapsible(false);
+    sides->addWidget(lstOutline);
+    sides->addWidget(txtGuide);
+    sides->setStretchFactor(1, 1);
+    sides->setSizes({270, 630});
+    page->addWidget(sides, 1);
+
+    connect(lstOutline, &QListWidget::currentRowChanged, this, &GuideWindow::showHeading);
+    connect(lstOutline, &QListWidget::itemClicked, this,
+            [this] { showHeading(lstOutline->currentRow()); });
+    connect(txtFind, &QLineEdit::returnPressed, this, &GuideWindow::findNext);
+    connect(next, &QPushButton::clicked, this, &GuideWindow::findNext);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txtFind,
+            [this] { txtFind->setFocus(Qt::ShortcutFocusReason); });
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    txtGuide->setFocus();
+}
+
+void GuideWindow::fillOutline()
+{
+    for (QTextBlock block = txtGuide->document()->begin(); block.isValid(); block = block.next()) {
+        const int level = block.blockFormat().headingLevel();
+        if (level != chapterLevel && level != sectionLevel)
+            continue;
+        const QString indent = level == sectionLevel ? QStringLiteral("    ") : QString();
+        auto *entry = new QListWidgetItem(indent + block.text(), lstOutline);
+        entry->setData(blockRole, block.blockNumber());
+        QFont font = entry->font();
+        font.setBold(level == chapterLevel);
+        entry->setFont(font);
+    }
+}
+
+void GuideWindow::showHeading(int row)
+{
+    const QListWidgetItem *entry = lstOutline->item(row);
+    if (!entry)
+        return;
+    const QTextBlock heading =
+        txtGuide->document()->findBlockByNumber(entry->data(blockRole).toInt());
+    txtGuide->setTextCursor(QTextCursor(heading));
+    txtGuide->verticalScrollBar()->setValue(txtGuide->verticalScrollBar()->value() +
+                                            txtGuide->cursorRect().top());
+}
+
+void GuideWindow::findNext()
+{
+    if (txtGuide->find(txtFind->text()))
+        return;
+    txtGuide->moveCursor(QTextCursor::Start);
+    txtGuide->find(txtFind->text());
+}
+
+} // namespace corvane

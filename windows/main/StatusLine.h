@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/channels/Module1.h"
+#include "windows/widgets/ElidedLabel.h"
+
+#include <array>
+
+namespace corvane {
+
+/// The status bar's line of what is to know now: about the list run, each Channel's device and
+/// reply, the list file, the log and the board. Each stands until its own is set to an empty text.
+class StatusLine : public ElidedLabel
+{
+public:
+    enum class About { Run, ListFile, Log, Board };
+
+    using ElidedLabel::ElidedLabel;
+
+    void setNote(About about, const QString &text);
+    /// What was last said of the Channel's device.
+    void setFault(int channel, const QString &text);
+    /// What is to know about the reply in the Channel's box.
+    void setReplyNote(int channel, const QString &text);
+
+private:
+    void set(QString &place, const QString &text);
+
+    std::array<QString, 4> m_notes;
+    std::array<QString, channelCount> m_faults;
+    std::array<QString, channelCount> m_replyNotes;
+};
+
+} // namespace corvane

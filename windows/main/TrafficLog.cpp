@@ -1,0 +1,159 @@
+#include "windows/main/TrafficLog.h"
+
+#include "core/channels/ChannelTexts.h"
+#include "devices/RegularFile.h"
+#include "windows/widgets/Led.h"
+
+#include <QDate>
+#include <QFile>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+
+namespace corvane {
+
+namespace {
+
+QString withoutBreaksAndTabs(QString text)
+{
+    for (const QChar c : {u'\r', u'\n', u'\t'})
+        text.remove(c);
+    return text;
+}
+
+QString quotedRecord(const QString &text)
+{
+    return QStringLiteral("\"") + text + QStringLiteral("\"");
+}
+
+} // namespace
+
+TrafficLog::TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QPlainTextEdit &comments,
+                       Led &indicator, QObject *parent)
+    : QObject(parent)
+    , TimerLog(new QTimer(this))
+    , TimerLED(new QTimer(this))
+    , m_path(std::move(path))
+    , m_tcpIp1(std::move(tcpIp1))
+    , m_tcpIp2(std::move(tcpIp2))
+    , m_comments(comments)
+    , m_indicator(indicator)
+{
+    for (QTimer *timer : {TimerLog, TimerLED})
+        timer->setTimerType(Qt::PreciseTimer);
+    TimerLED->setInterval(flashIntervalMs);
+    connect(TimerLog, &QTimer::timeout, this, &TrafficLog::TimerLog_Timer);
+    connect(TimerLED, &QTimer::timeout, this, &TrafficLog::TimerLED_Timer);
+}
+
+void TrafficLog::initialise()
+{
+    TimerLog->stop();
+    TimerLog->setInterval(intervalMs);
+    m_indicator.hide();
+}
+
+void TrafficLog::setLogging(bool on)
+{
+    if (on)
+        TimerLog->start();
+    else
+        TimerLog->stop();
+    m_indicator.setVisible(on);
+}
+
+void TrafficLog::TimerLog_Timer()
+{
+    const bool first = m_tcpIp1.isChecked();
+    const bool second = m_tcpIp2.isChecked();
+    if (!first && !second)
+        return;
+    if ((first && !m_tcpIp1.isConnected()) || (second && !m_tcpIp2.isConnected()))
+        return;
+    TimerLED->start();
+    PrintLog(first && second ? Selector::Both : first ? Selector::TcpIp1 : Selector::TcpIp2);
+}
+
+void TrafficLog::TimerLED_Timer()
+{
+    m_indicator.setBright(LogFlash);
+    LogFlash = !LogFlash;
+    if (LogFlash)
+        TimerLED->stop();
+}
+
+void TrafficLog::PrintLog(Selector selector)
+{
+    const QString first = selector == Selector::TcpIp2 ? QString() : newest(m_tcpIp1);
+    const QString second = selector == Selector::TcpIp1 ? QString() : newest(m_tcpIp2);
+    QString record = QDate::currentDate().toString(Qt::ISODate);
+    QString fileLine;
+    switch (selector) {
+    case Selector::TcpIp1: {
+        if (first.isEmpty())
+            return;
+        fileLine = withoutBreaksAndTabs(first);
+        record += QStringLiteral(" , ") + fileLine;
+        break;
+    }
+    case Selector::TcpIp2:
+        if (second.isEmpty())
+            return;
+        record += QStringLiteral(" , ") + second;
+        fileLine = quotedRecord(record);
+        break;
+    case Selector::Both:
+        if (first.isEmpty() || second.isEmpty())
+            return;
+        record += QStringLiteral(" , ") + first + QStringLiteral(" , ") + second;
+        fileLine = quotedRecord(record);
+        break;
+    }
+    if (appendToFile(fileLine))
+        appendToComments(record);
+}
+
+QString TrafficLog::newest(const Source &source)
+{
+    const QByteArray reply = source.reply();
+    if (reply.size() <= longestReply)
+        return QString::fromLatin1(reply);
+    Q_EMIT shortened(channelTexts::logShortened.arg(longestReply));
+    return QString::fromLatin1(QByteArrayView(reply).last(longestReply));
+}
+
+bool TrafficLog::appendToFile(const QString &line)
+{
+    QFile file(m_path);
+    QString fault = regularFile::open(file, QIODevice::Append | QIODevice::Unbuffered);
+    if (fault.isEmpty()) {
+        const qint64 before = file.size();
+        fault = regularFile::write(file, line.toLatin1() + "\r\n");
+        if (fault.isEmpty())
+            return true;
+        // A part of a record would run into the next one.
+        if (!file.resize(before))
+            fault += channelTexts::logTorn;
+    }
+    setLogging(false);
+    Q_EMIT failed(QStringLiteral("%1: %2").arg(m_path, fault));
+    return false;
+}
+
+void TrafficLog::appendToComments(const QString &line)
+{
+    const QTextDocument &text = *m_comments.document();
+    // A line break is one character in the document and counts as CR LF.
+    const qsizetype before = text.characterCount() - 1 + text.blockCount() - 1;
+    if (before + line.size() + 2 > commentLimit) {
+        m_comments.setPlainText(channelTexts::logOverflow);
+        return;
+    }
+    // The user's own cursor and selection stay where they are.
+    QTextCursor end(m_comments.document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(line + QStringLiteral("\n"));
+    if (!m_comments.hasFocus())
+        m_comments.verticalScrollBar()->setValue(m_comments.verticalScrollBar()->maximum());
+}
+
+} // namespace corvane

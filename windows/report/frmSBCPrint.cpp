@@ -1,0 +1,332 @@
+#include "windows/report/frmSBCPrint.h"
+
+#include "core/report/CalibrationReport.h"
+#include "core/report/ReportTexts.h"
+#include "core/text/Dialogs.h"
+#include "core/text/ShownText.h"
+#include "devices/WholeFile.h"
+#include "windows/board/CalibrationPanel.h"
+#include "windows/board/frmSBC.h"
+#include "windows/widgets/Controls.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QScopeGuard>
+#include <QShortcut>
+#include <QStatusBar>
+
+#include <algorithm>
+
+namespace corvane {
+
+using namespace controls;
+using reportTexts::PrintError;
+
+namespace {
+
+constexpr qint16 beforeReadMs = 25;
+
+/// Today in the system's short form; where that needs characters that the report cannot hold, in
+/// the international form.
+QString todayText()
+{
+    const QDate today = QDate::currentDate();
+    const QString text = QLocale::system().toString(today, QLocale::ShortFormat);
+    return BoardLink::isSendable(text) ? text : today.toString(Qt::ISODate);
+}
+
+} // namespace
+
+class frmSBCPrint::Procedure
+{
+public:
+    explicit Procedure(frmSBCPrint &window)
+        : m_window(window)
+    {
+        if (++m_window.m_procedures == 1)
+            m_window.showBusy(true);
+    }
+    ~Procedure()
+    {
+        if (--m_window.m_procedures > 0)
+            return;
+        m_window.showBusy(false);
+        QMetaObject::invokeMethod(&m_window, &frmSBCPrint::finishClosing, Qt::QueuedConnection);
+    }
+    Q_DISABLE_COPY_MOVE(Procedure)
+
+private:
+    frmSBCPrint &m_window;
+};
+
+const std::array<frmSBCPrint::FieldRow, 12> &frmSBCPrint::fieldRows()
+{
+    using W = frmSBCPrint;
+    using F = ReportFields;
+    static const std::array<FieldRow, 12> rows = {{
+        {tr("Part Number"), &W::txtPartNum, &F::partNum, QStringLiteral("txtPartNum")},
+        {tr("Serial Number"), &W::txtSerialNum, &F::serialNum, QStringLiteral("txtSerialNum")},
+        {tr("PIC Firmware"), &W::txtPicFirmWare, &F::picFirmWare, QStringLiteral("txtPicFirmWare")},
+        {tr("Rabbit Firmware"), &W::txtRabbitVersion, &F::rabbitVersion,
+         QStringLiteral("txtRabbitVersion")},
+        {tr("File Name"), &W::txtFileName, &F::fileName, QStringLiteral("txtFileName")},
+        {tr("Test Date"), &W::txtDate, &F::date, QStringLiteral("txtDate")},
+        {tr("Test Utility Ver."), &W::txtAppVer, &F::appVer, QStringLiteral("txtAppVer")},
+        {tr("Technician"), &W::txtYourName, &F::yourName, QStringLiteral("txtYourName")},
+        {tr("Meter Name"), &W::txtMeterName, &F::meterName, QStringLiteral("txtMeterName")},
+        {tr("Meter Model"), &W::txtMeterModel, &F::meterModel, QStringLiteral("txtMeterModel")},
+        {tr("Meter Cal Due"), &W::txtMeterCalDue, &F::meterCalDue,
+         QStringLiteral("txtMeterCalDue")},
+        {tr("ADI Number"), &W::txtMeterADINum, &F::meterADINum, QStringLiteral("txtMeterADINum")},
+    }};
+    return rows;
+}
+
+frmSBCPrint::frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, QString version)
+    : m_board(&board)
+    , m_remembered(remembered)
+    , m_dialogs(dialogs)
+    , m_version(std::move(version))
+{
+    setObjectName(QStringLiteral("frmSBCPrint"));
+    setWindowTitle(reportTexts::caption);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(makeGroup(tr("PRODUCT INFORMATION"), 0, 4));
+    layout->addWidget(makeGroup(tr("TEST INFORMATION"), 4, 4));
+    layout->addWidget(makeGroup(tr("TEST METER"), 8, 4));
+    lblUnsaved = named(new QLabel, QStringLiteral("lblUnsaved"), tr("Not saved to EEPROM"));
+    lblUnsaved->setWordWrap(true);
+    layout->addWidget(lblUnsaved);
+    layout->addWidget(makeButtons());
+    layout->addStretch();
+    makeStatusBar();
+    layout->addWidget(StatusBar1);
+    connect(&board, &frmSBC::closing, this, &QWidget::close);
+    connect(&board, &frmSBC::unsavedShown, lblUnsaved, &QLabel::setText);
+    lblUnsaved->setText(board.lblUnsaved->text());
+    resize(520, sizeHint().height());
+}
+
+frmSBCPrint::~frmSBCPrint() = default;
+
+QWidget *frmSBCPrint::makeGroup(const QString &title, size_t first, size_t count)
+{
+    auto *box = new QGroupBox(title);
+    auto *form = new QFormLayout(box);
+    for (size_t i = first; i < first + count; ++i) {
+        const FieldRow &row = fieldRows()[i];
+        this->*row.box = entry(24, row.name, row.label);
+        auto *label = new QLabel(row.label);
+        label->setMinimumWidth(fontMetrics().horizontalAdvance(fieldRows()[3].label) + 12);
+        form->addRow(label, this->*row.box);
+    }
+    return box;
+}
+
+QWidget *frmSBCPrint::makeButtons()
+{
+    auto *box = new QWidget;
+    auto *row = new QHBoxLayout(box);
+    row->setContentsMargins({});
+    cmdAutoFill =
+        button(tr("Auto &Fill"), QStringLiteral("cmdAutoFill"), tr("Fill in from the board"));
+    cmdGenFilename = button(tr("&Generate Filename"), QStringLiteral("cmdGenFilename"),
+                            tr("Generate the file name"));
+    cmdAccept = button(tr("&Accept"), QStringLiteral("cmdAccept"), tr("Save the report"));
+    cmdCAncel = button(tr("&Cancel"), QStringLiteral("cmdCAncel"), tr("Close without saving"));
+    row->addWidget(cmdAutoFill);
+    row->addWidget(cmdGenFilename);
+    row->addStretch();
+    row->addWidget(cmdAccept);
+    row->addWidget(cmdCAncel);
+    connect(cmdAutoFill, &QPushButton::clicked, this, &frmSBCPrint::cmdAutoFill_Click);
+    connect(cmdGenFilename, &QPushButton::clicked, this, &frmSBCPrint::cmdGenFilename_Click);
+    connect(cmdAccept, &QPushButton::clicked, this, &frmSBCPrint::cmdAccept_Click);
+    connect(cmdCAncel, &QPushButton::clicked, this, &frmSBCPrint::cmdCAncel_Click);
+    auto *escape = new QShortcut(Qt::Key_Escape, this);
+    connect(escape, &QShortcut::activated, this, &frmSBCPrint::cmdCAncel_Click);
+    return box;
+}
+
+void frmSBCPrint::makeStatusBar()
+{
+    StatusBar1 = named(new QStatusBar, QStringLiteral("StatusBar1"), tr("Last exchange"));
+    StatusBar1->setSizeGripEnabled(false);
+    statusPanel =
+        readOut(20, QStringLiteral("StatusBar1_1"), tr("Last command or answer of Auto Fill"));
+    StatusBar1->addWidget(statusPanel, 1);
+}
+
+void frmSBCPrint::showBusy(bool busy)
+{
+    for (QPushButton *action : {cmdAutoFill, cmdGenFilename, cmdAccept})
+        action->setEnabled(!busy);
+}
+
+void frmSBCPrint::Form_Load()
+{
+    const Procedure procedure(*this);
+    m_remembered.report.date = todayText();
+    m_remembered.report.appVer = m_version;
+    // All before the board is asked: what the user types meanwhile stays.
+    for (const FieldRow &row : fieldRows())
+        (this->*row.box)->setText(m_remembered.report.*row.field);
+    fillFromBoard();
+    if (!isClosing())
+        cmdGenFilename_Click();
+}
+
+void frmSBCPrint::remember()
+{
+    for (const FieldRow &row : fieldRows())
+        m_remembered.report.*row.field = (this->*row.box)->text();
+}
+
+void frmSBCPrint::cmdAutoFill_Click()
+{
+    if (m_procedures > 0 || isClosing())
+        return;
+    const Procedure procedure(*this);
+    fillFromBoard();
+}
+
+void frmSBCPrint::fillFromBoard()
+{
+    if (!m_board)
+        return;
+    if (m_board->session().isRunning()) {
+        statusPanel->setText(reportTexts::busy);
+        return;
+    }
+    const auto operation = m_board->session().begin();
+    if (!operation)
+        return;
+    m_exchanging = true;
+    const auto done = qScopeGuard([this] { m_exchanging = false; });
+    BoardLink &link = m_board->link();
+    const QString command = QStringLiteral("*IDN?");
+    statusPanel->setText(command);
+    const QString reply = link.ask(command, beforeReadMs);
+    if (isClosing())
+        return;
+    const auto identity = calibrationReport::parseIdentity(reply);
+    const QString shown = shownText(reply);
+    statusPanel->setText(identity ? shown : reportTexts::syntaxError + shown);
+    if (!identity)
+        return;
+    ReportFields &fields = m_remembered.report;
+    txtPartNum->setText(fields.partNum = identity->partNum);
+    txtSerialNum->setText(fields.serialNum = identity->serialNum);
+    txtPicFirmWare->setText(fields.picFirmWare = identity->picFirmWare);
+    txtRabbitVersion->setText(fields.rabbitVersion = identity->rabbitVersion);
+}
+
+void frmSBCPrint::cmdGenFilename_Click()
+{
+    m_remembered.report.fileName =
+        calibrationReport::fileName(txtPartNum->text().trimmed(), txtSerialNum->text().trimmed());
+    txtFileName->setText(m_remembered.report.fileName);
+}
+
+void frmSBCPrint::cmdAccept_Click()
+{
+    if (m_procedures > 0 || isClosing())
+        return;
+    const Procedure procedure(*this);
+    remember();
+    if (refusesToSave())
+        return;
+    PrintCals();
+    close();
+}
+
+bool frmSBCPrint::refusesToSave()
+{
+    if (m_board && m_board->session().isRunning()) {
+        statusPanel->setText(reportTexts::notSaved); // the grid is half filled
+        return true;
+    }
+    const auto misfit = calibrationReport::firstMisfit(m_remembered.report);
+    if (!misfit)
+        return false;
+    const auto row = std::ranges::find(fieldRows(), misfit->field, &FieldRow::field);
+    tell(reportTexts::notWritable(row->label, misfit->character));
+    QLineEdit &box = *(this->*row->box);
+    box.setFocus();
+    box.setSelection(static_cast<int>(box.text().indexOf(misfit->character)),
+                     static_cast<int>(misfit->character.size()));
+    return true;
+}
+
+void frmSBCPrint::cmdCAncel_Click()
+{
+    close();
+}
+
+void frmSBCPrint::PrintCals()
+{
+    if (!m_board)
+        return;
+    const Procedure procedure(*this);
+    const QString report =
+        calibrationReport::text(m_remembered.report, m_board->calibration->table());
+    ++m_openBoxes;
+    const Dialogs::FileChoice choice =
+        m_dialogs.saveFile(this, {.filter = QStringLiteral("Text(*.txt)|*.txt"),
+                                  .folder = m_remembered.reportFolder,
+                                  .name = txtFileName->text().trimmed()});
+    --m_openBoxes;
+    if (isClosing() || choice.outcome == Dialogs::FileChoice::Outcome::Cancelled)
+        return;
+    if (choice.outcome == Dialogs::FileChoice::Outcome::InvalidName) {
+        tell(reportTexts::printErrorText(PrintError::InvalidName, choice.path, {}));
+        return;
+    }
+    m_remembered.reportFolder = QFileInfo(choice.path).path() + u'/';
+    write(choice.path, report.toLatin1());
+}
+
+void frmSBCPrint::write(const QString &path, const QByteArray &report)
+{
+    const QString fault = wholeFile::write(path, report);
+    if (fault.isEmpty()) {
+        tell(reportTexts::printSuccessful);
+        return;
+    }
+    const QString description = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), fault);
+    tell(reportTexts::printErrorText(PrintError::Other, path, description));
+}
+
+void frmSBCPrint::tell(const QString &text)
+{
+    ++m_openBoxes;
+    m_dialogs.showMessage(this, text);
+    --m_openBoxes;
+}
+
+void frmSBCPrint::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    if (m_closing)
+        return;
+    m_closing = true;
+    if (m_exchanging && m_board)
+        m_board->session().interrupt();
+    if (m_openBoxes > 0)
+        m_dialogs.dismissAll();
+    QMetaObject::invokeMethod(this, &frmSBCPrint::finishClosing, Qt::QueuedConnection);
+}
+
+void frmSBCPrint::finishClosing()
+{
+    if (!m_closing || m_closed || m_procedures > 0)
+        return;
+    m_closed = true;
+    Q_EMIT closed();
+}
+
+} // namespace corvane

@@ -1,0 +1,178 @@
+#include "windows/setup/frmGPIB.h"
+
+#include "core/channels/Module1.h"
+#include "core/setup/GpibSearch.h"
+#include "core/setup/SetupTexts.h"
+#include "core/text/Dialogs.h"
+#include "windows/setup/growToFit.h"
+#include "windows/widgets/Naming.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+namespace corvane {
+
+namespace {
+
+/// Long enough for the window to be painted before the first probe.
+constexpr int startDelayMs = 50;
+
+QLabel *createStatus(const QString &name)
+{
+    auto *label = new QLabel;
+    label->setObjectName(name);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+} // namespace
+
+frmGPIB::frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget *parent)
+    : QDialog(parent)
+    , m_search(search)
+    , m_module(module)
+    , m_dialogs(dialogs)
+{
+    setObjectName(QStringLiteral("frmGPIB"));
+    setWindowTitle(QStringLiteral("GPIB Address Search"));
+    setAccessibleName(windowTitle());
+    createControls();
+    connectControls();
+}
+
+void frmGPIB::createControls()
+{
+    lblSearch = createStatus(QStringLiteral("lblSearch"));
+    lblFaults = createStatus(QStringLiteral("lblFaults"));
+    progress =
+        named(new QProgressBar, QStringLiteral("progress"), QStringLiteral("Addresses probed"));
+    progress->setRange(0, GpibSearch::probeCount);
+    cmdSearch =
+        named(new QPushButton(QStringLiteral("&Search Again")), QStringLiteral("cmdSearch"));
+    cmdCancel = named(new QPushButton(QStringLiteral("&Cancel")), QStringLiteral("cmdCancel"));
+    cmdClose = named(new QPushButton(QStringLiteral("&Close")), QStringLiteral("cmdClose"));
+    tmrStart = new QTimer(this);
+    tmrStart->setObjectName(QStringLiteral("tmrStart"));
+    tmrStart->setTimerType(Qt::PreciseTimer);
+    tmrStart->setInterval(startDelayMs);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdSearch);
+    buttons->addWidget(cmdCancel);
+    buttons->addWidget(cmdClose);
+    auto *rows = new QVBoxLayout(this);
+    rows->addWidget(lblSearch);
+    rows->addWidget(progress);
+    rows->addWidget(lblFaults);
+    rows->addStretch();
+    rows->addLayout(buttons);
+    setMinimumWidth(72 * fontMetrics().averageCharWidth());
+}
+
+void frmGPIB::connectControls()
+{
+    connect(tmrStart, &QTimer::timeout, this, &frmGPIB::tmrStart_Timer);
+    connect(cmdSearch, &QPushButton::clicked, this, &frmGPIB::cmdSearch_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmGPIB::cmdCancel_Click);
+    connect(cmdClose, &QPushButton::clicked, this, &frmGPIB::cmdClose_Click);
+    connect(&m_search, &GpibSearch::statusChanged, lblSearch, &QLabel::setText);
+    connect(&m_search, &GpibSearch::faultsChanged, this, &frmGPIB::showFaults);
+    connect(&m_search, &GpibSearch::positionChanged, this, [this](int number) {
+        progress->setFormat(QStringLiteral("Address %v of %m"));
+        progress->setValue(number);
+    });
+}
+
+void frmGPIB::openWindow()
+{
+    if (!isVisible()) {
+        Form_Load();
+        show();
+    }
+    raise();
+    activateWindow();
+}
+
+void frmGPIB::Form_Load()
+{
+    m_module.SearchCancelled = false;
+    lblSearch->clear();
+    showFaults({});
+    progress->setFormat(QString());
+    progress->setValue(0);
+    showButtons(false);
+    tmrStart->start();
+}
+
+void frmGPIB::tmrStart_Timer()
+{
+    if (m_search.isRunning())
+        return; // the search of the window's last opening is about to end
+    tmrStart->stop();
+    startSearch();
+}
+
+void frmGPIB::cmdSearch_Click()
+{
+    if (m_search.isRunning())
+        return;
+    tmrStart->stop();
+    m_module.SearchCancelled = false;
+    startSearch();
+}
+
+void frmGPIB::startSearch()
+{
+    const QString refusal = m_search.refusal();
+    if (!refusal.isEmpty()) {
+        lblSearch->setText(QString::fromUtf16(setupTexts::status) +
+                           QString::fromUtf16(setupTexts::notStarted));
+        m_dialogs.showMessage(this, refusal);
+        return;
+    }
+    lblSearch->setText(QString::fromUtf16(setupTexts::searching));
+    showButtons(true);
+    m_search.SearchGPIBLoop();
+    showButtons(false);
+}
+
+void frmGPIB::cmdCancel_Click()
+{
+    showButtons(false);
+    m_search.cancel();
+}
+
+void frmGPIB::cmdClose_Click()
+{
+    close();
+}
+
+void frmGPIB::done(int result)
+{
+    tmrStart->stop();
+    m_search.cancel();
+    QDialog::done(result);
+}
+
+/// The window grows when the texts need it, and never shrinks under the user's hand.
+void frmGPIB::showFaults(const QString &faults)
+{
+    lblFaults->setText(faults);
+    lblFaults->setVisible(!faults.isEmpty());
+    if (!faults.isEmpty())
+        growToFit(*this);
+}
+
+void frmGPIB::showButtons(bool searching)
+{
+    cmdSearch->setEnabled(!searching);
+    cmdCancel->setVisible(searching);
+    cmdClose->setVisible(!searching);
+}
+
+} // namespace corvane

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "devices/GpibAdapterChoice.h"
+#include "devices/GpibAddress.h"
+
+#include <QDialog>
+
+#include <array>
+
+class QComboBox;
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+namespace corvane {
+
+class Dialogs;
+class GpibAdapterFactory;
+class GpibControl;
+
+/// The "GPIB Adapters" window: chooses for each board the kind of its adapter and its place, and
+/// asks an adapter for its version. It changes the choices and makes the control forget the
+/// adapters that are no longer chosen; making the new ones is the control's.
+///
+/// The window must not be destroyed while it tests; closed meanwhile it only hides.
+class frmGpibAdapters : public QDialog
+{
+    Q_OBJECT
+
+public:
+    static constexpr std::size_t boardCount = GpibAddress::boardCount;
+
+    /// What the window works on; all of it outlives the window.
+    struct Parts
+    {
+        GpibAdapterChoices &choices;
+        GpibControl &control;
+        const GpibAdapterFactory &factory;
+        Dialogs &dialogs;
+        /// The devices that the system has serial ports for, offered as places.
+        std::function<QStringList()> serialDevices;
+    };
+
+    explicit frmGpibAdapters(Parts parts, QWidget *parent = nullptr);
+
+    /// Shows the window with the choices in force; one that is already open comes to the front.
+    void openWindow();
+    /// True while an adapter is being asked.
+    [[nodiscard]] bool isTesting() const { return m_testing; }
+
+    // Event handlers; a board outside 0..3 is ignored.
+    void Form_Load();
+    void cboKind_Click(int board);
+    /// Stores the board's choice and asks the adapter for its version.
+    void cmdTest_Click(int board);
+    /// Stores all choices and closes; a wrong one is told and the window stays.
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    void done(int result) override;
+
+    std::array<QComboBox *, boardCount> cboKind{};
+    std::array<QComboBox *, boardCount> cboPlace{}; ///< host and port, device, library board
+    std::array<QPushButton *, boardCount> cmdTest{};
+    std::array<QLabel *, boardCount> lblResult{}; ///< the adapter's version, or why there is none
+    QLabel *lblInstalled = nullptr;
+    QPushButton *cmdOK = nullptr;
+    QPushButton *cmdCancel = nullptr;
+
+private:
+    void createRow(QGridLayout &grid, std::size_t board);
+    void connectControls();
+    void showChoice(std::size_t board);
+    void showInstalled();
+    void showResult(std::size_t board, const QString &text);
+    [[nodiscard]] GpibAdapterChoice choiceOf(std::size_t board) const;
+    void store(std::size_t board, const GpibAdapterChoice &choice);
+
+    Parts m_parts;
+    bool m_testing = false;
+};
+
+} // namespace corvane

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/setup/PortSettingsText.h"
+
+#include <QDialog>
+
+#include <array>
+#include <optional>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLayout;
+class QPushButton;
+
+namespace corvane {
+
+class SerialPort;
+
+/// The "Port Configuration" window of one serial Channel: edits the settings string of its port
+/// field by field. It leaves the port's opening, and any judgement of the settings, to the Channel.
+class frmPortConfig : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `channel` is channels::rs485 or channels::rs232; the port must outlive the window.
+    frmPortConfig(int channel, SerialPort &port, QWidget *parent = nullptr);
+
+    /// Shows the window with the port's current settings; one that is already open comes to the
+    /// front and keeps what was typed.
+    void openWindow();
+
+    // Event handlers; an index without a control is ignored.
+    void Form_Load();
+    void cmdPortConfig_Click(int index);
+    void cmdPreset232_Click(int index);
+    void cmdPreset485_Click(int index);
+    void cboCfg_Change();
+    /// The port was opened, with its settings of now, or closed.
+    void portOpened(bool open);
+
+    std::array<QComboBox *, 4> cboCfg{};          ///< baud rate, parity, data bits, stop bits
+    std::array<QPushButton *, 3> cmdPortConfig{}; ///< apply, cancel, apply and keep open
+    std::array<QPushButton *, 4> cmdPreset232{};
+    std::array<QPushButton *, 1> cmdPreset485{};
+    QGroupBox *fraPresets232 = nullptr;
+    QGroupBox *fraPresets485 = nullptr;
+    QLabel *lblSummary = nullptr;
+
+private:
+    QWidget *createFields();
+    QLayout *createButtons();
+    void connectControls();
+    [[nodiscard]] PortSettingsText fields() const;
+    void setFields(const PortSettingsText &fields);
+    void apply();
+    void showState();
+
+    int m_channel;
+    SerialPort &m_port;
+    QString m_applied;              ///< what the boxes said when they and the port last agreed
+    std::optional<QString> m_inUse; ///< the settings that the open port was opened with
+};
+
+} // namespace corvane

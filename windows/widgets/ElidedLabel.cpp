@@ -1,0 +1,48 @@
+#include "windows/widgets/ElidedLabel.h"
+
+#include "windows/widgets/ToolTip.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace corvane {
+
+ElidedLabel::ElidedLabel(QWidget *parent)
+    : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void ElidedLabel::showLong(const QString &text)
+{
+    setText(text);
+    setToolTip(plainToolTip(text));
+    setAccessibleName(text);
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {0, fontMetrics().height()};
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    return minimumSizeHint();
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *event)
+{
+    if (hasSelectedText()) { // shows what is being selected
+        QLabel::paintEvent(event);
+        return;
+    }
+    // In the middle: the beginning says what, the end why.
+    const QString line = fontMetrics().elidedText(text().simplified(), Qt::ElideMiddle, width());
+    QPainter painter(this);
+    style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(),
+                          isEnabled(), line, foregroundRole());
+}
+
+} // namespace corvane

@@ -1,0 +1,41 @@
+#include "windows/widgets/FileDialog.h"
+
+#include "devices/FileQuestions.h"
+
+#include <QFileInfo>
+
+namespace corvane {
+
+FileDialog::FileDialog(const Dialogs::FileQuestion &question, AcceptMode mode)
+{
+    setAcceptMode(mode);
+    setFileMode(AnyFile);
+    setOption(DontConfirmOverwrite);
+    setDirectory(question.folder.isEmpty() ? QDir::currentPath() : question.folder);
+    setNameFilters(fileQuestions::nameFilters(question.filter));
+    // A name that begins like a path, as of a part number "/12", belongs to this folder too.
+    QString name = question.name;
+    while (name.startsWith(u'/'))
+        name.remove(0, 1);
+    selectFile(name);
+}
+
+QString FileDialog::path() const
+{
+    const QString chosen = selectedFiles().value(0);
+    return acceptMode() == AcceptSave
+               ? fileQuestions::withExtension(chosen,
+                                              fileQuestions::extensionOf(selectedNameFilter()))
+               : chosen;
+}
+
+void FileDialog::accept()
+{
+    const QString chosen = selectedFiles().value(0);
+    if (QFileInfo(chosen).isDir())
+        QFileDialog::accept(); // steps into the folder
+    else
+        done(Accepted);
+}
+
+} // namespace corvane

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "core/text/Dialogs.h"
+
+#include <vector>
+
+class QDialog;
+
+namespace corvane {
+
+/// The dialogs on the screen. Each lives in the frame that asked and belongs to no window, so a
+/// window that goes meanwhile takes no open box with it.
+class QtDialogs : public Dialogs
+{
+public:
+    using Dialogs::showMessage;
+
+    QtDialogs() = default;
+
+    Answer showMessage(QObject *asker, const MessageBox &box) override;
+    FileChoice openFile(QObject *asker, const FileQuestion &question) override;
+    FileChoice saveFile(QObject *asker, const FileQuestion &question) override;
+    void dismissAll() override;
+    [[nodiscard]] int openCount() const override { return static_cast<int>(m_open.size()); }
+
+private:
+    struct OpenDialog
+    {
+        QDialog &dialog;
+        bool dismissed = false;
+    };
+
+    /// Runs the dialog over the asker's window. False when dismissAll closed it.
+    bool run(QDialog &dialog, QObject *asker);
+
+    /// The running dialogs, innermost last; each entry lives in its run's frame.
+    std::vector<OpenDialog *> m_open;
+};
+
+} // namespace corvane
