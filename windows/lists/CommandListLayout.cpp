@@ -1,8 +1,8 @@
 // How the command-list area looks: its controls, their names and places.
-#include "core/text/OneLine.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/widgets/ElidedLabel.h"
 #include "windows/widgets/Naming.h"
+#include "windows/widgets/OneLine.h"
 #include "windows/widgets/TextGrid.h"
 
 #include <QCheckBox>

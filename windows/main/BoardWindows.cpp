@@ -3,6 +3,7 @@
 #include "core/board/BoardTexts.h"
 #include "core/channels/ChannelTexts.h"
 #include "core/text/ProductInfo.h"
+#include "windows/board/CalibrationPanel.h"
 #include "windows/board/frmSBC.h"
 #include "windows/lists/TransferEngine.h"
 #include "windows/main/GpibChannel.h"
@@ -103,8 +104,12 @@ void BoardWindows::openReport()
                                     .arg(productInfo::versionMajor)
                                     .arg(productInfo::versionMinor)
                                     .arg(productInfo::versionRevision);
-        m_report = new frmSBCPrint(*m_board, m_window.parts().remembered, m_window.parts().dialogs,
-                                   version);
+        m_report =
+            new frmSBCPrint({m_board->session(), m_board->link(), m_board->calibration->table()},
+                            m_window.parts().remembered, m_window.parts().dialogs, version);
+        m_report->showUnsaved(m_board->lblUnsaved->text());
+        connect(m_board, &frmSBC::unsavedShown, m_report, &frmSBCPrint::showUnsaved);
+        connect(m_board, &frmSBC::closing, m_report, &QWidget::close);
         connect(m_report, &frmSBCPrint::closed, this, [this] {
             m_report->deleteLater();
             m_report = nullptr;

@@ -1,12 +1,12 @@
 #include "windows/report/frmSBCPrint.h"
 
+#include "core/board/BoardLink.h"
+#include "core/board/BoardSession.h"
 #include "core/report/CalibrationReport.h"
 #include "core/report/ReportTexts.h"
 #include "core/text/Dialogs.h"
 #include "core/text/ShownText.h"
 #include "devices/WholeFile.h"
-#include "windows/board/CalibrationPanel.h"
-#include "windows/board/frmSBC.h"
 #include "windows/widgets/Controls.h"
 
 #include <QCloseEvent>
@@ -86,8 +86,10 @@ const std::array<frmSBCPrint::FieldRow, 12> &frmSBCPrint::fieldRows()
     return rows;
 }
 
-frmSBCPrint::frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, QString version)
-    : m_board(&board)
+frmSBCPrint::frmSBCPrint(const ReportedBoard &board, modSBC &remembered, Dialogs &dialogs,
+                         QString version)
+    : m_session(&board.session)
+    , m_board(board)
     , m_remembered(remembered)
     , m_dialogs(dialogs)
     , m_version(std::move(version))
@@ -105,13 +107,15 @@ frmSBCPrint::frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, QS
     layout->addStretch();
     makeStatusBar();
     layout->addWidget(StatusBar1);
-    connect(&board, &frmSBC::closing, this, &QWidget::close);
-    connect(&board, &frmSBC::unsavedShown, lblUnsaved, &QLabel::setText);
-    lblUnsaved->setText(board.lblUnsaved->text());
     resize(520, sizeHint().height());
 }
 
 frmSBCPrint::~frmSBCPrint() = default;
+
+void frmSBCPrint::showUnsaved(const QString &text)
+{
+    lblUnsaved->setText(text);
+}
 
 QWidget *frmSBCPrint::makeGroup(const QString &title, size_t first, size_t count)
 {
@@ -196,21 +200,20 @@ void frmSBCPrint::cmdAutoFill_Click()
 
 void frmSBCPrint::fillFromBoard()
 {
-    if (!m_board)
+    if (!m_session)
         return;
-    if (m_board->session().isRunning()) {
+    if (m_session->isRunning()) {
         statusPanel->setText(reportTexts::busy);
         return;
     }
-    const auto operation = m_board->session().begin();
+    const auto operation = m_session->begin();
     if (!operation)
         return;
     m_exchanging = true;
     const auto done = qScopeGuard([this] { m_exchanging = false; });
-    BoardLink &link = m_board->link();
     const QString command = QStringLiteral("*IDN?");
     statusPanel->setText(command);
-    const QString reply = link.ask(command, beforeReadMs);
+    const QString reply = m_board.link.ask(command, beforeReadMs);
     if (isClosing())
         return;
     const auto identity = calibrationReport::parseIdentity(reply);
@@ -246,7 +249,7 @@ void frmSBCPrint::cmdAccept_Click()
 
 bool frmSBCPrint::refusesToSave()
 {
-    if (m_board && m_board->session().isRunning()) {
+    if (m_session && m_session->isRunning()) {
         statusPanel->setText(reportTexts::notSaved); // the grid is half filled
         return true;
     }
@@ -269,11 +272,10 @@ void frmSBCPrint::cmdCAncel_Click()
 
 void frmSBCPrint::PrintCals()
 {
-    if (!m_board)
+    if (!m_session)
         return;
     const Procedure procedure(*this);
-    const QString report =
-        calibrationReport::text(m_remembered.report, m_board->calibration->table());
+    const QString report = calibrationReport::text(m_remembered.report, m_board.table);
     ++m_openBoxes;
     const Dialogs::FileChoice choice =
         m_dialogs.saveFile(this, {.filter = QStringLiteral("Text(*.txt)|*.txt"),
@@ -314,8 +316,8 @@ void frmSBCPrint::closeEvent(QCloseEvent *event)
     if (m_closing)
         return;
     m_closing = true;
-    if (m_exchanging && m_board)
-        m_board->session().interrupt();
+    if (m_exchanging && m_session)
+        m_session->interrupt();
     if (m_openBoxes > 0)
         m_dialogs.dismissAll();
     QMetaObject::invokeMethod(this, &frmSBCPrint::finishClosing, Qt::QueuedConnection);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/board/CalibrationTable.h"
 #include "core/board/modSBC.h"
 
 #include <QPointer>
@@ -14,12 +15,22 @@ class QStatusBar;
 
 namespace corvane {
 
+class BoardLink;
+class BoardSession;
 class Dialogs;
-class frmSBC;
+
+/// What a report is about; all of it goes with the board window.
+struct ReportedBoard
+{
+    BoardSession &session;
+    BoardLink &link;
+    /// The calibration grid as it is now.
+    const CalibrationTable &table;
+};
 
 /// The report window: its twelve fields, filling them from the board, and saving the report of the
-/// board window's grid. The layout of the text is CalibrationReport's. It closes with the board
-/// window.
+/// calibration grid. The layout of the text is CalibrationReport's. It is to be closed with the
+/// board window.
 ///
 /// Closing hides the window; `closed` follows when nothing of it is left on the stack, and from
 /// then on it may be destroyed, with deleteLater.
@@ -29,7 +40,7 @@ class frmSBCPrint : public QWidget
 
 public:
     /// `version` is this program's, as major "." minor "." revision.
-    frmSBCPrint(frmSBC &board, modSBC &remembered, Dialogs &dialogs, QString version);
+    frmSBCPrint(const ReportedBoard &board, modSBC &remembered, Dialogs &dialogs, QString version);
     ~frmSBCPrint() override;
 
     /// Fills the fields; call it once the window is shown. Waits for the board.
@@ -38,6 +49,8 @@ public:
     void cmdGenFilename_Click();
     void cmdAccept_Click();
     void cmdCAncel_Click();
+    /// Says which channels of the report are not in the board's EEPROM yet.
+    void showUnsaved(const QString &text);
     /// Asks for the file and writes the report.
     void PrintCals();
 
@@ -59,7 +72,6 @@ public:
     QPushButton *cmdCAncel;
     QStatusBar *StatusBar1;
     QLabel *statusPanel;
-    /// Which channels of the report are not in the board's EEPROM yet.
     QLabel *lblUnsaved;
 
 Q_SIGNALS:
@@ -95,7 +107,8 @@ private:
     void tell(const QString &text);
     void write(const QString &path, const QByteArray &report);
 
-    QPointer<frmSBC> m_board;
+    QPointer<BoardSession> m_session;
+    const ReportedBoard m_board;
     modSBC &m_remembered;
     Dialogs &m_dialogs;
     QString m_version;

@@ -1,6 +1,6 @@
 #include "windows/widgets/EditableBox.h"
 
-#include "core/text/OneLine.h"
+#include "windows/widgets/OneLine.h"
 
 #include <QCompleter>
 #include <QCoreApplication>

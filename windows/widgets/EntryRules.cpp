@@ -1,6 +1,6 @@
 #include "windows/widgets/EntryRules.h"
 
-#include "core/text/OneLine.h"
+#include "windows/widgets/OneLine.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>

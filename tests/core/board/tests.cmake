@@ -1,1 +1,1 @@
-corvane_test(core/board SOURCES BoardLinkTest.cpp BoardWireTest.cpp CalibrationFormulasTest.cpp CalibrationTest.cpp DigitalTestsTest.cpp USES core/board)
+corvane_test(core/board SOURCES BoardLinkTest.cpp BoardWireTest.cpp CalibrationFormulasTest.cpp CalibrationTest.cpp DigitalTestsTest.cpp USES windows/board)

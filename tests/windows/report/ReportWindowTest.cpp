@@ -19,9 +19,16 @@ protected:
         open();
     }
 
+    void make()
+    {
+        window = std::make_unique<frmSBCPrint>(
+            ReportedBoard{board.session(), board.link(), board.calibration->table()}, remembered,
+            dialogs, QStringLiteral("1.2.3"));
+        QObject::connect(&board, &frmSBC::closing, window.get(), &QWidget::close);
+    }
     void open()
     {
-        window = std::make_unique<frmSBCPrint>(board, remembered, dialogs, QStringLiteral("1.2.3"));
+        make();
         window->show();
         window->Form_Load();
     }
@@ -208,7 +215,7 @@ TEST_F(ReportWindowTest, ClosedAtAnyMomentOfAutoFillItEndsAtOnceAndTheBoardWindo
 {
     answerQueriesWith("");
     for (int at = 5; at < 1900; at += 97) {
-        window = std::make_unique<frmSBCPrint>(board, remembered, dialogs, QStringLiteral("1.2.3"));
+        make();
         QSignalSpy closed(window.get(), &frmSBCPrint::closed);
         window->show();
         const quint32 start = clock.MS_TIMER();

@@ -1,1 +1,1 @@
-corvane_test(windows/report SOURCES ReportWindowTest.cpp USES windows/report)
+corvane_test(windows/report SOURCES ReportWindowTest.cpp USES windows/report windows/board)

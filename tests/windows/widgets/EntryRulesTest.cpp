@@ -1,8 +1,8 @@
 #include "windows/widgets/EntryRules.h"
 
-#include "core/text/OneLine.h"
 #include "tests/support/Testing.h"
 #include "windows/widgets/EditableBox.h"
+#include "windows/widgets/OneLine.h"
 
 using namespace corvane;
 

@@ -1,4 +1,4 @@
-#include "core/text/OneLine.h"
+#include "windows/widgets/OneLine.h"
 
 #include <QLineEdit>
 #include <QValidator>
