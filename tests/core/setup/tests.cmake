@@ -1,1 +1,1 @@
-corvane_test(core/setup SOURCES GpibSearchTest.cpp modWinsockAPITest.cpp USES core/setup)
+corvane_test(core/setup SOURCES GpibSearchTest.cpp modWinsockAPITest.cpp USES windows/setup)
