@@ -19,12 +19,11 @@ constexpr int notAll = 2;
 
 int greetTheBench(Main &window, QTextStream &out)
 {
-    ChannelDriver driver(window);
+    ChannelSet &channels = window.parts().channels;
     bool allAnswered = true;
-    for (int index = 0; index < channelCount; ++index) {
-        const QString caption =
-            channelTexts::channelCaptions.at(static_cast<size_t>(index)).leftJustified(10);
-        const bool connected = driver.connect(index, patienceMs);
+    for (ChannelSession *each : channels.all()) {
+        const QString caption = each->caption().leftJustified(10);
+        const bool connected = channelDriver::open(*each, channels.waits(), patienceMs);
         if (window.waits().isClosed())
             return notAll; // stopped: nothing can be said of the rest
         if (!connected) {
@@ -33,7 +32,7 @@ int greetTheBench(Main &window, QTextStream &out)
             continue;
         }
         for (const QString &command : {channelTexts::idnCommand, channelTexts::systErrCommand}) {
-            const auto reply = driver.ask(index, command, patienceMs);
+            const auto reply = channelDriver::ask(*each, channels.waits(), command, patienceMs);
             if (window.waits().isClosed())
                 return notAll;
             allAnswered = allAnswered && reply;

@@ -1,6 +1,5 @@
 #include "app/Program.h"
 
-#include "app/ChannelDriver.h"
 #include "bench/Bench.h"
 #include "core/setup/SocketsApi.h"
 #include "core/setup/modWinsockAPI.h"
@@ -34,28 +33,25 @@ Program::Program(const CommandLine &line, Dialogs &dialogs, GpibAdapterFactory::
     m_gpib = std::make_unique<GpibControl>(m_clock, [this](int board) {
         return m_gpibAdapterFactory.make(m_gpibAdapters.at(static_cast<size_t>(board)), board);
     });
+    m_channels = std::make_unique<ChannelSet>(
+        ChannelDevices{*m_rs485, *m_rs232, *m_gpib, m_tcpClient1, m_tcpClient2,
+                       [this] { return m_serialPorts.entries(); }},
+        m_module, dialogs, m_clock);
     m_window = std::make_unique<Main>(
         MainParts{.clock = m_clock,
                   .dialogs = dialogs,
-                  .module = m_module,
-                  .rs485 = *m_rs485,
-                  .rs232 = *m_rs232,
-                  .gpib = *m_gpib,
-                  .tcpClient1 = m_tcpClient1,
-                  .tcpClient2 = m_tcpClient2,
+                  .channels = *m_channels,
                   .programFolder = QCoreApplication::applicationDirPath(),
                   .gpibAdapters = m_gpibAdapters,
                   .gpibAdapterFactory = m_gpibAdapterFactory,
-                  .serialPorts = [this] { return m_serialPorts.entries(); },
                   .systemInfo = m_systemInfo,
                   .remembered = m_remembered,
-                  .findLocalAddress =
-                      [this](const auto &found) {
-                          m_ownAddress.start([found] {
-                              const auto sockets = systemSockets();
-                              return [found, own = modWinsockAPI::find(*sockets)] { found(own); };
-                          });
-                      }});
+                  .findLocalAddress = [this](const auto &found) {
+                      m_ownAddress.start([found] {
+                          const auto sockets = systemSockets();
+                          return [found, own = modWinsockAPI::find(*sockets)] { found(own); };
+                      });
+                  }});
     m_window->Form_Load();
     if (!m_bench)
         return;
@@ -97,14 +93,14 @@ void Program::startBench(CommandLine &line)
 
 void Program::pointChannelsAtBench()
 {
-    ChannelDriver driver(*m_window);
     const QString chamberPort = QString::number(m_bench->chamberPort());
-    driver.fillIn(channels::rs485, {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
-    driver.fillIn(channels::rs232, {.port = QStringLiteral("2")});
-    driver.fillIn(channels::ieee488,
-                  {.address = QStringLiteral("GPIB0::%1").arg(bench::Bench::chamberGpibAddress)});
+    m_channels->serial(channels::rs485)
+        .fillIn({.port = QStringLiteral("1"), .address = QStringLiteral("05")});
+    m_channels->serial(channels::rs232).fillIn({.port = QStringLiteral("2")});
+    m_channels->gpib().fillIn(
+        {.address = QStringLiteral("GPIB0::%1").arg(bench::Bench::chamberGpibAddress)});
     for (const int tcp : {channels::tcpIp1, channels::tcpIp2})
-        driver.fillIn(tcp, {.port = chamberPort, .host = bench::Bench::host()});
+        m_channels->tcp(tcp).fillIn({.port = chamberPort, .host = bench::Bench::host()});
 }
 
 } // namespace corvane

@@ -60,6 +60,7 @@ private:
     std::unique_ptr<RegistryApi> m_registry;
     QtProgramLauncher m_launcher;
     SystemInfo m_systemInfo;
+    std::unique_ptr<ChannelSet> m_channels;
     std::unique_ptr<Main> m_window;
     DetachedCall m_ownAddress;
     std::unique_ptr<BenchWindow> m_benchWindow;

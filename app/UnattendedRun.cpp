@@ -2,7 +2,7 @@
 
 #include "app/ChannelDriver.h"
 #include "app/JUnitReport.h"
-#include "core/channels/ChannelTexts.h"
+#include "core/channels/ChannelSet.h"
 #include "core/lists/ListKinds.h"
 #include "core/text/PrintableText.h"
 #include "core/text/ProductInfo.h"
@@ -10,7 +10,6 @@
 #include "devices/PlatformError.h"
 #include "devices/StopSignal.h"
 #include "windows/lists/CommandListArea.h"
-#include "windows/main/Channel.h"
 #include "windows/main/Main.h"
 #include "windows/widgets/TextGrid.h"
 
@@ -71,7 +70,7 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
                              QTextStream &messages)
     : m_window(window)
     , m_line(std::move(line))
-    , m_channel(*window.channel(m_line.channel))
+    , m_channel(window.parts().channels.at(m_line.channel))
     , m_outputs(m_line, out)
     , m_out(out)
     , m_messages(messages)
@@ -83,7 +82,7 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
         m_command = command;
         m_sinceSign.start();
     });
-    connect(&m_channel, &Channel::replied, this, [this] { m_sinceSign.start(); });
+    connect(&m_channel, &ChannelSession::replied, this, [this] { m_sinceSign.start(); });
     connect(&engine, &TransferEngine::rowFinished, this, &UnattendedRun::printRow);
     connect(&engine, &TransferEngine::runEnded, this,
             [this](TransferEngine::Outcome outcome) { m_outcome = outcome; });
@@ -94,7 +93,7 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
             m_faults.append(m_fault); // printed already: what closed the Channel, as a reset
         refuse(m_channel.isOpen() || !m_fault.isEmpty()
                    ? reason
-                   : QStringLiteral("%1 (%2)").arg(reason, m_channel.lblStatus->text()));
+                   : QStringLiteral("%1 (%2)").arg(reason, m_channel.status()));
         m_window.transferEngine().cmdStopSend_Click();
     });
 }
@@ -156,14 +155,11 @@ bool UnattendedRun::prepare()
     list.chkStripOpr->setChecked(m_line.stripOperator);
 
     m_window.showChannel(m_line.channel);
-    ChannelDriver(m_window).fillIn(m_line.channel,
-                                   {m_line.port, m_line.host, m_line.address, m_line.settings});
+    m_channel.fillIn({m_line.port, m_line.host, m_line.address, m_line.settings});
     if (m_line.timeoutMs)
-        m_window.parts().gpib.setTimeout(*m_line.timeoutMs);
-    if (m_line.loopMs) {
-        m_channel.cboMs->setEditText(QString::number(*m_line.loopMs));
-        m_channel.cboMs_Change();
-    }
+        m_window.parts().channels.gpib().control().setTimeout(*m_line.timeoutMs);
+    if (m_line.loopMs)
+        m_channel.setPeriod(*m_line.loopMs);
     return connectChannel();
 }
 
@@ -173,15 +169,15 @@ bool UnattendedRun::connectChannel()
     waited.start();
     const int patience = m_line.patienceSeconds * 1000;
     QString reason = QStringLiteral("no reason was given");
-    const auto watch = connect(&m_channel, &Channel::connectFailed, this,
+    const auto watch = connect(&m_channel, &ChannelSession::connectFailed, this,
                                [&reason](const QString &given) { reason = given; });
-    const bool isOpen = ChannelDriver(m_window).connect(m_line.channel, patience);
+    const bool isOpen = channelDriver::open(m_channel, m_window.waits(), patience);
     disconnect(watch);
     if (isOpen)
         return true;
     if (m_window.waits().isClosed())
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
-    const QString &caption = channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel));
+    const QString &caption = m_channel.caption();
     if (waited.elapsed() >= patience)
         return refuse(QStringLiteral("%1: no connection within %2 s")
                           .arg(caption)
@@ -221,7 +217,7 @@ qint64 UnattendedRun::patienceMs() const
 void UnattendedRun::stop()
 {
     m_fault.clear();
-    if (m_window.parts().module.transferRunning())
+    if (m_window.parts().channels.module().transferRunning())
         m_window.transferEngine().cmdStopSend_Click();
     else
         m_window.close();
@@ -286,7 +282,7 @@ void UnattendedRun::write(const QString &path, const QByteArray &bytes)
 
 bool UnattendedRun::isTestList() const
 {
-    return m_window.parts().module.ListKind == listKinds::testList;
+    return m_window.parts().channels.module().ListKind == listKinds::testList;
 }
 
 RunReport UnattendedRun::report() const
@@ -298,10 +294,9 @@ RunReport UnattendedRun::report() const
     report.began = m_began;
     const QVersionNumber version(productInfo::versionMajor, productInfo::versionMinor,
                                  productInfo::versionRevision);
-    report.properties = {{QStringLiteral("channel"),
-                          channelTexts::channelCaptions.at(static_cast<size_t>(m_line.channel))},
+    report.properties = {{QStringLiteral("channel"), m_channel.caption()},
                          {QStringLiteral("device"), m_channel.place()},
-                         {QStringLiteral("loop-ms"), m_channel.cboMs->currentText()},
+                         {QStringLiteral("loop-ms"), QString::number(m_channel.periodMs())},
                          {QStringLiteral("version"), version.toString()}};
     report.fault = m_faults.join(QStringLiteral("; "));
     report.seconds = secondsOf(m_sinceStart);

@@ -16,7 +16,7 @@ class QTextStream;
 
 namespace corvane {
 
-class Channel;
+class ChannelSession;
 class Main;
 
 /// One list run without a display, by the same window and engine: loads the list, connects the
@@ -63,7 +63,7 @@ private:
 
     Main &m_window;
     const CommandLine m_line;
-    Channel &m_channel;
+    ChannelSession &m_channel;
     RunOutputs m_outputs;
     QTextStream &m_out;
     QTextStream &m_messages;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/channels/Module1.h"
+#include "core/channels/ChannelUsers.h"
 
 #include <QString>
 
@@ -9,16 +9,6 @@ namespace corvane {
 class GpibControl;
 class SerialPort;
 class TcpClient;
-
-/// What the main window does with a Channel at this moment, so that the board window does not
-/// interleave its own exchanges with it.
-enum class ChannelUse {
-    Free,
-    List,   ///< a command list is being sent or retrieved over it
-    Loop,   ///< its loop box is checked
-    Search, ///< the GPIB search runs over it
-    Reply   ///< a reply is still to be read
-};
 
 /// The half of an exchange that failed.
 enum class Exchange { Send, Read };
@@ -39,7 +29,8 @@ public:
     /// What the Channel's response box holds; asked for Channels 1 and 3 only.
     [[nodiscard]] virtual QByteArray responseBytes(int channel) const = 0;
     virtual void clearResponse(int channel) = 0;
-    [[nodiscard]] virtual ChannelUse channelUse(int channel) const = 0;
+    /// Who uses the Channels: an operation over one claims it.
+    virtual ChannelUsers &users() = 0;
     /// What the main window says when its own exchange over the Channel fails with that cause.
     [[nodiscard]] virtual QString faultText(int channel, Exchange half,
                                             const QString &cause) const = 0;

@@ -1,6 +1,8 @@
 #include "core/board/BoardLink.h"
 
 #include "core/board/BoardTexts.h"
+#include "core/text/Latin1.h"
+#include "core/text/LineEnds.h"
 #include "devices/GpibControl.h"
 #include "devices/PlatformError.h"
 #include "devices/SerialPort.h"
@@ -27,11 +29,6 @@ QString answerText(const QByteArray &bytes)
     return QString::fromLatin1(bytes.first(std::min(bytes.size(), longest)));
 }
 
-bool isLineEnd(QChar c)
-{
-    return c == u'\r' || c == u'\n';
-}
-
 } // namespace
 
 BoardLink::BoardLink(BoardChannels &channels, WaitGroup &waits, QObject *parent)
@@ -43,8 +40,10 @@ BoardLink::BoardLink(BoardChannels &channels, WaitGroup &waits, QObject *parent)
 
 void BoardLink::setMethod(int method)
 {
-    if (method >= Rs232 && method <= TcpIp)
-        m_method = static_cast<Method>(method);
+    if (method < Rs232 || method > TcpIp)
+        return;
+    m_method = static_cast<Method>(method);
+    Q_EMIT channelsChanged();
 }
 
 int BoardLink::channel() const
@@ -94,6 +93,7 @@ void BoardLink::OutputToSbc(QString &command, const Clock::Condition &isCancelle
     if (!command.contains(u'\r'))
         command += u'\r';
     m_sentBy = m_method;
+    Q_EMIT channelsChanged();
     try {
         dropLateAnswers(isEnded);
         if (isEnded()) {
@@ -157,12 +157,12 @@ void BoardLink::dropLateAnswers(const Clock::Condition &isEnded)
 
 void BoardLink::send(const QString &text)
 {
-    if (!isSendable(text))
+    if (!latin1::fits(text))
         throw PlatformError(boardTexts::notSendable);
     const int channel = channelOf(m_sentBy);
-    const ChannelUse use = m_channels.channelUse(channel);
-    if (use != ChannelUse::Free)
-        throw PlatformError(boardTexts::channelInUse(channel, use));
+    if (const QString inUse = m_channels.users().refusal(channel, ChannelUse::Board);
+        !inUse.isEmpty())
+        throw PlatformError(inUse);
     const QByteArray bytes = text.toLatin1();
     switch (m_sentBy) {
     case Rs232:
@@ -227,7 +227,7 @@ QString BoardLink::readReply()
     } catch (const PlatformError &error) {
         fail(Exchange::Read, error.description());
     }
-    return std::all_of(reply.begin(), reply.end(), isLineEnd) ? QString() : reply;
+    return lineEnds::removed(reply).isEmpty() ? QString() : reply;
 }
 
 void BoardLink::PauseMS(qint16 ms, const Clock::Condition &endEarly)
@@ -274,9 +274,10 @@ void BoardLink::stop()
         m_channels.QBXControl1().cancel();
 }
 
-bool BoardLink::isSendable(const QString &text)
+void BoardLink::forgetAnswer()
 {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
+    m_isSent = false;
+    Q_EMIT channelsChanged();
 }
 
 } // namespace corvane

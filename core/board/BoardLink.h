@@ -68,11 +68,10 @@ public:
     /// Lets waits run again after stop.
     void resume() { m_waits.reopen(); }
     /// No answer is waited for any more.
-    void forgetAnswer() { m_isSent = false; }
-
-    /// True when every character fits the wire's eight bits.
-    static bool isSendable(const QString &text);
+    void forgetAnswer();
 Q_SIGNALS:
+    /// usesChannel may answer otherwise from now on.
+    void channelsChanged();
     /// The command last sent, without its terminator; empty at the start of an exchange.
     void commandShown(const QString &text);
     /// The answer, or "NO RESPONSE", and what is to be said about it, if anything is.

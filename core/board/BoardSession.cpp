@@ -2,6 +2,7 @@
 
 #include "core/board/BoardLink.h"
 #include "core/board/BoardTexts.h"
+#include "core/text/Latin1.h"
 
 #include <QScopeGuard>
 
@@ -33,6 +34,7 @@ BoardSession::BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &di
     , m_window(window)
 {
     connect(&link, &BoardLink::exchangeFailed, this, &BoardSession::fail);
+    connect(&link, &BoardLink::channelsChanged, this, &BoardSession::claimChannels);
 }
 
 std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
@@ -46,7 +48,15 @@ std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
     if (uses == Uses::BoardAndMeter && !mayUse(channels::ieee488))
         return std::nullopt;
     m_granted = true;
+    claimChannels();
     return operation;
+}
+
+/// While an operation runs, whichever Channels its commands and answers go over are its own.
+void BoardSession::claimChannels()
+{
+    for (int channel = 0; channel < channelCount; ++channel)
+        m_channels.users().claim(channel, ChannelUse::Board, usesChannel(channel));
 }
 
 bool BoardSession::usesChannel(int channel) const
@@ -59,7 +69,7 @@ bool BoardSession::usesChannel(int channel) const
 void BoardSession::endOperation()
 {
     m_granted = false;
-    m_link.forgetAnswer();
+    m_link.forgetAnswer(); // releases the Channels
     if (!m_shut)
         m_link.resume();
     if (const QString fault = std::exchange(m_fault, {}); !fault.isEmpty())
@@ -87,11 +97,10 @@ void BoardSession::fail(int channel, Exchange half, const QString &cause)
 
 bool BoardSession::mayUse(int channel)
 {
-    const ChannelUse use = m_channels.channelUse(channel);
-    if (use == ChannelUse::Free)
-        return true;
-    say(boardTexts::channelInUse(channel, use));
-    return false;
+    const QString inUse = m_channels.users().refusal(channel, ChannelUse::Board);
+    if (!inUse.isEmpty())
+        say(inUse);
+    return inUse.isEmpty();
 }
 
 bool BoardSession::isStopped() const
@@ -129,7 +138,7 @@ Dialogs::Answer BoardSession::ask(const Dialogs::MessageBox &box)
 
 bool BoardSession::checkSendable(const QString &text)
 {
-    if (BoardLink::isSendable(text))
+    if (latin1::fits(text))
         return true;
     say(boardTexts::notSendable);
     return false;

@@ -46,8 +46,6 @@ public:
     /// nothing, after a message box, while the main window uses a Channel that is needed.
     [[nodiscard]] std::optional<Operation> begin(Uses uses = Uses::Board);
     [[nodiscard]] bool isRunning() const { return m_running; }
-    /// True while the running operation needs the main window's Channel for itself.
-    [[nodiscard]] bool usesChannel(int channel) const;
     /// The main window's Channel is not connected any more.
     void channelClosed(int channel);
     /// What the message box will say of the fault that has ended the running operation; empty when
@@ -72,6 +70,8 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool mayUse(int channel);
+    [[nodiscard]] bool usesChannel(int channel) const;
+    void claimChannels();
     void fail(int channel, Exchange half, const QString &cause);
     void stop();
     void endOperation();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "core/board/BoardChannels.h"
-
 #include <QList>
 #include <QString>
 
@@ -96,8 +94,6 @@ inline const QString tcpipError = QStringLiteral("error");
 inline const QString notSendable =
     QStringLiteral("The command holds a character that cannot be sent.  Nothing was sent.");
 
-/// "The RS-232 Channel is in use: ...", for a message box or a status panel's tool tip.
-QString channelInUse(int channel, ChannelUse use);
 /// "channel 3", "channels 0 to 2, 5", of channels in rising order.
 QString channelList(const QList<int> &channels);
 /// "Channel 3: meter at 0.5 V, about 7 s left"; without the figure when the time is not known.

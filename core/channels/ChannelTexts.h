@@ -7,17 +7,6 @@
 /// The fixed texts of the Channels, kept exactly as they stand.
 namespace corvane::channelTexts {
 
-inline const std::array<QString, 5> channelCaptions = {
-    QStringLiteral("RS-485"), QStringLiteral("RS-232"), QStringLiteral("IEEE 488"),
-    QStringLiteral("TCP/IP-1"), QStringLiteral("TCP/IP-2")};
-
-/// Sending on a closed Channel. The GPIB Channel has no closed state and no text.
-inline const std::array<QString, 5> notConnected = {
-    QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
-    QStringLiteral("The RS 232 port is not connected.  Please connect and try again."), QString(),
-    QStringLiteral("TCP/IP1 is not connected.  Please connect and try again."),
-    QStringLiteral("TCP/IP2 is not connected.  Please connect and try again.")};
-
 inline const QString connectError = QStringLiteral("Error occurred while trying to connect.");
 inline const QString disconnectError = QStringLiteral("Error occurred while trying to disconnect.");
 inline const QString disconnectErrorTitle = QStringLiteral("Function cmdDisconnect");
@@ -25,6 +14,7 @@ inline const QString sendError = QStringLiteral("Error occurred in CmdSend");
 inline const QString readError = QStringLiteral("Error occurred while trying to read.");
 /// The socket's description follows without a separator.
 inline const QString socketError = QStringLiteral("Error");
+inline const QString noTcpPort = QStringLiteral("the port \"%1\" is not a number from 1 to 65535");
 inline const QString alreadyConnected =
     QStringLiteral("You are already connected.  To change the port number, you must first "
                    "disconnect.");
@@ -44,6 +34,8 @@ inline const QString wasReset =
     QStringLiteral("%1: the connection was reset by the peer; what it had not sent yet is lost");
 inline const QString piecesUnsent =
     QStringLiteral("TCP/IP-2: the rest of the command was not sent: %1");
+inline const QString anotherFollowed = QStringLiteral("another command followed");
+inline const QString connectionEnded = QStringLiteral("the connection has ended");
 inline const QString loopBeganAnew = QStringLiteral(
     "TCP/IP-2: a reply did not come; the loop began its command anew without sending the rest");
 

@@ -1,22 +1,10 @@
 #pragma once
 
-#include <QString>
+#include "core/channels/ChannelTraits.h"
 
 #include <array>
 
 namespace corvane {
-
-/// The number of Channels; an index outside 0..channelCount-1 is ignored everywhere.
-inline constexpr int channelCount = 5;
-
-/// The Channels by their index.
-namespace channels {
-inline constexpr int rs485 = 0;
-inline constexpr int rs232 = 1;
-inline constexpr int ieee488 = 2;
-inline constexpr int tcpIp1 = 3;
-inline constexpr int tcpIp2 = 4;
-} // namespace channels
 
 /// The program's shared flags: one instance, made at start and handed on by reference.
 struct Module1

@@ -1,8 +1,9 @@
 #include "core/setup/GpibSearch.h"
 
+#include "core/channels/GpibSession.h"
 #include "core/channels/Module1.h"
-#include "core/setup/GpibSearchHost.h"
 #include "core/setup/SetupTexts.h"
+#include "core/text/LineEnds.h"
 #include "devices/DeviceAbsent.h"
 #include "devices/GpibControl.h"
 
@@ -23,28 +24,13 @@ QString boardName(int board)
     return QStringLiteral("GPIB%1").arg(board);
 }
 
-QString textOf(GpibSearchHost::OtherUse use)
-{
-    switch (use) {
-    case GpibSearchHost::OtherUse::None:
-        break;
-    case GpibSearchHost::OtherUse::ListRun:
-        return text(setupTexts::listRuns);
-    case GpibSearchHost::OtherUse::Loop:
-        return text(setupTexts::channelLoops);
-    case GpibSearchHost::OtherUse::PendingRead:
-        return text(setupTexts::readPends);
-    case GpibSearchHost::OtherUse::BoardExchange:
-        return text(setupTexts::boardExchanges);
-    }
-    return {};
-}
-
 } // namespace
 
-GpibSearch::GpibSearch(GpibSearchHost &host, Module1 &module, Clock &clock, QObject *parent)
+GpibSearch::GpibSearch(GpibSession &channel, ChannelUsers &users, Module1 &module, Clock &clock,
+                       QObject *parent)
     : QObject(parent)
-    , m_host(host)
+    , m_channel(channel)
+    , m_users(users)
     , m_module(module)
     , m_waits(clock)
 {
@@ -52,10 +38,15 @@ GpibSearch::GpibSearch(GpibSearchHost &host, Module1 &module, Clock &clock, QObj
 
 QString GpibSearch::refusal() const
 {
-    const auto use = m_host.otherGpibUse();
-    if (use == GpibSearchHost::OtherUse::None && m_host.QBXControl1().isBusy())
-        return textOf(GpibSearchHost::OtherUse::PendingRead);
-    return textOf(use);
+    const QString refusal = m_users.refusal(m_channel.index(), ChannelUse::Search);
+    return refusal.isEmpty() && control().isBusy()
+               ? ChannelUsers::told(m_channel.index(), ChannelUse::Reply)
+               : refusal;
+}
+
+GpibControl &GpibSearch::control() const
+{
+    return m_channel.control();
 }
 
 void GpibSearch::SearchGPIBLoop()
@@ -63,12 +54,16 @@ void GpibSearch::SearchGPIBLoop()
     if (m_running)
         return;
     m_running = true;
-    const auto ended = qScopeGuard([this] { m_running = false; });
+    m_users.claim(m_channel.index(), ChannelUse::Search);
+    const auto leave = qScopeGuard([this] {
+        m_running = false;
+        m_users.release(m_channel.index(), ChannelUse::Search);
+    });
     m_waits.reopen();
     m_faults.clear();
     Q_EMIT faultsChanged({});
     const QByteArray reply = probeBoards();
-    m_host.stopSearchTimer();
+    Q_EMIT ended();
     if (reply.isEmpty())
         reportNothing();
     else
@@ -80,7 +75,7 @@ void GpibSearch::cancel()
     m_module.SearchCancelled = true;
     m_waits.close();
     if (m_running)
-        m_host.QBXControl1().cancel();
+        control().cancel();
 }
 
 QByteArray GpibSearch::probeBoards()
@@ -129,7 +124,7 @@ QByteArray GpibSearch::probeBoard(int board)
 bool GpibSearch::isAdapterThere(int board)
 {
     try {
-        return isCancelled() || !m_host.QBXControl1().adapterVersion(board).isEmpty();
+        return isCancelled() || !control().adapterVersion(board).isEmpty();
     } catch (const PlatformError &) {
         return false;
     }
@@ -137,7 +132,7 @@ bool GpibSearch::isAdapterThere(int board)
 
 QByteArray GpibSearch::probe(const GpibAddress &address)
 {
-    GpibControl &control = m_host.QBXControl1();
+    GpibControl &control = this->control();
     setStatus(address.toString());
     control.setConnectString(address.toString());
     control.reset();
@@ -178,18 +173,18 @@ bool GpibSearch::isCancelled() const
 
 void GpibSearch::reportFound(const QByteArray &reply)
 {
-    const QString connectString = m_host.QBXControl1().connectString();
-    const QStringList parts = connectString.split(QStringLiteral("::"));
+    const QString connectString = control().connectString();
     setStatus(text(setupTexts::foundAt) + connectString);
-    m_host.setGpibAddress(parts.value(0), parts.value(1));
-    m_host.setGpibResponse(QString::fromLatin1(reply).remove(u'\r').remove(u'\n'));
+    m_channel.showFound(connectString.section(QStringLiteral("::"), 0, 0),
+                        connectString.section(QStringLiteral("::"), 1, 1),
+                        lineEnds::removed(reply));
+    Q_EMIT found();
 }
 
 void GpibSearch::reportNothing()
 {
-    const GpibAddress first{.board = 0, .primary = 0, .secondary = {}};
-    m_host.QBXControl1().setConnectString(first.toString());
-    m_host.setGpibAddress(boardName(first.board), QString::number(first.primary));
+    constexpr int first = 0;
+    m_channel.showFound(boardName(first), QString::number(first), {});
     setStatus(text(isCancelled() ? setupTexts::cancelled : setupTexts::nothingFound));
 }
 

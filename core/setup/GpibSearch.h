@@ -8,13 +8,14 @@
 
 namespace corvane {
 
+class ChannelUsers;
 class GpibControl;
-class GpibSearchHost;
+class GpibSession;
 struct Module1;
 
 /// Looks for the first instrument that answers "*IDN?": boards 0..3, on each the addresses 0..30.
-/// It owns the order and the pace of the probes and leaves the texts' display to the window and
-/// the Channel's controls to its host.
+/// It owns the order and the pace of the probes, claims the IEEE 488 Channel meanwhile, and shows
+/// that Channel what it has found.
 ///
 /// An address with a fault is passed over. A board is left when its adapter is not there, or when
 /// it fails at `faultsToLeave` addresses in a row. What was passed over is told at once.
@@ -29,8 +30,9 @@ public:
     /// Between the query and the read of its reply.
     static constexpr int replyDelayMs = 75;
 
-    /// The host, the flags and the clock must outlive the search.
-    GpibSearch(GpibSearchHost &host, Module1 &module, Clock &clock, QObject *parent = nullptr);
+    /// All of it must outlive the search.
+    GpibSearch(GpibSession &channel, ChannelUsers &users, Module1 &module, Clock &clock,
+               QObject *parent = nullptr);
 
     /// Why no search can start now; empty when one can.
     [[nodiscard]] QString refusal() const;
@@ -41,10 +43,14 @@ public:
     void SearchGPIBLoop();
     /// Sets SearchCancelled and ends the running wait or read at once.
     void cancel();
-    /// True while SearchGPIBLoop is on the stack; neither this object nor its host may go.
+    /// True while SearchGPIBLoop is on the stack; this object must not go.
     [[nodiscard]] bool isRunning() const { return m_running; }
 
 Q_SIGNALS:
+    /// The last probe is over; what was found is not shown yet.
+    void ended();
+    /// The Channel is at the device that was found.
+    void found();
     void statusChanged(const QString &text);
     /// An address is about to be probed; `number` counts from 1 to probeCount.
     void positionChanged(int number);
@@ -63,7 +69,10 @@ private:
     void reportNothing();
     void setStatus(const QString &text);
 
-    GpibSearchHost &m_host;
+    [[nodiscard]] GpibControl &control() const;
+
+    GpibSession &m_channel;
+    ChannelUsers &m_users;
     Module1 &m_module;
     WaitGroup m_waits;
     bool m_running = false;

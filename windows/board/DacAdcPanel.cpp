@@ -25,7 +25,7 @@ namespace {
 
 constexpr qint16 betweenChannelsMs = 255;
 
-bool isChannel(int channel)
+bool isConverter(int channel)
 {
     return channel >= 0 && channel < DacAdcPanel::channels;
 }
@@ -163,7 +163,7 @@ bool DacAdcPanel::isBertan() const
 
 void DacAdcPanel::cmdSendDac_Click(int channel)
 {
-    if (!isChannel(channel))
+    if (!isConverter(channel))
         return;
     if (const auto operation = m_session.begin())
         sendDac(channel);
@@ -171,7 +171,7 @@ void DacAdcPanel::cmdSendDac_Click(int channel)
 
 void DacAdcPanel::cmdReadAdc_Click(int channel)
 {
-    if (!isChannel(channel))
+    if (!isConverter(channel))
         return;
     if (const auto operation = m_session.begin())
         readAdc(channel);

@@ -192,11 +192,6 @@ void frmSBC::caliTimer_Timer()
     m_caliTimerTag.clear();
 }
 
-bool frmSBC::usesChannel(int channel) const
-{
-    return m_session.usesChannel(channel);
-}
-
 /// Disabled buttons lose the focus: it waits on the window and comes back, unless the user has
 /// moved it meanwhile.
 void frmSBC::keepFocus(bool running)

@@ -54,8 +54,6 @@ public:
     [[nodiscard]] BoardLink &link() { return m_link; }
     [[nodiscard]] BoardSession &session() { return m_session; }
     [[nodiscard]] const BoardSession &session() const { return m_session; }
-    /// True while an operation of this window needs the main window's Channel for itself.
-    [[nodiscard]] bool usesChannel(int channel) const;
 
     std::array<QRadioButton *, 3> OptSbcCommMeth{};
     QComboBox *cboMeasInstAdrGpib;

@@ -1,5 +1,6 @@
 #include "windows/lists/CommandListArea.h"
 
+#include "core/channels/ChannelTexts.h"
 #include "core/lists/ListKinds.h"
 #include "core/lists/ListNotes.h"
 #include "core/lists/ListText.h"
@@ -19,6 +20,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextCursor>
 
 #include <algorithm>
 
@@ -35,6 +38,8 @@ constexpr int startRows = 2;
 constexpr int mostRowsByHand = 100;
 /// A cell longer than this came from a device; a box of one line is no place to edit it.
 constexpr qsizetype longestEdited = 32767;
+/// Characters in the comments beyond which the log empties them.
+constexpr qsizetype commentLimit = 30000;
 
 } // namespace
 
@@ -335,6 +340,23 @@ bool CommandListArea::eventFilter(QObject *watched, QEvent *event)
         }
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void CommandListArea::appendComment(const QString &line)
+{
+    const QTextDocument &text = *txtVDL->document();
+    // A line break is one character in the document and counts as CR LF.
+    const qsizetype before = text.characterCount() - 1 + text.blockCount() - 1;
+    if (before + line.size() + 2 > commentLimit) {
+        txtVDL->setPlainText(channelTexts::logOverflow);
+        return;
+    }
+    // The user's own cursor and selection stay where they are.
+    QTextCursor end(txtVDL->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(line + QStringLiteral("\n"));
+    if (!txtVDL->hasFocus())
+        txtVDL->verticalScrollBar()->setValue(txtVDL->verticalScrollBar()->maximum());
 }
 
 void CommandListArea::showProgress(int row, int rows, const QString &note)

@@ -86,6 +86,10 @@ public:
     /// The comments, lines ended by CR LF.
     [[nodiscard]] QString comments() const;
 
+    /// Appends a line to the comments; when they would become too long, they are emptied instead,
+    /// and say so.
+    void appendComment(const QString &line);
+
     /// Shows how far a run is, and what is to know about it; row 0: no run.
     void showProgress(int row, int rows, const QString &note = {});
 

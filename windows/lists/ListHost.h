@@ -31,6 +31,8 @@ public:
     /// TransferEngine::TimerTransfer_Timer. Starting a running timer lets its interval begin anew.
     virtual void setTransferTimer(int index, bool running) = 0;
     [[nodiscard]] virtual bool isTransferTimerRunning(int index) const = 0;
+    /// A list runs over the Channel from now on, or no longer.
+    virtual void setRunning(int index, bool running) = 0;
     /// The Channel has no connection now. The GPIB Channel never is: its time-out tells.
     [[nodiscard]] virtual bool isClosed(int index) const = 0;
     /// What messages call the Channel.

@@ -15,15 +15,6 @@
 
 namespace corvane {
 
-namespace {
-
-bool isChannel(int index)
-{
-    return index >= 0 && index < channelCount;
-}
-
-} // namespace
-
 TransferEngine::TransferEngine(Module1 &module, CommandListArea &area, ListHost &host,
                                Dialogs &dialogs, QObject *parent)
     : QObject(parent)
@@ -99,6 +90,7 @@ void TransferEngine::begin(int index, Mode mode)
     if (mode == Mode::Send)
         clearEarlierRun();
     clearOptions(index);
+    m_host.setRunning(index, true);
     m_host.setTransferTimer(index, true);
     Q_EMIT runStarted(index);
 }
@@ -148,10 +140,13 @@ void TransferEngine::reset(int index)
 {
     m_module.CurrentListRow = 0;
     m_host.setTransferTimer(index, false);
+    m_host.setRunning(index, false);
     // The flags are one set for all Channels: a run elsewhere ends with them, and so must its
     // timer.
-    if (const int other = runningChannel(); isChannel(other) && other != index)
+    if (const int other = runningChannel(); isChannel(other) && other != index) {
         m_host.setTransferTimer(other, false);
+        m_host.setRunning(other, false);
+    }
     m_module.GetMode = false;
     m_module.SendMode = false;
     m_module.GpibTransfer = false;

@@ -5,11 +5,8 @@
 #include "core/text/ProductInfo.h"
 #include "windows/board/CalibrationPanel.h"
 #include "windows/board/frmSBC.h"
-#include "windows/lists/TransferEngine.h"
-#include "windows/main/GpibChannel.h"
+#include "windows/main/ChannelTab.h"
 #include "windows/main/Main.h"
-#include "windows/main/SerialChannel.h"
-#include "windows/main/TcpChannel.h"
 #include "windows/report/frmSBCPrint.h"
 
 #include <QAction>
@@ -67,8 +64,9 @@ void BoardWindows::openBoard()
         m_window.channel(borrowed)->applyPendingEntries();
     m_board = new frmSBC(*this, m_window.parts().dialogs, m_window.parts().clock);
     connect(m_board, &frmSBC::reportRequested, this, &BoardWindows::openReport);
+    ChannelSet &set = m_window.parts().channels;
     for (const int index : {channels::rs232, channels::ieee488, channels::tcpIp1}) {
-        connect(m_window.channel(index), &Channel::openChanged, m_board,
+        connect(&set.at(index), &ChannelSession::openChanged, m_board,
                 [board = m_board, index](bool open) {
                     if (!open)
                         board->session().channelClosed(index);
@@ -76,7 +74,7 @@ void BoardWindows::openBoard()
     }
     // Disconnect leaves the GPIB control configured, so its Channel never closes; it ends an
     // operation all the same.
-    connect(m_window.channel(channels::ieee488)->cmdDisconnect, &QPushButton::clicked, m_board,
+    connect(&set.gpib(), &GpibSession::disconnected, m_board,
             [board = m_board] { board->session().channelClosed(channels::ieee488); });
     connect(m_board, &frmSBC::closed, this, [this] {
         m_board->deleteLater();
@@ -132,60 +130,41 @@ void BoardWindows::shutDown()
         std::fprintf(stderr, "corvane: %s\n", qPrintable(m_unsaved.text()));
 }
 
-bool BoardWindows::usesChannel(int index) const
-{
-    return m_board != nullptr && m_board->usesChannel(index);
-}
-
 SerialPort &BoardWindows::MSComm1()
 {
-    return m_window.parts().rs232;
+    return m_window.parts().channels.serial(channels::rs232).port();
 }
 
 GpibControl &BoardWindows::QBXControl1()
 {
-    return m_window.parts().gpib;
+    return m_window.parts().channels.gpib().control();
 }
 
 TcpClient &BoardWindows::tcpClient1()
 {
-    return m_window.parts().tcpClient1;
+    return m_window.parts().channels.tcp(channels::tcpIp1).client();
 }
 
 QByteArray BoardWindows::responseBytes(int channel) const
 {
-    const Channel *borrowed = m_window.channel(channel);
-    return borrowed ? borrowed->txtIn->bytes() : QByteArray();
+    return m_window.parts().channels.at(channel).response().bytes();
 }
 
 void BoardWindows::clearResponse(int channel)
 {
-    if (const Channel *borrowed = m_window.channel(channel))
-        borrowed->txtIn->setBytes({});
-    m_window.noteReply(channel, QString());
+    m_window.parts().channels.at(channel).clearResponse();
 }
 
-ChannelUse BoardWindows::channelUse(int channel) const
+ChannelUsers &BoardWindows::users()
 {
-    const Channel *borrowed = m_window.channel(channel);
-    if (!borrowed)
-        return ChannelUse::Free;
-    if (m_window.transferEngine().runningChannel() == channel)
-        return ChannelUse::List;
-    if (borrowed->chkLoop->isChecked())
-        return ChannelUse::Loop;
-    if (channel != channels::ieee488)
-        return ChannelUse::Free;
-    if (!m_window.searchRefusal().isEmpty())
-        return ChannelUse::Search;
-    return m_window.gpibChannel().isReadPending() ? ChannelUse::Reply : ChannelUse::Free;
+    return m_window.parts().channels.users();
 }
 
 QString BoardWindows::faultText(int channel, Exchange half, const QString &cause) const
 {
-    const QString &notConnected = channelTexts::notConnected.at(static_cast<size_t>(channel));
-    if (!notConnected.isEmpty() && !m_window.channel(channel)->isOpen())
-        return notConnected;
+    const ChannelSession &session = m_window.parts().channels.at(channel);
+    if (session.isClosed())
+        return session.traits().notConnected;
     return (half == Exchange::Send ? channelTexts::sendError : channelTexts::readError) +
            QStringLiteral("\r\n") + cause;
 }

@@ -28,8 +28,6 @@ public:
     void openReport();
     /// Closes both at once; the program is closing.
     void shutDown();
-    /// True while an operation of the board window needs the Channel for itself.
-    [[nodiscard]] bool usesChannel(int index) const;
     /// Null while it is closed.
     [[nodiscard]] frmSBC *boardWindow() const { return m_board; }
 
@@ -39,7 +37,7 @@ public:
     TcpClient &tcpClient1() override;
     [[nodiscard]] QByteArray responseBytes(int channel) const override;
     void clearResponse(int channel) override;
-    [[nodiscard]] ChannelUse channelUse(int channel) const override;
+    ChannelUsers &users() override;
     [[nodiscard]] QString faultText(int channel, Exchange half,
                                     const QString &cause) const override;
     UnsavedCalibrations &unsavedCalibrations() override { return m_unsaved; }

@@ -28,18 +28,20 @@ QSize CommandBox::sizeHint() const
     return style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, this);
 }
 
-void CommandBox::remember()
+void CommandBox::showCommand(const QString &command)
 {
-    const QString command = currentText();
-    const auto place = [this, &command] {
-        return findText(command, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    };
+    if (currentText() != command)
+        setEditText(command);
+}
+
+void CommandBox::showHistory(const QStringList &history, const QString &last)
+{
     const QSignalBlocker quiet(this);
-    if (count() >= historyLimit)
+    if (count() > 0 && itemText(0) != history.value(0))
         removeItem(0);
-    if (place() < 0)
-        addItem(command);
-    setCurrentIndex(place()); // the arrow keys go on from here
+    for (qsizetype place = count(); place < history.size(); ++place)
+        addItem(history.at(place));
+    setCurrentIndex(static_cast<int>(history.indexOf(last))); // the arrow keys go on from here
 }
 
 } // namespace corvane

@@ -9,13 +9,11 @@ namespace corvane {
 class CommandBox : public EditableBox
 {
 public:
-    static constexpr int historyLimit = 21;
-
     explicit CommandBox(QWidget *parent = nullptr);
 
-    /// Notes the command in the entry. A full history drops the oldest one first, and a command
-    /// that is there already stays where it is.
-    void remember();
+    void showCommand(const QString &command);
+    /// The commands sent before, and the one that was sent last.
+    void showHistory(const QStringList &history, const QString &last);
 
     /// The same whatever the history holds. A size adjust policy would say so too, but makes the
     /// pop-up list at once.

@@ -1,7 +1,6 @@
 #include "windows/main/ListConnection.h"
 
-#include "core/channels/ChannelTexts.h"
-#include "windows/main/Channel.h"
+#include "windows/main/ChannelTab.h"
 #include "windows/main/Main.h"
 
 #include <QTabWidget>
@@ -15,59 +14,61 @@ int ListConnection::showingChannel() const
 
 void ListConnection::applyEntries(int index)
 {
-    if (Channel *channel = m_window.channel(index))
-        channel->applyPendingEntries();
+    if (ChannelTab *tab = m_window.channel(index))
+        tab->applyPendingEntries();
+}
+
+ChannelSession &ListConnection::session(int index) const
+{
+    return m_window.parts().channels.at(index);
 }
 
 void ListConnection::cmdSend_Click_Public(int index)
 {
-    m_window.cmdSend_Click_Public(index);
+    session(index).send();
 }
 
 void ListConnection::setCommand(int index, const QString &text)
 {
-    if (Channel *channel = m_window.channel(index))
-        channel->setCommand(text);
+    session(index).setCommand(text);
 }
 
 void ListConnection::setResponse(int index, const QString &text)
 {
-    if (const Channel *channel = m_window.channel(index))
-        channel->txtIn->setText(text);
+    session(index).setResponse(text.toLatin1());
 }
 
 QByteArray ListConnection::response(int index) const
 {
-    const Channel *channel = m_window.channel(index);
-    return channel ? channel->txtIn->bytes() : QByteArray();
+    return session(index).response().bytes();
 }
 
 void ListConnection::setTransferTimer(int index, bool running)
 {
-    const Channel *channel = m_window.channel(index);
-    if (!channel)
-        return;
     if (running)
-        channel->TimerTransfer->start();
+        session(index).TimerTransfer->start();
     else
-        channel->TimerTransfer->stop();
+        session(index).TimerTransfer->stop();
 }
 
 bool ListConnection::isTransferTimerRunning(int index) const
 {
-    const Channel *channel = m_window.channel(index);
-    return channel != nullptr && channel->TimerTransfer->isActive();
+    return session(index).TimerTransfer->isActive();
+}
+
+void ListConnection::setRunning(int index, bool running)
+{
+    m_window.parts().channels.users().claim(index, ChannelUse::List, running);
 }
 
 bool ListConnection::isClosed(int index) const
 {
-    const Channel *channel = m_window.channel(index);
-    return index != channels::ieee488 && channel != nullptr && !channel->isOpen();
+    return session(index).isClosed();
 }
 
 QString ListConnection::channelName(int index) const
 {
-    return channelTexts::channelCaptions.at(static_cast<size_t>(index));
+    return channelCaption(index);
 }
 
 void ListConnection::stopOperation(int index)
@@ -77,14 +78,12 @@ void ListConnection::stopOperation(int index)
 
 void ListConnection::clearLoop(int index)
 {
-    if (const Channel *channel = m_window.channel(index))
-        channel->chkLoop->setChecked(false);
+    session(index).setLooping(false);
 }
 
 void ListConnection::clearLog(int index)
 {
-    if (const Channel *channel = m_window.channel(index))
-        channel->chkLog->setChecked(false); // its handler runs when it was checked
+    session(index).setLogged(false);
 }
 
 void ListConnection::setCaption(const QString &caption)

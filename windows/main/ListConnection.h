@@ -4,6 +4,7 @@
 
 namespace corvane {
 
+class ChannelSession;
 class Main;
 
 /// What the command lists see of the main window: its Channels by index.
@@ -23,6 +24,7 @@ public:
     [[nodiscard]] QByteArray response(int index) const override;
     void setTransferTimer(int index, bool running) override;
     [[nodiscard]] bool isTransferTimerRunning(int index) const override;
+    void setRunning(int index, bool running) override;
     [[nodiscard]] bool isClosed(int index) const override;
     [[nodiscard]] QString channelName(int index) const override;
     void stopOperation(int index) override;
@@ -31,6 +33,8 @@ public:
     void setCaption(const QString &caption) override;
 
 private:
+    [[nodiscard]] ChannelSession &session(int index) const;
+
     Main &m_window;
 };
 

@@ -1,22 +1,18 @@
 #include "windows/main/Main.h"
 
-#include "core/channels/ChannelTexts.h"
+#include "core/channels/TrafficLog.h"
 #include "core/lists/ListKinds.h"
 #include "core/text/Dialogs.h"
-#include "devices/GpibControl.h"
-#include "devices/SerialPort.h"
-#include "devices/TcpClient.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/lists/TransferEngine.h"
 #include "windows/main/BoardWindows.h"
-#include "windows/main/GpibChannel.h"
+#include "windows/main/GpibTab.h"
 #include "windows/main/GuideWindow.h"
 #include "windows/main/ListConnection.h"
-#include "windows/main/SerialChannel.h"
+#include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
-#include "windows/main/TcpChannel.h"
-#include "windows/main/TrafficLog.h"
+#include "windows/main/TcpTab.h"
 #include "windows/widgets/Accessibility.h"
 #include "windows/widgets/EntryRules.h"
 #include "windows/widgets/TextGrid.h"
@@ -40,7 +36,6 @@ constexpr int closeRetryMs = 5;
 Main::Main(const MainParts &parts, QWidget *parent)
     : QMainWindow(parent)
     , m_parts(parts)
-    , m_waits(parts.clock)
     , m_tabMarks{Led::tabMark(false), Led::tabMark(true)}
 {
     installAccessibility();
@@ -65,14 +60,21 @@ Main::~Main() = default;
 void Main::showOpen(int index, bool open)
 {
     tabChannels->setTabIcon(index, m_tabMarks.at(open ? 1 : 0));
-    if (open)
-        clearFault(index);
     m_engine->channelOpenChanged(index);
 }
 
-void Main::clearFault(int index)
+void Main::showFault(int index, const QString &fault)
 {
-    lblFaults->setFault(index, {});
+    lblFaults->setFault(index, fault);
+    if (!fault.isEmpty())
+        Q_EMIT faultReported(fault);
+}
+
+void Main::showReplyNote(int index, const QString &note)
+{
+    lblFaults->setReplyNote(index, note);
+    if (!note.isEmpty())
+        Q_EMIT faultReported(note);
 }
 
 void Main::showNote(const QString &note)
@@ -82,8 +84,8 @@ void Main::showNote(const QString &note)
 
 void Main::loggingFailed(const QString &description)
 {
-    for (const Channel *each : m_channels)
-        each->chkLog->setChecked(false);
+    for (ChannelSession *each : m_parts.channels.all())
+        each->setLogged(false);
     m_parts.dialogs.showMessage(this,
                                 tr("The log cannot be written; logging has been switched off.") +
                                     QStringLiteral("\r\n") + description);
@@ -92,30 +94,26 @@ void Main::loggingFailed(const QString &description)
 void Main::Form_Load()
 {
     mnuCmdList->setChecked(true);
-    m_parts.rs485.setSettings(QStringLiteral("9600,N,8,1"));
-    m_parts.rs232.setSettings(QStringLiteral("19200,N,8,1"));
     m_log->initialise();
-    for (Channel *each : m_channels)
-        each->initialise();
+    m_parts.channels.initialise();
     resetUserInterface();
-    m_gpib->applyEntries();
 }
 
 void Main::resetUserInterface()
 {
     shpLog->hide();
-    for (TcpChannel *each : m_tcp) {
+    for (TcpTab *each : m_tcp) {
         each->txtAddress->setText(QString()); // clear() would count as the user's edit
         each->txtPort->setText(QStringLiteral("5000"));
     }
-    for (SerialChannel *each : m_serial)
+    for (SerialTab *each : m_serial)
         each->txtPort->setText(QStringLiteral("1"));
 }
 
 QList<QLineEdit *> Main::untouchedHosts() const
 {
     QList<QLineEdit *> untouched;
-    for (const TcpChannel *each : m_tcp) {
+    for (const TcpTab *each : m_tcp) {
         if (each->txtAddress->text().isEmpty() && !each->txtAddress->isModified())
             untouched.append(each->txtAddress);
     }
@@ -145,7 +143,7 @@ void Main::lookUpOwnAddress()
 
 void Main::showOwnAddress(const LocalAddress &found)
 {
-    if (m_waits.isClosed() || untouchedHosts().isEmpty())
+    if (waits().isClosed() || untouchedHosts().isEmpty())
         return;
     const QString address = modWinsockAPI::taken(found, m_parts.dialogs, this);
     for (QLineEdit *entry : untouchedHosts())
@@ -186,55 +184,55 @@ void Main::mnuCmdList_Click()
     commandList->setVisible(mnuCmdList->isChecked());
 }
 
-Channel *Main::channel(int index) const
+ChannelTab *Main::channel(int index) const
 {
-    return index >= 0 && index < channelCount ? m_channels.at(static_cast<size_t>(index)) : nullptr;
+    return isChannel(index) ? m_channels.at(static_cast<size_t>(index)) : nullptr;
 }
 
-SerialChannel &Main::serialChannel(int index) const
+SerialTab &Main::serialTab(int index) const
 {
     return *m_serial.at(static_cast<size_t>(index - channels::rs485));
 }
 
-TcpChannel &Main::tcpChannel(int index) const
+TcpTab &Main::tcpTab(int index) const
 {
     return *m_tcp.at(static_cast<size_t>(index - channels::tcpIp1));
 }
 
 void Main::cmdConnect_Click(int index)
 {
-    if (Channel *target = channel(index))
+    if (ChannelTab *target = channel(index))
         target->cmdConnect_Click();
 }
 
 void Main::cmdDisconnect_Click(int index)
 {
-    if (Channel *target = channel(index))
+    if (ChannelTab *target = channel(index))
         target->cmdDisconnect_Click();
 }
 
 void Main::cmdSend_Click(int index)
 {
-    if (Channel *target = channel(index))
+    if (ChannelTab *target = channel(index))
         target->cmdSend_Click();
 }
 
 void Main::cmdIDN_Click(int index)
 {
-    if (Channel *target = channel(index))
+    if (ChannelTab *target = channel(index))
         target->cmdIDN_Click();
 }
 
 void Main::cmdSystErr_Click(int index)
 {
-    if (Channel *target = channel(index))
+    if (ChannelTab *target = channel(index))
         target->cmdSystErr_Click();
 }
 
 void Main::Timer1_Timer(int index)
 {
-    if (Channel *target = channel(index))
-        target->Timer1_Timer();
+    if (isChannel(index))
+        m_parts.channels.at(index).Timer1_Timer();
 }
 
 void Main::mnuHelp_Click()
@@ -248,30 +246,16 @@ void Main::mnuHelp_Click()
 
 void Main::chkLog_Click(int index)
 {
-    const Channel *clicked = channel(index);
-    if (!clicked)
+    if (!isChannel(index))
         return;
     lblFaults->setNote(StatusLine::About::Log, {});
-    if (clicked->chkLog->isChecked()) {
-        if (!m_parts.module.transferRunning())
+    if (m_parts.channels.at(index).isLogged()) {
+        if (!m_parts.channels.module().transferRunning())
             m_log->setLogging(true);
         return;
     }
-    const bool anyChecked =
-        std::any_of(m_channels.begin(), m_channels.end(),
-                    [](const Channel *each) { return each->chkLog->isChecked(); });
-    if (!anyChecked)
+    if (std::ranges::none_of(m_parts.channels.all(), &ChannelSession::isLogged))
         m_log->setLogging(false);
-}
-
-void Main::replyArrived(int index, qsizetype keep, QByteArrayView tail)
-{
-    m_engine->replyArrived(index, keep, tail);
-}
-
-void Main::replyTimedOut(int index)
-{
-    m_engine->replyTimedOut(index);
 }
 
 void Main::ResetTransferData(int index)
@@ -299,53 +283,9 @@ void Main::cmdStop_Click(int index)
     ResetTransferData(index);
 }
 
-QByteArray Main::echoPrefix() const
-{
-    return m_serial[0]->echoPrefix();
-}
-
-QString Main::searchRefusal() const
-{
-    return m_setup->searchRefusal();
-}
-
-QString Main::channelRefusal(int index) const
-{
-    if (m_board->usesChannel(index))
-        return tr("The VXM250E window is using %1.  Please wait until it has finished.")
-            .arg(channelTexts::channelCaptions.at(static_cast<size_t>(index)));
-    return index == channels::ieee488 ? searchRefusal() : QString();
-}
-
-void Main::reportFault(int index, const QString &description)
-{
-    lblFaults->setFault(index, description);
-    Q_EMIT faultReported(description);
-}
-
-void Main::showProgress(const QString &text)
-{
-    statusBar()->showMessage(text);
-}
-
-void Main::noteReply(int index, const QString &note)
-{
-    lblFaults->setReplyNote(index, note);
-    if (!note.isEmpty())
-        Q_EMIT faultReported(note);
-}
-
-bool Main::runsList(int index) const
-{
-    return m_engine->runningChannel() == index;
-}
-
 void Main::closeEvent(QCloseEvent *event)
 {
-    for (Channel *each : m_channels)
-        each->stopTimers();
-    m_waits.close();
-    m_parts.gpib.shutDown();
+    m_parts.channels.stop();
     if (m_parts.clock.runningWaits() > 0 || m_parts.dialogs.openCount() > 0 || m_setup->isBusy() ||
         m_engine->isBusy()) {
         // Something below this frame still runs: it ends now, and the close is tried again.
@@ -363,8 +303,7 @@ void Main::closeEvent(QCloseEvent *event)
 
 void Main::shutDown()
 {
-    for (Channel *each : m_channels)
-        each->cmdDisconnect_Click();
+    m_parts.channels.close();
     m_log->setLogging(false);
     m_board->shutDown();
     const auto windows = QApplication::topLevelWidgets();

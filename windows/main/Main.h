@@ -1,10 +1,8 @@
 #pragma once
 
+#include "core/channels/ChannelSet.h"
 #include "core/setup/modWinsockAPI.h"
 #include "devices/GpibAdapterChoice.h"
-#include "devices/SerialPortList.h"
-#include "devices/WaitGroup.h"
-#include "windows/main/ChannelHost.h"
 
 #include <QIcon>
 #include <QMainWindow>
@@ -21,21 +19,18 @@ class QTabWidget;
 namespace corvane {
 
 class BoardWindows;
-class Channel;
+class ChannelTab;
 class GpibAdapterFactory;
 class SetupWindows;
 class StatusLine;
 class SystemInfo;
 class CommandListArea;
 class Dialogs;
-class GpibChannel;
-class GpibControl;
+class GpibTab;
 class GuideWindow;
 class Led;
-class SerialChannel;
-class SerialPort;
-class TcpChannel;
-class TcpClient;
+class SerialTab;
+class TcpTab;
 class TrafficLog;
 class TransferEngine;
 struct modSBC;
@@ -46,19 +41,12 @@ struct MainParts
 {
     Clock &clock;
     Dialogs &dialogs;
-    Module1 &module;
-    SerialPort &rs485;
-    SerialPort &rs232;
-    GpibControl &gpib;
-    TcpClient &tcpClient1;
-    TcpClient &tcpClient2;
+    ChannelSet &channels;
     /// The folder that Log.txt is in and the file dialogs start in.
     QString programFolder;
     /// The adapter of each GPIB board, and what makes it.
     GpibAdapterChoices &gpibAdapters;
     const GpibAdapterFactory &gpibAdapterFactory;
-    /// The serial ports there are now, by number.
-    std::function<QList<SerialPortEntry>()> serialPorts;
     SystemInfo &systemInfo;
     /// What the report window remembers between its openings.
     modSBC &remembered;
@@ -69,7 +57,7 @@ struct MainParts
 
 /// The main window: the tabs of the five Channels above the command-list area, the menus, start-up
 /// and shutdown. Its index-based handlers ignore an index outside 0..4 and pass on.
-class Main : public QMainWindow, public ChannelHost
+class Main : public QMainWindow
 {
     Q_OBJECT
 
@@ -77,7 +65,7 @@ public:
     explicit Main(const MainParts &parts, QWidget *parent = nullptr);
     ~Main() override;
 
-    /// Start-up: the defaults of every control. No Channel is opened.
+    /// Start-up: the defaults of every Channel and control. No Channel is opened.
     void Form_Load();
     /// The user-interface reset: the logging indicator, the host and port entries. A host entry
     /// that is still untouched when the window has been painted gets the computer's own address.
@@ -92,7 +80,7 @@ public:
     void cmdSystErr_Click(int index);
     void Timer1_Timer(int index);
     /// Waits `ms` milliseconds, events being processed; at once when ms is below 1.
-    void WaitMs(int ms) { m_waits.wait(ms); }
+    void WaitMs(int ms) { waits().wait(ms); }
     [[nodiscard]] quint32 MS_TIMER() const { return m_parts.clock.MS_TIMER(); }
 
     /// Loads a list file as the load button does; false when it could not be read whole.
@@ -107,35 +95,23 @@ public:
     void mnuCmdList_Click();
     void mnuHelp_Click();
 
-    // The Channels' host.
-    void replyArrived(int index, qsizetype keep, QByteArrayView tail) override;
-    void replyTimedOut(int index) override;
-    void ResetTransferData(int index) override;
-    void TimerTransfer_Timer(int index) override;
-    void chkLog_Click(int index) override;
-    void cmdLoadFrmChmber_Click(int index) override;
-    void cmdLoadToChmber_Click(int index) override;
-    void cmdStop_Click(int index) override;
-    [[nodiscard]] QByteArray echoPrefix() const override;
-    void reportFault(int index, const QString &description) override;
-    void clearFault(int index) override;
-    void showProgress(const QString &text) override;
-    void noteReply(int index, const QString &note) override;
-    [[nodiscard]] bool runsList(int index) const override;
-    [[nodiscard]] QString channelRefusal(int index) const override;
-    /// Why the GPIB search keeps others from the control; empty when it does not.
-    [[nodiscard]] QString searchRefusal() const;
+    void ResetTransferData(int index);
+    void TimerTransfer_Timer(int index);
+    void chkLog_Click(int index);
+    void cmdLoadFrmChmber_Click(int index);
+    void cmdLoadToChmber_Click(int index);
+    void cmdStop_Click(int index);
 
-    /// The Channel of an index, or null for an index outside 0..4.
-    [[nodiscard]] Channel *channel(int index) const;
-    [[nodiscard]] SerialChannel &serialChannel(int index) const;
-    [[nodiscard]] GpibChannel &gpibChannel() const { return *m_gpib; }
-    [[nodiscard]] TcpChannel &tcpChannel(int index) const;
+    /// The tab of a Channel, or null for an index outside 0..4.
+    [[nodiscard]] ChannelTab *channel(int index) const;
+    [[nodiscard]] SerialTab &serialTab(int index) const;
+    [[nodiscard]] GpibTab &gpibTab() const { return *m_gpib; }
+    [[nodiscard]] TcpTab &tcpTab(int index) const;
     [[nodiscard]] TransferEngine &transferEngine() const { return *m_engine; }
     [[nodiscard]] SetupWindows &setupWindows() const { return *m_setup; }
     [[nodiscard]] BoardWindows &boardWindows() const { return *m_board; }
     [[nodiscard]] const MainParts &parts() const { return m_parts; }
-    [[nodiscard]] WaitGroup &waits() { return m_waits; }
+    [[nodiscard]] WaitGroup &waits() const { return m_parts.channels.waits(); }
 
     QTabWidget *tabChannels = nullptr;
     QAction *mnuPrefs = nullptr;
@@ -166,7 +142,10 @@ private:
     void buildStatusBar();
     void buildCommandList();
     void connectWindows();
+    void watch(ChannelSession &session);
     void showOpen(int index, bool open);
+    void showFault(int index, const QString &fault);
+    void showReplyNote(int index, const QString &note);
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
     void fitToScreen();
     void lookUpOwnAddress();
@@ -175,11 +154,10 @@ private:
     void shutDown();
 
     const MainParts m_parts;
-    WaitGroup m_waits;
-    std::array<Channel *, channelCount> m_channels{};
-    std::array<SerialChannel *, 2> m_serial{};
-    GpibChannel *m_gpib = nullptr;
-    std::array<TcpChannel *, 2> m_tcp{};
+    std::array<ChannelTab *, channelCount> m_channels{};
+    std::array<SerialTab *, 2> m_serial{};
+    GpibTab *m_gpib = nullptr;
+    std::array<TcpTab *, 2> m_tcp{};
     TrafficLog *m_log = nullptr;
     std::unique_ptr<ListConnection> m_listConnection;
     TransferEngine *m_engine = nullptr;

@@ -1,19 +1,16 @@
 // How the main window is put together: its tabs, list area, status bar and menus.
-#include "core/channels/ChannelTexts.h"
+#include "core/channels/TrafficLog.h"
 #include "devices/GpibControl.h"
-#include "devices/SerialPort.h"
-#include "devices/TcpClient.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/lists/TransferEngine.h"
 #include "windows/main/BoardWindows.h"
-#include "windows/main/GpibChannel.h"
+#include "windows/main/GpibTab.h"
 #include "windows/main/ListConnection.h"
 #include "windows/main/Main.h"
-#include "windows/main/SerialChannel.h"
+#include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
-#include "windows/main/TcpChannel.h"
-#include "windows/main/TrafficLog.h"
+#include "windows/main/TcpTab.h"
 #include "windows/widgets/InputHold.h"
 #include "windows/widgets/Naming.h"
 
@@ -28,42 +25,76 @@ namespace corvane {
 
 void Main::buildChannels()
 {
-    const ChannelContext context{*this, m_parts.module, m_parts.dialogs, m_waits};
-    tabChannels = new QTabWidget(this);
-    named(tabChannels, QStringLiteral("tabChannels"), tr("Channels"));
+    ChannelSet &set = m_parts.channels;
+    tabChannels = named(new QTabWidget(this), QStringLiteral("tabChannels"), tr("Channels"));
     tabChannels->setDocumentMode(true);
-    m_serial = {new SerialChannel(channels::rs485, m_parts.rs485, context, this),
-                new SerialChannel(channels::rs232, m_parts.rs232, context, this)};
-    m_gpib = new GpibChannel(channels::ieee488, m_parts.gpib, context, this);
-    m_tcp = {new TcpChannel(channels::tcpIp1, m_parts.tcpClient1, context, this),
-             new TcpChannel(channels::tcpIp2, m_parts.tcpClient2, context, this)};
+    m_serial = {new SerialTab(set.serial(channels::rs485), this),
+                new SerialTab(set.serial(channels::rs232), this)};
+    m_gpib = new GpibTab(set.gpib(), this);
+    m_tcp = {new TcpTab(set.tcp(channels::tcpIp1), this),
+             new TcpTab(set.tcp(channels::tcpIp2), this)};
     m_channels = {m_serial[0], m_serial[1], m_gpib, m_tcp[0], m_tcp[1]};
-    for (Channel *each : m_channels) {
+    for (ChannelTab *each : m_channels) {
         const int index = each->index();
-        tabChannels->addTab(each, m_tabMarks.front(),
-                            channelTexts::channelCaptions.at(static_cast<size_t>(index)));
-        connect(each, &Channel::openChanged, this,
-                [this, index](bool open) { showOpen(index, open); });
+        tabChannels->addTab(each, m_tabMarks.front(), each->session().caption());
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)), this);
         connect(shortcut, &QShortcut::activated, tabChannels,
                 [this, index] { tabChannels->setCurrentIndex(index); });
+        const auto clicked = [this, each](QPushButton *button, void (Main::*handler)(int)) {
+            connect(button, &QPushButton::clicked, this,
+                    [this, handler, index = each->index()] { (this->*handler)(index); });
+        };
+        clicked(each->cmdLoadFrmChmber, &Main::cmdLoadFrmChmber_Click);
+        clicked(each->cmdLoadToChmber, &Main::cmdLoadToChmber_Click);
+        clicked(each->cmdStop, &Main::cmdStop_Click);
     }
     m_splitter->addWidget(tabChannels);
+}
+
+/// What a Channel says goes into the window, and into the list run.
+void Main::watch(ChannelSession &session)
+{
+    using Session = ChannelSession;
+    const int index = session.index();
+    connect(&session, &Session::openChanged, this,
+            [this, index](bool open) { showOpen(index, open); });
+    connect(&session, &Session::faultChanged, this,
+            [this, index](const QString &fault) { showFault(index, fault); });
+    connect(&session, &Session::noteChanged, this,
+            [this, index](const QString &note) { showReplyNote(index, note); });
+    connect(&session, &Session::progressChanged, statusBar(),
+            [this](const QString &progress) { statusBar()->showMessage(progress); });
+    connect(&session, &Session::loggedChanged, this, [this, index] { chkLog_Click(index); });
+    connect(session.TimerTransfer, &QTimer::timeout, this,
+            [this, index] { TimerTransfer_Timer(index); });
+    connect(&session, &Session::replied, m_engine, [this, index](qsizetype keep, auto tail) {
+        m_engine->replyArrived(index, keep, tail);
+    });
+    connect(&session, &Session::timedOut, m_engine,
+            [this, index] { m_engine->replyTimedOut(index); });
+    connect(&session, &Session::sendFailed, m_engine, [this, index] {
+        if (m_engine->runningChannel() == index)
+            m_engine->ResetTransferData(index);
+    });
 }
 
 void Main::buildCommandList()
 {
     m_listConnection = std::make_unique<ListConnection>(*this);
-    commandList = new CommandListArea(m_parts.module, *m_listConnection, m_parts.dialogs, this);
-    m_engine =
-        new TransferEngine(m_parts.module, *commandList, *m_listConnection, m_parts.dialogs, this);
-    const auto source = [](const TcpChannel *channel) {
-        return TrafficLog::Source{[channel] { return channel->chkLog->isChecked(); },
-                                  [channel] { return channel->isOpen(); },
-                                  [channel] { return channel->txtIn->bytes(); }};
+    Module1 &module = m_parts.channels.module();
+    commandList = new CommandListArea(module, *m_listConnection, m_parts.dialogs, this);
+    m_engine = new TransferEngine(module, *commandList, *m_listConnection, m_parts.dialogs, this);
+    const auto source = [](const ChannelSession &session) {
+        return TrafficLog::Source{[&session] { return session.isLogged(); },
+                                  [&session] { return session.isOpen(); },
+                                  [&session] { return session.response().bytes(); }};
     };
-    m_log = new TrafficLog(m_parts.programFolder + QStringLiteral("/Log.txt"), source(m_tcp[0]),
-                           source(m_tcp[1]), *commandList->txtVDL, *shpLog, this);
+    m_log = new TrafficLog(m_parts.programFolder + QStringLiteral("/Log.txt"),
+                           source(m_parts.channels.tcp(channels::tcpIp1)),
+                           source(m_parts.channels.tcp(channels::tcpIp2)), this);
+    connect(m_log, &TrafficLog::loggingChanged, shpLog, &QWidget::setVisible);
+    connect(m_log, &TrafficLog::flashed, shpLog, &Led::setBright);
+    connect(m_log, &TrafficLog::recorded, commandList, &CommandListArea::appendComment);
     connect(m_log, &TrafficLog::failed, this, &Main::loggingFailed, Qt::QueuedConnection);
     connect(m_log, &TrafficLog::shortened, this,
             [this](const QString &note) { lblFaults->setNote(StatusLine::About::Log, note); });
@@ -122,17 +153,19 @@ void Main::buildMenus()
 
 void Main::connectWindows()
 {
-    for (SerialChannel *each : m_serial) {
-        each->setPortList(m_parts.serialPorts);
-        connect(each, &SerialChannel::configureRequested, m_setup,
+    for (ChannelSession *each : m_parts.channels.all())
+        watch(*each);
+    for (const SerialTab *each : m_serial)
+        connect(each->cmdPortConfig, &QPushButton::clicked, m_setup,
                 [this, index = each->index()] { m_setup->cmdPortConfig_Click(index); });
-    }
-    connect(m_gpib, &GpibChannel::searchRequested, m_setup, &SetupWindows::cmdSearchGPIB_Click);
-    connect(m_gpib, &GpibChannel::adapterRequested, m_setup, &SetupWindows::cmdAdapter_Click);
+    connect(m_gpib->cmdSearchGPIB, &QPushButton::clicked, m_setup,
+            &SetupWindows::cmdSearchGPIB_Click);
+    connect(m_gpib->cmdAdapter, &QPushButton::clicked, m_setup, &SetupWindows::cmdAdapter_Click);
     connect(mnuSBC, &QAction::triggered, m_board, &BoardWindows::mnuSBC_Click);
     connect(mnuAboutSC, &QAction::triggered, m_setup, &SetupWindows::mnuAboutSC_Click);
     auto *hold = new InputHold(m_parts.clock, this);
-    connect(&m_parts.gpib, &GpibControl::busyChanged, hold, &InputHold::setCalling);
+    connect(&m_parts.channels.gpib().control(), &GpibControl::busyChanged, hold,
+            &InputHold::setCalling);
 }
 
 } // namespace corvane

@@ -1,13 +1,9 @@
 #include "windows/main/SetupWindows.h"
 
 #include "core/setup/GpibSearch.h"
-#include "devices/GpibControl.h"
 #include "windows/about/frmAbout.h"
-#include "windows/lists/TransferEngine.h"
-#include "windows/main/BoardWindows.h"
-#include "windows/main/GpibChannel.h"
+#include "windows/main/GpibTab.h"
 #include "windows/main/Main.h"
-#include "windows/main/SerialChannel.h"
 #include "windows/setup/GpibAboutBox.h"
 #include "windows/setup/frmGPIB.h"
 #include "windows/setup/frmGpibAdapters.h"
@@ -44,26 +40,33 @@ void SetupWindows::cmdPortConfig_Click(int index)
         return;
     frmPortConfig *&form = m_portConfig.at(static_cast<size_t>(index));
     if (!form) {
-        const SerialChannel &channel = m_window.serialChannel(index);
+        SerialSession &channel = m_window.parts().channels.serial(index);
         form = new frmPortConfig(index, channel.port(), &m_window);
-        connect(&channel, &Channel::openChanged, form, &frmPortConfig::portOpened);
+        connect(&channel, &ChannelSession::openChanged, form, &frmPortConfig::portOpened);
     }
     form->openWindow();
 }
 
 GpibSearch &SetupWindows::search()
 {
-    if (!m_search)
-        m_search = new GpibSearch(*this, m_window.parts().module, m_window.parts().clock, this);
+    if (m_search)
+        return *m_search;
+    ChannelSet &channels = m_window.parts().channels;
+    m_search = new GpibSearch(channels.gpib(), channels.users(), channels.module(),
+                              m_window.parts().clock, this);
+    connect(m_search, &GpibSearch::ended, tmrSearchGPIB, &QTimer::stop);
+    // The device that was found is connected as soon as the search has left the control.
+    connect(m_search, &GpibSearch::found, &channels.gpib(), &ChannelSession::open,
+            Qt::QueuedConnection);
     return *m_search;
 }
 
 void SetupWindows::cmdSearchGPIB_Click()
 {
-    m_window.gpibChannel().applyPendingEntries();
+    m_window.gpibTab().applyPendingEntries();
     if (!m_searchWindow)
-        m_searchWindow =
-            new frmGPIB(search(), m_window.parts().module, m_window.parts().dialogs, &m_window);
+        m_searchWindow = new frmGPIB(search(), m_window.parts().channels.module(),
+                                     m_window.parts().dialogs, &m_window);
     m_searchWindow->openWindow();
 }
 
@@ -72,8 +75,9 @@ void SetupWindows::cmdAdapter_Click()
     const MainParts &parts = m_window.parts();
     if (!m_adapterWindow)
         m_adapterWindow = new frmGpibAdapters(
-            {parts.gpibAdapters, parts.gpib, parts.gpibAdapterFactory, parts.dialogs,
-             [this] { return devices(m_window.parts().serialPorts()); }},
+            {parts.gpibAdapters, parts.channels.gpib().control(), parts.gpibAdapterFactory,
+             parts.dialogs,
+             [this] { return devices(m_window.parts().channels.serial(channels::rs232).ports()); }},
             &m_window);
     m_adapterWindow->openWindow();
 }
@@ -88,15 +92,8 @@ void SetupWindows::mnuAboutSC_Click()
 void SetupWindows::showGpibAbout()
 {
     if (!m_gpibAbout)
-        m_gpibAbout = new GpibAboutBox(m_window.parts().gpib, &m_window);
+        m_gpibAbout = new GpibAboutBox(m_window.parts().channels.gpib().control(), &m_window);
     m_gpibAbout->openWindow();
-}
-
-QString SetupWindows::searchRefusal() const
-{
-    return m_search && m_search->isRunning()
-               ? tr("The GPIB address search is running.  Please wait for its end or cancel it.")
-               : QString();
 }
 
 void SetupWindows::cancel()
@@ -115,46 +112,6 @@ bool SetupWindows::isBusy() const
     return (m_search != nullptr && m_search->isRunning()) ||
            (m_adapterWindow != nullptr && m_adapterWindow->isTesting()) ||
            (m_gpibAbout != nullptr && m_gpibAbout->isAsking());
-}
-
-GpibControl &SetupWindows::QBXControl1()
-{
-    return m_window.parts().gpib;
-}
-
-GpibSearchHost::OtherUse SetupWindows::otherGpibUse() const
-{
-    const GpibChannel &channel = m_window.gpibChannel();
-    if (m_window.transferEngine().runningChannel() == channels::ieee488)
-        return OtherUse::ListRun;
-    if (channel.chkLoop->isChecked())
-        return OtherUse::Loop;
-    if (channel.isReadPending())
-        return OtherUse::PendingRead;
-    if (m_window.boardWindows().usesChannel(channels::ieee488))
-        return OtherUse::BoardExchange;
-    return OtherUse::None;
-}
-
-void SetupWindows::stopSearchTimer()
-{
-    tmrSearchGPIB->stop();
-}
-
-/// The device that was found is connected as soon as the search has left the control.
-void SetupWindows::setGpibResponse(const QString &text)
-{
-    m_window.gpibChannel().txtIn->setText(text);
-    QMetaObject::invokeMethod(
-        this, [this] { m_window.cmdConnect_Click(channels::ieee488); }, Qt::QueuedConnection);
-}
-
-/// No reply stands under an address that it did not come from.
-void SetupWindows::setGpibAddress(const QString &board, const QString &address)
-{
-    m_window.gpibChannel().txtIn->setBytes({});
-    m_window.noteReply(channels::ieee488, {});
-    m_window.gpibChannel().showAddress(board, address);
 }
 
 } // namespace corvane

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/setup/GpibSearchHost.h"
 #include "windows/about/AboutHost.h"
 
 #include <QObject>
@@ -21,7 +20,7 @@ class frmPortConfig;
 
 /// The main window's small windows for finding and setting up devices, and the About window. Each
 /// is made when it is first asked for and kept; what they need of the main window is answered here.
-class SetupWindows : public QObject, public GpibSearchHost, public AboutHost
+class SetupWindows : public QObject, public AboutHost
 {
     Q_OBJECT
 
@@ -34,8 +33,6 @@ public:
     void cmdSearchGPIB_Click();
     void cmdAdapter_Click();
     void mnuAboutSC_Click();
-    /// Why the GPIB Channel cannot use the control now; empty when it can.
-    [[nodiscard]] QString searchRefusal() const;
     /// Ends what runs in the windows and closes them; the program is closing.
     void cancel();
     /// True while a search or a question to an adapter is on the stack.
@@ -43,12 +40,6 @@ public:
     /// The search; its window is made with it.
     [[nodiscard]] GpibSearch &search();
 
-    // What the search needs.
-    GpibControl &QBXControl1() override;
-    [[nodiscard]] OtherUse otherGpibUse() const override;
-    void stopSearchTimer() override;
-    void setGpibResponse(const QString &text) override;
-    void setGpibAddress(const QString &board, const QString &address) override;
     // What the About window needs.
     void showGpibAbout() override;
 

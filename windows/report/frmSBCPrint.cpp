@@ -5,6 +5,7 @@
 #include "core/report/CalibrationReport.h"
 #include "core/report/ReportTexts.h"
 #include "core/text/Dialogs.h"
+#include "core/text/Latin1.h"
 #include "core/text/ShownText.h"
 #include "devices/WholeFile.h"
 #include "windows/widgets/Controls.h"
@@ -36,7 +37,7 @@ QString todayText()
 {
     const QDate today = QDate::currentDate();
     const QString text = QLocale::system().toString(today, QLocale::ShortFormat);
-    return BoardLink::isSendable(text) ? text : today.toString(Qt::ISODate);
+    return latin1::fits(text) ? text : today.toString(Qt::ISODate);
 }
 
 } // namespace

@@ -40,9 +40,9 @@ bool isWordByte(char byte)
 
 } // namespace
 
-ResponseView::ResponseView(QWidget *parent, qsizetype mostKept)
+ResponseView::ResponseView(const ResponseText &text, QWidget *parent)
     : QAbstractScrollArea(parent)
-    , m_text(mostKept)
+    , m_text(text)
 {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setFocusPolicy(Qt::StrongFocus);
@@ -62,21 +62,19 @@ ResponseView::ResponseView(QWidget *parent, qsizetype mostKept)
     });
 }
 
-void ResponseView::setBytes(const QByteArray &bytes)
+void ResponseView::textReplaced()
 {
-    m_text.assign(bytes);
     m_anchor = m_cursor = 0;
+    m_dropped = m_text.dropped();
     textChanged();
 }
 
-qsizetype ResponseView::append(QByteArrayView arrival, const ResponseText::Cleaning &cleaning)
+void ResponseView::textAppended()
 {
-    const qsizetype droppedBefore = m_text.dropped();
-    const qsizetype keep = m_text.append(arrival, cleaning);
-    if (const qsizetype dropped = m_text.dropped() - droppedBefore; dropped > 0)
+    if (const qsizetype dropped = m_text.dropped() - std::exchange(m_dropped, m_text.dropped());
+        dropped > 0)
         followDropped(dropped);
     textChanged();
-    return keep;
 }
 
 /// What was selected and what was in sight stay so, as far as they are still there.

@@ -14,23 +14,20 @@ namespace corvane {
 class ResponseView : public QAbstractScrollArea
 {
     Q_OBJECT
-    Q_PROPERTY(QString text READ text WRITE setText)
+    Q_PROPERTY(QString text READ text)
 
 public:
     /// At most one repaint in this many ms.
     static constexpr int repaintIntervalMs = 75;
 
-    explicit ResponseView(QWidget *parent = nullptr, qsizetype mostKept = ResponseText::mostKept);
+    /// The text must outlive the view.
+    explicit ResponseView(const ResponseText &text, QWidget *parent = nullptr);
 
     [[nodiscard]] QString text() const { return QString::fromLatin1(m_text.bytes()); }
     [[nodiscard]] const QByteArray &bytes() const { return m_text.bytes(); }
-    /// How much of the oldest text was dropped since the text was last replaced.
-    [[nodiscard]] qsizetype dropped() const { return m_text.dropped(); }
-    /// Replaces the text. A character beyond Latin-1 becomes "?".
-    void setText(const QString &text) { setBytes(text.toLatin1()); }
-    void setBytes(const QByteArray &bytes);
-    /// Appends an arrival as ResponseText::append does, and returns what that returns.
-    qsizetype append(QByteArrayView arrival, const ResponseText::Cleaning &cleaning);
+    /// The text is another one, or has changed at its end and maybe dropped its oldest part.
+    void textReplaced();
+    void textAppended();
 
     [[nodiscard]] QString selectedText() const;
     void selectAll();
@@ -64,7 +61,8 @@ private:
     void updateScrollBar();
     void drawRow(QPainter &painter, qsizetype row, int y) const;
 
-    ResponseText m_text;
+    const ResponseText &m_text;
+    qsizetype m_dropped = 0; ///< of the text, as followed
     QTimer m_repaint;
     /// The selection runs from the anchor to the cursor, both byte positions.
     qsizetype m_anchor = 0;

@@ -1,6 +1,6 @@
 // How a Channel's page looks: its controls, their names and places.
-#include "core/channels/ChannelTexts.h"
-#include "windows/main/Channel.h"
+#include "core/channels/ChannelSession.h"
+#include "windows/main/ChannelTab.h"
 #include "windows/widgets/EditableBox.h"
 #include "windows/widgets/Naming.h"
 
@@ -14,22 +14,23 @@ namespace {
 
 struct ButtonRow
 {
-    QPushButton *Channel::*member;
+    QPushButton *ChannelTab::*member;
     const char *name;
     const char *caption;
     const char *accessibleName;
 };
 
 constexpr ButtonRow buttonRows[] = {
-    {&Channel::cmdConnect, "cmdConnect", "&Connect", "Connect"},
-    {&Channel::cmdDisconnect, "cmdDisconnect", "&Disconnect", "Disconnect"},
-    {&Channel::cmdSend, "cmdSend", "&Send", "Send"},
-    {&Channel::cmdIDN, "cmdIDN", "*&IDN?", "Identify"},
-    {&Channel::cmdSystErr, "cmdSystErr", "Syst:&Err?", "System error"},
-    {&Channel::cmdLoadFrmChmber, "cmdLoadFrmChmber", "Get from Chamber",
+    {&ChannelTab::cmdConnect, "cmdConnect", "&Connect", "Connect"},
+    {&ChannelTab::cmdDisconnect, "cmdDisconnect", "&Disconnect", "Disconnect"},
+    {&ChannelTab::cmdSend, "cmdSend", "&Send", "Send"},
+    {&ChannelTab::cmdIDN, "cmdIDN", "*&IDN?", "Identify"},
+    {&ChannelTab::cmdSystErr, "cmdSystErr", "Syst:&Err?", "System error"},
+    {&ChannelTab::cmdLoadFrmChmber, "cmdLoadFrmChmber", "Get from Chamber",
      "Get list from the chamber"},
-    {&Channel::cmdLoadToChmber, "cmdLoadToChmber", "Send to Chamber", "Send list to the chamber"},
-    {&Channel::cmdStop, "cmdStop", "Stop", "Stop the list"},
+    {&ChannelTab::cmdLoadToChmber, "cmdLoadToChmber", "Send to Chamber",
+     "Send list to the chamber"},
+    {&ChannelTab::cmdStop, "cmdStop", "Stop", "Stop the list"},
 };
 
 constexpr int gapBeforeLog = 12;
@@ -43,37 +44,48 @@ void addAll(QHBoxLayout &row, std::initializer_list<QWidget *> widgets)
 
 } // namespace
 
-void Channel::makeControls()
+QString ChannelTab::nameOf(const char *control) const
 {
-    const auto name = [this](const char *control) {
-        return indexed(QLatin1String(control), m_index);
-    };
+    return indexed(QLatin1String(control), index());
+}
+
+void ChannelTab::makeControls()
+{
+    const auto name = [this](const char *control) { return nameOf(control); };
     for (const ButtonRow &button : buttonRows)
-        this->*button.member = named(new QPushButton(tr(button.caption), this), name(button.name),
-                                     tr(button.accessibleName));
-    cmdLoadFrmChmber->setToolTip(tr("Download the chamber's current settings into the list (F6)"));
-    cmdLoadToChmber->setToolTip(tr("Send the list to the chamber (F5)"));
-    cmdStop->setToolTip(tr("Stop the list (Shift+F5)"));
-    m_statusCaption = named(new QLabel(tr("Status:"), this), name("lblStatusCaption"));
-    lblStatus = named(new QLabel(this), name("lblStatus"), tr("Status"));
+        this->*button.member = named(new QPushButton(QLatin1String(button.caption), this),
+                                     name(button.name), QLatin1String(button.accessibleName));
+    cmdLoadFrmChmber->setToolTip(
+        QStringLiteral("Download the chamber's current settings into the list (F6)"));
+    cmdLoadToChmber->setToolTip(QStringLiteral("Send the list to the chamber (F5)"));
+    cmdStop->setToolTip(QStringLiteral("Stop the list (Shift+F5)"));
+    m_statusCaption = named(new QLabel(QStringLiteral("Status:"), this), name("lblStatusCaption"));
+    lblStatus = named(new QLabel(this), name("lblStatus"), QStringLiteral("Status"));
     lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblPlace = named(new QLabel(this), name("lblPlace"));
     lblPlace->setTextFormat(Qt::PlainText);
     lblPlace->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblPlace->setContentsMargins(gapBeforePlace, 0, 0, 0);
     lblPlace->setMaximumWidth(0); // while it is empty
-    shpComm = named(new Led(this), name("shpComm"), tr("Activity"));
-    cboOut = named(new CommandBox(this), name("cboOut"), tr("Command"));
-    cboOut->setEditText(channelTexts::idnCommand);
-    chkLoop = named(new QCheckBox(tr("&Loop"), this), name("chkLoop"), tr("Loop"));
-    cboMs = named(new EditableBox(this), name("cboMs"), tr("Loop period in milliseconds"));
+    shpComm = named(new Led(this), name("shpComm"), QStringLiteral("Activity"));
+    cboOut = named(new CommandBox(this), name("cboOut"), QStringLiteral("Command"));
+    chkLoop = named(new QCheckBox(QStringLiteral("&Loop"), this), name("chkLoop"),
+                    QStringLiteral("Loop"));
+    cboMs =
+        named(new EditableBox(this), name("cboMs"), QStringLiteral("Loop period in milliseconds"));
     for (const char *ms : {"1000", "2000", "5000", "10000", "30000", "60000"})
         cboMs->addItem(QString::fromLatin1(ms));
-    chkLog = named(new QCheckBox(tr("Lo&g"), this), name("chkLog"), tr("Log replies to file"));
-    txtIn = named(new ResponseView(this), name("txtIn"), tr("Response"));
+    chkLog = named(new QCheckBox(QStringLiteral("Lo&g"), this), name("chkLog"),
+                   QStringLiteral("Log replies to file"));
+    if (!m_session.traits().isLogged) {
+        chkLog->setEnabled(false);
+        chkLog->setToolTip(QStringLiteral("The log records the TCP/IP Channels only"));
+    }
+    txtIn = named(new ResponseView(m_session.response(), this), name("txtIn"),
+                  QStringLiteral("Response"));
 }
 
-void Channel::layOut()
+void ChannelTab::layOut()
 {
     m_connectionRow = new QHBoxLayout;
     m_connectionRow->addStretch();
@@ -89,15 +101,15 @@ void Channel::layOut()
     entryRow->addWidget(cboOut, 1);
     addAll(*entryRow, {cmdSend, cmdIDN, cmdSystErr});
 
-    auto *every = new QLabel(tr("ever&y"), this);
+    auto *every = new QLabel(QStringLiteral("ever&y"), this);
     every->setBuddy(cboMs);
     auto *optionRow = new QHBoxLayout;
-    addAll(*optionRow, {chkLoop, every, cboMs, new QLabel(tr("ms"), this)});
+    addAll(*optionRow, {chkLoop, every, cboMs, new QLabel(QStringLiteral("ms"), this)});
     optionRow->addSpacing(gapBeforeLog);
     optionRow->addWidget(chkLog);
     optionRow->addStretch();
-    addAll(*optionRow,
-           {new QLabel(tr("Settings list:"), this), cmdLoadFrmChmber, cmdLoadToChmber, cmdStop});
+    addAll(*optionRow, {new QLabel(QStringLiteral("Settings list:"), this), cmdLoadFrmChmber,
+                        cmdLoadToChmber, cmdStop});
 
     auto *page = new QVBoxLayout(this);
     page->addLayout(m_connectionRow);
@@ -107,25 +119,19 @@ void Channel::layOut()
     page->addWidget(txtIn, 1);
 }
 
-void Channel::reserveStatus(const QString &longest)
+void ChannelTab::reserveStatus(const QString &longest)
 {
     constexpr int boldPercent = 115; // an open Channel's text is bold, hence wider
     lblStatus->setMinimumWidth(fontMetrics().horizontalAdvance(longest) * boldPercent / 100);
 }
 
-void Channel::hideStatus()
+void ChannelTab::hideStatus()
 {
     m_statusCaption->hide();
     lblStatus->hide();
 }
 
-void Channel::disableLog()
-{
-    chkLog->setEnabled(false);
-    chkLog->setToolTip(tr("The log records the TCP/IP Channels only"));
-}
-
-void Channel::addConnectionField(const QString &caption, QWidget *field, const QString &name)
+void ChannelTab::addConnectionField(const QString &caption, QWidget *field, const QString &name)
 {
     auto *label = new QLabel(caption, this);
     label->setBuddy(field);
@@ -134,15 +140,15 @@ void Channel::addConnectionField(const QString &caption, QWidget *field, const Q
     field->setAccessibleName(QString(caption).remove(u'&').remove(u':'));
 }
 
-void Channel::addConnectionWidget(QWidget *widget, const QString &name)
+void ChannelTab::addConnectionWidget(QWidget *widget, const QString &name)
 {
-    widget->setObjectName(indexed(name, m_index));
+    widget->setObjectName(name);
     m_connectionRow->insertWidget(m_connectionRow->indexOf(cmdConnect) - 1, widget);
     orderTabs();
 }
 
 /// The Tab key goes from left to right and down, though the fields are made last.
-void Channel::orderTabs()
+void ChannelTab::orderTabs()
 {
     QList<QWidget *> order;
     for (int place = 0; place < m_connectionRow->count(); ++place)

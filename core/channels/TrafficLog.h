@@ -6,14 +6,10 @@
 
 #include <functional>
 
-class QPlainTextEdit;
-
 namespace corvane {
 
-class Led;
-
-/// Records the replies of the two TCP Channels once a second, in the log file and in the comments
-/// box, and flashes an indicator at every write.
+/// Records the replies of the two TCP Channels once a second in the log file, and says what it has
+/// recorded.
 class TrafficLog : public QObject
 {
     Q_OBJECT
@@ -21,8 +17,6 @@ class TrafficLog : public QObject
 public:
     static constexpr int intervalMs = 1000;
     static constexpr int flashIntervalMs = 250;
-    /// Characters in the comments box beyond which it is emptied.
-    static constexpr int commentLimit = 30000;
     /// Of a longer reply the newest bytes are logged: the log grows by no more a second.
     static constexpr qsizetype longestReply = 1'000'000;
 
@@ -37,12 +31,10 @@ public:
     /// Which Channels a record holds.
     enum class Selector { TcpIp1 = 3, TcpIp2 = 4, Both = 34 };
 
-    TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QPlainTextEdit &comments, Led &indicator,
-               QObject *parent = nullptr);
+    TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QObject *parent = nullptr);
 
     /// The start-up state: not logging.
     void initialise();
-    /// Begins or ends logging and shows or hides the indicator.
     void setLogging(bool on);
 
     void TimerLog_Timer();
@@ -53,6 +45,11 @@ public:
     QTimer *TimerLED = nullptr;
 
 Q_SIGNALS:
+    void loggingChanged(bool logging);
+    /// The indicator flashes, at every write.
+    void flashed(bool bright);
+    /// The text of a record that stands in the file now.
+    void recorded(const QString &record);
     /// The log file could not be written; logging has ended. Once for each failure.
     void failed(const QString &description);
     /// A reply was longer than the log takes.
@@ -61,13 +58,10 @@ Q_SIGNALS:
 private:
     QString newest(const Source &source);
     bool appendToFile(const QString &line);
-    void appendToComments(const QString &line);
 
     const QString m_path;
     const Source m_tcpIp1;
     const Source m_tcpIp2;
-    QPlainTextEdit &m_comments;
-    Led &m_indicator;
     bool LogFlash = false;
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "windows/main/Channel.h"
+#include "core/channels/ChannelSession.h"
+
+#include <optional>
 
 namespace corvane {
 
@@ -8,45 +10,56 @@ class TcpClient;
 
 /// A Channel over a TCP client socket: TCP/IP-1, which sends a command as one line and shows the
 /// newest arrival, or TCP/IP-2, which sends the pieces between ";" one reply apart and collects.
-class TcpChannel : public Channel
+class TcpSession : public ChannelSession
 {
     Q_OBJECT
 
 public:
+    /// The port that a send on a closed socket goes back to, whatever the entry holds.
+    static constexpr qint32 defaultPort = 5000;
+
     /// `index` 3: TCP/IP-1, 4: TCP/IP-2.
-    TcpChannel(int index, TcpClient &client, const ChannelContext &context,
-               QWidget *parent = nullptr);
-
-    /// The port entry was edited.
-    void txtPort_Change();
-    void tcpClient_DataArrival();
-    void tcpClient_Error(int number, const QString &description);
-    void chkLoop_Click() override;
-
-    QLineEdit *txtAddress = nullptr;
-    QLineEdit *txtPort = nullptr;
+    TcpSession(int index, TcpClient &client, const ChannelContext &context,
+               QObject *parent = nullptr);
 
     [[nodiscard]] TcpClient &client() const { return m_client; }
+    /// The host and the port entry.
+    [[nodiscard]] const QString &host() const { return m_host; }
+    void setHost(const QString &host);
+    [[nodiscard]] const QString &portEntry() const { return m_portEntry; }
+    /// Said with a message box, and without effect, while the socket is connected.
+    void setPortEntry(const QString &entry);
+
+    void setLooping(bool on) override;
+    void tcpClient_DataArrival();
+    void tcpClient_Error(int number, const QString &description);
+
     [[nodiscard]] bool isOpen() const override;
     [[nodiscard]] QString place() const override;
+    void fillIn(const ChannelEntries &entries) override;
+
+Q_SIGNALS:
+    void entriesChanged();
 
 protected:
     void openTransport() override;
     void closeTransport() override;
-    void send(const QByteArray &command) override;
+    void transmit(const QByteArray &command) override;
     void poll() override;
     void forgetExchange() override;
-    [[nodiscard]] std::optional<QString> statusText() const override;
+    [[nodiscard]] QString statusText() const override;
 
 private:
     [[nodiscard]] std::optional<qint32> enteredPort() const;
     [[nodiscard]] QString enteredPlace() const;
     void closeUntilClosed();
-    /// The pieces that wait are not sent any more; says `note` when there are any.
-    void dropRest(const QString &note);
+    /// The pieces that wait are not sent any more; says `fault` when there are any.
+    void dropRest(const QString &fault);
     void sendNextPiece();
 
     TcpClient &m_client;
+    QString m_host = QStringLiteral("255.255.255.0");
+    QString m_portEntry = QString::number(defaultPort);
     QString m_place; ///< of the newest connect
     /// A piece is out, others follow it, and its reply has not come yet (TCP/IP-2).
     bool TcpSegmentWait = false;
@@ -55,7 +68,7 @@ private:
     /// Something was sent by hand or has arrived since the last tick.
     bool m_answered = false;
     /// The loop's tick is sending: what it has lost before stays said.
-    bool m_looping = false;
+    bool m_inLoop = false;
     /// Something has arrived since the last command.
     bool m_arrived = false;
 };

@@ -1,13 +1,10 @@
-#include "windows/main/TrafficLog.h"
+#include "core/channels/TrafficLog.h"
 
 #include "core/channels/ChannelTexts.h"
 #include "devices/RegularFile.h"
-#include "windows/widgets/Led.h"
 
 #include <QDate>
 #include <QFile>
-#include <QPlainTextEdit>
-#include <QScrollBar>
 
 namespace corvane {
 
@@ -27,16 +24,13 @@ QString quotedRecord(const QString &text)
 
 } // namespace
 
-TrafficLog::TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QPlainTextEdit &comments,
-                       Led &indicator, QObject *parent)
+TrafficLog::TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QObject *parent)
     : QObject(parent)
     , TimerLog(new QTimer(this))
     , TimerLED(new QTimer(this))
     , m_path(std::move(path))
     , m_tcpIp1(std::move(tcpIp1))
     , m_tcpIp2(std::move(tcpIp2))
-    , m_comments(comments)
-    , m_indicator(indicator)
 {
     for (QTimer *timer : {TimerLog, TimerLED})
         timer->setTimerType(Qt::PreciseTimer);
@@ -49,7 +43,6 @@ void TrafficLog::initialise()
 {
     TimerLog->stop();
     TimerLog->setInterval(intervalMs);
-    m_indicator.hide();
 }
 
 void TrafficLog::setLogging(bool on)
@@ -58,7 +51,7 @@ void TrafficLog::setLogging(bool on)
         TimerLog->start();
     else
         TimerLog->stop();
-    m_indicator.setVisible(on);
+    Q_EMIT loggingChanged(on);
 }
 
 void TrafficLog::TimerLog_Timer()
@@ -75,7 +68,7 @@ void TrafficLog::TimerLog_Timer()
 
 void TrafficLog::TimerLED_Timer()
 {
-    m_indicator.setBright(LogFlash);
+    Q_EMIT flashed(LogFlash);
     LogFlash = !LogFlash;
     if (LogFlash)
         TimerLED->stop();
@@ -109,7 +102,7 @@ void TrafficLog::PrintLog(Selector selector)
         break;
     }
     if (appendToFile(fileLine))
-        appendToComments(record);
+        Q_EMIT recorded(record);
 }
 
 QString TrafficLog::newest(const Source &source)
@@ -137,23 +130,6 @@ bool TrafficLog::appendToFile(const QString &line)
     setLogging(false);
     Q_EMIT failed(QStringLiteral("%1: %2").arg(m_path, fault));
     return false;
-}
-
-void TrafficLog::appendToComments(const QString &line)
-{
-    const QTextDocument &text = *m_comments.document();
-    // A line break is one character in the document and counts as CR LF.
-    const qsizetype before = text.characterCount() - 1 + text.blockCount() - 1;
-    if (before + line.size() + 2 > commentLimit) {
-        m_comments.setPlainText(channelTexts::logOverflow);
-        return;
-    }
-    // The user's own cursor and selection stay where they are.
-    QTextCursor end(m_comments.document());
-    end.movePosition(QTextCursor::End);
-    end.insertText(line + QStringLiteral("\n"));
-    if (!m_comments.hasFocus())
-        m_comments.verticalScrollBar()->setValue(m_comments.verticalScrollBar()->maximum());
 }
 
 } // namespace corvane

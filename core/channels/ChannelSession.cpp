@@ -1,0 +1,265 @@
+#include "core/channels/ChannelSession.h"
+
+#include "core/channels/ChannelTexts.h"
+#include "core/channels/Module1.h"
+#include "core/text/Dialogs.h"
+#include "core/text/Latin1.h"
+#include "devices/PlatformError.h"
+#include "devices/WaitGroup.h"
+
+#include <QScopedValueRollback>
+
+#include <utility>
+
+namespace corvane {
+
+ChannelSession::ChannelSession(int index, const ChannelContext &context, QObject *parent)
+    : QObject(parent)
+    , Timer1(new QTimer(this))
+    , TimerTransfer(new QTimer(this))
+    , m_context(context)
+    , m_traits(channelTraits().at(static_cast<size_t>(index)))
+    , m_command(channelTexts::idnCommand)
+{
+    for (QTimer *timer : {Timer1, TimerTransfer})
+        timer->setTimerType(Qt::PreciseTimer);
+    connect(Timer1, &QTimer::timeout, this, &ChannelSession::Timer1_Timer);
+}
+
+void ChannelSession::initialise()
+{
+    Timer1->start(m_periodMs);
+    setLight(Light::Hidden);
+    TimerTransfer->stop();
+    TimerTransfer->setInterval(transferIntervalMs);
+    m_context.module.TransferWaitCount.at(static_cast<size_t>(index())) = 0;
+    refreshStatus();
+}
+
+void ChannelSession::stopTimers()
+{
+    Timer1->stop();
+    TimerTransfer->stop();
+}
+
+// The connection
+
+void ChannelSession::open()
+{
+    try {
+        openTransport();
+        if (m_light == Light::Hidden)
+            setLight(Light::Dark);
+    } catch (const PlatformError &error) {
+        showMessage(channelTexts::connectError + QStringLiteral("\r\n") + error.description());
+        Q_EMIT connectFailed(error.description());
+    }
+    refreshStatus();
+}
+
+void ChannelSession::close()
+{
+    try {
+        closeTransport();
+    } catch (const PlatformError &error) {
+        m_context.dialogs.showMessage(this, {.text = channelTexts::disconnectError +
+                                                     QStringLiteral("\r\n") + error.description(),
+                                             .title = channelTexts::disconnectErrorTitle});
+    }
+    refreshStatus();
+}
+
+void ChannelSession::refreshStatus()
+{
+    const bool isOpen = this->isOpen();
+    const QString connection = isOpen ? channelTexts::connectedTo.arg(place()) : QString();
+    const QString status = statusText();
+    const bool isNew = std::exchange(m_status, status) != status;
+    const bool isElsewhere = std::exchange(m_connection, connection) != connection;
+    const bool isTurned = std::exchange(m_wasOpen, isOpen) != isOpen;
+    if (isNew || isElsewhere || isTurned)
+        Q_EMIT statusChanged();
+    if (isTurned) {
+        if (isOpen)
+            setFault({});
+        Q_EMIT openChanged(isOpen);
+    }
+}
+
+// Commands
+
+void ChannelSession::setCommand(const QString &command)
+{
+    if (std::exchange(m_command, command) != command)
+        Q_EMIT commandChanged(command);
+}
+
+QString ChannelSession::refusal() const
+{
+    return m_context.users.refusal(index(), ChannelUse::Send);
+}
+
+void ChannelSession::send()
+{
+    if (m_sending)
+        return;
+    const QScopedValueRollback sending(m_sending, true);
+    if (const QString inUse = refusal(); !inUse.isEmpty()) {
+        refuseSend(inUse);
+        return;
+    }
+    const QString command = m_command;
+    if (const QString refused = latin1::misfit(command); !refused.isEmpty()) {
+        refuseSend(channelTexts::notSendable.arg(refused));
+        return;
+    }
+    try {
+        transmit(command.toLatin1());
+    } catch (const PlatformError &error) {
+        exchangeFailed(error, channelTexts::sendError);
+    }
+}
+
+void ChannelSession::refuseNotConnected()
+{
+    tellRefusal(m_traits.notConnected);
+}
+
+void ChannelSession::refuseSend(const QString &message)
+{
+    setLooping(false);
+    tellRefusal(message);
+    if (!m_context.waits.isClosed())
+        Q_EMIT sendFailed();
+}
+
+/// The Channel's run stands still from now on.
+void ChannelSession::tellRefusal(const QString &message)
+{
+    TimerTransfer->stop();
+    if (!m_context.waits.isClosed())
+        showMessage(message);
+}
+
+void ChannelSession::showMessage(const QString &text)
+{
+    m_context.dialogs.showMessage(this, text);
+}
+
+void ChannelSession::exchangeFailed(const PlatformError &error, const QString &message)
+{
+    forgetExchange();
+    setFault(error.description());
+    refuseSend(message);
+}
+
+/// A full history drops its oldest command first, and one that is there already stays where it is.
+void ChannelSession::remember()
+{
+    if (m_history.size() >= historyLimit)
+        m_history.removeFirst();
+    if (!m_history.contains(m_command))
+        m_history.append(m_command);
+    Q_EMIT historyChanged();
+}
+
+// The reply
+
+void ChannelSession::setResponse(const QByteArray &bytes)
+{
+    m_response.assign(bytes);
+    Q_EMIT responseReplaced();
+}
+
+void ChannelSession::clearResponse()
+{
+    setResponse({});
+    setNote({});
+}
+
+void ChannelSession::beginReply()
+{
+    clearResponse();
+    remember();
+}
+
+void ChannelSession::appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning,
+                                 const QString &note)
+{
+    const qsizetype keep = m_response.append(arrival, cleaning);
+    Q_EMIT responseAppended(keep);
+    setNote(m_response.dropped() > 0 ? channelTexts::oldestDropped.arg(caption()) : note);
+    deliverReply(keep);
+}
+
+void ChannelSession::deliverReply(qsizetype keep)
+{
+    Module1 &module = m_context.module;
+    module.ResponseReady = true;
+    module.TransferWaitCount.at(static_cast<size_t>(index())) = 0;
+    Q_EMIT replied(keep, QByteArrayView(m_response.bytes()).sliced(keep - m_response.dropped()));
+}
+
+void ChannelSession::setFault(const QString &fault)
+{
+    Q_EMIT faultChanged(fault);
+}
+
+void ChannelSession::setNote(const QString &note)
+{
+    if (std::exchange(m_note, note) != note)
+        Q_EMIT noteChanged(note);
+}
+
+// The loop
+
+void ChannelSession::setLooping(bool on)
+{
+    const bool may = on && !m_context.module.transferRunning() && refusal().isEmpty();
+    m_context.users.claim(index(), ChannelUse::Loop, may);
+    if (!may && m_light == Light::Bright)
+        setLight(Light::Dark);
+    Q_EMIT loopingChanged(may);
+}
+
+void ChannelSession::loopOnce()
+{
+    if (!isLooping())
+        return;
+    setLight(m_light == Light::Bright ? Light::Dark : Light::Bright);
+    send();
+}
+
+void ChannelSession::setPeriod(int ms)
+{
+    if (ms < minPeriodMs || ms > maxPeriodMs)
+        return;
+    m_periodMs = ms;
+    Timer1->setInterval(ms);
+    if (m_traits.listFollowsLoop)
+        TimerTransfer->setInterval(ms); // restarts it when it runs
+}
+
+void ChannelSession::setLogged(bool on)
+{
+    if (std::exchange(m_isLogged, on) != on)
+        Q_EMIT loggedChanged(on);
+}
+
+void ChannelSession::setLight(Light light)
+{
+    if (std::exchange(m_light, light) != light)
+        Q_EMIT lightChanged();
+}
+
+void ChannelSession::Timer1_Timer()
+{
+    try {
+        poll();
+    } catch (const PlatformError &error) {
+        exchangeFailed(error,
+                       channelTexts::readError + QStringLiteral("\r\n") + error.description());
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "core/channels/GpibSession.h"
+#include "core/channels/SerialSession.h"
+#include "core/channels/TcpSession.h"
+#include "devices/WaitGroup.h"
+
+namespace corvane {
+
+/// What the Channels are built on; all of it outlives them.
+struct ChannelDevices
+{
+    SerialPort &rs485;
+    SerialPort &rs232;
+    GpibControl &gpib;
+    TcpClient &tcpClient1;
+    TcpClient &tcpClient2;
+    /// The serial ports there are now, by number.
+    SerialSession::PortList serialPorts;
+};
+
+/// The five Channels, and what they share: who uses them, the flags, the waits over them.
+class ChannelSet
+{
+public:
+    ChannelSet(const ChannelDevices &devices, Module1 &module, Dialogs &dialogs, Clock &clock);
+
+    /// Start-up: the defaults of every Channel. None is opened.
+    void initialise();
+    /// Every wait over a Channel ends, and none begins any more: the program closes.
+    void stop();
+    /// Disconnects all in their order.
+    void close();
+
+    [[nodiscard]] const std::array<ChannelSession *, channelCount> &all() const { return m_all; }
+    /// `index` 0..4.
+    [[nodiscard]] ChannelSession &at(int index) const;
+    /// `index` 0 or 1.
+    [[nodiscard]] SerialSession &serial(int index);
+    [[nodiscard]] GpibSession &gpib() { return m_gpib; }
+    /// `index` 3 or 4.
+    [[nodiscard]] TcpSession &tcp(int index);
+
+    [[nodiscard]] ChannelUsers &users() { return m_users; }
+    [[nodiscard]] WaitGroup &waits() { return m_waits; }
+    [[nodiscard]] Module1 &module() { return m_module; }
+
+private:
+    ChannelUsers m_users;
+    WaitGroup m_waits;
+    Module1 &m_module;
+    const ChannelContext m_context;
+    SerialSession m_rs485;
+    SerialSession m_rs232;
+    GpibSession m_gpib;
+    TcpSession m_tcp1;
+    TcpSession m_tcp2;
+    const std::array<ChannelSession *, channelCount> m_all;
+};
+
+} // namespace corvane

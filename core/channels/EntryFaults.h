@@ -1,0 +1,31 @@
+#pragma once
+
+#include "devices/PlatformError.h"
+
+#include <QString>
+
+/// What is wrong with a connection's entry that was given to the program instead of being typed.
+namespace corvane::entryFaults {
+
+/// Throws PlatformError when a Channel is given an entry that it does not have.
+inline void refuse(const QString &channel, const QString &entry, const QString &value)
+{
+    if (!value.isEmpty())
+        throw PlatformError(QStringLiteral("%1 has no %2 entry").arg(channel, entry));
+}
+
+/// The number with two digits. Throws PlatformError when it is none of `first` to `last`.
+inline QString number(const QString &value, int first, int last)
+{
+    bool isNumber = false;
+    const int number = value.toInt(&isNumber);
+    const auto twoDigits = [](int n) {
+        return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+    };
+    if (!isNumber || number < first || number > last)
+        throw PlatformError(QStringLiteral("%1 is not one of %2 to %3")
+                                .arg(value, twoDigits(first), twoDigits(last)));
+    return twoDigits(number);
+}
+
+} // namespace corvane::entryFaults

@@ -1,0 +1,138 @@
+#include "core/channels/SerialSession.h"
+
+#include "core/channels/ChannelTexts.h"
+#include "core/channels/EntryFaults.h"
+#include "devices/SerialPort.h"
+
+namespace corvane {
+
+SerialSession::SerialSession(int index, SerialPort &port, PortList ports,
+                             const ChannelContext &context, const SerialSession *addressed,
+                             QObject *parent)
+    : ChannelSession(index, context, parent)
+    , m_port(port)
+    , m_ports(std::move(ports))
+    , m_addressed(addressed ? *addressed : *this)
+{
+    if (traits().isAddressed)
+        setAddress(QStringLiteral("01"));
+    connect(&m_port, &SerialPort::onComm, this, &SerialSession::MSComm1_OnComm);
+    connect(&m_port, &SerialPort::lost, this, [this](const QString &description) {
+        setFault(description); // before what follows from it
+        refreshStatus();
+    });
+}
+
+void SerialSession::setPortEntry(const QString &entry)
+{
+    if (m_portEntry == entry)
+        return;
+    m_portEntry = entry;
+    close();
+    Q_EMIT entriesChanged();
+}
+
+void SerialSession::setAddress(const QString &address)
+{
+    if (m_address == address)
+        return;
+    m_address = address;
+    m_echoPrefix = '<' + address.toLatin1() + ':';
+    refreshStatus();
+    Q_EMIT entriesChanged();
+}
+
+void SerialSession::fillIn(const ChannelEntries &entries)
+{
+    entryFaults::refuse(caption(), QStringLiteral("host"), entries.host);
+    if (!entries.port.isEmpty()) {
+        (void)SerialPortList::numberIn(entries.port);
+        setPortEntry(entries.port);
+    }
+    if (!entries.settings.isEmpty())
+        m_port.setSettings(entries.settings);
+    if (!traits().isAddressed)
+        entryFaults::refuse(caption(), QStringLiteral("address"), entries.address);
+    else if (!entries.address.isEmpty())
+        setAddress(entryFaults::number(entries.address, 1, lastAddress));
+}
+
+void SerialSession::openTransport()
+{
+    if (m_port.isPortOpen())
+        return;
+    const auto number = SerialPortList::numberIn(m_portEntry);
+    if (number)
+        m_port.setCommPort(*number);
+    m_port.setDevice(number ? QString() : m_portEntry.trimmed());
+    m_port.setPortOpen(true);
+    m_port.setInputLen(0);
+    m_port.setRThreshold(1);
+}
+
+void SerialSession::closeTransport()
+{
+    if (m_port.isPortOpen())
+        m_port.setPortOpen(false);
+}
+
+void SerialSession::transmit(const QByteArray &command)
+{
+    if (!m_port.isPortOpen()) {
+        refuseNotConnected();
+        return;
+    }
+    m_port.input();
+    beginReply();
+    QByteArray line = command + '\r';
+    if (traits().isAddressed)
+        line.prepend(prefix().toLatin1() + ' ');
+    m_port.output(line);
+    TimerTransfer->stop();
+}
+
+void SerialSession::MSComm1_OnComm(int event)
+{
+    if (event != CommEvent::receive)
+        return;
+    const QByteArray arrival = m_port.input();
+    appendReply(arrival, {.lineEnds = true, .sequence = m_addressed.echoPrefix()});
+}
+
+void SerialSession::poll()
+{
+    refreshStatus();
+    if (m_port.isPortOpen())
+        loopOnce();
+    else if (light() == Light::Bright)
+        setLight(Light::Dark);
+}
+
+bool SerialSession::isOpen() const
+{
+    return m_port.isPortOpen();
+}
+
+QString SerialSession::place() const
+{
+    const QString place = isOpen() ? m_port.place() : enteredPlace();
+    return traits().isAddressed ? place + QStringLiteral(", address ") + m_address : place;
+}
+
+QString SerialSession::enteredPlace() const
+{
+    const QString entered = m_portEntry.trimmed();
+    QString device = entered;
+    for (const SerialPortEntry &port : m_ports()) {
+        if (entered == QString::number(port.number))
+            device = QStringLiteral("%1 (port %2)").arg(port.device, entered);
+    }
+    return device + QStringLiteral(", ") + m_port.settings();
+}
+
+QString SerialSession::statusText() const
+{
+    return m_port.isPortOpen() ? channelTexts::portOpen : channelTexts::portClosed;
+}
+
+} // namespace corvane

@@ -1,0 +1,209 @@
+#include "core/channels/TcpSession.h"
+
+#include "core/channels/ChannelTexts.h"
+#include "core/channels/EntryFaults.h"
+#include "devices/TcpClient.h"
+
+#include <QScopedValueRollback>
+
+namespace corvane {
+
+TcpSession::TcpSession(int index, TcpClient &client, const ChannelContext &context, QObject *parent)
+    : ChannelSession(index, context, parent)
+    , m_client(client)
+{
+    connect(&m_client, &TcpClient::stateChanged, this, [this] {
+        if (!isOpen())
+            dropRest(channelTexts::piecesUnsent.arg(channelTexts::connectionEnded));
+        if (m_client.wasReset())
+            setFault(channelTexts::wasReset.arg(caption()));
+        refreshStatus();
+    });
+    connect(&m_client, &TcpClient::dataArrived, this, &TcpSession::tcpClient_DataArrival);
+    connect(&m_client, &TcpClient::errorOccurred, this, &TcpSession::tcpClient_Error);
+}
+
+bool TcpSession::isOpen() const
+{
+    return m_client.state() == SocketState::Connected;
+}
+
+QString TcpSession::place() const
+{
+    return isOpen() ? m_place : enteredPlace();
+}
+
+QString TcpSession::enteredPlace() const
+{
+    return QStringLiteral("%1 port %2").arg(m_host.trimmed(), m_portEntry.trimmed());
+}
+
+void TcpSession::setHost(const QString &host)
+{
+    if (m_host == host)
+        return;
+    m_host = host;
+    Q_EMIT entriesChanged();
+}
+
+void TcpSession::setPortEntry(const QString &entry)
+{
+    if (m_portEntry == entry)
+        return;
+    m_portEntry = entry;
+    if (isOpen())
+        showMessage(channelTexts::alreadyConnected);
+    else if (const auto port = enteredPort())
+        m_client.setRemotePort(*port);
+    Q_EMIT entriesChanged();
+}
+
+/// The port entry when it is a whole number.
+std::optional<qint32> TcpSession::enteredPort() const
+{
+    bool isNumber = false;
+    const qint32 port = m_portEntry.trimmed().toInt(&isNumber);
+    return isNumber ? std::optional(port) : std::nullopt;
+}
+
+void TcpSession::fillIn(const ChannelEntries &entries)
+{
+    entryFaults::refuse(caption(), QStringLiteral("address"), entries.address);
+    entryFaults::refuse(caption(), QStringLiteral("settings"), entries.settings);
+    if (!entries.host.isEmpty())
+        setHost(entries.host);
+    if (!entries.port.isEmpty())
+        setPortEntry(entries.port);
+}
+
+void TcpSession::closeUntilClosed()
+{
+    while (m_client.state() != SocketState::Closed)
+        m_client.close();
+}
+
+void TcpSession::openTransport()
+{
+    if (isOpen())
+        return;
+    const auto port = enteredPort();
+    if (!port)
+        throw PlatformError(channelTexts::noTcpPort.arg(m_portEntry));
+    m_client.setRemoteHost(m_host);
+    m_client.setRemotePort(*port);
+    closeUntilClosed();
+    m_place = enteredPlace();
+    m_client.connectToPeer();
+}
+
+void TcpSession::closeTransport()
+{
+    setLooping(false);
+    forgetExchange();
+    m_client.close();
+}
+
+/// What an earlier loop has lost is known by now.
+void TcpSession::setLooping(bool on)
+{
+    ChannelSession::setLooping(on);
+    if (isOpen() && isLooping())
+        setFault({});
+}
+
+void TcpSession::transmit(const QByteArray &command)
+{
+    if (!isOpen()) {
+        m_client.setRemoteHost(m_host);
+        m_client.setRemotePort(defaultPort);
+        closeUntilClosed();
+        refuseNotConnected();
+        return;
+    }
+    if (m_pieces.isEmpty() && !m_inLoop)
+        setFault({});
+    dropRest(m_inLoop ? channelTexts::loopBeganAnew
+                      : channelTexts::piecesUnsent.arg(channelTexts::anotherFollowed));
+    m_answered = true;
+    m_arrived = false;
+    beginReply();
+    m_pieces = traits().sendsPieces ? command.split(';') : QList{command};
+    sendNextPiece();
+}
+
+/// The rest of a command waits for the reply to this piece, for as long as the device takes;
+/// another command and the end of the connection drop it.
+void TcpSession::sendNextPiece()
+{
+    m_client.sendData(m_pieces.takeFirst() + '\r');
+    TcpSegmentWait = !m_pieces.isEmpty();
+    TimerTransfer->stop();
+}
+
+void TcpSession::forgetExchange()
+{
+    m_pieces.clear();
+    TcpSegmentWait = false;
+}
+
+void TcpSession::dropRest(const QString &fault)
+{
+    if (!m_pieces.isEmpty())
+        setFault(fault);
+    forgetExchange();
+}
+
+void TcpSession::tcpClient_DataArrival()
+{
+    const QByteArray arrival = m_client.getData();
+    if (traits().showsNewestAlone)
+        setResponse({});
+    m_answered = true;
+    const bool isFirst = !std::exchange(m_arrived, true);
+    appendReply(arrival, {.lineEnds = false, .sequence = "\r\n"},
+                traits().showsNewestAlone && !isFirst
+                    ? channelTexts::newestPieceAlone.arg(caption())
+                    : QString());
+    if (!std::exchange(TcpSegmentWait, false))
+        return;
+    try {
+        sendNextPiece();
+    } catch (const PlatformError &error) {
+        // Below this frame is the socket's own: the message waits until it has returned.
+        TimerTransfer->stop();
+        forgetExchange();
+        setFault(error.description());
+        QTimer::singleShot(0, this, [this] { refuseSend(channelTexts::sendError); });
+    }
+}
+
+void TcpSession::tcpClient_Error(int, const QString &description)
+{
+    showMessage(channelTexts::socketError + description);
+    closeUntilClosed();
+    refreshStatus();
+    Q_EMIT connectFailed(description);
+}
+
+void TcpSession::poll()
+{
+    refreshStatus();
+    const QScopedValueRollback inLoop(m_inLoop, true);
+    if (!isOpen()) {
+        if (light() == Light::Bright)
+            setLight(Light::Dark);
+    } else if (m_pieces.isEmpty() || !m_answered) {
+        loopOnce(); // a loop lets its command finish, if it does
+    }
+    m_answered = false;
+}
+
+/// Of a state without a text the last one stands.
+QString TcpSession::statusText() const
+{
+    const auto state = static_cast<size_t>(m_client.state());
+    return state < channelTexts::socketStates.size() ? channelTexts::socketStates.at(state)
+                                                     : status();
+}
+
+} // namespace corvane

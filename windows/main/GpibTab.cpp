@@ -1,0 +1,132 @@
+#include "windows/main/GpibTab.h"
+
+#include "core/channels/GpibSession.h"
+#include "devices/GpibControl.h"
+#include "windows/widgets/BusyPointer.h"
+#include "windows/widgets/EditableBox.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QScopedValueRollback>
+
+namespace corvane {
+
+namespace {
+
+/// The user has gone on to another control or window: no menu or message box is over this one.
+bool hasLeft(Qt::FocusReason reason)
+{
+    return reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason &&
+           QApplication::activeModalWidget() == nullptr;
+}
+
+} // namespace
+
+GpibTab::GpibTab(GpibSession &session, QWidget *parent)
+    : ChannelTab(session, parent)
+    , m_gpib(session)
+{
+    buildFields();
+    hideStatus();
+    showEntries();
+
+    for (const QComboBox *entry : {cboIEEEPort, cboIEEEAddress})
+        connect(entry, &QComboBox::currentTextChanged, this, &GpibTab::cboIEEE_Change);
+    txtTimeout488->installEventFilter(this);
+    connect(txtTimeout488, &QLineEdit::returnPressed, this, &GpibTab::txtTimeout488_Apply);
+    connect(txtTimeout488, &QLineEdit::textEdited, this, [this] { setTimeoutBold(true); });
+    connect(&m_gpib, &GpibSession::entriesChanged, this, &GpibTab::showEntries);
+    connect(&m_gpib, &ChannelSession::progressChanged, this,
+            [this](const QString &progress) { showBusy(!progress.isEmpty()); });
+}
+
+GpibTab::~GpibTab() = default;
+
+void GpibTab::buildFields()
+{
+    cboIEEEPort = new EditableBox(this);
+    for (int board = 0; board < GpibAddress::boardCount; ++board)
+        cboIEEEPort->addItem(QStringLiteral("GPIB%1").arg(board));
+    cboIEEEAddress = new EditableBox(this);
+    for (int address = 0; address <= GpibSession::lastPrimaryAddress; ++address)
+        cboIEEEAddress->addItem(QString::number(address));
+    lblConnectString = new QLabel(this);
+    lblConnectString->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    txtTimeout488 = new QLineEdit(QString::number(GpibControl::defaultTimeoutMs), this);
+    txtTimeout488->setMaximumWidth(70);
+    cmdSearchGPIB = new QPushButton(QStringLiteral("Searc&h"), this);
+    cmdAdapter = new QPushButton(QStringLiteral("Adap&ter..."), this);
+    cmdSearchGPIB->setAccessibleName(QStringLiteral("Search for an instrument"));
+    cmdAdapter->setAccessibleName(QStringLiteral("Choose the GPIB adapter"));
+
+    addConnectionField(QStringLiteral("&Board:"), cboIEEEPort, QStringLiteral("cboIEEEPort"));
+    addConnectionField(QStringLiteral("Add&ress:"), cboIEEEAddress,
+                       QStringLiteral("cboIEEEAddress"));
+    addConnectionField(QStringLiteral("GPIB I/O:"), lblConnectString,
+                       QStringLiteral("lblConnectString"));
+    addConnectionField(QStringLiteral("Timeout, &ms"), txtTimeout488,
+                       QStringLiteral("txtTimeout488"));
+    addConnectionWidget(cmdSearchGPIB, QStringLiteral("cmdSearchGPIB"));
+    addConnectionWidget(cmdAdapter, QStringLiteral("cmdAdapter"));
+}
+
+void GpibTab::cboIEEE_Change()
+{
+    if (!m_showing)
+        m_gpib.setEntries(cboIEEEPort->currentText(), cboIEEEAddress->currentText());
+}
+
+void GpibTab::showEntries()
+{
+    const QScopedValueRollback showing(m_showing, true);
+    if (cboIEEEAddress->currentText() != m_gpib.address())
+        cboIEEEAddress->setCurrentText(m_gpib.address());
+    if (cboIEEEPort->currentText() != m_gpib.board())
+        cboIEEEPort->setCurrentText(m_gpib.board());
+    lblConnectString->setText(m_gpib.connectString());
+    if (!txtTimeout488->font().bold())
+        txtTimeout488->setText(QString::number(m_gpib.control().timeout()));
+}
+
+bool GpibTab::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == txtTimeout488) {
+        if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress)
+            setTimeoutBold(true);
+        else if (event->type() == QEvent::FocusOut &&
+                 hasLeft(static_cast<QFocusEvent *>(event)->reason()))
+            txtTimeout488_Apply();
+    }
+    return ChannelTab::eventFilter(watched, event);
+}
+
+void GpibTab::txtTimeout488_Apply()
+{
+    m_gpib.enterTimeout(txtTimeout488->text());
+    txtTimeout488->setText(QString::number(m_gpib.control().timeout()));
+    setTimeoutBold(false);
+}
+
+void GpibTab::applyPendingEntries()
+{
+    ChannelTab::applyPendingEntries();
+    if (txtTimeout488->font().bold())
+        txtTimeout488_Apply();
+}
+
+void GpibTab::setTimeoutBold(bool bold)
+{
+    QFont font = txtTimeout488->font();
+    font.setBold(bold);
+    txtTimeout488->setFont(font);
+}
+
+void GpibTab::showBusy(bool busy)
+{
+    if (busy)
+        m_busy = std::make_unique<BusyPointer>();
+    else
+        m_busy.reset();
+}
+
+} // namespace corvane

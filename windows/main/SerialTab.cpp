@@ -1,0 +1,70 @@
+#include "windows/main/SerialTab.h"
+
+#include "core/channels/ChannelTexts.h"
+#include "core/channels/SerialSession.h"
+
+#include <QEvent>
+
+namespace corvane {
+
+SerialTab::SerialTab(SerialSession &session, QWidget *parent)
+    : ChannelTab(session, parent)
+    , m_serial(session)
+{
+    txtPort = new QLineEdit(this);
+    txtPort->setMaximumWidth(110); // a device's name fits
+    addConnectionField(QStringLiteral("COM &port:"), txtPort, nameOf("txtPort"));
+    if (session.traits().isAddressed)
+        buildAddress();
+    cmdPortConfig = new QPushButton(QStringLiteral("Config&ure..."), this);
+    cmdPortConfig->setAccessibleName(QStringLiteral("Configure the port"));
+    addConnectionWidget(cmdPortConfig, nameOf("cmdPortConfig"));
+    reserveStatus(channelTexts::portClosed);
+    showEntries();
+
+    txtPort->installEventFilter(this);
+    connect(txtPort, &QLineEdit::textChanged, this, &SerialTab::txtPort_Change);
+    connect(txtPort, &QLineEdit::returnPressed, this, &ChannelTab::cmdConnect_Click);
+    connect(&m_serial, &SerialSession::entriesChanged, this, &SerialTab::showEntries);
+}
+
+void SerialTab::buildAddress()
+{
+    cboAddress485 = new QComboBox(this);
+    addConnectionField(QStringLiteral("Add&ress:"), cboAddress485, QStringLiteral("cboAddress485"));
+    lblPrefix = new QLabel(this);
+    lblPrefix->setAccessibleName(QStringLiteral("Addressing prefix"));
+    addConnectionWidget(lblPrefix, QStringLiteral("lblPrefix"));
+    for (int address = 1; address <= SerialSession::lastAddress; ++address)
+        cboAddress485->addItem(QStringLiteral("%1").arg(address, 2, 10, QLatin1Char('0')));
+    connect(cboAddress485, &QComboBox::currentTextChanged, this, &SerialTab::cboAddress485_Change);
+}
+
+void SerialTab::showEntries()
+{
+    if (txtPort->text() != m_serial.portEntry())
+        txtPort->setText(m_serial.portEntry());
+    if (!cboAddress485)
+        return;
+    cboAddress485->setCurrentText(m_serial.address());
+    lblPrefix->setText(m_serial.prefix());
+}
+
+bool SerialTab::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == txtPort && event->type() == QEvent::ToolTip)
+        txtPort->setToolTip(SerialPortList::describe(m_serial.ports()));
+    return ChannelTab::eventFilter(watched, event);
+}
+
+void SerialTab::txtPort_Change()
+{
+    m_serial.setPortEntry(txtPort->text());
+}
+
+void SerialTab::cboAddress485_Change()
+{
+    m_serial.setAddress(cboAddress485->currentText());
+}
+
+} // namespace corvane

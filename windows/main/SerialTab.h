@@ -1,0 +1,36 @@
+#pragma once
+
+#include "windows/main/ChannelTab.h"
+
+namespace corvane {
+
+class SerialSession;
+
+/// The tab of a serial Channel: the port, its settings and, on RS-485, the device's address.
+class SerialTab : public ChannelTab
+{
+    Q_OBJECT
+
+public:
+    explicit SerialTab(SerialSession &session, QWidget *parent = nullptr);
+
+    /// The port entry was edited: an open port is closed.
+    void txtPort_Change();
+    void cboAddress485_Change();
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    QLineEdit *txtPort = nullptr;
+    QPushButton *cmdPortConfig = nullptr;
+    /// RS-485 only.
+    QComboBox *cboAddress485 = nullptr;
+    QLabel *lblPrefix = nullptr;
+
+private:
+    void buildAddress();
+    void showEntries();
+
+    SerialSession &m_serial;
+};
+
+} // namespace corvane

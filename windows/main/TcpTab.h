@@ -1,0 +1,30 @@
+#pragma once
+
+#include "windows/main/ChannelTab.h"
+
+namespace corvane {
+
+class TcpSession;
+
+/// The tab of a TCP Channel: the host and the port.
+class TcpTab : public ChannelTab
+{
+    Q_OBJECT
+
+public:
+    explicit TcpTab(TcpSession &session, QWidget *parent = nullptr);
+
+    /// The port entry was edited.
+    void txtPort_Change();
+    void txtAddress_Change();
+
+    QLineEdit *txtAddress = nullptr;
+    QLineEdit *txtPort = nullptr;
+
+private:
+    void showEntries();
+
+    TcpSession &m_tcp;
+};
+
+} // namespace corvane
