@@ -32,23 +32,22 @@ public:
             if (!line.gpibAdapters.at(board).isEmpty())
                 m_choices.at(board) = GpibAdapterChoice::parse(line.gpibAdapters.at(board));
         }
-        m_window = std::make_unique<Main>(
-            MainParts{.clock = clock,
-                      .dialogs = m_dialogs,
-                      .module = m_module,
-                      .rs485 = rs485,
-                      .rs232 = rs232,
-                      .gpib = m_gpib,
-                      .tcpClient1 = m_tcpClient1,
-                      .tcpClient2 = m_tcpClient2,
-                      .programFolder = QDir::tempPath(),
-                      .gpibAdapters = m_choices,
-                      .gpibAdapterFactory = m_factory,
-                      .serialPorts = [] { return QList<SerialPortEntry>(); },
-                      .systemInfo = m_systemInfo,
-                      .remembered = m_remembered,
-                      .findLocalAddress =
-                          [](const auto &found) { found({.text = QStringLiteral("127.0.0.1")}); }});
+        m_channels = std::make_unique<ChannelSet>(
+            ChannelDevices{rs485, rs232, m_gpib, m_tcpClient1, m_tcpClient2,
+                           [] { return QList<SerialPortEntry>(); }},
+            m_module, m_dialogs, clock);
+        m_window =
+            std::make_unique<Main>(MainParts{.clock = clock,
+                                             .dialogs = m_dialogs,
+                                             .channels = *m_channels,
+                                             .programFolder = QDir::tempPath(),
+                                             .gpibAdapters = m_choices,
+                                             .gpibAdapterFactory = m_factory,
+                                             .systemInfo = m_systemInfo,
+                                             .remembered = m_remembered,
+                                             .findLocalAddress = [](const auto &found) {
+                                                 found({.text = QStringLiteral("127.0.0.1")});
+                                             }});
         m_window->Form_Load();
         m_window->show();
     }
@@ -77,6 +76,7 @@ private:
     std::unique_ptr<RegistryApi> m_registry = systemRegistry();
     QtProgramLauncher m_launcher;
     SystemInfo m_systemInfo{*m_registry, m_launcher, m_dialogs};
+    std::unique_ptr<ChannelSet> m_channels;
     std::unique_ptr<Main> m_window;
 };
 

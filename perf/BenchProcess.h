@@ -58,9 +58,9 @@ private:
 inline void connectChannel(Main &window, int index, const ChannelEntries &entries)
 {
     constexpr int patienceMs = 10'000;
-    ChannelDriver driver(window);
-    driver.fillIn(index, entries);
-    if (!driver.connect(index, patienceMs))
+    ChannelSession &session = window.parts().channels.at(index);
+    session.fillIn(entries);
+    if (!channelDriver::open(session, window.waits(), patienceMs))
         throw std::runtime_error("Channel " + std::to_string(index) + " does not connect");
 }
 

@@ -93,7 +93,7 @@ void floodTcp(Table &table, int index)
     for (const Kind &kind : kinds()) {
         TcpFlooder device;
         Desk desk({.index = index, .tcpPort = device.port()});
-        const Channel &channel = desk.channel();
+        const ChannelSession &channel = desk.channel();
         channel.chkLog->setChecked(true);
         judge(table, desk, channel.caption().toStdString() + ", log on, " + kind.name, [&] {
             device.start(kind.text, kind.seconds, rate, "the end");
@@ -102,7 +102,7 @@ void floodTcp(Table &table, int index)
         table.note("  arrived", device.join() / kind.seconds / 1e6, "MB/s");
         desk.window().waits().waitUntil([&] { return !channel.isOpen(); }, 10'000);
         table.atLeast("  last bytes kept (1: yes)",
-                      channel.txtIn->bytes().endsWith("the end") ? 1 : 0, 1, "");
+                      channel.response().bytes().endsWith("the end") ? 1 : 0, 1, "");
         judgeClose(table, desk);
     }
 }
@@ -143,7 +143,8 @@ void floodGpib(Table &table)
                       [] { idle(shortFlood * 2); });
                 table.note("  arrived", (device.bytes() - before) / shortFlood / 2e6, "MB/s");
                 table.note("  kept in the box",
-                           static_cast<double>(desk.channel().txtIn->bytes().size()) / 1e6, "MB");
+                           static_cast<double>(desk.channel().response().bytes().size()) / 1e6,
+                           "MB");
                 judgeClose(table, desk);
             }
         }

@@ -3,7 +3,7 @@
 #include "app/Program.h"
 #include "app/UnattendedDialogs.h"
 #include "perf/BenchProcess.h"
-#include "windows/main/Channel.h"
+#include "windows/main/ChannelTab.h"
 
 #include <QEventLoop>
 #include <QTextStream>
@@ -114,7 +114,7 @@ public:
             ChannelEntries{.port = tcpPort(channels::tcpIp1), .host = host},
             ChannelEntries{.port = tcpPort(channels::tcpIp2), .host = host}};
         for (int index = 0; index < channelCount; ++index) {
-            ChannelDriver(window()).fillIn(index, entries.at(static_cast<size_t>(index)));
+            window().parts().channels.at(index).fillIn(entries.at(static_cast<size_t>(index)));
             if (!isFlooded(index))
                 connectChannel(window(), index, {});
         }
@@ -129,14 +129,16 @@ public:
     }
 
     [[nodiscard]] Main &window() { return m_program.window(); }
-    [[nodiscard]] Channel &channel() { return *window().channel(m_flooded.index); }
+    [[nodiscard]] ChannelSession &channel()
+    {
+        return window().parts().channels.at(m_flooded.index);
+    }
     void loop(int index)
     {
-        Channel &channel = *window().channel(index);
-        channel.cboMs->setEditText(QString::number(loopMs));
-        channel.cboMs_Change();
-        channel.chkLoop->setChecked(true);
-        QObject::connect(&channel, &Channel::replied, &m_counter,
+        ChannelSession &channel = window().parts().channels.at(index);
+        channel.setPeriod(loopMs);
+        channel.setLooping(true);
+        QObject::connect(&channel, &ChannelSession::replied, &m_counter,
                          [this, index] { ++m_replies.at(static_cast<size_t>(index)); });
     }
     /// The fewest replies that one of the other Channels has had since the last call.

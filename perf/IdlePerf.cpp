@@ -3,7 +3,7 @@
 #include "app/Program.h"
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
-#include "windows/main/TcpChannel.h"
+#include "windows/main/TcpTab.h"
 #include "windows/widgets/QtDialogs.h"
 
 #include <cmath>
@@ -42,12 +42,12 @@ void idle(int ms)
 /// The middle distance of two replies of a loop, in ms.
 double loopPeriodMs(Main &window, int periodMs, int ms)
 {
-    const Channel &channel = *window.channel(channels::tcpIp1);
+    const ChannelTab &channel = *window.channel(channels::tcpIp1);
     channel.cboMs->setEditText(QString::number(periodMs));
     window.channel(channels::tcpIp1)->cboMs_Change();
     std::vector<double> periods;
     double last = 0;
-    const auto watch = QObject::connect(&channel, &Channel::replied, &window, [&] {
+    const auto watch = QObject::connect(&channel.session(), &ChannelSession::replied, &window, [&] {
         const double time = now();
         if (last > 0)
             periods.push_back((time - last) * 1000);

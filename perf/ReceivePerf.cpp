@@ -4,7 +4,7 @@
 #include "perf/Application.h"
 #include "perf/AssembledWindow.h"
 #include "perf/PtyReading.h"
-#include "windows/main/SerialChannel.h"
+#include "windows/main/SerialTab.h"
 
 #include <QStandardPaths>
 
@@ -117,21 +117,22 @@ int readInWindow(const QString &device, qsizetype bytes)
     UnattendedDialogs dialogs(messages);
     Program program(line, dialogs);
     Main &window = program.window();
-    window.serialChannel(channels::rs232).txtPort->setText(QStringLiteral("2"));
+    window.serialTab(channels::rs232).txtPort->setText(QStringLiteral("2"));
     window.showChannel(channels::rs232);
     window.show();
     window.cmdConnect_Click(channels::rs232);
-    if (!window.channel(channels::rs232)->isOpen())
+    if (!window.parts().channels.at(channels::rs232).isOpen())
         return 1;
     window.WaitMs(300); // first paints are the start's cost
     const ReaderReport report;
     const ResponseView &view = *window.channel(channels::rs232)->txtIn;
-    QObject::connect(window.channel(channels::rs232), &Channel::replied, &window, [&] {
-        if (view.bytes().size() < bytes)
-            return;
-        report.done(view.bytes().size() == bytes && isPattern(view.bytes(), load));
-        QCoreApplication::quit();
-    });
+    QObject::connect(&window.parts().channels.at(channels::rs232), &ChannelSession::replied,
+                     &window, [&] {
+                         if (view.bytes().size() < bytes)
+                             return;
+                         report.done(view.bytes().size() == bytes && isPattern(view.bytes(), load));
+                         QCoreApplication::quit();
+                     });
     return QApplication::exec();
 }
 

@@ -5,7 +5,7 @@
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
 #include "windows/lists/TransferEngine.h"
-#include "windows/main/TcpChannel.h"
+#include "windows/main/TcpTab.h"
 
 #include <QFile>
 #include <QTcpSocket>
@@ -107,13 +107,13 @@ void measureRowTime(Table &table, Main &window, double roundTrip)
 /// next tick at once. Compared is processor time: the bench's part stays out of it.
 void measureLongRun(Table &table, Main &window)
 {
-    setLoopTime(window, Channel::maxPeriodMs);
+    setLoopTime(window, ChannelSession::maxPeriodMs);
     QObject driver;
     const auto tick = [&window] { window.TimerTransfer_Timer(channels::tcpIp1); };
     QObject::connect(&window.transferEngine(), &TransferEngine::runStarted, &driver, tick,
                      Qt::QueuedConnection);
-    QObject::connect(window.channel(channels::tcpIp1), &Channel::replied, &driver, tick,
-                     Qt::QueuedConnection);
+    QObject::connect(&window.parts().channels.at(channels::tcpIp1), &ChannelSession::replied,
+                     &driver, tick, Qt::QueuedConnection);
 
     std::map<int, double> processorAt;
     runUntil(window, lateRow + rowsCompared + 1,

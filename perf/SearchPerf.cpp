@@ -48,7 +48,7 @@ int measure()
     SystemClock clock;
     AssembledWindow assembled(clock, bus.commandLine());
     Main &window = assembled.window();
-    window.parts().gpib.setTimeout(timeoutMs);
+    window.parts().channels.gpib().control().setTimeout(timeoutMs);
     GpibSearch &search = window.setupWindows().search();
     int probes = 0;
     double begin = 0;

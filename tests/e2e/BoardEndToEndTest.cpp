@@ -55,11 +55,11 @@ TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
     const QString boardPort = QString::number(desk.program.bench()->boardPort());
     main.cmdDisconnect_Click(1);
     main.cmdDisconnect_Click(3);
-    desk.driver.fillIn(1, {.port = QStringLiteral("3")});
-    desk.driver.fillIn(2, {.address = QStringLiteral("9")});
-    desk.driver.fillIn(3, {.port = boardPort});
+    desk.channels.at(1).fillIn({.port = QStringLiteral("3")});
+    desk.channels.at(2).fillIn({.address = QStringLiteral("9")});
+    desk.channels.at(3).fillIn({.port = boardPort});
     for (const int index : {1, 2, 3})
-        ASSERT_TRUE(desk.driver.connect(index, EndToEndDesk::patienceMs));
+        ASSERT_TRUE(desk.open(index));
     main.mnuSBC->trigger();
     frmSBC &board = *main.boardWindows().boardWindow();
     for (const int method : {0, 1, 2}) {
@@ -73,7 +73,8 @@ TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
     board.calibration->txtChannel->setText(QStringLiteral("2"));
     board.calibration->cmdCal_Click();
     EXPECT_NEAR(board.calibration->MSFlexGrid1->text(7, 3).toDouble(), 2.0, 0.002);
-    EXPECT_EQ(main.parts().gpib.connectString(), u"GPIB0::9") << "addressed to the board again";
+    EXPECT_EQ(main.parts().channels.gpib().control().connectString(), u"GPIB0::9")
+        << "addressed to the board again";
     EXPECT_EQ(desk.messages, QString());
     saveReport(desk);
     const QPointer<frmSBC> closing(&board);

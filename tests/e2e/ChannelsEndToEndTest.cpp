@@ -2,7 +2,7 @@
 #include "core/setup/GpibSearch.h"
 #include "tests/e2e/EndToEndDesk.h"
 #include "tests/support/Soon.h"
-#include "windows/main/SerialChannel.h"
+#include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 
 #include <array>
@@ -18,7 +18,7 @@ struct ReplyCounter
     explicit ReplyCounter(Main &main)
     {
         for (int index = 0; index < channelCount; ++index)
-            QObject::connect(main.channel(index), &Channel::replied, main.channel(index),
+            QObject::connect(&main.parts().channels.at(index), &ChannelSession::replied, &main,
                              [this, index] { ++replies.at(static_cast<size_t>(index)); });
     }
     /// Every Channel but those of `except` has more replies than before.
@@ -39,7 +39,7 @@ struct ReplyCounter
 void loopAll(const Main &main, const QString &ms)
 {
     for (int index = 0; index < channelCount; ++index) {
-        Channel &channel = *main.channel(index);
+        ChannelTab &channel = *main.channel(index);
         channel.cboMs->setEditText(ms);
         channel.cboMs_Change();
         channel.chkLoop->setChecked(true);
@@ -57,8 +57,8 @@ TEST(EndToEnd, EveryChannelOfTheBenchAnswers)
     EXPECT_EQ(printed.count(QStringLiteral("BRENNICK,")), 5) << printed.toStdString();
     EXPECT_EQ(printed.count(QStringLiteral("\"No error\"")), 5);
     desk.order("tcp-chamber silent");
-    desk.driver.connect(3, EndToEndDesk::patienceMs);
-    EXPECT_EQ(desk.driver.ask(3, QStringLiteral("*IDN?"), 300), std::nullopt);
+    desk.open(3);
+    EXPECT_EQ(desk.ask(3, QStringLiteral("*IDN?"), 300), std::nullopt);
     EXPECT_EQ(desk.messages, QString());
 }
 
@@ -89,35 +89,35 @@ TEST(EndToEnd, APortThatComesBackIsConnectedAgain)
     ASSERT_TRUE(
         desk.waitFor([&] { return desk.main.channel(1)->lblStatus->text() == u"Port Closed"; }));
     desk.order("rs232 none");
-    ASSERT_TRUE(desk.driver.connect(1, EndToEndDesk::patienceMs));
-    EXPECT_TRUE(desk.driver.ask(1, QStringLiteral("*IDN?"), EndToEndDesk::patienceMs));
+    ASSERT_TRUE(desk.open(1));
+    EXPECT_TRUE(desk.ask(1, QStringLiteral("*IDN?")));
 }
 
 TEST(EndToEnd, TheSearchFindsTheFirstInstrumentAndConnectsIt)
 {
     EndToEndDesk desk;
-    desk.program.window().parts().gpib.setTimeout(30);
-    desk.driver.fillIn(2, {.address = QStringLiteral("30")});
+    desk.program.window().parts().channels.gpib().control().setTimeout(30);
+    desk.channels.at(2).fillIn({.address = QStringLiteral("30")});
     desk.main.setupWindows().search().SearchGPIBLoop();
-    EXPECT_EQ(desk.main.parts().gpib.connectString(), u"GPIB0::5");
+    EXPECT_EQ(desk.main.parts().channels.gpib().control().connectString(), u"GPIB0::5");
     EXPECT_TRUE(desk.main.channel(2)->txtIn->text().startsWith(u"BRENNICK,"));
-    desk.main.parts().gpib.setTimeout(1000);
-    EXPECT_TRUE(desk.driver.ask(2, QStringLiteral("*IDN?"), EndToEndDesk::patienceMs));
+    desk.main.parts().channels.gpib().control().setTimeout(1000);
+    EXPECT_TRUE(desk.ask(2, QStringLiteral("*IDN?")));
 }
 
 TEST(EndToEnd, TheWindowClosesWithEveryChannelLoopingAndAReadOut)
 {
     for (const char *fault : {"clear", "gpib:5 silent", "tcp-chamber silent"}) {
         EndToEndDesk desk;
-        desk.main.parts().gpib.setTimeout(59999); // longer than a test waits
+        desk.main.parts().channels.gpib().control().setTimeout(59999); // longer than a test waits
         loopAll(desk.main, QStringLiteral("50"));
-        desk.main.channel(4)->setCommand(QStringLiteral("A;B;C"));
+        desk.channels.at(4).setCommand(QStringLiteral("A;B;C"));
         desk.order(fault);
         QTimer::singleShot(300, &desk.main, &QWidget::close);
         bool closed = false;
         QObject::connect(&desk.main, &Main::closed, &desk.main, [&closed] { closed = true; });
         EXPECT_TRUE(soon([&] { return closed; })) << fault;
-        EXPECT_FALSE(desk.main.channel(0)->isOpen());
+        EXPECT_FALSE(desk.channels.at(0).isOpen());
         EXPECT_EQ(desk.messages, QString()) << "no box while it closes";
     }
 }

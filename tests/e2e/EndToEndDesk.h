@@ -5,7 +5,7 @@
 #include "app/UnattendedDialogs.h"
 #include "bench/Bench.h"
 #include "tests/support/Testing.h"
-#include "windows/main/Channel.h"
+#include "windows/main/ChannelTab.h"
 
 namespace corvane {
 
@@ -30,7 +30,7 @@ struct EndToEndDesk
     EndToEndDesk()
     {
         for (int index = 0; index < channelCount; ++index) {
-            if (!driver.connect(index, patienceMs))
+            if (!open(index))
                 ADD_FAILURE() << "not connected: Channel " << index;
         }
     }
@@ -47,6 +47,14 @@ struct EndToEndDesk
         const QString answer = program.bench()->order(QString::fromLatin1(text));
         EXPECT_EQ(answer, u"done") << text;
     }
+    bool open(int index)
+    {
+        return channelDriver::open(channels.at(index), channels.waits(), patienceMs);
+    }
+    std::optional<QString> ask(int index, const QString &command, int ms = patienceMs)
+    {
+        return channelDriver::ask(channels.at(index), channels.waits(), command, ms);
+    }
     bool waitFor(const Clock::Condition &done)
     {
         return main.waits().waitUntil(done, patienceMs) == WaitEnd::Done;
@@ -57,7 +65,7 @@ struct EndToEndDesk
     DeskDialogs dialogs{messageStream};
     Program program{demo(), dialogs};
     Main &main = program.window();
-    ChannelDriver driver{main};
+    ChannelSet &channels = main.parts().channels;
 };
 
 } // namespace corvane

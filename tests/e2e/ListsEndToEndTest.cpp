@@ -190,10 +190,10 @@ TEST(EndToEndLists, NoRunIsDoneThatGotNoReplyAndNoneIsGivenUpThatGoesOn)
     line.channel = 4; // the second half of the command gets no reply
     line.list = files.write("a.tst", "= SP 25;= SP 26\r\n");
     QObject context;
-    QObject::connect(desk.main.channel(4), &Channel::replied, &context,
+    QObject::connect(&desk.channels.at(4), &ChannelSession::replied, &context,
                      [&desk] { desk.order("tcp-chamber silent"); });
     EXPECT_TRUE(run(desk, line).messages.contains(u"row 1: no reply within 1 s"));
-    desk.main.channel(4)->disconnect(&context);
+    desk.channels.at(4).disconnect(&context);
     desk.order("clear");
 
     line.channel = 3;

@@ -55,10 +55,7 @@ public:
         boxText.clear();
         cleared.push_back(channel);
     }
-    [[nodiscard]] ChannelUse channelUse(int channel) const override
-    {
-        return channel == usedChannel ? use : ChannelUse::Free;
-    }
+    ChannelUsers &users() override { return claims; }
     [[nodiscard]] QString faultText(int channel, Exchange half, const QString &cause) const override
     {
         return QStringLiteral("%1 %2: %3")
@@ -98,8 +95,7 @@ public:
     /// What a response box still holds.
     QByteArray boxText;
     std::vector<int> cleared;
-    int usedChannel = -1;
-    ChannelUse use = ChannelUse::Free;
+    ChannelUsers claims;
     int unchecked = 0;
     UnsavedCalibrations unsaved;
 

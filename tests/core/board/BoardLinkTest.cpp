@@ -136,10 +136,9 @@ TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)
 
 TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
 {
-    channels.use = ChannelUse::List;
     channels.boxText = "the list's reply";
     for (const int method : {0, 1, 2}) {
-        channels.usedChannel = method + channels::rs232;
+        channels.claims.claim(method + channels::rs232, ChannelUse::List);
         board.OptSbcCommMeth_Click(method);
         QString text = QStringLiteral("ADC?");
         board.link().OutputToSbc(text);

@@ -1,7 +1,7 @@
 #include "core/setup/GpibSearch.h"
 
+#include "core/channels/GpibSession.h"
 #include "core/channels/Module1.h"
-#include "core/setup/GpibSearchHost.h"
 #include "core/setup/SetupTexts.h"
 #include "devices/DeviceAbsent.h"
 #include "devices/GpibControl.h"
@@ -15,29 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class FakeHost : public GpibSearchHost
-{
-public:
-    explicit FakeHost(GpibControl &gpib)
-        : control(gpib)
-    {
-    }
-    GpibControl &QBXControl1() override { return control; }
-    [[nodiscard]] OtherUse otherGpibUse() const override { return use; }
-    void stopSearchTimer() override { ++timerStops; }
-    void setGpibResponse(const QString &text) override { response = text; }
-    void setGpibAddress(const QString &board, const QString &address) override
-    {
-        chosen = board + u' ' + address;
-    }
-
-    GpibControl &control;
-    OtherUse use = OtherUse::None;
-    int timerStops = 0;
-    QString response = u"untouched"_s;
-    QString chosen;
-};
-
 /// A search over four boards, each a bus of its own, with its window.
 struct Search : testing::Test
 {
@@ -46,10 +23,13 @@ struct Search : testing::Test
     GpibControl control{clock, [this](int board) {
                             return std::make_unique<FakeGpibAdapter>(buses.at(size_t(board)));
                         }};
-    FakeHost host{control};
     Module1 module;
     ScriptedDialogs dialogs;
-    GpibSearch search{host, module, clock};
+    WaitGroup waits{clock};
+    ChannelUsers users;
+    GpibSession channel{channels::ieee488, control, {module, dialogs, waits, users}};
+    GpibSearch search{channel, users, module, clock};
+    QSignalSpy ended{&search, &GpibSearch::ended};
     frmGPIB window{search, module, dialogs};
 
     void openAndSearch()
@@ -79,8 +59,8 @@ struct Search : testing::Test
     void expectNothingChosen()
     {
         EXPECT_EQ(control.connectString(), u"GPIB0::0");
-        EXPECT_EQ(host.chosen, u"GPIB0 0");
-        EXPECT_EQ(host.response, u"untouched");
+        EXPECT_EQ(channel.connectString(), u"GPIB0::0");
+        EXPECT_EQ(channel.response().bytes(), "");
     }
 };
 
@@ -103,7 +83,7 @@ TEST_F(Search, AnEmptyBusIsProbedInOrderAndTakesJustItsWaits)
     expectAtRest(u"Status: No Device Found"_s);
     expectNothingChosen();
     EXPECT_EQ(window.progress->value(), 124);
-    EXPECT_EQ(host.timerStops, 1);
+    EXPECT_EQ(ended.size(), 1);
 }
 
 TEST_F(Search, TheFirstInstrumentThatAnswersIsChosen)
@@ -116,10 +96,10 @@ TEST_F(Search, TheFirstInstrumentThatAnswersIsChosen)
     EXPECT_EQ(probes(1), 1);
     EXPECT_EQ(probes(2), 0);
     expectAtRest(u"Status: Found device at: GPIB1::0"_s);
-    EXPECT_EQ(host.response, u"ACME,VX,1");
-    EXPECT_EQ(host.chosen, u"GPIB1 0");
+    EXPECT_EQ(channel.response().bytes(), "ACME,VX,1");
+    EXPECT_EQ(channel.board() + channel.address(), u"GPIB10");
     EXPECT_EQ(control.connectString(), u"GPIB1::0");
-    EXPECT_EQ(host.timerStops, 1);
+    EXPECT_EQ(ended.size(), 1);
 }
 
 TEST_F(Search, TheWindowTellsWhatIsProbedAndACancelledSearchCanBeRepeated)
@@ -241,18 +221,19 @@ TEST_F(Search, AnAddressWithoutADeviceIsNoFaultAndIsNotRead)
 
 TEST_F(Search, ASearchIsRefusedWhileTheControlIsInOtherUse)
 {
-    using enum GpibSearchHost::OtherUse;
-    const std::pair<GpibSearchHost::OtherUse, const char16_t *> rows[] = {
-        {ListRun, setupTexts::listRuns},
-        {Loop, setupTexts::channelLoops},
-        {PendingRead, setupTexts::readPends},
-        {BoardExchange, setupTexts::boardExchanges},
+    using enum ChannelUse;
+    const std::pair<ChannelUse, const char *> rows[] = {
+        {List, "a command list is running"},
+        {Loop, "its Loop box is checked"},
+        {Reply, "the reply to its last command"},
+        {Board, "the VXM250E window is using it"},
     };
     window.openWindow();
     for (const auto &[use, message] : rows) {
-        host.use = use;
-        dialogs.expectMessage(QString::fromUtf16(message));
+        users.claim(channels::ieee488, use);
+        dialogs.expectMessage(u"The IEEE 488 Channel is in use: "_s + QLatin1String(message));
         window.cmdSearch_Click();
+        users.release(channels::ieee488, use);
         expectAtRest(u"Status: Search not started."_s);
     }
     EXPECT_TRUE(buses[0].calls.isEmpty());

@@ -136,14 +136,13 @@ TEST(BoardWindow, ASecondActionInsideAWaitIsRefusedAndItsButtonDisabled)
 
 TEST_F(BoardWindowTest, AChannelThatTheMainWindowUsesIsRefusedWithAMessage)
 {
-    channels.usedChannel = channels::ieee488;
     for (const auto &[use, why] :
          {std::pair(ChannelUse::List, "a command list is running.  Stop it and try again."),
           std::pair(ChannelUse::Loop, "its Loop box is checked.  Uncheck it and try again."),
           std::pair(ChannelUse::Search, "the GPIB search is running.  Stop it and try again."),
           std::pair(ChannelUse::Reply,
                     "the reply to its last command is still to be read.  Try again.")}) {
-        channels.use = use;
+        channels.claims.claim(channels::ieee488, use);
         channels.forget();
         for (int i = 0; i < 2; ++i)
             dialogs.expectMessage(QStringLiteral("The IEEE 488 Channel is in use: ") +
@@ -152,6 +151,7 @@ TEST_F(BoardWindowTest, AChannelThatTheMainWindowUsesIsRefusedWithAMessage)
         // The meter is on that Channel whatever the method; the rest is not.
         act(board, "OptSbcCommMeth_0;cmdCal;cmdWriteCal");
         EXPECT_EQ(channels.commands(), latin({"CAL:PIC\r"}));
+        channels.claims.release(channels::ieee488, use);
     }
     EXPECT_FALSE(board.session().isRunning());
 }
@@ -159,7 +159,10 @@ TEST_F(BoardWindowTest, AChannelThatTheMainWindowUsesIsRefusedWithAMessage)
 TEST_F(BoardWindowTest, TellsWhichChannelsItNeedsForItself)
 {
     const auto used = [this] {
-        return std::vector{board.usesChannel(1), board.usesChannel(2), board.usesChannel(3)};
+        std::vector<bool> claimed;
+        for (const int channel : {1, 2, 3})
+            claimed.push_back(channels.claims.isUsed(channel, ChannelUse::Board));
+        return claimed;
     };
     EXPECT_EQ(used(), (std::vector{false, false, false}));
     clock.after(10, [&] { EXPECT_EQ(used(), (std::vector{false, false, true})); });

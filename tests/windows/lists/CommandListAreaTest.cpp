@@ -349,3 +349,14 @@ TEST_F(Area, WhatALoadThatBrokeOffDidNotReadIsNotSavedOverUnasked)
     EXPECT_FALSE(editor.lblNote->isVisible());
     save(Outcome::Chosen, editor.cmdSave); // nothing is left to be lost
 }
+
+TEST_F(Area, ALoggedLineThatWouldMakeTheCommentsTooLongEmptiesThem)
+{
+    for (const auto &[before, reset] : {std::pair{30000, false}, std::pair{30001, true}}) {
+        m_area.txtVDL->setPlainText(QString(before - 3, u'x'));
+        m_area.appendComment(u"A"_s);
+        EXPECT_EQ(m_area.txtVDL->toPlainText() ==
+                      u"Text Box > 32000 Characters: Buffer Over Run: Text Box Reset",
+                  reset);
+    }
+}

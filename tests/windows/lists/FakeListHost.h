@@ -33,6 +33,7 @@ public:
     }
     void setTransferTimer(int index, bool running) override { timers[index] = running; }
     bool isTransferTimerRunning(int index) const override { return timers[index]; }
+    void setRunning(int index, bool running) override { used[index] = running; }
     bool isClosed(int index) const override { return closed == index; }
     QString channelName(int index) const override
     {
@@ -59,6 +60,7 @@ public:
     QStringList commands = QStringList(5);
     QByteArrayList responses = QByteArrayList(5);
     QList<bool> timers = QList<bool>(5);
+    QList<bool> used = QList<bool>(5);
     QList<int> stopped;
     QStringList cleared;
     QString caption;

@@ -65,6 +65,7 @@ protected:
     {
         EXPECT_FALSE(m_module.transferRunning() || m_module.GpibTransfer || m_module.ResponseReady);
         EXPECT_EQ(m_host.timers, QList<bool>(5));
+        EXPECT_EQ(m_host.used, QList<bool>(5));
         EXPECT_EQ(m_module.CurrentListRow + m_grid.currentRow() + m_grid.markedRow(), 0);
         EXPECT_EQ(m_area.lblProgress->text(), QString());
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/channels/ChannelSession.h"
+#include "core/channels/Module1.h"
 #include "devices/GpibControl.h"
 #include "devices/WaitGroup.h"
 #include "tests/support/FakeClock.h"
@@ -7,63 +9,43 @@
 #include "tests/support/FakeSerialPort.h"
 #include "tests/support/FakeTcpClient.h"
 #include "tests/support/ScriptedDialogs.h"
-#include "windows/main/GpibChannel.h"
-#include "windows/main/SerialChannel.h"
-#include "windows/main/TcpChannel.h"
 
 namespace corvane {
 
-/// The window around a Channel under test: records what the Channel hands on.
-class RecordingHost : public ChannelHost
+/// Hears what a Channel says.
+class Listener : public QObject
 {
 public:
-    explicit RecordingHost(Module1 &module)
-        : m_module(module)
+    void listenTo(ChannelSession &session)
     {
+        using Session = ChannelSession;
+        connect(&session, &Session::replied, this, [this](qsizetype keep, QByteArrayView tail) {
+            gridCell.truncate(keep);
+            gridCell.append(tail);
+            ++replies;
+        });
+        connect(&session, &Session::timedOut, this, [this] { ++timeOuts; });
+        connect(&session, &Session::sendFailed, this, [this] { ++failedSends; });
+        connect(&session, &Session::faultChanged, this, [this](const QString &fault) {
+            if (fault.isEmpty())
+                faults.clear();
+            else
+                faults.append(fault);
+        });
+        connect(&session, &Session::progressChanged, this,
+                [this](const QString &text) { progress.append(text); });
+        connect(&session, &Session::noteChanged, this,
+                [this](const QString &note) { notes.append(note); });
     }
 
-    void replyArrived(int index, qsizetype keep, QByteArrayView tail) override
-    {
-        gridCell.truncate(keep);
-        gridCell.append(tail);
-        repliesOn.push_back(index);
-    }
-    void replyTimedOut(int index) override { timedOutOn.push_back(index); }
-    void ResetTransferData(int) override { m_module.SendMode = m_module.GetMode = false; }
-    void TimerTransfer_Timer(int) override {}
-    void chkLog_Click(int) override {}
-    void cmdLoadFrmChmber_Click(int) override {}
-    void cmdLoadToChmber_Click(int) override {}
-    void cmdStop_Click(int) override {}
-    [[nodiscard]] QByteArray echoPrefix() const override { return prefix; }
-    void reportFault(int, const QString &description) override { faults.append(description); }
-    void clearFault(int) override { faults.clear(); }
-    void showProgress(const QString &text) override { progress.append(text); }
-    void noteReply(int, const QString &note) override
-    {
-        if (notes.isEmpty() || notes.last() != note)
-            notes.append(note);
-    }
-    [[nodiscard]] bool runsList(int index) const override
-    {
-        return m_module.transferRunning() && index != freeOfLists;
-    }
-    [[nodiscard]] QString channelRefusal(int) const override { return refusal; }
-
-    QString refusal;
-    /// A list that runs is on another Channel than this one.
-    int freeOfLists = -1;
     /// The reply as a grid that only takes the tails would hold it.
     QByteArray gridCell;
-    std::vector<int> repliesOn;
-    std::vector<int> timedOutOn;
-    QByteArray prefix = "<05:";
-    QStringList faults;
+    int replies = 0;
+    int timeOuts = 0;
+    int failedSends = 0;
+    QStringList faults; ///< since the device last worked
     QStringList progress;
-    QStringList notes; ///< as they changed
-
-private:
-    Module1 &m_module;
+    QStringList notes;
 };
 
 /// Everything a Channel needs, in memory.
@@ -73,8 +55,9 @@ struct ChannelDesk
     WaitGroup waits{clock};
     ScriptedDialogs dialogs;
     Module1 module;
-    RecordingHost host{module};
-    ChannelContext context{host, module, dialogs, waits};
+    ChannelUsers users;
+    Listener host;
+    ChannelContext context{module, dialogs, waits, users};
 };
 
 } // namespace corvane

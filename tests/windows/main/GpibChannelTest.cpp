@@ -1,4 +1,6 @@
+#include "core/channels/GpibSession.h"
 #include "tests/windows/main/ChannelDesk.h"
+#include "windows/main/GpibTab.h"
 
 using namespace corvane;
 
@@ -8,14 +10,16 @@ struct GpibDesk : ChannelDesk
 {
     GpibDesk()
     {
-        channel.initialise();
+        host.listenTo(session);
+        session.initialise();
         channel.cboIEEEAddress->setCurrentText(QStringLiteral("5"));
-        channel.applyEntries();
+        session.applyEntries();
     }
 
     FakeGpibBus bus;
     GpibControl control{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
-    GpibChannel channel{2, control, context};
+    GpibSession session{channels::ieee488, control, context};
+    GpibTab channel{session};
 };
 
 const QString device = QStringLiteral("GPIB0::5");
@@ -34,20 +38,20 @@ TEST(GpibChannel, ShowsTheConnectStringThatTheEntriesMake)
 
 TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
 {
-    const std::function<void(GpibChannel &)> next[] = {
-        [](GpibChannel &channel) { channel.Timer1_Timer(); },
-        [](GpibChannel &channel) { channel.cmdSend_Click(); },
-        [](GpibChannel &channel) { channel.cmdConnect_Click(); }};
+    const std::function<void(GpibDesk &)> next[] = {
+        [](GpibDesk &desk) { desk.session.Timer1_Timer(); },
+        [](GpibDesk &desk) { desk.channel.cmdSend_Click(); },
+        [](GpibDesk &desk) { desk.channel.cmdConnect_Click(); }};
     for (const auto &goOn : next) {
         GpibDesk desk;
-        desk.host.refusal = QStringLiteral("borrowed");
+        desk.users.claim(channels::ieee488, ChannelUse::Board);
         desk.channel.cboIEEEAddress->setCurrentText(QStringLiteral("9"));
-        desk.dialogs.expectMessage(
-            QStringLiteral("Error occurred while trying to connect.\r\nborrowed"));
+        desk.dialogs.expectMessage(QStringLiteral(
+            "Error occurred while trying to connect.\r\nThe IEEE 488 Channel is in use"));
         desk.channel.cmdConnect_Click();
         EXPECT_EQ(desk.control.connectString(), device);
-        desk.host.refusal.clear();
-        goOn(desk.channel);
+        desk.users.release(channels::ieee488, ChannelUse::Board);
+        goOn(desk);
         EXPECT_EQ(desk.control.connectString(), u"GPIB0::9");
     }
 }
@@ -67,7 +71,7 @@ TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
     desk.dialogs.expectMessage(
         QStringLiteral("Error occurred while trying to connect.\r\nno adapter"));
     desk.channel.cmdConnect_Click();
-    EXPECT_FALSE(desk.channel.isOpen());
+    EXPECT_FALSE(desk.session.isOpen());
 }
 
 TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
@@ -142,29 +146,28 @@ TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)
     desk.module.GpibTransfer = desk.module.SendMode = true;
     desk.channel.cmdIDN_Click();
     EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("write GPIB0::5 *IDN?\r")});
-    EXPECT_FALSE(desk.channel.isReadDone());
-    desk.channel.Timer1_Timer();
-    EXPECT_TRUE(desk.channel.isReadDone());
+    EXPECT_FALSE(desk.session.isReadDone());
+    desk.session.Timer1_Timer();
+    EXPECT_TRUE(desk.session.isReadDone());
     EXPECT_EQ(desk.channel.txtIn->text(), u"MAKER,MODEL");
     EXPECT_EQ(desk.host.gridCell, "MAKER,MODEL");
     EXPECT_TRUE(desk.module.ResponseReady);
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.bus.calls.size(), 2) << "one read for one command";
     desk.bus.end = gpibReply::End::TimedOut;
     for (const char *reply : {"12.", "12.\n"}) {
         desk.bus.replies[device] = {reply};
         desk.channel.cmdSend_Click();
-        desk.channel.Timer1_Timer();
+        desk.session.Timer1_Timer();
     }
-    EXPECT_EQ(desk.host.notes, (QStringList{QString(),
-                                            QStringLiteral("IEEE 488: the reply is incomplete: its "
+    EXPECT_EQ(desk.host.notes, (QStringList{QStringLiteral("IEEE 488: the reply is incomplete: its "
                                                            "end did not come in time"),
                                             QString()}))
         << "said until a reply is whole";
     desk.channel.cboMs->setEditText(QStringLiteral("2000"));
     desk.channel.cboMs_Change();
-    EXPECT_EQ(desk.channel.Timer1->interval(), 2000);
-    EXPECT_EQ(desk.channel.TimerTransfer->interval(), 500) << "a list keeps its own pace here";
+    EXPECT_EQ(desk.session.Timer1->interval(), 2000);
+    EXPECT_EQ(desk.session.TimerTransfer->interval(), 500) << "a list keeps its own pace here";
 }
 
 TEST(GpibChannel, SaysATimeoutAndHandsItToTheRunOrEndsTheLoop)
@@ -172,47 +175,48 @@ TEST(GpibChannel, SaysATimeoutAndHandsItToTheRunOrEndsTheLoop)
     GpibDesk desk;
     desk.module.GetMode = true;
     desk.channel.cmdSend_Click();
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.channel.txtIn->text(), u"Timed Out: 1000 ms.");
-    EXPECT_EQ(desk.host.timedOutOn, std::vector<int>{2});
+    EXPECT_EQ(desk.host.timeOuts, 1);
 
     desk.module.GetMode = false;
     desk.channel.cmdSend_Click();
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.channel.txtIn->text(), u"Timed Out: 1000 ms.") << "no loop is on";
+    desk.host.timeOuts = 0;
     desk.channel.chkLoop->click();
     EXPECT_TRUE(desk.module.GpibLoopEnabled);
-    desk.channel.Timer1_Timer(); // sends
-    desk.channel.Timer1_Timer(); // reads nothing
+    desk.session.Timer1_Timer(); // sends
+    desk.session.Timer1_Timer(); // reads nothing
     EXPECT_EQ(desk.channel.txtIn->text(), u"Loop timed out: 1000 ms.");
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
     EXPECT_FALSE(desk.module.GpibLoopEnabled);
-    EXPECT_EQ(desk.host.timedOutOn.size(), 1U);
+    EXPECT_EQ(desk.host.timeOuts, 0);
 }
 
 TEST(GpibChannel, AnAdapterThatGoesAwayIsToldOnce)
 {
     GpibDesk desk;
     desk.channel.chkLoop->setChecked(true);
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     desk.bus.fault = QStringLiteral("the adapter has gone");
     desk.dialogs.expectMessage(
         QStringLiteral("Error occurred while trying to read.\r\nthe adapter has gone"));
     for (int tick = 0; tick < 4; ++tick)
-        desk.channel.Timer1_Timer();
+        desk.session.Timer1_Timer();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
 
     desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
     desk.channel.cmdSend_Click();
     const auto calls = desk.bus.calls.size();
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.bus.calls.size(), calls) << "nothing is read for a command that did not go out";
 
     EXPECT_FALSE(desk.host.faults.isEmpty());
     desk.bus.fault.clear();
     desk.bus.replies[device] = {"back"};
     desk.channel.cmdSend_Click();
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_TRUE(desk.host.faults.isEmpty()) << "it works again";
 }
 
@@ -221,7 +225,7 @@ TEST(GpibChannel, AReadThatWaitsIsNeverInterleavedAndEndsWithTheWindow)
     GpibDesk desk;
     desk.channel.cmdSend_Click();
     desk.clock.after(10, [&] {
-        desk.channel.Timer1_Timer(); // skipped: the control is busy
+        desk.session.Timer1_Timer(); // skipped: the control is busy
         desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
         desk.channel.cmdSend_Click();
     });
@@ -229,7 +233,7 @@ TEST(GpibChannel, AReadThatWaitsIsNeverInterleavedAndEndsWithTheWindow)
         desk.waits.close();
         desk.control.shutDown();
     });
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.bus.calls, (QStringList{QStringLiteral("write GPIB0::5 *IDN?\r"),
                                            QStringLiteral("read GPIB0::5")}));
     EXPECT_EQ(desk.channel.txtIn->text(), QString());

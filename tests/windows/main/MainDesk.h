@@ -29,18 +29,17 @@ struct MainDesk
     QtProgramLauncher launcher;
     modSBC remembered;
     SystemInfo systemInfo{*registry, launcher, dialogs};
+    ChannelSet channels{
+        {rs485, rs232, gpib, tcpClient1, tcpClient2, [] { return QList<SerialPortEntry>(); }},
+        module,
+        dialogs,
+        clock};
     Main main{{.clock = clock,
                .dialogs = dialogs,
-               .module = module,
-               .rs485 = rs485,
-               .rs232 = rs232,
-               .gpib = gpib,
-               .tcpClient1 = tcpClient1,
-               .tcpClient2 = tcpClient2,
+               .channels = channels,
                .programFolder = folder.path(),
                .gpibAdapters = adapters,
                .gpibAdapterFactory = adapterFactory,
-               .serialPorts = [] { return QList<SerialPortEntry>(); },
                .systemInfo = systemInfo,
                .remembered = remembered,
                .findLocalAddress = [this](const auto &found) { addressWanted = found; }}};

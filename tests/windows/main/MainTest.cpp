@@ -1,10 +1,13 @@
 #include "windows/main/Main.h"
 
+#include "core/channels/TrafficLog.h"
 #include "tests/support/Soon.h"
 #include "tests/windows/main/MainDesk.h"
 #include "windows/lists/CommandListArea.h"
+#include "windows/main/GpibTab.h"
+#include "windows/main/SerialTab.h"
 #include "windows/main/StatusLine.h"
-#include "windows/main/TrafficLog.h"
+#include "windows/main/TcpTab.h"
 #include "windows/widgets/TextGrid.h"
 
 using namespace corvane;
@@ -21,21 +24,21 @@ TEST(Main, StartsWithItsDefaultsAndNothingOpen)
     EXPECT_TRUE(desk.main.shpLog->isHidden());
     const char16_t *captions[] = {u"RS-485", u"RS-232", u"IEEE 488", u"TCP/IP-1", u"TCP/IP-2"};
     for (int index = 0; index < channelCount; ++index) {
-        const Channel &channel = *desk.main.channel(index);
+        const ChannelTab &channel = *desk.main.channel(index);
         EXPECT_EQ(desk.main.tabChannels->tabText(index), captions[index]);
         EXPECT_EQ(channel.cboOut->currentText(), u"*IDN?");
         EXPECT_EQ(channel.cboMs->currentText(), u"1000");
-        EXPECT_EQ(channel.Timer1->interval(), 1000);
-        EXPECT_TRUE(channel.Timer1->isActive());
-        EXPECT_FALSE(channel.TimerTransfer->isActive());
+        EXPECT_EQ(channel.session().Timer1->interval(), 1000);
+        EXPECT_TRUE(channel.session().Timer1->isActive());
+        EXPECT_FALSE(channel.session().TimerTransfer->isActive());
         EXPECT_TRUE(channel.shpComm->isHidden());
     }
     for (const int index : {3, 4}) {
-        EXPECT_EQ(desk.main.tcpChannel(index).txtPort->text(), u"5000");
+        EXPECT_EQ(desk.main.tcpTab(index).txtPort->text(), u"5000");
     }
-    EXPECT_EQ(desk.main.serialChannel(1).txtPort->text(), u"1");
+    EXPECT_EQ(desk.main.serialTab(1).txtPort->text(), u"1");
     EXPECT_EQ(desk.gpib.connectString(), u"GPIB0::0");
-    EXPECT_EQ(desk.main.gpibChannel().lblConnectString->text(), u"GPIB0::0");
+    EXPECT_EQ(desk.main.gpibTab().lblConnectString->text(), u"GPIB0::0");
 }
 
 TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouched)
@@ -45,13 +48,13 @@ TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouc
     EXPECT_FALSE(desk.addressWanted) << "never without a window";
     desk.main.show();
     ASSERT_TRUE(soon([&] { return static_cast<bool>(desk.addressWanted); }));
-    QLineEdit &typed = *desk.main.tcpChannel(4).txtAddress;
+    QLineEdit &typed = *desk.main.tcpTab(4).txtAddress;
     QTest::keyClicks(&typed, QStringLiteral("x"));
     desk.dialogs.expectMessage({.text = QStringLiteral("Authoritative answer host not found."),
                                 .icon = Dialogs::Icon::Exclamation});
     desk.addressWanted({.failure = 11001});
     desk.addressWanted({.text = QStringLiteral("192.168.1.20")});
-    EXPECT_EQ(desk.main.tcpChannel(3).txtAddress->text(), u"192.168.1.20");
+    EXPECT_EQ(desk.main.tcpTab(3).txtAddress->text(), u"192.168.1.20");
     EXPECT_EQ(typed.text(), u"x");
     desk.addressWanted({.failure = 11001}); // nobody asks any more
 }
@@ -61,7 +64,7 @@ TEST(Main, NoCommandBringsALineEndOfItsOwnToAWire)
     MainDesk desk;
     desk.connectAll();
     for (int index = 0; index < channelCount; ++index) {
-        desk.main.channel(index)->setCommand(QStringLiteral("A\r\nB\n"));
+        desk.channels.at(index).setCommand(QStringLiteral("A\r\nB\n"));
         desk.main.cmdSend_Click_Public(index);
     }
     EXPECT_EQ(desk.rs485.written.back(), ">01 A B\r");
@@ -94,7 +97,7 @@ TEST(Main, ChannelsRunSideBySide)
     MainDesk desk;
     desk.connectAll();
     for (int index = 0; index < channelCount; ++index) {
-        desk.main.channel(index)->setCommand(QStringLiteral("C%1").arg(index));
+        desk.channels.at(index).setCommand(QStringLiteral("C%1").arg(index));
         desk.main.channel(index)->chkLoop->setChecked(true);
         desk.main.Timer1_Timer(index);
     }
@@ -117,7 +120,7 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write("= SP 1\n= T 2\n") > 0);
     list.close();
     ASSERT_TRUE(desk.main.loadList(list.fileName()));
-    const QTimer &timer = *desk.main.channel(1)->TimerTransfer;
+    const QTimer &timer = *desk.channels.at(1).TimerTransfer;
     desk.main.channel(1)->cboMs->setEditText(QStringLiteral("3600000"));
     desk.main.channel(1)->cboMs_Change();
     desk.main.cmdLoadToChmber_Click(1);
@@ -134,7 +137,7 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     EXPECT_EQ(desk.main.commandList->flexgridVDL->text(1, 3), u"ALPHA");
 
     desk.main.TimerTransfer_Timer(1);
-    desk.main.noteReply(1, QStringLiteral("the reply is cut"));
+    Q_EMIT desk.channels.at(1).noteChanged(QStringLiteral("the reply is cut"));
     desk.rs232.unplug(QStringLiteral("the device went away"));
     const QString said = desk.main.lblFaults->text();
     for (const char *part : {"row 2 of 2", "press Send", "; the device went away", "; the reply"})
@@ -180,12 +183,12 @@ TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)
 {
     MainDesk desk;
     for (int index = 0; index < channelCount; ++index) {
-        const Channel &channel = *desk.main.channel(index);
+        const ChannelTab &channel = *desk.main.channel(index);
         QList<QWidget *> order;
         for (QWidget *next = channel.txtIn->nextInFocusChain(); next != channel.txtIn;
              next = next->nextInFocusChain())
             order.append(next);
-        const QString entry = index == 2 ? QStringLiteral("txtTimeout488_2")
+        const QString entry = index == 2 ? QStringLiteral("txtTimeout488")
                                          : QStringLiteral("txtPort_%1").arg(index);
         QWidget *const expected[] = {channel.findChild<QLineEdit *>(entry), channel.cmdConnect,
                                      channel.cmdDisconnect, channel.cboOut, channel.cmdStop};

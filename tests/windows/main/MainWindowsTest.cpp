@@ -7,6 +7,7 @@
 #include "windows/board/frmSBC.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BoardWindows.h"
+#include "windows/main/GpibTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
 #include "windows/widgets/TextGrid.h"
@@ -37,7 +38,7 @@ TEST(Main, ClosingDisconnectsEveryChannelAndThenUnloadsTheOtherWindows)
     EXPECT_EQ(desk.tcpClient1.state(), SocketState::Closed);
     EXPECT_EQ(desk.tcpClient2.state(), SocketState::Closed);
     EXPECT_FALSE(guide->isVisible());
-    EXPECT_FALSE(desk.main.channel(0)->Timer1->isActive());
+    EXPECT_FALSE(desk.channels.at(0).Timer1->isActive());
 }
 
 TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
@@ -117,15 +118,18 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
     Main &main = desk.main;
     main.mnuSBC->trigger();
     BoardWindows &lent = main.boardWindows();
+    const ChannelUsers &users = desk.channels.users();
     const auto expectUse = [&](int channel, ChannelUse use) {
         for (const int each : {channels::rs232, channels::ieee488, channels::tcpIp1})
-            EXPECT_EQ(lent.channelUse(each), each == channel ? use : ChannelUse::Free) << each;
+            EXPECT_EQ(users.refusal(each, ChannelUse::Board),
+                      each == channel ? ChannelUsers::told(each, use) : QString());
     };
-    const auto expectRefusal = [&](int channel, const QString &text) {
+    const auto expectFree = [&] { expectUse(-1, ChannelUse::Send); };
+    const auto expectRefusal = [&](int channel, ChannelUse use) {
         for (int each = 0; each < channelCount; ++each)
-            EXPECT_EQ(main.channelRefusal(each).contains(text), each == channel) << each;
+            EXPECT_EQ(users.refusal(each, ChannelUse::Send),
+                      each == channel ? ChannelUsers::told(each, use) : QString());
     };
-    const QString byBoard = QStringLiteral("The VXM250E window is using");
     desk.main.commandList->flexgridVDL->setText(1, 1, QStringLiteral("A"));
     for (const int channel : {channels::rs232, channels::ieee488, channels::tcpIp1}) {
         main.channel(channel)->chkLoop->setChecked(true);
@@ -134,23 +138,23 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
         main.cmdLoadFrmChmber_Click(channel);
         expectUse(channel, ChannelUse::List);
         main.cmdStop_Click(channel);
-        expectUse(channel, ChannelUse::Free);
+        expectFree();
 
         lent.boardWindow()->CallOptSbcCommMeth(static_cast<qint16>(channel - channels::rs232));
-        desk.clock.after(10, [&] { expectRefusal(channel, byBoard); });
+        desk.clock.after(10, [&] { expectRefusal(channel, ChannelUse::Board); });
         lent.boardWindow()->calibration->cmdWriteCal_Click();
-        EXPECT_EQ(main.channelRefusal(channel), QString());
+        expectRefusal(-1, ChannelUse::Send);
     }
     main.cmdSend_Click(channels::ieee488);
     expectUse(channels::ieee488, ChannelUse::Reply);
     main.Timer1_Timer(channels::ieee488);
     desk.clock.after(10, [&] {
         expectUse(channels::ieee488, ChannelUse::Search);
-        expectRefusal(channels::ieee488, QStringLiteral("The GPIB address search is running."));
+        expectRefusal(channels::ieee488, ChannelUse::Search);
         main.setupWindows().search().cancel();
     });
     main.setupWindows().search().SearchGPIBLoop();
-    expectUse(channels::ieee488, ChannelUse::Free);
+    expectFree();
 }
 
 TEST(Main, AChannelThatIsDisconnectedEndsTheBoardsOperationAndSaysSo)
@@ -182,7 +186,7 @@ TEST(Main, AChannelThatIsDisconnectedEndsTheBoardsOperationAndSaysSo)
     board.CallOptSbcCommMeth(1);
     desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\n") +
                                boardTexts::channelClosed);
-    desk.clock.after(1000, [&] { desk.main.gpibChannel().cmdDisconnect->click(); });
+    desk.clock.after(1000, [&] { desk.main.gpibTab().cmdDisconnect->click(); });
     board.calibration->cmdScanCals_Click();
     desk.bus.fault = QStringLiteral("no controller");
     desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\nno controller"));

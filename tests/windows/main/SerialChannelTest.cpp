@@ -1,4 +1,6 @@
+#include "core/channels/SerialSession.h"
 #include "tests/windows/main/ChannelDesk.h"
+#include "windows/main/SerialTab.h"
 
 using namespace corvane;
 
@@ -7,16 +9,23 @@ namespace {
 struct SerialDesk : ChannelDesk
 {
     explicit SerialDesk(int index)
-        : channel(index, port, context)
+        : session(
+              index, port, [] { return QList<SerialPortEntry>(); }, context, &addressed)
+        , channel(session)
     {
-        channel.txtPort->setText(QStringLiteral("1"));
-        channel.initialise();
+        host.listenTo(session);
+        addressed.setAddress(QStringLiteral("05"));
+        session.initialise();
         if (channel.cboAddress485)
             channel.cboAddress485->setCurrentText(QStringLiteral("05"));
     }
 
     FakeSerialPort port;
-    SerialChannel channel;
+    FakeSerialPort other;
+    SerialSession addressed{channels::rs485, other, [] { return QList<SerialPortEntry>(); },
+                            context};
+    SerialSession session;
+    SerialTab channel;
 };
 
 } // namespace
@@ -63,9 +72,9 @@ TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
     desk.port.setRThreshold(0);
     desk.port.feed("waiting");
     for (const int event : {1, 3, 4, 5, 6, 1001, 1004, 1006, 1008, 1009, 1010, 1011})
-        desk.channel.MSComm1_OnComm(event);
+        desk.session.MSComm1_OnComm(event);
     EXPECT_EQ(desk.channel.txtIn->text(), QString());
-    desk.channel.MSComm1_OnComm(CommEvent::receive);
+    desk.session.MSComm1_OnComm(CommEvent::receive);
     EXPECT_EQ(desk.channel.txtIn->text(), u"waiting");
 }
 
@@ -77,14 +86,13 @@ TEST(SerialChannel, ASendOnAClosedPortIsToldAndNeitherLoopNorRunEnds)
     for (const int index : {channels::rs485, channels::rs232}) {
         SerialDesk desk(index);
         desk.channel.chkLoop->setChecked(true);
-        desk.module.SendMode = true;
-        desk.channel.TimerTransfer->start();
+        desk.session.TimerTransfer->start();
         desk.dialogs.expectMessage(texts[index], Dialogs::Answer::Ok, [&desk] {
-            EXPECT_FALSE(desk.channel.TimerTransfer->isActive()) << "no step behind the box";
+            EXPECT_FALSE(desk.session.TimerTransfer->isActive()) << "no step behind the box";
         });
         desk.channel.cmdSend_Click();
         EXPECT_TRUE(desk.channel.chkLoop->isChecked());
-        EXPECT_TRUE(desk.module.transferRunning()) << "it waits";
+        EXPECT_EQ(desk.host.failedSends, 0) << "a run waits";
         EXPECT_TRUE(desk.port.written.empty());
     }
 }
@@ -126,7 +134,7 @@ TEST(SerialChannel, APortEntryMeansWhatItSaysAndTheOpenPortIsShown)
         EXPECT_EQ(desk.port.commPort(), number);
         EXPECT_EQ(desk.port.device(), device);
         EXPECT_EQ(desk.channel.lblPlace->text(),
-                  QStringLiteral("Connected to ") + desk.channel.place());
+                  QStringLiteral("Connected to ") + desk.session.place());
     }
     const int opened = desk.port.opened;
     for (const char16_t *wrong : {u"", u"2x", u"1.6", u"1e1", u"-"}) {
@@ -151,14 +159,14 @@ TEST(SerialChannel, AnUnpluggedPortIsSaidOnceWithoutABoxAndTheLoopGoesQuiet)
     SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     desk.channel.chkLoop->setChecked(true);
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_TRUE(desk.channel.shpComm->isBright());
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_FALSE(desk.channel.shpComm->isBright());
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     desk.port.unplug(QStringLiteral("/dev/ttyUSB0 has gone"));
-    desk.channel.Timer1_Timer();
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.host.faults, QStringList{QStringLiteral("/dev/ttyUSB0 has gone")});
     EXPECT_EQ(desk.port.written.size(), 3U);
     EXPECT_EQ(desk.channel.lblStatus->text(), u"Port Closed");
@@ -171,17 +179,12 @@ TEST(SerialChannel, AFaultInALoopIsToldOnceAndSwitchesTheLoopOff)
     desk.channel.cmdConnect_Click();
     desk.channel.chkLoop->setChecked(true);
     desk.port.failWrite = QStringLiteral("the port has failed");
-    desk.module.SendMode = true;
-    desk.host.freeOfLists = channels::rs232;
-    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
-    desk.channel.Timer1_Timer();
-    desk.channel.Timer1_Timer();
+    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"), Dialogs::Answer::Ok,
+                               [&desk] { EXPECT_EQ(desk.host.failedSends, 0); });
+    desk.session.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
-    EXPECT_TRUE(desk.module.transferRunning()) << "a run of another Channel goes on";
-    desk.host.freeOfLists = -1;
-    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
-    desk.channel.cmdSend_Click();
-    EXPECT_FALSE(desk.module.transferRunning());
+    EXPECT_EQ(desk.host.failedSends, 1) << "a run of it ends when the box is closed";
 }
 
 TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)
@@ -190,7 +193,7 @@ TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)
     desk.channel.cmdConnect_Click();
     QComboBox &history = *desk.channel.cboOut;
     for (int number = 1; number <= 22; ++number) {
-        desk.channel.setCommand(QStringLiteral("CMD%1").arg(number));
+        desk.session.setCommand(QStringLiteral("CMD%1").arg(number));
         QTest::keyClick(&history, Qt::Key_Return);
         EXPECT_EQ(history.currentText(), QStringLiteral("CMD%1").arg(number));
     }
@@ -209,12 +212,12 @@ TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
     const QString hundredKilobytes(100'000, u'x');
     for (const QString &command :
          {QString(), hundredKilobytes, QStringLiteral("\u00e4\u0085\u00ff")}) {
-        desk.channel.setCommand(command);
+        desk.session.setCommand(command);
         desk.channel.cmdSend_Click();
         EXPECT_EQ(desk.port.written.back(), command.toLatin1() + '\r');
     }
     const auto sent = desk.port.written.size();
-    desk.channel.setCommand(QStringLiteral("SET 5 \u20ac"));
+    desk.session.setCommand(QStringLiteral("SET 5 \u20ac"));
     desk.dialogs.expectMessage(QStringLiteral(
         "The command holds a character that cannot be sent: \"\u20ac\".  Nothing was sent."));
     desk.channel.cmdSend_Click();
@@ -224,9 +227,10 @@ TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
 TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
 {
     SerialDesk desk(channels::rs232);
-    Channel &channel = desk.channel;
-    EXPECT_EQ(channel.Timer1->interval(), 1000);
-    EXPECT_EQ(channel.TimerTransfer->interval(), 500);
+    SerialTab &channel = desk.channel;
+    SerialSession &session = desk.session;
+    EXPECT_EQ(session.Timer1->interval(), 1000);
+    EXPECT_EQ(session.TimerTransfer->interval(), 500);
     const std::pair<const char16_t *, int> entries[] = {
         {u"10", 10},     {u"9", 10},     {u"3600000", 3'600'000}, {u"3600001", 3'600'000},
         {u" 250 ", 250}, {u"", 250},     {u"1e3", 250},           {u"abc", 250},
@@ -235,8 +239,8 @@ TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
     for (const auto &[entry, expected] : entries) {
         channel.cboMs->setEditText(QString::fromUtf16(entry));
         channel.cboMs_Change();
-        EXPECT_EQ(channel.Timer1->interval(), expected);
-        EXPECT_EQ(channel.TimerTransfer->interval(), expected);
+        EXPECT_EQ(session.Timer1->interval(), expected);
+        EXPECT_EQ(session.TimerTransfer->interval(), expected);
         EXPECT_EQ(channel.cboMs->currentText(), QString::number(expected));
     }
 }
@@ -244,7 +248,8 @@ TEST(Channel, TakesAPeriodInRangeAtOnceAndBringsTheLastGoodOneBack)
 TEST(Channel, APeriodStillBeingTypedCountsForWhatTheUserStartsButNotForALoopThatRuns)
 {
     SerialDesk desk(channels::rs232);
-    Channel &channel = desk.channel;
+    SerialTab &channel = desk.channel;
+    SerialSession &session = desk.session;
     const std::function<void()> starts[] = {
         [&] { channel.cmdConnect_Click(); },
         [&] { channel.cmdIDN_Click(); },
@@ -254,13 +259,12 @@ TEST(Channel, APeriodStillBeingTypedCountsForWhatTheUserStartsButNotForALoopThat
     for (const auto &start : starts) {
         channel.cboMs->setEditText(QString::number(++period));
         start();
-        EXPECT_EQ(channel.Timer1->interval(), period);
+        EXPECT_EQ(session.Timer1->interval(), period);
     }
     channel.cboMs->setEditText(QStringLiteral("5"));
-    channel.Timer1_Timer();
+    session.Timer1_Timer();
     EXPECT_EQ(channel.cboMs->currentText(), u"5");
-    desk.module.SendMode = true;
-    channel.cmdSend_Click(); // a row of a list
+    session.send(); // a row of a list
     EXPECT_EQ(channel.cboMs->currentText(), u"5");
 }
 
@@ -271,7 +275,7 @@ TEST(Channel, ALoopCannotBeSwitchedOnDuringAListRunOrWhileTheChannelIsBorrowed)
     desk.channel.chkLoop->click();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
     desk.module.GetMode = false;
-    desk.host.refusal = QStringLiteral("borrowed");
+    desk.users.claim(channels::rs232, ChannelUse::Board);
     desk.channel.chkLoop->click();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
 }

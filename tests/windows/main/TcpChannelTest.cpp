@@ -1,4 +1,6 @@
+#include "core/channels/TcpSession.h"
 #include "tests/windows/main/ChannelDesk.h"
+#include "windows/main/TcpTab.h"
 
 using namespace corvane;
 
@@ -7,20 +9,23 @@ namespace {
 struct TcpDesk : ChannelDesk
 {
     explicit TcpDesk(int index)
-        : channel(index, client, context)
+        : session(index, client, context)
+        , channel(session)
     {
+        host.listenTo(session);
         channel.txtAddress->setText(QStringLiteral("127.0.0.1"));
-        channel.initialise();
+        session.initialise();
     }
 
     void sendText(const QString &command)
     {
-        channel.setCommand(command);
+        session.setCommand(command);
         channel.cmdSend_Click();
     }
 
     FakeTcpClient client;
-    TcpChannel channel;
+    TcpSession session;
+    TcpTab channel;
 };
 
 using Pieces = std::vector<QByteArray>;
@@ -46,7 +51,7 @@ TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
     EXPECT_EQ(desk.client.state(), SocketState::Closed);
     EXPECT_EQ(desk.channel.lblPlace->text(), QString());
-    EXPECT_EQ(desk.channel.place(), u"elsewhere port 5025") << "as the entries stand";
+    EXPECT_EQ(desk.session.place(), u"elsewhere port 5025") << "as the entries stand";
 }
 
 TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
@@ -59,7 +64,7 @@ TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
             .split(u'|');
     for (int state = 0; state < 10; ++state) {
         desk.client.setState(static_cast<SocketState>(state));
-        desk.channel.Timer1_Timer();
+        desk.session.Timer1_Timer();
         EXPECT_EQ(desk.channel.lblStatus->text(), QStringLiteral("Socket ") + states[state]);
     }
 }
@@ -127,7 +132,7 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
     desk.client.feed("sec\r\nond\n\r\n");
     EXPECT_EQ(desk.channel.txtIn->text(), u"second\n");
     EXPECT_EQ(desk.host.gridCell, "second\n");
-    EXPECT_EQ(desk.host.repliesOn, (std::vector<int>{3, 3}));
+    EXPECT_EQ(desk.host.replies, 2);
     EXPECT_TRUE(desk.host.notes.last().contains(u"newest one alone"));
     desk.sendText(QStringLiteral("D"));
     EXPECT_EQ(desk.host.notes.last(), QString()) << "it was about the command before";
@@ -140,12 +145,12 @@ TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
     desk.sendText(QStringLiteral("A;B;"));
     EXPECT_EQ(desk.client.sent, Pieces{"A\r"});
     desk.channel.chkLoop->setChecked(true);
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.client.sent.size(), 1U) << "a loop waits for the end of its command";
-    desk.channel.TimerTransfer->start();
+    desk.session.TimerTransfer->start();
     desk.client.feed("1\r");
     EXPECT_EQ(desk.client.sent, (Pieces{"A\r", "B\r"}));
-    EXPECT_FALSE(desk.channel.TimerTransfer->isActive()) << "no step between two pieces";
+    EXPECT_FALSE(desk.session.TimerTransfer->isActive()) << "no step between two pieces";
     desk.client.feed("\n2\r\n");
     EXPECT_EQ(desk.client.sent, (Pieces{"A\r", "B\r", "\r"})) << "a final bare CR";
     desk.client.feed("3");
@@ -170,7 +175,7 @@ TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
     EXPECT_EQ(desk.client.sent.back(), "D\r");
     desk.client.failSend = QStringLiteral("network is down");
     desk.client.feed("reply"); // not told from within the socket's own frame
-    EXPECT_FALSE(desk.channel.TimerTransfer->isActive());
+    EXPECT_FALSE(desk.session.TimerTransfer->isActive());
     desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
     QCoreApplication::processEvents();
     EXPECT_EQ(desk.host.faults.last(), desk.client.failSend);
@@ -182,22 +187,22 @@ TEST(TcpChannel, ALoopBeginsItsCommandAnewWhenAnAnswerIsLost)
     desk.channel.cmdConnect_Click();
     desk.sendText(QStringLiteral("A;B"));
     desk.channel.chkLoop->setChecked(true);
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.client.sent, Pieces{"A\r"}) << "sent by hand a moment ago";
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.client.sent, (Pieces{"A\r", "A\r"}));
     EXPECT_TRUE(desk.host.faults.value(0).contains(u"a reply did not come"));
     desk.client.feed("1");
     EXPECT_EQ(desk.client.sent.size(), 3U) << "B goes out after A's answer";
     desk.client.feed("2");
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.host.faults.size(), 1) << "stands while the loop goes on";
     desk.channel.chkLoop->setChecked(false);
     desk.channel.chkLoop->setChecked(true);
     EXPECT_EQ(desk.host.faults, QStringList()) << "another loop";
     desk.channel.chkLoop->setChecked(false);
     for (int tick = 0; tick < 3; ++tick)
-        desk.channel.Timer1_Timer();
+        desk.session.Timer1_Timer();
     EXPECT_EQ(desk.client.sent.size(), 4U) << "without a loop it waits as long as it takes";
 }
 
@@ -213,9 +218,9 @@ TEST(TcpChannel, AFloodKeepsItsNewest64MegabytesAndSaysOnceThatOlderTextIsGone)
     const QByteArray &kept = desk.channel.txtIn->bytes();
     EXPECT_GE(kept.size(), ResponseText::mostKept);
     EXPECT_LE(kept.size(), ResponseText::mostKept / 4 * 5);
-    EXPECT_EQ(kept.size() + desk.channel.txtIn->dropped(), 100'000'000);
+    EXPECT_EQ(kept.size() + desk.session.response().dropped(), 100'000'000);
     EXPECT_TRUE(kept.endsWith('9') && kept[kept.size() - 10'000'001] == '8');
-    EXPECT_TRUE(desk.host.notes.size() == 2 && desk.host.notes[1].contains(u"newest 64 MB"));
+    EXPECT_TRUE(desk.host.notes.size() == 1 && desk.host.notes[0].contains(u"newest 64 MB"));
     desk.sendText(QStringLiteral("next"));
     desk.client.feed("whole");
     EXPECT_EQ(desk.host.notes.last(), QString());
@@ -225,16 +230,16 @@ TEST(TcpChannel, LoopsOnlyWhileConnected)
 {
     TcpDesk desk(channels::tcpIp1);
     desk.channel.chkLoop->setChecked(true);
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_TRUE(desk.client.sent.empty());
     desk.channel.cmdConnect_Click();
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_EQ(desk.client.sent, Pieces{"*IDN?\r"});
     EXPECT_TRUE(desk.channel.shpComm->isBright());
     desk.client.reset = true;
     desk.client.setState(SocketState::PeerClosing);
     EXPECT_TRUE(desk.host.faults.value(0).contains(u"reset by the peer"));
-    desk.channel.Timer1_Timer();
+    desk.session.Timer1_Timer();
     EXPECT_FALSE(desk.channel.shpComm->isBright());
     EXPECT_EQ(desk.client.sent.size(), 1U);
 }

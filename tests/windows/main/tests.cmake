@@ -1,1 +1,1 @@
-corvane_test(windows/main SOURCES BenchWindowTest.cpp GpibChannelTest.cpp MainTest.cpp MainWindowsTest.cpp ResponseTest.cpp SerialChannelTest.cpp TcpChannelTest.cpp TrafficLogTest.cpp ChannelDesk.h USES windows/main)
+corvane_test(windows/main SOURCES BenchWindowTest.cpp GpibChannelTest.cpp MainTest.cpp MainWindowsTest.cpp SerialChannelTest.cpp TcpChannelTest.cpp ChannelDesk.h USES windows/main)

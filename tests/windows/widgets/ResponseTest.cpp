@@ -84,8 +84,10 @@ TEST(ResponseView, KeepsAllByteValuesAndOffersThemAsText)
     QByteArray all;
     for (int value = 0; value < 256; ++value)
         all += static_cast<char>(value);
-    ResponseView view;
-    view.append(all, {.lineEnds = false, .sequence = "\r\n"});
+    ResponseText text;
+    ResponseView view(text);
+    text.append(all, {.lineEnds = false, .sequence = "\r\n"});
+    view.textAppended();
     EXPECT_EQ(view.bytes(), all);
     EXPECT_EQ(view.property("text").toString(), QString::fromLatin1(all));
     view.resize(300, 100);
@@ -94,10 +96,12 @@ TEST(ResponseView, KeepsAllByteValuesAndOffersThemAsText)
 
 TEST(ResponseView, SelectsWithMouseAndKeysAndCopiesTheTextItself)
 {
-    ResponseView view;
+    ResponseText text;
+    ResponseView view(text);
     view.resize(600, 100);
     view.show();
-    view.setText(QStringLiteral("MAKER,MODEL\x01,7"));
+    text.assign("MAKER,MODEL\x01,7");
+    view.textReplaced();
     const int pitch = view.fontMetrics().horizontalAdvance(u'0');
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, QPoint(4 + pitch * 2, 10));
     EXPECT_EQ(view.selectedText(), u"MAKER");
@@ -107,6 +111,7 @@ TEST(ResponseView, SelectsWithMouseAndKeysAndCopiesTheTextItself)
     QTest::keySequence(&view, QKeySequence::SelectAll);
     QTest::keySequence(&view, QKeySequence::Copy);
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("MAKER,MODEL\x01,7"));
-    view.setText(QStringLiteral("A"));
+    text.assign("A");
+    view.textReplaced();
     EXPECT_EQ(view.selectedText(), QString());
 }

@@ -1,8 +1,7 @@
-#include "windows/main/TrafficLog.h"
+#include "core/channels/TrafficLog.h"
 
 #include "tests/support/Testing.h"
 #include "tests/support/WriteLimit.h"
-#include "windows/widgets/Led.h"
 
 #include <sys/stat.h>
 
@@ -25,6 +24,16 @@ struct LogDesk
                 [&box] { return box.reply.toLatin1(); }};
     }
 
+    LogDesk()
+    {
+        QObject::connect(&log, &TrafficLog::recorded, &log,
+                         [this](const QString &record) { comments += record + u'\n'; });
+        QObject::connect(&log, &TrafficLog::loggingChanged, &log,
+                         [this](bool logging) { isLit = logging; });
+        QObject::connect(&log, &TrafficLog::flashed, &log,
+                         [this](bool bright) { isBright = bright; });
+    }
+
     QByteArray file() const
     {
         QFile written(path);
@@ -35,9 +44,10 @@ struct LogDesk
     QString path = folder.filePath(QStringLiteral("Log.txt"));
     Box first;
     Box second;
-    QPlainTextEdit comments;
-    Led indicator;
-    TrafficLog log{path, source(first), source(second), comments, indicator};
+    QString comments;
+    bool isLit = false;
+    bool isBright = false;
+    TrafficLog log{path, source(first), source(second)};
     QByteArray today = QDate::currentDate().toString(Qt::ISODate).toLatin1();
 };
 
@@ -58,8 +68,7 @@ TEST(TrafficLog, WritesAPlainLineForTcpIp1AndQuotedRecordsForTheOthers)
     const QByteArray second = desk.today + " , C\tD";
     const QByteArray both = desk.today + " , A , C\tD";
     EXPECT_EQ(desk.file(), "AB\xe4\r\n\"" + second + "\"\r\n\"" + both + "\"\r\n");
-    EXPECT_EQ(desk.comments.toPlainText().toLatin1(),
-              desk.today + " , AB\xe4\n" + second + "\n" + both + "\n");
+    EXPECT_EQ(desk.comments.toLatin1(), desk.today + " , AB\xe4\n" + second + "\n" + both + "\n");
 }
 
 TEST(TrafficLog, LogsNothingForAnEmptyReplyOrASocketThatIsNotConnected)
@@ -74,44 +83,30 @@ TEST(TrafficLog, LogsNothingForAnEmptyReplyOrASocketThatIsNotConnected)
     desk.first.connected = false;
     desk.log.TimerLog_Timer();
     EXPECT_FALSE(QFile::exists(desk.path));
-    EXPECT_EQ(desk.comments.toPlainText(), QString());
+    EXPECT_EQ(desk.comments, QString());
 }
 
 TEST(TrafficLog, FlashesAtEveryWriteAndShowsTheIndicatorWhileLogging)
 {
     LogDesk desk;
     desk.log.initialise();
-    EXPECT_TRUE(desk.indicator.isHidden());
+    EXPECT_FALSE(desk.isLit);
     desk.log.setLogging(true);
     EXPECT_TRUE(desk.log.TimerLog->isActive());
-    EXPECT_FALSE(desk.indicator.isHidden());
+    EXPECT_TRUE(desk.isLit);
 
     desk.first = {true, true, QStringLiteral("A")};
     desk.log.TimerLog_Timer();
     ASSERT_TRUE(desk.log.TimerLED->isActive());
     desk.log.TimerLED_Timer();
-    EXPECT_FALSE(desk.indicator.isBright());
+    EXPECT_FALSE(desk.isBright);
     EXPECT_FALSE(desk.log.TimerLED->isActive());
     desk.log.TimerLog_Timer();
     desk.log.TimerLED_Timer();
-    EXPECT_TRUE(desk.indicator.isBright());
+    EXPECT_TRUE(desk.isBright);
     EXPECT_TRUE(desk.log.TimerLED->isActive());
     desk.log.TimerLED_Timer();
-    EXPECT_FALSE(desk.indicator.isBright());
-}
-
-TEST(TrafficLog, EmptiesTheCommentsBeyondTheirLimit)
-{
-    LogDesk desk;
-    const auto added = desk.today.size() + 4 + 2; // date, " , A", line break
-    for (const auto &[before, reset] : {std::pair{30000, false}, std::pair{30001, true}}) {
-        desk.comments.setPlainText(QString(before - static_cast<int>(added), u'x'));
-        desk.first = {true, true, QStringLiteral("A")};
-        desk.log.PrintLog(TrafficLog::Selector::TcpIp1);
-        EXPECT_EQ(desk.comments.toPlainText() ==
-                      u"Text Box > 32000 Characters: Buffer Over Run: Text Box Reset",
-                  reset);
-    }
+    EXPECT_FALSE(desk.isBright);
 }
 
 TEST(TrafficLog, AFileThatCannotBeWrittenIsToldOnceAndEndsLogging)
@@ -121,7 +116,7 @@ TEST(TrafficLog, AFileThatCannotBeWrittenIsToldOnceAndEndsLogging)
         QSignalSpy failures(&desk.log, &TrafficLog::failed);
         desk.log.setLogging(true);
         desk.log.TimerLog_Timer();
-        const bool ended = !desk.log.TimerLog->isActive() && desk.indicator.isHidden();
+        const bool ended = !desk.log.TimerLog->isActive() && !desk.isLit;
         EXPECT_EQ(ended, failures.size() == 1);
         return failures.empty() ? QString() : failures[0][0].toString();
     };

@@ -1,0 +1,1 @@
+corvane_test(core/channels SOURCES TrafficLogTest.cpp USES core/channels)
