@@ -222,16 +222,10 @@ TEST_F(Search, AnAddressWithoutADeviceIsNoFaultAndIsNotRead)
 TEST_F(Search, ASearchIsRefusedWhileTheControlIsInOtherUse)
 {
     using enum ChannelUse;
-    const std::pair<ChannelUse, const char *> rows[] = {
-        {List, "a command list is running"},
-        {Loop, "its Loop box is checked"},
-        {Reply, "the reply to its last command"},
-        {Board, "the VXM250E window is using it"},
-    };
     window.openWindow();
-    for (const auto &[use, message] : rows) {
+    for (const ChannelUse use : {List, Loop, Reply, Board}) {
         users.claim(channels::ieee488, use);
-        dialogs.expectMessage(u"The IEEE 488 Channel is in use: "_s + QLatin1String(message));
+        dialogs.expectMessage(ChannelUsers::told(channels::ieee488, use));
         window.cmdSearch_Click();
         users.release(channels::ieee488, use);
         expectAtRest(u"Status: Search not started."_s);

@@ -46,8 +46,8 @@ TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
         GpibDesk desk;
         desk.users.claim(channels::ieee488, ChannelUse::Board);
         desk.channel.cboIEEEAddress->setCurrentText(QStringLiteral("9"));
-        desk.dialogs.expectMessage(QStringLiteral(
-            "Error occurred while trying to connect.\r\nThe IEEE 488 Channel is in use"));
+        desk.dialogs.expectMessage(QStringLiteral("Error occurred while trying to connect.\r\n") +
+                                   ChannelUsers::told(channels::ieee488, ChannelUse::Board));
         desk.channel.cmdConnect_Click();
         EXPECT_EQ(desk.control.connectString(), device);
         desk.users.release(channels::ieee488, ChannelUse::Board);

@@ -148,6 +148,7 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     EXPECT_EQ(desk.rs232.written.back(), "= T 2\r") << "the row again";
     desk.rs232.feed("BETA");
     EXPECT_EQ(desk.main.commandList->flexgridVDL->text(2, 3), u"BETA");
+    Q_EMIT desk.channels.at(1).noteChanged({});
     EXPECT_EQ(desk.main.lblFaults->text(), QString());
     EXPECT_TRUE(timer.isActive());
 }
@@ -188,8 +189,8 @@ TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)
         for (QWidget *next = channel.txtIn->nextInFocusChain(); next != channel.txtIn;
              next = next->nextInFocusChain())
             order.append(next);
-        const QString entry = index == 2 ? QStringLiteral("txtTimeout488")
-                                         : QStringLiteral("txtPort_%1").arg(index);
+        const QString entry =
+            index == 2 ? QStringLiteral("txtTimeout488") : QStringLiteral("txtPort_%1").arg(index);
         QWidget *const expected[] = {channel.findChild<QLineEdit *>(entry), channel.cmdConnect,
                                      channel.cmdDisconnect, channel.cboOut, channel.cmdStop};
         for (size_t place = 1; place < std::size(expected); ++place)

@@ -167,10 +167,10 @@ TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
     EXPECT_EQ(desk.client.sent, (Pieces{"X\r", "A\r"}));
     EXPECT_EQ(desk.host.faults.size(), 1);
     desk.client.setState(SocketState::PeerClosing);
+    EXPECT_EQ(desk.host.faults.size(), 2);
     desk.channel.cmdConnect_Click();
     desk.client.feed("late");
     EXPECT_EQ(desk.client.sent, (Pieces{"X\r", "A\r"}));
-    EXPECT_EQ(desk.host.faults.size(), 2);
     desk.sendText(QStringLiteral("D;E"));
     EXPECT_EQ(desk.client.sent.back(), "D\r");
     desk.client.failSend = QStringLiteral("network is down");
