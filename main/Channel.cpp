@@ -216,6 +216,7 @@ void Channel::beginReply()
     txtIn->setBytes({});
     if (!std::exchange(m_replyNote, {}).isEmpty())
         m_context.host.noteReply(m_index, {});
+    m_context.host.commandSent(m_index, cboOut->currentText());
     cboOut->remember();
 }
 

@@ -17,6 +17,8 @@ class ChannelHost
 public:
     virtual ~ChannelHost() = default;
 
+    /// The Channel's command goes out.
+    virtual void commandSent(int index, const QString &command) = 0;
     /// A reply is in the response box of Channel `index`: its first `keep` bytes, dropped ones
     /// among them, were there before, `tail` follows them. During a list run it goes into the grid
     /// and lets the run continue.

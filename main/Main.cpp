@@ -264,6 +264,11 @@ void Main::chkLog_Click(int index)
         m_log->setLogging(false);
 }
 
+void Main::commandSent(int index, const QString &command)
+{
+    m_engine->commandSent(index, command);
+}
+
 void Main::replyArrived(int index, qsizetype keep, QByteArrayView tail)
 {
     m_engine->replyArrived(index, keep, tail);

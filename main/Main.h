@@ -108,6 +108,7 @@ public:
     void mnuHelp_Click();
 
     // The Channels' host.
+    void commandSent(int index, const QString &command) override;
     void replyArrived(int index, qsizetype keep, QByteArrayView tail) override;
     void replyTimedOut(int index) override;
     void ResetTransferData(int index) override;

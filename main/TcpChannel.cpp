@@ -6,6 +6,7 @@
 #include "platform/TcpClient.h"
 
 #include <QScopedValueRollback>
+#include <QTime>
 
 namespace corvane {
 
@@ -113,7 +114,7 @@ void TcpChannel::send(const QByteArray &command)
     }
     if (m_pieces.isEmpty() && !m_looping)
         m_context.host.clearFault(index());
-    dropRest(m_looping ? channelTexts::loopBeganAnew
+    dropRest(m_looping ? channelTexts::loopBeganAnew.arg(QTime::currentTime().toString())
                        : channelTexts::piecesUnsent.arg(tr("another command followed")));
     m_answered = true;
     m_arrived = false;

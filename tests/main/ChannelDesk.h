@@ -22,6 +22,7 @@ public:
     {
     }
 
+    void commandSent(int, const QString &) override {}
     void replyArrived(int index, qsizetype keep, QByteArrayView tail) override
     {
         gridCell.truncate(keep);

@@ -1,3 +1,4 @@
+#include "main/ChannelTexts.h"
 #include "tests/main/ChannelDesk.h"
 
 using namespace corvane;
@@ -50,6 +51,11 @@ TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
         goOn(desk.channel);
         EXPECT_EQ(desk.control.connectString(), u"GPIB0::9");
     }
+    GpibDesk desk;
+    desk.channel.cmdSend_Click();
+    desk.host.refusal = QStringLiteral("borrowed");
+    desk.channel.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls.size(), 1) << "a read would take the borrower's reply";
 }
 
 TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
@@ -62,6 +68,9 @@ TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
     EXPECT_EQ(desk.channel.cboIEEEPort->currentText(), u"GPIB1");
     EXPECT_EQ(desk.channel.cboIEEEAddress->currentText(), u"7");
     EXPECT_EQ(desk.channel.txtTimeout488->text(), u"2500");
+    desk.channel.cmdDisconnect_Click();
+    EXPECT_EQ(desk.host.faults, QStringList(channelTexts::nothingToDisconnect));
+    EXPECT_TRUE(desk.channel.isOpen());
 
     desk.bus.fault = QStringLiteral("no adapter");
     desk.dialogs.expectMessage(

@@ -88,6 +88,15 @@ TEST(Main, AClosingDuringASearchEndsItAtOnceAndIsHeldUntilItHasReturned)
         EXPECT_EQ(desk.bus.calls.filter(u"clear "_s).size(), 1);
         EXPECT_TRUE(closed.wait(2000));
     }
+    MainDesk asking;
+    asking.main.show();
+    QSignalSpy closed(&asking.main, &Main::closed);
+    asking.bus.whileAsked = [&] {
+        asking.main.close();
+        EXPECT_TRUE(closed.empty()) << "an adapter is asked for its version";
+    };
+    asking.main.setupWindows().showGpibAbout();
+    EXPECT_TRUE(closed.wait(2000));
 }
 
 TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
@@ -101,6 +110,12 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
         for (const int each : {channels::rs232, channels::ieee488, channels::tcpIp1})
             EXPECT_EQ(lent.channelUse(each), each == channel ? use : ChannelUse::Free) << each;
     };
+    using OtherUse = GpibSearchHost::OtherUse;
+    const auto expectSearchMeets = [&](int channel, OtherUse use) {
+        EXPECT_EQ(main.setupWindows().otherGpibUse(),
+                  channel == channels::ieee488 ? use : OtherUse::None)
+            << channel;
+    };
     const auto expectRefusal = [&](int channel, const QString &text) {
         for (int each = 0; each < channelCount; ++each)
             EXPECT_EQ(main.channelRefusal(each).contains(text), each == channel) << each;
@@ -110,20 +125,27 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
     for (const int channel : {channels::rs232, channels::ieee488, channels::tcpIp1}) {
         main.channel(channel)->chkLoop->setChecked(true);
         expectUse(channel, ChannelUse::Loop);
+        expectSearchMeets(channel, OtherUse::Loop);
         main.channel(channel)->chkLoop->setChecked(false);
         main.cmdLoadFrmChmber_Click(channel);
         expectUse(channel, ChannelUse::List);
+        expectSearchMeets(channel, OtherUse::ListRun);
         main.cmdStop_Click(channel);
         expectUse(channel, ChannelUse::Free);
 
         lent.boardWindow()->CallOptSbcCommMeth(static_cast<qint16>(channel - channels::rs232));
-        desk.clock.after(10, [&] { expectRefusal(channel, byBoard); });
+        desk.clock.after(10, [&] {
+            expectRefusal(channel, byBoard);
+            expectSearchMeets(channel, OtherUse::BoardExchange);
+        });
         lent.boardWindow()->calibration->cmdWriteCal_Click();
         EXPECT_EQ(main.channelRefusal(channel), QString());
     }
     main.cmdSend_Click(channels::ieee488);
     expectUse(channels::ieee488, ChannelUse::Reply);
+    expectSearchMeets(channels::ieee488, OtherUse::PendingRead);
     main.Timer1_Timer(channels::ieee488);
+    main.noteReply(channels::ieee488, QStringLiteral("is cut"));
     desk.clock.after(10, [&] {
         expectUse(channels::ieee488, ChannelUse::Search);
         expectRefusal(channels::ieee488, QStringLiteral("The GPIB address search is running."));
@@ -131,6 +153,8 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
     });
     main.setupWindows().search().SearchGPIBLoop();
     expectUse(channels::ieee488, ChannelUse::Free);
+    EXPECT_EQ(main.gpibChannel().txtIn->text(), QString()) << "no reply from another address";
+    EXPECT_FALSE(main.lblFaults->text().contains(u"is cut"));
 }
 
 TEST(Main, AChannelThatIsDisconnectedEndsTheBoardsOperationAndSaysSo)
@@ -194,4 +218,11 @@ TEST(Main, TheBoardWindowChosenAgainWhileItClosesOpensAfterwardsAndItsStateStays
         EXPECT_NE(testing::internal::GetCapturedStderr().find("corvane: Not saved to EEPROM: chan"),
                   std::string::npos);
     }
+    MainDesk ending;
+    for (int i = 0; i < 3; ++i) // opened, closed and chosen again
+        ending.main.mnuSBC->trigger();
+    const QPointer<frmSBC> last(ending.main.boardWindows().boardWindow());
+    ending.main.boardWindows().shutDown();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return last.isNull(); }, 2000));
+    EXPECT_EQ(ending.main.boardWindows().boardWindow(), nullptr) << "the program ends";
 }

@@ -256,4 +256,7 @@ TEST_F(Search, ASearchIsRefusedWhileTheControlIsInOtherUse)
         expectAtRest(u"Status: Search not started."_s);
     }
     EXPECT_TRUE(buses[0].calls.isEmpty());
+    host.use = None;
+    clock.after(1, [&] { EXPECT_EQ(search.refusal(), QString::fromUtf16(setupTexts::readPends)); });
+    control.read();
 }
