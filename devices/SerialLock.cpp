@@ -24,16 +24,16 @@ QString Holder::toString() const
 
 qint64 processIn(const QByteArray &content)
 {
+    // In binary a byte may look like a digit, but the highest one is 0.
+    if (int process = 0; content.size() == sizeof process && content.contains('\0')) {
+        std::memcpy(&process, content.constData(), sizeof process);
+        return process;
+    }
     const QByteArray text = content.trimmed();
     qsizetype digits = 0;
     while (digits < text.size() && text[digits] >= '0' && text[digits] <= '9')
         ++digits;
-    if (digits > 0)
-        return text.first(digits).toLongLong();
-    int process = 0;
-    if (content.size() == sizeof process)
-        std::memcpy(&process, content.constData(), sizeof process);
-    return process;
+    return text.first(digits).toLongLong();
 }
 
 #ifdef Q_OS_UNIX

@@ -159,11 +159,11 @@ private:
         if (lines.find("++read eoi") != std::string::npos)
             flood(peer);
         else if (lines.find("++ver") != std::string::npos)
-            answer(peer, version);
+            send(peer, version);
     }
-    static void answer(int peer, std::string_view text)
+    static void send(int peer, std::string_view text)
     {
-        [[maybe_unused]] const ssize_t written = write(peer, text.data(), text.size());
+        [[maybe_unused]] const ssize_t written = ::write(peer, text.data(), text.size());
     }
     void flood(int peer) { m_bytes = m_bytes + writeFor(peer, m_text, burstSeconds, 200e6); }
 

@@ -45,6 +45,7 @@ inline const QString noAnswer = QStringLiteral("no answer from the %1");
 inline const QString noNumberFrom = QStringLiteral("no number from the %1");
 inline const QString severalAnswers = QStringLiteral("more than one answer from the %1");
 inline const QString noValue = QStringLiteral("no value");
+inline const QString fromNoReading = QStringLiteral("computed without a reading");
 inline const QString notAsSent = QStringLiteral("not as sent");
 inline const QString noNumber = QStringLiteral("no number");
 inline const QString gainOutside = QStringLiteral("outside 0.5 to 2");

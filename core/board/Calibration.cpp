@@ -48,6 +48,7 @@ CalibrationEnd Calibration::calibrate(int channel, int meterAddress)
     CalibrationReadings readings;
     if (!measure(readings))
         return end(leftText());
+    computeFromReadings();
     const CalibrationResult result = calculateCalibration(readings);
     if (!result.isPossible()) {
         fail(result.impossible + QStringLiteral("\r\n\r\nNo calibration was sent to the board."));

@@ -24,6 +24,7 @@ void CalibrationSequence::start(std::vector<CalibrationStep> steps)
     m_cancelled = false;
     m_failure.clear();
     m_findings.clear();
+    m_isDoubtful = false;
     m_steps = std::move(steps);
     m_step = 0;
     m_isSilent = false;
@@ -131,6 +132,8 @@ void CalibrationSequence::fillRows(int firstRow, int channel, const QString &rep
             find(channel, title(row) + u' ' + remark);
         if (row - firstRow < fields.size())
             Q_EMIT cellSelected(row, CalibrationTable::columnOf(channel));
+        if (remark.isEmpty() && isCoefficient && m_isDoubtful)
+            remark = boardTexts::fromNoReading;
         setCell(row, channel, shownText(numbers::fixed5(field)), remark);
     }
 }

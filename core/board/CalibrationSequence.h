@@ -77,6 +77,8 @@ protected:
     void fillMeterRow(int channel, const QString &reply, double value);
     [[nodiscard]] QString title(int row) const { return m_table.text(row, 0); }
     void find(int channel, const QString &what) { m_findings.add(channel, what); }
+    /// What is computed from now on comes from readings with such findings, if there are any.
+    void computeFromReadings() { m_isDoubtful = !m_findings.isEmpty(); }
 
     BoardLink &m_link;
     BoardSession &m_session;
@@ -88,6 +90,7 @@ private:
     bool m_cancelled = false;
     QString m_failure;
     CalibrationFindings m_findings;
+    bool m_isDoubtful = false;
     std::vector<CalibrationStep> m_steps;
     size_t m_step = 0;
     /// An answer stayed out: how long later exchanges wait is not known.

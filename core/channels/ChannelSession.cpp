@@ -180,6 +180,7 @@ void ChannelSession::clearResponse()
 void ChannelSession::beginReply()
 {
     clearResponse();
+    Q_EMIT commandSent(m_command);
     remember();
 }
 

@@ -134,6 +134,8 @@ Q_SIGNALS:
     void loggedChanged(bool logged);
     void lightChanged();
 
+    /// A command goes out.
+    void commandSent(const QString &command);
     /// The response is another one.
     void responseReplaced();
     /// An arrival stands in the response behind its first `keep` bytes, dropped ones among them.

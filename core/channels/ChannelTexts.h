@@ -36,8 +36,9 @@ inline const QString piecesUnsent =
     QStringLiteral("TCP/IP-2: the rest of the command was not sent: %1");
 inline const QString anotherFollowed = QStringLiteral("another command followed");
 inline const QString connectionEnded = QStringLiteral("the connection has ended");
+/// "%1" is the time of the newest one.
 inline const QString loopBeganAnew = QStringLiteral(
-    "TCP/IP-2: a reply did not come; the loop began its command anew without sending the rest");
+    "TCP/IP-2: at %1 a reply did not come; the loop began its command anew without the rest");
 
 inline const QString idnCommand = QStringLiteral("*IDN?");
 inline const QString systErrCommand = QStringLiteral("syst:err?");

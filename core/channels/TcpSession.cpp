@@ -5,6 +5,7 @@
 #include "devices/TcpClient.h"
 
 #include <QScopedValueRollback>
+#include <QTime>
 
 namespace corvane {
 
@@ -122,7 +123,7 @@ void TcpSession::transmit(const QByteArray &command)
     }
     if (m_pieces.isEmpty() && !m_inLoop)
         setFault({});
-    dropRest(m_inLoop ? channelTexts::loopBeganAnew
+    dropRest(m_inLoop ? channelTexts::loopBeganAnew.arg(QTime::currentTime().toString())
                       : channelTexts::piecesUnsent.arg(channelTexts::anotherFollowed));
     m_answered = true;
     m_arrived = false;

@@ -164,6 +164,16 @@ inline QString reopenedAtRow()
     return QStringLiteral("List run on %1: connected again, but %2 has no whole reply. Press Send "
                           "to send the row, or Stop.");
 }
+inline QString owed()
+{
+    return QStringLiteral("List run on %1: the reply to %2 of the run before had not come; should "
+                          "it still come, it stands in a row of this run.");
+}
+/// "%2" is the command, "%3" the row.
+inline QString sentByHand()
+{
+    return QStringLiteral("List run on %1: \"%2\" was sent by hand; its reply stands in %3.");
+}
 inline QString replyTooLong()
 {
     return QStringLiteral("List run on %1: the list holds the first %3 characters of the reply to "

@@ -112,6 +112,8 @@ TEST(PlusPlusReply, TellsTheWholeReplyFromThePartByWhereTheMarkStands)
         // A mark before its time is no end: the reply follows.
         {{{5, "M\n"}, {60, "12"}, {70, ".5\n"}}, 71, "12.5\n", End::Unmarked},
         {{{5, "M\n"}, {60, "12"}}, 461, "12", End::Unmarked},
+        {{{290, "M\n12\n"}}, 291, "12\n", End::Unmarked},
+        {{{5, "M"}, {320, "\n1M\n"}}, 321, "1", End::Marked},
     };
     for (const auto &[pieces, endMs, text, end] : rows) {
         PlusPlusReply reply("M\n", true, 300, 300);

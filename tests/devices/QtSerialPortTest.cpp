@@ -2,6 +2,7 @@
 
 #include "Faults.h"
 #include "Pty.h"
+#include "devices/SerialLock.h"
 #include "tests/support/Soon.h"
 
 #include <grp.h>
@@ -169,6 +170,7 @@ TEST_F(QtSerialPortTest, ALockOfALivingProgramIsRespectedAndALeftOverTakenOver)
         lock.write(content);
         lock.close();
     };
+    EXPECT_EQ(serialLock::processIn(QByteArray("15\0\0", 4)), '1' + 256 * '5');
     const QByteArray said = "in use by sleep (process " + QByteArray::number(process) + ")";
     for (const QByteArray &content : {text, binary, text.trimmed() + " sleep tester"}) {
         write(content);

@@ -22,6 +22,7 @@ TransferEngine::TransferEngine(Module1 &module, CommandListArea &area, ListHost 
     , m_area(area)
     , m_grid(*area.flexgridVDL)
     , m_rows(module, m_grid.table())
+    , m_notes(host, m_rows)
     , m_host(host)
     , m_dialogs(dialogs)
 {
@@ -81,8 +82,8 @@ void TransferEngine::begin(int index, Mode mode)
 {
     ++m_run;
     m_channel = index;
-    if (!std::exchange(m_cutNote, {}).isEmpty())
-        showNote();
+    m_notes.begin(index);
+    Q_EMIT noted(m_notes.text());
     (mode == Mode::Get ? m_module.GetMode : m_module.SendMode) = true;
     m_module.ResponseReady = true;
     m_area.flexgridVDL_Acted(); // a cell that is being edited is left as it was
@@ -131,6 +132,8 @@ void TransferEngine::ResetTransferData(int index)
     const bool ended = m_module.transferRunning() && !m_settling;
     if (ended && m_module.ResponseReady)
         finishRow(RowVerdict::None);
+    if (ended && m_module.CurrentListRow > 0 && awaitsReply())
+        m_notes.owe(m_channel, m_module.CurrentListRow);
     reset(index);
     if (ended)
         Q_EMIT runEnded(Outcome::Stopped);
@@ -189,6 +192,7 @@ void TransferEngine::startRow(int index, int row)
     m_mirror = {};
     m_grid.setMarkedRow(row);
     const ListStep step = m_rows.step(row, m_area.chkStripOpr->isChecked());
+    m_rowCommand = step.command;
     const quint64 run = m_run;
     if (step.kind == ListStep::Kind::Send && m_host.isClosed(index))
         showClosed();
@@ -282,15 +286,26 @@ void TransferEngine::complete(int index)
 
 // Replies
 
+void TransferEngine::commandSent(int index, const QString &command)
+{
+    if (index != runningChannel() || m_sending || m_module.CurrentListRow == 0 ||
+        command == m_rowCommand)
+        return;
+    m_notes.addSentByHand(index, m_module.CurrentListRow, command);
+    Q_EMIT noted(m_notes.text());
+}
+
 void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail)
 {
+    if (isChannel(index) && index != runningChannel())
+        m_notes.settle(index);
     if (!isChannel(index) || index != runningChannel() || m_boxOpen)
         return;
     m_module.ResponseReady = true;
     const int row = m_module.CurrentListRow;
     if (row > 0) // a device that talks without being asked does not hold up the first row
         m_host.setTransferTimer(index, true);
-    if (keep == 0 && !m_closedNote.isEmpty())
+    if (keep == 0 && m_notes.isClosed())
         showRow(); // it was sent again
     // The verdict of a check stands, whatever still arrives for the row before it.
     if (row > 0 && !m_rowJudged)
@@ -308,11 +323,9 @@ void TransferEngine::mirror(int index, int row, qsizetype keep, QByteArrayView t
     m_grid.replaceTail(row, column, change->keep, QLatin1StringView(change->text));
     if (!change->isCut)
         return;
-    m_cutNote = listTexts::replyTooLong()
-                    .arg(m_host.channelName(index), m_rows.name(row))
-                    .arg(ReplyMirror::longestCell);
-    showNote();
-    Q_EMIT troubled(m_cutNote);
+    const QString note = m_notes.addCut(index, row);
+    Q_EMIT noted(m_notes.text());
+    Q_EMIT troubled(note);
 }
 
 void TransferEngine::replyTimedOut(int index)
@@ -327,34 +340,31 @@ void TransferEngine::replyTimedOut(int index)
 
 void TransferEngine::channelOpenChanged(int index)
 {
+    if (isChannel(index) && m_host.isClosed(index))
+        m_notes.settle(index);
     if (!isChannel(index) || index != runningChannel() || !needsChannel())
         return;
     if (m_host.isClosed(index))
         showClosed();
-    else if (!m_closedNote.isEmpty())
+    else if (m_notes.isClosed() && awaitsReply())
         showReopened();
+    else if (m_notes.isClosed())
+        showRow();
 }
 
 void TransferEngine::showClosed()
 {
-    const int row = m_module.CurrentListRow;
-    const bool isOut = awaitsReply();
-    const QString reason = isOut ? listTexts::closedAtRow() : listTexts::closedBetweenRows();
-    const QString told =
-        reason.arg(m_host.channelName(m_channel), m_rows.name(isOut ? row : row + 1));
-    showRow(listTexts::closedProgress(),
-            told + (isOut ? listTexts::connectAndSend() : listTexts::connectBefore()));
-    Q_EMIT troubled(told);
+    const bool isSent = awaitsReply();
+    const int row = m_module.CurrentListRow + (isSent ? 0 : 1);
+    const QString reason = m_notes.setClosed(m_channel, row, isSent);
+    showProgress(listTexts::closedProgress());
+    Q_EMIT troubled(reason);
 }
 
 void TransferEngine::showReopened()
 {
-    if (awaitsReply())
-        showRow(listTexts::reopenedProgress(),
-                listTexts::reopenedAtRow().arg(m_host.channelName(m_channel),
-                                               m_rows.name(m_module.CurrentListRow)));
-    else
-        showRow();
+    m_notes.setReopened(m_channel, m_module.CurrentListRow);
+    showProgress(listTexts::reopenedProgress());
 }
 
 /// The row's command is out, or was refused, and its reply, or the rest of it, has not come.
@@ -369,16 +379,16 @@ bool TransferEngine::needsChannel() const
     return awaitsReply() || m_rows.isSendBelow(m_module.CurrentListRow);
 }
 
-void TransferEngine::showRow(const QString &closedProgress, const QString &closedNote)
+void TransferEngine::showRow()
 {
-    m_closedNote = closedNote;
-    m_area.showProgress(m_module.CurrentListRow, m_rows.last(), closedProgress);
-    showNote();
+    m_notes.clearClosed();
+    showProgress({});
 }
 
-void TransferEngine::showNote()
+void TransferEngine::showProgress(const QString &beside)
 {
-    Q_EMIT noted(m_closedNote.isEmpty() ? m_cutNote : m_closedNote);
+    m_area.showProgress(m_module.CurrentListRow, m_rows.last(), beside);
+    Q_EMIT noted(m_notes.text());
 }
 
 // Ends and messages

@@ -3,6 +3,7 @@
 #include "core/channels/Module1.h"
 #include "core/lists/ReplyMirror.h"
 #include "core/lists/RunRows.h"
+#include "windows/lists/RunNotes.h"
 
 #include <QByteArrayView>
 #include <QObject>
@@ -59,6 +60,9 @@ public:
     /// One step of the run.
     void TimerTransfer_Timer(int index);
 
+    /// A command goes out on the Channel. One that the run has not sent is said: its reply will
+    /// stand in the row at hand, as replies carry no mark of what they answer.
+    void commandSent(int index, const QString &command);
     /// The response box of the Channel has changed: its first `keep` bytes stand, then `tail`
     /// follows. To be called for every piece of a reply, after the box has been written. The work
     /// is the tail's, however long the reply already is. Does nothing unless the Channel runs a
@@ -108,12 +112,11 @@ private:
     void complete(int index);
     void stopRun(int index);
     void mirror(int index, int row, qsizetype keep, QByteArrayView tail);
-    /// Shows the row at hand, and while the run's Channel is not as it was, what that means.
-    void showRow(const QString &closedProgress = {}, const QString &closedNote = {});
-    /// Says that the run's Channel is closed, or open again, and what that means for its row.
+    /// Shows the row at hand: nothing of its Channel any more, or that it is closed, or open again.
+    void showRow();
     void showClosed();
     void showReopened();
-    void showNote();
+    void showProgress(const QString &beside);
     bool showMessage(const QString &text);
 
     [[nodiscard]] bool isOn(quint64 run) const;
@@ -124,6 +127,7 @@ private:
     CommandListArea &m_area;
     TextGrid &m_grid;
     const RunRows m_rows;
+    RunNotes m_notes;
     ListHost &m_host;
     Dialogs &m_dialogs;
 
@@ -135,9 +139,7 @@ private:
     bool m_rowOpen = false;   // the current row has started and not finished
     bool m_rowJudged = false; // the current row's reply cell holds a verdict
     ReplyMirror m_mirror;
-    // What is said about the run: its Channel was closed; a reply was cut, until the next run.
-    QString m_closedNote;
-    QString m_cutNote;
+    QString m_rowCommand;
 };
 
 } // namespace corvane

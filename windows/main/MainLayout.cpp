@@ -67,6 +67,8 @@ void Main::watch(ChannelSession &session)
     connect(&session, &Session::loggedChanged, this, [this, index] { chkLog_Click(index); });
     connect(session.TimerTransfer, &QTimer::timeout, this,
             [this, index] { TimerTransfer_Timer(index); });
+    connect(&session, &Session::commandSent, m_engine,
+            [this, index](const QString &command) { m_engine->commandSent(index, command); });
     connect(&session, &Session::replied, m_engine, [this, index](qsizetype keep, auto tail) {
         m_engine->replyArrived(index, keep, tail);
     });

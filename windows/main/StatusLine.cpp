@@ -2,6 +2,12 @@
 
 namespace corvane {
 
+namespace {
+
+const QString separator = QStringLiteral("; ");
+
+} // namespace
+
 void StatusLine::setNote(About about, const QString &text)
 {
     set(m_notes.at(static_cast<size_t>(about)), text);
@@ -27,7 +33,23 @@ void StatusLine::set(QString &place, const QString &text)
         shown.append(QStringList(each.begin(), each.end()));
     shown.append(QStringList(m_notes.begin() + 1, m_notes.end()));
     shown.removeAll(QString());
-    showLong(shown.join(QStringLiteral("; ")));
+    m_shown = shown;
+    showLong(shown.join(separator));
+}
+
+/// Each of several notes keeps its beginning, which says whom it is about, and its end.
+QString StatusLine::elided(int width) const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const int gap = metrics.horizontalAdvance(separator);
+    QStringList parts;
+    int left = width;
+    for (qsizetype each = 0; each < m_shown.size(); ++each) {
+        const int share = left / static_cast<int>(m_shown.size() - each) - gap;
+        parts.append(metrics.elidedText(m_shown[each].simplified(), Qt::ElideMiddle, share));
+        left -= metrics.horizontalAdvance(parts.last()) + gap;
+    }
+    return parts.join(separator);
 }
 
 } // namespace corvane

@@ -22,9 +22,13 @@ public:
     /// What is to know about the reply in the Channel's box.
     void setReplyNote(int channel, const QString &text);
 
+protected:
+    [[nodiscard]] QString elided(int width) const override;
+
 private:
     void set(QString &place, const QString &text);
 
+    QStringList m_shown;
     std::array<QString, 4> m_notes;
     std::array<QString, channelCount> m_faults;
     std::array<QString, channelCount> m_replyNotes;

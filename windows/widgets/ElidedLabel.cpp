@@ -22,6 +22,12 @@ void ElidedLabel::showLong(const QString &text)
     setAccessibleName(text);
 }
 
+/// In the middle: the beginning says what, the end why.
+QString ElidedLabel::elided(int width) const
+{
+    return fontMetrics().elidedText(text().simplified(), Qt::ElideMiddle, width);
+}
+
 QSize ElidedLabel::minimumSizeHint() const
 {
     return {0, fontMetrics().height()};
@@ -38,11 +44,9 @@ void ElidedLabel::paintEvent(QPaintEvent *event)
         QLabel::paintEvent(event);
         return;
     }
-    // In the middle: the beginning says what, the end why.
-    const QString line = fontMetrics().elidedText(text().simplified(), Qt::ElideMiddle, width());
     QPainter painter(this);
     style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(),
-                          isEnabled(), line, foregroundRole());
+                          isEnabled(), elided(width()), foregroundRole());
 }
 
 } // namespace corvane

@@ -18,6 +18,8 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    /// The text as it is painted in a width.
+    [[nodiscard]] virtual QString elided(int width) const;
     void paintEvent(QPaintEvent *event) override;
 };
 

@@ -107,6 +107,7 @@ TEST_F(BoardLinkTest, ALoneLineEndIsNoAnswer)
 TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
 {
     channels.serial.feed("unread");
+    channels.tcp.feed("unread");
     for (const int method : {0, 1, 2}) {
         channels.boxText = "stale";
         board.OptSbcCommMeth_Click(method);
@@ -114,7 +115,12 @@ TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
         board.link().OutputToSbc(text);
     }
     EXPECT_EQ(channels.cleared, (std::vector<int>{1, 3}));
-    EXPECT_TRUE(channels.serial.input().isEmpty());
+    EXPECT_TRUE(channels.serial.input().isEmpty() && channels.tcp.getData().isEmpty());
+    channels.boxText = "of the command before";
+    QString text = QStringLiteral("ADC?");
+    board.link().OutputToSbc(text, [] { return true; });
+    board.link().InputFromSbc(text);
+    EXPECT_EQ(text, QString()) << "to a command that did not go out";
 }
 
 TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)

@@ -308,12 +308,13 @@ TEST_F(CalibrationTest, AnswersThatDidNotComeAndImpossibleFiguresAreNotPassedOff
               {3, 5, 6}},
           Row{{},
               "0.51,1,0",
-              "2,1,0",
+              "2,1,.5",
               "DAC  3,2.00000,4.00000",
               "Done, but channel 3: no number from the meter at 0.5 V; no number from the meter at "
               "2.0 V; DAC Gain outside 0.5 to 2; ADC Gain outside 0.5 to 2; ADC Offset beyond "
-              "0.5 V; DAC Gain not as sent; DAC Offset not as sent; ADC Gain not as sent; ADC "
-              "Offset not as sent; no number from the meter",
+              "0.5 V; DAC Gain not as sent; ADC Gain not as sent; ADC Offset not as sent; no "
+              "number "
+              "from the meter",
               {2, 3, 5, 6, 7}},
           Row{{"0.5", "2", "2"},
               "",

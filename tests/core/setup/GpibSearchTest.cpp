@@ -231,4 +231,7 @@ TEST_F(Search, ASearchIsRefusedWhileTheControlIsInOtherUse)
         expectAtRest(u"Status: Search not started."_s);
     }
     EXPECT_TRUE(buses[0].calls.isEmpty());
+    clock.after(1,
+                [&] { EXPECT_EQ(search.refusal(), ChannelUsers::told(channels::ieee488, Reply)); });
+    control.read();
 }

@@ -358,21 +358,35 @@ TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)
     EXPECT_TRUE(m_module.SendMode);
     piece("5", 3); // sent again by hand
     EXPECT_EQ(noted, QString());
+    m_engine.commandSent(3, u"? SP x"_s);
+    m_engine.commandSent(4, u"B"_s);
+    EXPECT_EQ(noted, QString());
+    m_engine.commandSent(3, u"B"_s);
+    EXPECT_TRUE(noted.contains(u"\"B\" was sent by hand; its reply stands in row 1 of 3"));
     EXPECT_EQ(m_area.lblProgress->text(), u"Row 1 of 3");
     setClosed(3);
     EXPECT_TRUE(noted.contains(u"row 2 of 3 is not sent yet. Connect"));
     setClosed(-1, 3);
-    EXPECT_EQ(noted, QString()) << "nothing is lost";
+    EXPECT_FALSE(noted.contains(u"row 2")) << "nothing is lost";
     setClosed(3);
     tick(3);
     EXPECT_TRUE(noted.contains(u"row 2 of 3 has no whole reply. Connect and press Send"));
     EXPECT_EQ(m_area.lblProgress->text(), u"Row 2 of 3: closed");
     setClosed(-1, 3);
     piece("5", 3);
-    EXPECT_EQ(noted, QString());
+    EXPECT_FALSE(noted.contains(u"row 2"));
     setClosed(3);
-    EXPECT_EQ(troubles.size(), 4) << "no row needs the Channel any more";
-    m_module.GpibTransfer = false;
-    m_engine.ResetTransferData(3);
-    EXPECT_EQ(noted, QString());
+    tick(3);
+    EXPECT_EQ(troubles.size(), 4) << "a check needs the Channel no more";
+    setClosed(-1, 3);
+    for (const bool came : {false, true}) {
+        m_engine.cmdLoadToChmber_Click(3);
+        tick(3);
+        m_engine.ResetTransferData(3);
+        if (came)
+            piece("late", 3);
+        m_engine.cmdLoadToChmber_Click(3);
+        EXPECT_EQ(noted.contains(u"the reply to row 1 of 3 of the run before"), !came);
+        m_engine.ResetTransferData(3);
+    }
 }

@@ -1,3 +1,4 @@
+#include "core/channels/ChannelTexts.h"
 #include "core/channels/GpibSession.h"
 #include "tests/windows/main/ChannelDesk.h"
 #include "windows/main/GpibTab.h"
@@ -54,6 +55,11 @@ TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
         goOn(desk);
         EXPECT_EQ(desk.control.connectString(), u"GPIB0::9");
     }
+    GpibDesk desk;
+    desk.channel.cmdSend_Click();
+    desk.users.claim(channels::ieee488, ChannelUse::Board);
+    desk.session.Timer1_Timer();
+    EXPECT_EQ(desk.bus.calls.size(), 1) << "a read would take the borrower's reply";
 }
 
 TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
@@ -66,6 +72,9 @@ TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
     EXPECT_EQ(desk.channel.cboIEEEPort->currentText(), u"GPIB1");
     EXPECT_EQ(desk.channel.cboIEEEAddress->currentText(), u"7");
     EXPECT_EQ(desk.channel.txtTimeout488->text(), u"2500");
+    desk.channel.cmdDisconnect_Click();
+    EXPECT_EQ(desk.host.faults, QStringList(channelTexts::nothingToDisconnect));
+    EXPECT_TRUE(desk.session.isOpen());
 
     desk.bus.fault = QStringLiteral("no adapter");
     desk.dialogs.expectMessage(

@@ -109,6 +109,15 @@ TEST(Main, AClosingDuringASearchEndsItAtOnceAndIsHeldUntilItHasReturned)
         EXPECT_EQ(desk.bus.calls.filter(u"clear "_s).size(), 1);
         EXPECT_TRUE(closed.wait(2000));
     }
+    MainDesk asking;
+    asking.main.show();
+    QSignalSpy closed(&asking.main, &Main::closed);
+    asking.bus.whileAsked = [&] {
+        asking.main.close();
+        EXPECT_TRUE(closed.empty()) << "an adapter is asked for its version";
+    };
+    asking.main.setupWindows().showGpibAbout();
+    EXPECT_TRUE(closed.wait(2000));
 }
 
 TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
@@ -155,6 +164,7 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
     });
     main.setupWindows().search().SearchGPIBLoop();
     expectFree();
+    EXPECT_EQ(main.gpibTab().txtIn->text(), QString()) << "no reply from another address";
 }
 
 TEST(Main, AChannelThatIsDisconnectedEndsTheBoardsOperationAndSaysSo)
@@ -218,4 +228,11 @@ TEST(Main, TheBoardWindowChosenAgainWhileItClosesOpensAfterwardsAndItsStateStays
         EXPECT_NE(testing::internal::GetCapturedStderr().find("corvane: Not saved to EEPROM: chan"),
                   std::string::npos);
     }
+    MainDesk ending;
+    for (int i = 0; i < 3; ++i) // opened, closed and chosen again
+        ending.main.mnuSBC->trigger();
+    const QPointer<frmSBC> last(ending.main.boardWindows().boardWindow());
+    ending.main.boardWindows().shutDown();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return last.isNull(); }, 2000));
+    EXPECT_EQ(ending.main.boardWindows().boardWindow(), nullptr) << "the program ends";
 }

@@ -134,7 +134,9 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
     EXPECT_EQ(desk.host.gridCell, "second\n");
     EXPECT_EQ(desk.host.replies, 2);
     EXPECT_TRUE(desk.host.notes.last().contains(u"newest one alone"));
+    desk.host.faults = {QStringLiteral("of the command before")};
     desk.sendText(QStringLiteral("D"));
+    EXPECT_EQ(desk.host.faults, QStringList());
     EXPECT_EQ(desk.host.notes.last(), QString()) << "it was about the command before";
 }
 
