@@ -93,8 +93,8 @@ void floodTcp(Table &table, int index)
     for (const Kind &kind : kinds()) {
         TcpFlooder device;
         Desk desk({.index = index, .tcpPort = device.port()});
-        const ChannelSession &channel = desk.channel();
-        channel.chkLog->setChecked(true);
+        ChannelSession &channel = desk.channel();
+        channel.setLogged(true);
         judge(table, desk, channel.caption().toStdString() + ", log on, " + kind.name, [&] {
             device.start(kind.text, kind.seconds, rate, "the end");
             idle(kind.seconds);
