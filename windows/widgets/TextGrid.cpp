@@ -1,16 +1,73 @@
 #include "windows/widgets/TextGrid.h"
 
-#include "windows/widgets/TextGridModel.h"
-
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyledItemDelegate>
 
 namespace corvane {
 
 namespace {
+
+struct Shade
+{
+    QColor ink;
+    QColor paper;
+};
+
+// Ink and paper always together, so that they stay readable on a dark desktop too.
+const Shade &passedShade()
+{
+    static const Shade shade{QColor(0x0b, 0x50, 0x1c), QColor(0xd5, 0xf2, 0xdb)};
+    return shade;
+}
+
+const Shade &failedShade()
+{
+    static const Shade shade{QColor(0x8a, 0x0a, 0x0a), QColor(0xfb, 0xdc, 0xdc)};
+    return shade;
+}
+
+const Shade &markedShade()
+{
+    static const Shade shade{QColor(0x20, 0x20, 0x20), QColor(0xff, 0xf0, 0xb8)};
+    return shade;
+}
+
+/// Verdicts, remarks and the marked row in colours, never by their colour alone.
+class CellPainter : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] static const Shade *shadeOf(const QModelIndex &index)
+    {
+        const auto verdict =
+            static_cast<GridModel::Verdict>(index.data(GridModel::VerdictRole).toInt());
+        if (verdict == GridModel::Verdict::Passed)
+            return &passedShade();
+        if (verdict == GridModel::Verdict::Failed ||
+            !index.data(GridModel::RemarkRole).toString().isEmpty())
+            return &failedShade();
+        return index.data(GridModel::MarkedRole).toBool() ? &markedShade() : nullptr;
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (const Shade *shade = shadeOf(index)) {
+            option->font.setBold(true);
+            option->backgroundBrush = shade->paper;
+            option->palette.setColor(QPalette::Text, shade->ink);
+        } else if (index.column() == 0) {
+            option->backgroundBrush = option->palette.button();
+            option->palette.setColor(QPalette::Text, option->palette.buttonText().color());
+        }
+    }
+};
 
 /// The titles in their own font: QHeaderView measures in bold, for the title of the current column,
 /// which is never marked here.
@@ -52,11 +109,25 @@ protected:
 } // namespace
 
 TextGrid::TextGrid(QWidget *parent)
-    : QTableView(parent)
-    , m_model(new TextGridModel(this))
+    : TextGrid(nullptr, new GridModel, parent)
 {
+}
+
+TextGrid::TextGrid(GridModel &model, QWidget *parent)
+    : TextGrid(&model, nullptr, parent)
+{
+}
+
+TextGrid::TextGrid(GridModel *model, GridModel *owned, QWidget *parent)
+    : QTableView(parent)
+    , m_model(owned ? *owned : *model)
+{
+    if (owned)
+        owned->setParent(this);
     setHorizontalHeader(new TitleRow(this));
-    setModel(m_model);
+    setModel(&m_model);
+    setItemDelegate(new CellPainter(this));
+    connect(&m_model, &GridModel::currentCellSet, this, &TextGrid::showCurrentCell);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setTabKeyNavigation(false);
@@ -74,97 +145,21 @@ TextGrid::~TextGrid()
     horizontalHeader()->disconnect(this);
 }
 
-int TextGrid::rowCount() const
-{
-    return table().rowCount();
-}
-
-int TextGrid::colCount() const
-{
-    return table().columnCount();
-}
-
-void TextGrid::setRowCount(int rows)
-{
-    if (rows < 1)
-        return;
-    m_model->setRowTotal(rows);
-    if (m_currentRow >= rows)
-        setCurrentCell(0, m_currentCol);
-}
-
-void TextGrid::setColCount(int columns)
-{
-    if (columns < 1)
-        return;
-    m_model->setColumnTotal(columns);
-    setCurrentCell(0, 0);
-}
-
-QString TextGrid::text(int row, int column) const
-{
-    return table().text(row, column).toString();
-}
-
-qsizetype TextGrid::textLength(int row, int column) const
-{
-    return table().text(row, column).size();
-}
-
-void TextGrid::setText(int row, int column, const QString &text)
-{
-    m_model->setText(row, column, text);
-}
-
-void TextGrid::replaceTail(int row, int column, qsizetype keep, QLatin1StringView tail)
-{
-    m_model->replaceTail(row, column, keep, tail);
-}
-
 void TextGrid::clearColumn(int column)
 {
     if (column >= 0 && column < colCount())
-        m_model->clearColumns(column, column);
+        m_model.clearColumns(column, column);
 }
 
-void TextGrid::clear()
+void TextGrid::showCurrentCell(int row, int column)
 {
-    m_model->clearColumns(0, colCount() - 1);
-}
-
-void TextGrid::removeRow(int row)
-{
-    if (row < 1 || row >= rowCount())
-        return;
-    m_model->removeRow(row);
-    setCurrentCell(std::min(row, rowCount() - 1), m_currentCol);
-}
-
-void TextGrid::setTable(TextTable table)
-{
-    if (table.rowCount() < 1 || table.columnCount() < 1)
-        return;
-    m_model->setTable(std::move(table));
-    setCurrentCell(0, 0);
-}
-
-const TextTable &TextGrid::table() const
-{
-    return m_model->table();
-}
-
-void TextGrid::setCurrentCell(int row, int column)
-{
-    if (!table().contains(row, column))
-        return;
-    const bool moved = row != m_currentRow || column != m_currentCol;
-    m_currentRow = row;
-    m_currentCol = column;
+    const bool moved =
+        row != std::exchange(m_shownRow, row) || column != std::exchange(m_shownCol, column);
     if (row == 0) {
         clearSelection();
         setCurrentIndex({});
     } else {
-        const QModelIndex index = m_model->index(row - 1, column);
+        const QModelIndex index = m_model.index(row - 1, column);
         // A run that walks down goes on by pages: the view would paint all of itself at every row.
         if (visualRect(index).bottom() >= viewport()->height())
             scrollTo(index, PositionAtTop);
@@ -178,43 +173,14 @@ void TextGrid::currentChanged(const QModelIndex &current, const QModelIndex &pre
 {
     QTableView::currentChanged(current, previous);
     Q_EMIT acted();
-    if (current.isValid())
+    if (current.isValid() &&
+        (current.row() + 1 != currentRow() || current.column() != currentCol()))
         setCurrentCell(current.row() + 1, current.column());
-}
-
-int TextGrid::markedRow() const
-{
-    return m_model->markedRow();
-}
-
-void TextGrid::setMarkedRow(int row)
-{
-    m_model->setMarkedRow(row);
-}
-
-TextGrid::Verdict TextGrid::verdict(int row, int column) const
-{
-    return m_model->verdict(row, column);
-}
-
-QString TextGrid::remark(int row, int column) const
-{
-    return m_model->remark(row, column);
-}
-
-void TextGrid::setRemark(int row, int column, const QString &remark)
-{
-    m_model->setRemark(row, column, remark);
-}
-
-void TextGrid::setVerdict(int row, int column, Verdict verdict)
-{
-    m_model->setVerdict(row, column, verdict);
 }
 
 QRect TextGrid::cellRect(int row, int column) const
 {
-    return visualRect(m_model->index(row - 1, column));
+    return visualRect(m_model.index(row - 1, column));
 }
 
 void TextGrid::keyPressEvent(QKeyEvent *event)
@@ -226,7 +192,7 @@ void TextGrid::keyPressEvent(QKeyEvent *event)
     const int key = event->key();
     const QString typed = event->text();
     if (event->matches(QKeySequence::Copy)) {
-        QGuiApplication::clipboard()->setText(text(m_currentRow, m_currentCol));
+        QGuiApplication::clipboard()->setText(text(currentRow(), currentCol()));
     } else if (key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter) {
         Q_EMIT editRequested({});
     } else if (types && !typed.isEmpty() && typed.front().isPrint()) {

@@ -1,69 +1,67 @@
 #pragma once
 
-#include "core/text/TextTable.h"
+#include "core/text/GridModel.h"
 
 #include <QTableView>
 
 namespace corvane {
 
-class TextGridModel;
-
-/// The toolkit's text grid: text cells by (row, column), both from 0, with row 0 shown as the
-/// header, a current cell, a marked row and verdicts. It shows and navigates; what an edit does is
-/// its owner's: the grid only asks for it.
+/// The toolkit's text grid: shows a GridModel, its row 0 as the header, and navigates; what an edit
+/// does is its owner's: the grid only asks for it. Most of its calls are the model's.
 ///
-/// A cell outside the grid reads as empty and is not written. Appending a row and setting a cell
-/// take the same time however long the grid is.
+/// Appending a row and setting a cell take the same time however long the grid is.
 class TextGrid : public QTableView
 {
     Q_OBJECT
 
 public:
-    enum class Verdict : quint8 { None, Passed, Failed };
+    using Verdict = GridModel::Verdict;
 
+    /// Shows the model, which must outlive the grid; without one the grid has its own.
     explicit TextGrid(QWidget *parent = nullptr);
+    explicit TextGrid(GridModel &model, QWidget *parent = nullptr);
     ~TextGrid() override;
 
+    [[nodiscard]] GridModel &cells() const { return m_model; }
     /// All rows, the header too.
-    [[nodiscard]] int rowCount() const;
-    [[nodiscard]] int colCount() const;
-    /// New rows and columns are empty. A count below 1 is ignored: the header stays.
-    void setRowCount(int rows);
-    void setColCount(int columns);
-
-    [[nodiscard]] QString text(int row, int column) const;
-    [[nodiscard]] qsizetype textLength(int row, int column) const;
-    /// Takes the cell's verdict away as well.
-    void setText(int row, int column, const QString &text);
-    /// The cell's first `keep` characters stand, then `tail` follows; the work is the tail's.
-    void replaceTail(int row, int column, qsizetype keep, QLatin1StringView tail);
-    /// Empties the column in every row below the header.
+    [[nodiscard]] int rowCount() const { return table().rowCount(); }
+    [[nodiscard]] int colCount() const { return table().columnCount(); }
+    void setRowCount(int rows) { m_model.setRowTotal(rows); }
+    void setColCount(int columns) { m_model.setColumnTotal(columns); }
+    [[nodiscard]] QString text(int row, int column) const { return m_model.text(row, column); }
+    [[nodiscard]] qsizetype textLength(int row, int column) const
+    {
+        return m_model.textLength(row, column);
+    }
+    void setText(int row, int column, const QString &text) { m_model.setText(row, column, text); }
+    void replaceTail(int row, int column, qsizetype keep, QLatin1StringView tail)
+    {
+        m_model.replaceTail(row, column, keep, tail);
+    }
     void clearColumn(int column);
-    /// Empties every cell below the header.
-    void clear();
-    /// Removes a row below the header.
-    void removeRow(int row);
-    /// Takes over all cells at once, the header row first. Nothing is marked or judged afterwards.
-    void setTable(TextTable table);
-    [[nodiscard]] const TextTable &table() const;
-
-    /// The current cell; row 0: no cell is selected.
-    [[nodiscard]] int currentRow() const { return m_currentRow; }
-    [[nodiscard]] int currentCol() const { return m_currentCol; }
-    /// Selects the cell and scrolls to it. A cell outside the grid is ignored.
-    void setCurrentCell(int row, int column);
-
-    /// The row that a run is at; 0: none.
-    [[nodiscard]] int markedRow() const;
-    void setMarkedRow(int row);
-
-    /// At most one cell a row carries a verdict, the last one given.
-    [[nodiscard]] Verdict verdict(int row, int column) const;
-    void setVerdict(int row, int column, Verdict verdict);
-
-    /// What is wrong with the cell: it stands out, and its tool tip tells. setText takes it away.
-    [[nodiscard]] QString remark(int row, int column) const;
-    void setRemark(int row, int column, const QString &remark);
+    void clear() { m_model.clearColumns(0, colCount() - 1); }
+    void removeRow(int row) { m_model.removeRow(row); }
+    void setTable(TextTable table) { m_model.setTable(std::move(table)); }
+    [[nodiscard]] const TextTable &table() const { return m_model.table(); }
+    [[nodiscard]] int currentRow() const { return m_model.currentRow(); }
+    [[nodiscard]] int currentCol() const { return m_model.currentCol(); }
+    /// Selects the cell and scrolls to it.
+    void setCurrentCell(int row, int column) { m_model.setCurrentCell(row, column); }
+    [[nodiscard]] int markedRow() const { return m_model.markedRow(); }
+    void setMarkedRow(int row) { m_model.setMarkedRow(row); }
+    [[nodiscard]] Verdict verdict(int row, int column) const
+    {
+        return m_model.verdict(row, column);
+    }
+    void setVerdict(int row, int column, Verdict verdict)
+    {
+        m_model.setVerdict(row, column, verdict);
+    }
+    [[nodiscard]] QString remark(int row, int column) const { return m_model.remark(row, column); }
+    void setRemark(int row, int column, const QString &remark)
+    {
+        m_model.setRemark(row, column, remark);
+    }
 
     /// Where the cell is shown, in coordinates of the viewport.
     [[nodiscard]] QRect cellRect(int row, int column) const;
@@ -85,9 +83,12 @@ protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:
-    TextGridModel *m_model;
-    int m_currentRow = 0;
-    int m_currentCol = 0;
+    TextGrid(GridModel *model, GridModel *owned, QWidget *parent);
+    void showCurrentCell(int row, int column);
+
+    GridModel &m_model;
+    int m_shownRow = 0;
+    int m_shownCol = 0;
 };
 
 } // namespace corvane

@@ -1,57 +1,23 @@
-#include "windows/widgets/TextGridModel.h"
-
-#include <QColor>
-#include <QFont>
-#include <QGuiApplication>
-#include <QPalette>
+#include "core/text/GridModel.h"
 
 namespace corvane {
 
-namespace {
-
-struct Shade
-{
-    QColor ink;
-    QColor paper;
-};
-
-// Ink and paper always together, so that they stay readable on a dark desktop too.
-const Shade &passedShade()
-{
-    static const Shade shade{QColor(0x0b, 0x50, 0x1c), QColor(0xd5, 0xf2, 0xdb)};
-    return shade;
-}
-
-const Shade &failedShade()
-{
-    static const Shade shade{QColor(0x8a, 0x0a, 0x0a), QColor(0xfb, 0xdc, 0xdc)};
-    return shade;
-}
-
-const Shade &markedShade()
-{
-    static const Shade shade{QColor(0x20, 0x20, 0x20), QColor(0xff, 0xf0, 0xb8)};
-    return shade;
-}
-
-} // namespace
-
-TextGridModel::TextGridModel(QObject *parent)
+GridModel::GridModel(QObject *parent)
     : QAbstractTableModel(parent)
 {
 }
 
-int TextGridModel::rowCount(const QModelIndex &parent) const
+int GridModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : m_table.rowCount() - 1;
 }
 
-int TextGridModel::columnCount(const QModelIndex &parent) const
+int GridModel::columnCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : m_table.columnCount();
 }
 
-QVariant TextGridModel::data(const QModelIndex &index, int role) const
+QVariant GridModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
         return {};
@@ -69,71 +35,72 @@ QVariant TextGridModel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
         return remark.isEmpty() ? QVariant()
                                 : QStringLiteral("%1, %2").arg(m_table.text(row, column), remark);
-    case Qt::BackgroundRole:
-    case Qt::ForegroundRole:
-        return colour(row, column, role);
-    case Qt::FontRole:
-        if (row == m_markedRow || !remark.isEmpty() ||
-            verdict(row, column) != TextGrid::Verdict::None) {
-            QFont font = QGuiApplication::font();
-            font.setBold(true);
-            return font;
-        }
-        return {};
+    case VerdictRole:
+        return static_cast<int>(verdict(row, column));
+    case MarkedRole:
+        return row == m_markedRow;
+    case RemarkRole:
+        return remark;
     default:
         return {};
     }
 }
 
-QVariant TextGridModel::colour(int row, int column, int role) const
-{
-    const auto judged = verdict(row, column);
-    const bool isFailed = judged == TextGrid::Verdict::Failed || m_remarks.contains({row, column});
-    const Shade *shade = judged == TextGrid::Verdict::Passed ? &passedShade()
-                         : isFailed                          ? &failedShade()
-                         : row == m_markedRow                ? &markedShade()
-                                                             : nullptr;
-    if (shade)
-        return role == Qt::ForegroundRole ? shade->ink : shade->paper;
-    if (column == 0)
-        return QGuiApplication::palette().color(role == Qt::ForegroundRole ? QPalette::ButtonText
-                                                                           : QPalette::Button);
-    return {};
-}
-
-QVariant TextGridModel::headerData(int section, Qt::Orientation orientation, int role) const
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     return m_table.text(0, section).toString();
 }
 
-void TextGridModel::setTable(TextTable table)
+QString GridModel::text(int row, int column) const
 {
+    return m_table.text(row, column).toString();
+}
+
+qsizetype GridModel::textLength(int row, int column) const
+{
+    return m_table.text(row, column).size();
+}
+
+void GridModel::setCurrentCell(int row, int column)
+{
+    if (!m_table.contains(row, column))
+        return;
+    m_currentRow = row;
+    m_currentCol = column;
+    Q_EMIT currentCellSet(row, column);
+}
+
+void GridModel::setTable(TextTable table)
+{
+    if (table.rowCount() < 1 || table.columnCount() < 1)
+        return;
     beginResetModel();
     m_table = std::move(table);
     m_judged = {};
     m_remarks.clear();
     m_markedRow = 0;
     endResetModel();
+    setCurrentCell(0, 0);
 }
 
-void TextGridModel::setText(int row, int column, QStringView text)
+void GridModel::setText(int row, int column, QStringView text)
 {
-    setVerdict(row, column, TextGrid::Verdict::None);
+    setVerdict(row, column, Verdict::None);
     m_remarks.remove({row, column});
     m_table.setText(row, column, text);
     cellChanged(row, column);
 }
 
-void TextGridModel::replaceTail(int row, int column, qsizetype keep, QLatin1StringView tail)
+void GridModel::replaceTail(int row, int column, qsizetype keep, QLatin1StringView tail)
 {
-    setVerdict(row, column, TextGrid::Verdict::None);
+    setVerdict(row, column, Verdict::None);
     m_table.replaceTail(row, column, keep, tail);
     cellChanged(row, column);
 }
 
-void TextGridModel::clearColumns(int first, int last)
+void GridModel::clearColumns(int first, int last)
 {
     for (int row = 1; row < m_table.rowCount(); ++row) {
         for (int column = first; column <= last; ++column)
@@ -147,9 +114,11 @@ void TextGridModel::clearColumns(int first, int last)
         Q_EMIT dataChanged(index(0, first), index(rowCount() - 1, last));
 }
 
-void TextGridModel::setRowTotal(int rows)
+void GridModel::setRowTotal(int rows)
 {
     const int old = m_table.rowCount();
+    if (rows < 1)
+        return;
     if (rows > old) {
         beginInsertRows({}, old - 1, rows - 2);
         m_table.setRowCount(rows);
@@ -162,28 +131,36 @@ void TextGridModel::setRowTotal(int rows)
     }
     if (m_markedRow >= rows)
         m_markedRow = 0;
+    if (m_currentRow >= rows)
+        setCurrentCell(0, m_currentCol);
 }
 
-void TextGridModel::setColumnTotal(int columns)
+void GridModel::setColumnTotal(int columns)
 {
-    if (columns == m_table.columnCount())
+    if (columns < 1)
         return;
-    beginResetModel();
-    m_table.setColumnCount(columns);
-    endResetModel();
+    if (columns != m_table.columnCount()) {
+        beginResetModel();
+        m_table.setColumnCount(columns);
+        endResetModel();
+    }
+    setCurrentCell(0, 0);
 }
 
-void TextGridModel::removeRow(int row)
+void GridModel::removeRow(int row)
 {
+    if (row < 1 || row >= m_table.rowCount())
+        return;
     beginRemoveRows({}, row - 1, row - 1);
     m_table.removeRow(row);
     if (static_cast<std::size_t>(row) < m_judged.size())
         m_judged.erase(m_judged.begin() + row);
     m_markedRow = 0;
     endRemoveRows();
+    setCurrentCell(std::min(row, m_table.rowCount() - 1), m_currentCol);
 }
 
-void TextGridModel::setMarkedRow(int row)
+void GridModel::setMarkedRow(int row)
 {
     const int old = std::exchange(m_markedRow, row);
     if (old == row)
@@ -192,15 +169,15 @@ void TextGridModel::setMarkedRow(int row)
     rowChanged(row);
 }
 
-TextGrid::Verdict TextGridModel::verdict(int row, int column) const
+GridModel::Verdict GridModel::verdict(int row, int column) const
 {
     const auto at = static_cast<std::size_t>(row);
     if (at >= m_judged.size() || m_judged[at].column != column)
-        return TextGrid::Verdict::None;
+        return Verdict::None;
     return m_judged[at].verdict;
 }
 
-void TextGridModel::setVerdict(int row, int column, TextGrid::Verdict verdict)
+void GridModel::setVerdict(int row, int column, Verdict verdict)
 {
     if (!m_table.contains(row, column) || this->verdict(row, column) == verdict)
         return;
@@ -211,7 +188,7 @@ void TextGridModel::setVerdict(int row, int column, TextGrid::Verdict verdict)
     cellChanged(row, column);
 }
 
-void TextGridModel::setRemark(int row, int column, const QString &remark)
+void GridModel::setRemark(int row, int column, const QString &remark)
 {
     if (remark.isEmpty())
         m_remarks.remove({row, column});
@@ -220,7 +197,7 @@ void TextGridModel::setRemark(int row, int column, const QString &remark)
     cellChanged(row, column);
 }
 
-void TextGridModel::cellChanged(int row, int column)
+void GridModel::cellChanged(int row, int column)
 {
     if (!m_table.contains(row, column))
         return;
@@ -232,7 +209,7 @@ void TextGridModel::cellChanged(int row, int column)
     Q_EMIT dataChanged(changed, changed);
 }
 
-void TextGridModel::rowChanged(int row)
+void GridModel::rowChanged(int row)
 {
     if (row > 0 && row < m_table.rowCount())
         Q_EMIT dataChanged(index(row - 1, 0), index(row - 1, columnCount() - 1));
