@@ -1,7 +1,6 @@
 #include "app/Program.h"
 
 #include "bench/Bench.h"
-#include "core/setup/SocketsApi.h"
 #include "core/setup/modWinsockAPI.h"
 #include "devices/GpibAdapterChoice.h"
 #include "devices/PlatformError.h"
@@ -16,8 +15,7 @@ namespace corvane {
 
 Program::Program(const CommandLine &line, Dialogs &dialogs, GpibAdapterFactory::Reader reader)
     : m_gpibAdapterFactory(reader)
-    , m_registry(systemRegistry())
-    , m_systemInfo(*m_registry, m_launcher, dialogs)
+    , m_systemInfo(systemRegistry(), m_launcher, dialogs)
 {
     QApplication::setStyle(new LeanStyle);
     CommandLine wanted = line;
@@ -47,10 +45,8 @@ Program::Program(const CommandLine &line, Dialogs &dialogs, GpibAdapterFactory::
                   .systemInfo = m_systemInfo,
                   .remembered = m_remembered,
                   .findLocalAddress = [this](const auto &found) {
-                      m_ownAddress.start([found] {
-                          const auto sockets = systemSockets();
-                          return [found, own = modWinsockAPI::find(*sockets)] { found(own); };
-                      });
+                      m_ownAddress.start(
+                          [found] { return [found, own = modWinsockAPI::find()] { found(own); }; });
                   }});
     m_window->Form_Load();
     if (!m_bench)

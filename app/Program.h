@@ -11,7 +11,6 @@
 #include "devices/SerialPortList.h"
 #include "devices/SystemClock.h"
 #include "windows/about/ProgramLauncher.h"
-#include "windows/about/RegistryApi.h"
 #include "windows/about/SystemInfo.h"
 #include "windows/main/Main.h"
 
@@ -57,7 +56,6 @@ private:
     GpibAdapterFactory m_gpibAdapterFactory;
     GpibAdapterChoices m_gpibAdapters;
     std::unique_ptr<GpibControl> m_gpib;
-    std::unique_ptr<RegistryApi> m_registry;
     QtProgramLauncher m_launcher;
     SystemInfo m_systemInfo;
     std::unique_ptr<ChannelSet> m_channels;

@@ -10,7 +10,6 @@
 #include "devices/SystemClock.h"
 #include "perf/MemoryPort.h"
 #include "windows/about/ProgramLauncher.h"
-#include "windows/about/RegistryApi.h"
 #include "windows/about/SystemInfo.h"
 #include "windows/main/Main.h"
 
@@ -73,9 +72,8 @@ private:
     GpibControl m_gpib{m_adapterClock, [this](int board) {
                            return m_factory.make(m_choices.at(static_cast<size_t>(board)), board);
                        }};
-    std::unique_ptr<RegistryApi> m_registry = systemRegistry();
     QtProgramLauncher m_launcher;
-    SystemInfo m_systemInfo{*m_registry, m_launcher, m_dialogs};
+    SystemInfo m_systemInfo{systemRegistry(), m_launcher, m_dialogs};
     std::unique_ptr<ChannelSet> m_channels;
     std::unique_ptr<Main> m_window;
 };

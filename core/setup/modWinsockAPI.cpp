@@ -1,48 +1,38 @@
 #include "core/setup/modWinsockAPI.h"
 
 #include "core/setup/SocketTexts.h"
-#include "core/setup/SocketsApi.h"
+#include "core/text/Dialogs.h"
 
-#include <QScopeGuard>
+#include <QHostAddress>
+
+#include <algorithm>
 
 namespace corvane {
 
 namespace {
 
-constexpr std::uint16_t version11 = 257;
-
-QString dotted(const SocketsApi::Address &address)
-{
-    QString text;
-    for (const std::uint8_t byte : address)
-        text += QString::number(byte) + u'.';
-    text.chop(1);
-    return text;
-}
+constexpr int hostNotFound = 11001;
+constexpr int serverFailure = 11002;
+constexpr int noDataRecord = 11004;
 
 } // namespace
 
-LocalAddress modWinsockAPI::find(SocketsApi &sockets)
+LocalAddress modWinsockAPI::find(const Resolver &resolve)
 {
-    if (const int code = sockets.start(version11); code != 0)
-        return {.startFailure = code};
-    const auto ended = qScopeGuard([&sockets] { sockets.cleanUp(); });
-    const auto host = sockets.hostName();
-    if (!host)
-        return {.failure = sockets.lastError()};
-    const auto name = QString::fromLocal8Bit(*host).trimmed().toLocal8Bit().toStdString();
-    const auto addresses = sockets.addresses(name);
-    if (addresses.empty())
-        return {.failure = sockets.lastError()};
-    return {.text = dotted(addresses.front())};
+    const QHostInfo host = resolve(QHostInfo::localHostName().trimmed());
+    if (host.error() != QHostInfo::NoError)
+        return {.failure = host.error() == QHostInfo::HostNotFound ? hostNotFound : serverFailure};
+    const QList<QHostAddress> addresses = host.addresses();
+    const auto first = std::ranges::find(addresses, QHostAddress::IPv4Protocol,
+                                         [](const QHostAddress &each) { return each.protocol(); });
+    if (first == addresses.end())
+        return {.failure = noDataRecord};
+    return {.text = first->toString()};
 }
 
 QString modWinsockAPI::taken(const LocalAddress &found, Dialogs &dialogs, QObject *asker)
 {
-    if (found.startFailure)
-        dialogs.showMessage(asker, {.text = socketTexts::startFailure(*found.startFailure),
-                                    .icon = Dialogs::Icon::Stop});
-    else if (found.failure)
+    if (found.failure)
         dialogs.showMessage(asker, {.text = socketTexts::failure(*found.failure),
                                     .icon = Dialogs::Icon::Exclamation});
     return found.text;
@@ -50,14 +40,14 @@ QString modWinsockAPI::taken(const LocalAddress &found, Dialogs &dialogs, QObjec
 
 QString modWinsockAPI::GetLocalIPAddress()
 {
-    return taken(find(m_sockets), m_dialogs);
+    return SocketsInitialize() ? taken(find(m_resolve), m_dialogs) : QString();
 }
 
-bool modWinsockAPI::SocketsInitialize()
+bool modWinsockAPI::SocketsInitialize(int code)
 {
-    const int code = m_sockets.start(version11);
     if (code != 0)
-        taken({.startFailure = code}, m_dialogs);
+        m_dialogs.showMessage(
+            nullptr, {.text = socketTexts::startFailure(code), .icon = Dialogs::Icon::Stop});
     return code == 0;
 }
 

@@ -1,42 +1,42 @@
 #pragma once
 
-#include "core/text/Dialogs.h"
-
+#include <QHostInfo>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace corvane {
 
-class SocketsApi;
+class Dialogs;
 
-/// The computer's own address, or why it is not known.
+/// The computer's own address, or the code of the sockets library that tells why it is not known.
 struct LocalAddress
 {
     QString text{};
-    /// The code that starting the sockets library, or a later call to it, failed with.
-    std::optional<int> startFailure{};
     std::optional<int> failure{};
 };
 
-/// Finds the computer's own IPv4 address and words the failures of the sockets library. It leaves
-/// the calls to the operating system to SocketsApi and has nothing to do with the Channels'
-/// sockets.
+/// Finds the computer's own IPv4 address and words the failures of the sockets library. It has
+/// nothing to do with the Channels' sockets.
 class modWinsockAPI
 {
 public:
+    /// Looks a host up; blocks for as long as the system's resolver takes.
+    using Resolver = std::function<QHostInfo(const QString &host)>;
+
     /// The mask that goes with the address.
     static constexpr auto subnetMask = u"255.255.255.0";
 
-    modWinsockAPI(SocketsApi &sockets, Dialogs &dialogs)
-        : m_sockets(sockets)
-        , m_dialogs(dialogs)
+    explicit modWinsockAPI(Dialogs &dialogs, Resolver resolve = QHostInfo::fromName)
+        : m_dialogs(dialogs)
+        , m_resolve(std::move(resolve))
     {
     }
 
     /// Looks the address up and shows nothing. A name server that is silent holds it up for as long
     /// as the system's resolver has patience, so it may be called on any thread.
-    static LocalAddress find(SocketsApi &sockets);
+    static LocalAddress find(const Resolver &resolve = QHostInfo::fromName);
     /// The address that was found; empty after a failure, which has then been shown in one message.
     static QString taken(const LocalAddress &found, Dialogs &dialogs, QObject *asker = nullptr);
 
@@ -44,15 +44,16 @@ public:
     /// been shown in one message.
     QString GetLocalIPAddress();
 
-    /// Starts the sockets library, version 1.1. A failure is shown and gives false.
-    bool SocketsInitialize();
+    /// Shows the message for the code that starting the sockets library ended with, and gives
+    /// false; true for 0. The toolkit starts the library itself.
+    bool SocketsInitialize(int code = 0);
 
     /// Shows the message for a code of the sockets library; an unknown one is shown by its number.
     void ReportSocketError(int code);
 
 private:
-    SocketsApi &m_sockets;
     Dialogs &m_dialogs;
+    const Resolver m_resolve;
 };
 
 } // namespace corvane

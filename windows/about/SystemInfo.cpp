@@ -4,14 +4,16 @@
 #include "windows/about/AboutTexts.h"
 #include "windows/about/ProgramLauncher.h"
 
+#include <QSettings>
+
 #include <array>
-#include <ranges>
 
 namespace corvane {
 
 namespace {
 
-constexpr std::size_t longestValue = 1024;
+/// With the zero that ends it.
+constexpr qsizetype longestValue = 1024;
 
 struct Tool
 {
@@ -28,28 +30,22 @@ constexpr std::array knownTools{
     Tool{u"gnome-control-center", u"info-overview"},
 };
 
-QString textOf(const std::vector<std::uint8_t> &bytes)
-{
-    QString text;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
-        text += QChar(static_cast<ushort>(bytes[i] | bytes[i + 1] << 8));
-    if (text.endsWith(QChar(0)))
-        text.chop(1);
-    return text;
-}
-
-QString hexOf(const std::vector<std::uint8_t> &bytes)
-{
-    QString text = QStringLiteral("&h");
-    for (const std::uint8_t byte : bytes | std::views::reverse)
-        text += QStringLiteral("%1").arg(byte, 2, 16, QLatin1Char('0')).toUpper();
-    return text;
-}
-
 } // namespace
 
-SystemInfo::SystemInfo(RegistryApi &registry, ProgramLauncher &launcher, Dialogs &dialogs)
-    : m_registry(registry)
+RegistryReader systemRegistry()
+{
+#ifdef Q_OS_WIN
+    return [](const QString &key, const QString &name) {
+        return QSettings(QStringLiteral("HKEY_LOCAL_MACHINE\\") + key, QSettings::NativeFormat)
+            .value(name);
+    };
+#else
+    return [](const QString &, const QString &) { return QVariant(); };
+#endif
+}
+
+SystemInfo::SystemInfo(RegistryReader registry, ProgramLauncher &launcher, Dialogs &dialogs)
+    : m_registry(std::move(registry))
     , m_launcher(launcher)
     , m_dialogs(dialogs)
 {
@@ -63,13 +59,12 @@ void SystemInfo::StartSysInfo(QObject *asker)
 
 bool SystemInfo::startRegistered()
 {
-    using enum RegistryApi::Root;
     QString program;
-    if (GetKeyValue(LocalMachine, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
+    if (GetKeyValue(QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
                     QStringLiteral("PATH"), program))
         return m_launcher.start(program, {});
     QString folder;
-    if (!GetKeyValue(LocalMachine, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools Location"),
+    if (!GetKeyValue(QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools Location"),
                      QStringLiteral("MSINFO"), folder))
         return false;
     program = folder + QStringLiteral("\\MSINFO32.EXE");
@@ -89,17 +84,28 @@ bool SystemInfo::startInstalled()
     return false;
 }
 
-bool SystemInfo::GetKeyValue(RegistryApi::Root root, const QString &key, const QString &name,
-                             QString &value)
+bool SystemInfo::GetKeyValue(const QString &key, const QString &name, QString &value) const
 {
-    const auto opened = m_registry.openKey(root, key.toStdU16String());
-    if (!opened)
+    const QVariant found = m_registry(key, name);
+    switch (found.typeId()) {
+    case QMetaType::QString:
+        if (found.toString().size() >= longestValue)
+            return false;
+        value = found.toString();
+        return true;
+    case QMetaType::Int:
+    case QMetaType::UInt:
+        value = QStringLiteral("&h%1").arg(found.toUInt(), 8, 16, QLatin1Char('0'));
+        break;
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        value = QStringLiteral("&h%1").arg(found.toULongLong(), 16, 16, QLatin1Char('0'));
+        break;
+    default:
         return false;
-    const auto found = m_registry.queryValue(*opened, name.toStdU16String(), longestValue);
-    if (found)
-        value = found->type == RegistryApi::stringType ? textOf(found->bytes) : hexOf(found->bytes);
-    m_registry.closeKey(*opened);
-    return found.has_value();
+    }
+    value = QStringLiteral("&h") + value.sliced(2).toUpper();
+    return true;
 }
 
 } // namespace corvane

@@ -12,35 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A registry in memory; counts what is open.
-class FakeRegistry : public RegistryApi
-{
-public:
-    std::optional<Key> openKey(Root root, const std::u16string &name) override
-    {
-        m_key = QString::fromStdU16String(name);
-        if (root != Root::LocalMachine || !keys.contains(m_key))
-            return std::nullopt;
-        ++open;
-        return &m_key;
-    }
-    std::optional<Value> queryValue(Key, const std::u16string &name,
-                                    std::size_t characters) override
-    {
-        const auto value = keys[m_key].find(QString::fromStdU16String(name));
-        if (value == keys[m_key].end() || value->second.bytes.size() > 2 * characters)
-            return std::nullopt;
-        return value->second;
-    }
-    void closeKey(Key) override { --open; }
-
-    std::map<QString, std::map<QString, Value>> keys;
-    int open = 0;
-
-private:
-    QString m_key;
-};
-
 class FakeLauncher : public ProgramLauncher
 {
 public:
@@ -69,24 +40,16 @@ struct About : testing::Test, AboutHost
         launcher.started.clear();
         window.cmdSysInfo_Click();
         EXPECT_EQ(launcher.started, programs);
-        EXPECT_EQ(registry.open, 0) << "every key that was opened is closed";
-    }
-    static RegistryApi::Value string(const QString &text)
-    {
-        RegistryApi::Value value{.type = RegistryApi::stringType, .bytes = {}};
-        for (const QChar c : text + QChar(0))
-            value.bytes.insert(value.bytes.end(), {c.cell(), c.row()});
-        return value;
     }
 
-    FakeRegistry registry;
-    std::map<QString, RegistryApi::Value> &tool =
-        registry.keys[u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s];
-    std::map<QString, RegistryApi::Value> &folder =
-        registry.keys[u"SOFTWARE\\Microsoft\\Shared Tools Location"_s];
+    std::map<QString, std::map<QString, QVariant>> registry;
+    std::map<QString, QVariant> &tool = registry[u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s];
+    std::map<QString, QVariant> &folder = registry[u"SOFTWARE\\Microsoft\\Shared Tools Location"_s];
     FakeLauncher launcher;
     ScriptedDialogs dialogs;
-    SystemInfo systemInfo{registry, launcher, dialogs};
+    SystemInfo systemInfo{
+        [this](const QString &key, const QString &name) { return registry[key][name]; }, launcher,
+        dialogs};
     frmAbout window{systemInfo, *this};
     int gpibAboutShown = 0;
 };
@@ -115,28 +78,23 @@ TEST_F(About, TheWindowShowsTheProductsFactsAndOpensItsDoors)
 TEST_F(About, ARegistryValueIsReadAsItsTextOrAsHexadecimalDigits)
 {
     const QString full(1023, u'x');
-    tool = {{u"text"_s, string(u"C:\\\u00fc\u0142"_s)},
-            {u"unended"_s, {.type = 1, .bytes = {'a', 0, 'b', 0}}},
-            {u"empty"_s, {.type = 1, .bytes = {}}},
-            {u"full"_s, string(full)},
-            {u"long"_s, string(full + u'x')},
-            {u"number"_s, {.type = 4, .bytes = {0x10, 0x0a, 0, 0}}},
-            {u"expandable"_s, {.type = 2, .bytes = {0xff}}}};
+    tool = {{u"text"_s, u"C:\\\u00fc\u0142"_s}, {u"empty"_s, QString()},        {u"full"_s, full},
+            {u"long"_s, full + u'x'},           {u"number"_s, 0x0a10},          {u"negative"_s, -1},
+            {u"longer"_s, 0x1'0000'0000LL},     {u"binary"_s, QByteArray("ab")}};
     const std::pair<QString, std::optional<QString>> rows[] = {
         {u"text"_s, u"C:\\\u00fc\u0142"_s},
-        {u"unended"_s, u"ab"_s},
         {u"empty"_s, QString()},
         {u"full"_s, full},
         {u"long"_s, {}},
         {u"number"_s, u"&h00000A10"_s},
-        {u"expandable"_s, u"&hFF"_s},
+        {u"negative"_s, u"&hFFFFFFFF"_s},
+        {u"longer"_s, u"&h0000000100000000"_s},
+        {u"binary"_s, {}},
         {u"missing"_s, {}},
     };
     const auto read = [this](const QString &key, const QString &name) {
         QString value;
-        const bool found =
-            systemInfo.GetKeyValue(RegistryApi::Root::LocalMachine, key, name, value);
-        return found ? std::optional(value) : std::nullopt;
+        return systemInfo.GetKeyValue(key, name, value) ? std::optional(value) : std::nullopt;
     };
     for (const auto &[name, value] : rows)
         EXPECT_EQ(read(u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s, name), value)
@@ -147,10 +105,10 @@ TEST_F(About, ARegistryValueIsReadAsItsTextOrAsHexadecimalDigits)
 TEST_F(About, TheToolThatTheRegistryNamesIsStarted)
 {
     launcher.installed = {u"hardinfo"_s};
-    folder[u"MSINFO"_s] = string(u"C:\\Shared"_s);
+    folder[u"MSINFO"_s] = u"C:\\Shared"_s;
     launcher.file = u"C:\\Shared\\MSINFO32.EXE"_s;
     expectStarted({u"C:\\Shared\\MSINFO32.EXE"_s});
-    tool[u"PATH"_s] = string(u"C:\\info.exe"_s);
+    tool[u"PATH"_s] = u"C:\\info.exe"_s;
     expectStarted({u"C:\\info.exe"_s});
 }
 
@@ -169,11 +127,11 @@ TEST_F(About, WithoutAnyToolTheFixedTextIsShown)
     for (int i = 0; i < 3; ++i)
         dialogs.expectMessage(unavailable);
     expectStarted({});
-    folder[u"MSINFO"_s] = string(u"C:\\Gone"_s);
+    folder[u"MSINFO"_s] = u"C:\\Gone"_s;
     expectStarted({});
-    tool[u"PATH"_s] = {.type = 4, .bytes = {1}};
-    launcher.broken = {u"&h01"_s};
-    expectStarted({u"&h01"_s});
+    tool[u"PATH"_s] = 1;
+    launcher.broken = {u"&h00000001"_s};
+    expectStarted({u"&h00000001"_s});
 }
 
 TEST(QtProgramLauncher, StartsWhatIsThereAndRefusesWhatIsNot)

@@ -4,7 +4,6 @@
 #include "devices/GpibAdapterFactory.h"
 #include "tests/windows/main/ChannelDesk.h"
 #include "windows/about/ProgramLauncher.h"
-#include "windows/about/RegistryApi.h"
 #include "windows/about/SystemInfo.h"
 #include "windows/main/Main.h"
 
@@ -25,10 +24,9 @@ struct MainDesk
     QTemporaryDir folder;
     GpibAdapterChoices adapters;
     GpibAdapterFactory adapterFactory;
-    std::unique_ptr<RegistryApi> registry = systemRegistry();
     QtProgramLauncher launcher;
     modSBC remembered;
-    SystemInfo systemInfo{*registry, launcher, dialogs};
+    SystemInfo systemInfo{systemRegistry(), launcher, dialogs};
     ChannelSet channels{
         {rs485, rs232, gpib, tcpClient1, tcpClient2, [] { return QList<SerialPortEntry>(); }},
         module,
