@@ -132,7 +132,7 @@ void TransferEngine::ResetTransferData(int index)
     const bool ended = m_module.transferRunning() && !m_settling;
     if (ended && m_module.ResponseReady)
         finishRow(RowVerdict::None);
-    if (ended && m_module.CurrentListRow > 0 && awaitsReply())
+    if (ended && m_module.CurrentListRow > 0 && awaitsReply() && !m_host.isClosed(m_channel))
         m_notes.owe(m_channel, m_module.CurrentListRow);
     reset(index);
     if (ended)
