@@ -9,13 +9,11 @@ namespace corvane {
 
 namespace {
 
-const std::array channelNames = {QStringLiteral("rs485"), QStringLiteral("rs232"),
-                                 QStringLiteral("gpib"), QStringLiteral("tcp1"),
-                                 QStringLiteral("tcp2")};
+const std::array channelNames = {u"rs485"_s, u"rs232"_s, u"gpib"_s, u"tcp1"_s, u"tcp2"_s};
 
 [[noreturn]] void refuse(const QString &option, const QString &value, const QString &expected)
 {
-    throw PlatformError(QStringLiteral("--%1 %2: %3").arg(option, value, expected));
+    throw PlatformError(u"--%1 %2: %3"_s.arg(option, value, expected));
 }
 
 /// The options and what each of them takes; a value's name is empty for a switch.
@@ -72,9 +70,7 @@ void addOptions(QCommandLineParser &parser)
     for (const Option &option : options)
         parser.addOption(QCommandLineOption(namesOf(option), QLatin1String(option.help),
                                             QLatin1String(option.value)));
-    parser.addPositionalArgument(QStringLiteral("LIST"),
-                                 QStringLiteral("A list file to load into the window."),
-                                 QStringLiteral("[LIST]"));
+    parser.addPositionalArgument(u"LIST"_s, u"A list file to load into the window."_s, u"[LIST]"_s);
 }
 
 int wholeNumber(const QCommandLineParser &parser, const QString &option, int first, int last)
@@ -83,8 +79,7 @@ int wholeNumber(const QCommandLineParser &parser, const QString &option, int fir
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     if (!isNumber || number < first || number > last)
-        refuse(option, text,
-               QStringLiteral("a whole number from %1 to %2 is expected").arg(first).arg(last));
+        refuse(option, text, u"a whole number from %1 to %2 is expected"_s.arg(first).arg(last));
     return number;
 }
 
@@ -95,38 +90,36 @@ std::pair<int, QString> numbered(const QString &option, const QString &value, in
     bool isNumber = false;
     const int number = value.left(equals).toInt(&isNumber);
     if (equals < 0 || !isNumber || number < first || number > last || equals + 1 == value.size())
-        refuse(option, value,
-               QStringLiteral("N=... with N from %1 to %2 is expected").arg(first).arg(last));
+        refuse(option, value, u"N=... with N from %1 to %2 is expected"_s.arg(first).arg(last));
     return {number, value.mid(equals + 1)};
 }
 
 void readRun(const QCommandLineParser &parser, CommandLine &line)
 {
-    const QString name = parser.value(QStringLiteral("channel"));
+    const QString name = parser.value(u"channel"_s);
     const auto found = std::find(channelNames.begin(), channelNames.end(), name.toLower());
     if (found == channelNames.end())
-        refuse(QStringLiteral("channel"), name,
-               QStringLiteral("one of rs485, rs232, gpib, tcp1, tcp2 is expected"));
+        refuse(u"channel"_s, name, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
     line.task = CommandLine::Task::Run;
     line.channel = static_cast<int>(found - channelNames.begin());
-    line.list = parser.value(QStringLiteral("run"));
-    if (parser.isSet(QStringLiteral("timeout")))
-        line.timeoutMs = wholeNumber(parser, QStringLiteral("timeout"), 1, 59999);
-    if (parser.isSet(QStringLiteral("loop")))
-        line.loopMs = wholeNumber(parser, QStringLiteral("loop"), 10, 3'600'000);
-    if (parser.isSet(QStringLiteral("patience")))
-        line.patienceSeconds = wholeNumber(parser, QStringLiteral("patience"), 1, 86'400);
-    line.port = parser.value(QStringLiteral("port"));
-    line.host = parser.value(QStringLiteral("host"));
-    line.address = parser.value(QStringLiteral("address"));
-    line.settings = parser.value(QStringLiteral("settings"));
-    line.stripOperator = parser.isSet(QStringLiteral("strip-operator"));
-    line.get = parser.isSet(QStringLiteral("get"));
-    line.saveFile = parser.value(QStringLiteral("save"));
-    line.csvFile = parser.value(QStringLiteral("csv"));
-    line.junitFile = parser.value(QStringLiteral("junit"));
+    line.list = parser.value(u"run"_s);
+    if (parser.isSet(u"timeout"_s))
+        line.timeoutMs = wholeNumber(parser, u"timeout"_s, 1, 59999);
+    if (parser.isSet(u"loop"_s))
+        line.loopMs = wholeNumber(parser, u"loop"_s, 10, 3'600'000);
+    if (parser.isSet(u"patience"_s))
+        line.patienceSeconds = wholeNumber(parser, u"patience"_s, 1, 86'400);
+    line.port = parser.value(u"port"_s);
+    line.host = parser.value(u"host"_s);
+    line.address = parser.value(u"address"_s);
+    line.settings = parser.value(u"settings"_s);
+    line.stripOperator = parser.isSet(u"strip-operator"_s);
+    line.get = parser.isSet(u"get"_s);
+    line.saveFile = parser.value(u"save"_s);
+    line.csvFile = parser.value(u"csv"_s);
+    line.junitFile = parser.value(u"junit"_s);
     if (!line.saveFile.isEmpty() && !line.get)
-        refuse(QStringLiteral("save"), line.saveFile, QStringLiteral("needs --get"));
+        refuse(u"save"_s, line.saveFile, u"needs --get"_s);
 }
 
 /// A switch is never asked for its values: newer toolkits complain of that.
@@ -154,9 +147,9 @@ void refuseEmptyAndRepeated(const QCommandLineParser &parser)
         const QString name = QLatin1String(option.name);
         const QStringList values = parser.values(name);
         if (values.contains(QString()))
-            refuse(name, {}, QStringLiteral("%1 is missing").arg(QLatin1String(option.value)));
+            refuse(name, {}, u"%1 is missing"_s.arg(QLatin1String(option.value)));
         if (values.size() > 1 && !isRepeatable(name))
-            refuse(name, values.last(), QStringLiteral("it is given twice"));
+            refuse(name, values.last(), u"it is given twice"_s);
     }
 }
 
@@ -166,7 +159,7 @@ void refuseStrayRunOptions(const QCommandLineParser &parser)
     for (const char *name : {"channel", "port", "host", "address", "settings", "timeout", "loop",
                              "strip-operator", "get", "save", "patience", "csv", "junit"}) {
         if (parser.isSet(QLatin1String(name)))
-            refuse(QLatin1String(name), given(parser, name), QStringLiteral("needs --run LIST"));
+            refuse(QLatin1String(name), given(parser, name), u"needs --run LIST"_s);
     }
 }
 
@@ -181,40 +174,40 @@ CommandLine CommandLine::parse(const QStringList &arguments)
 
     refuseEmptyAndRepeated(parser);
     CommandLine line;
-    if (parser.isSet(QStringLiteral("help")))
+    if (parser.isSet(u"help"_s))
         line.task = Task::Help;
-    else if (parser.isSet(QStringLiteral("version")))
+    else if (parser.isSet(u"version"_s))
         line.task = Task::Version;
-    else if (parser.isSet(QStringLiteral("list-ports")))
+    else if (parser.isSet(u"list-ports"_s))
         line.task = Task::ListPorts;
 
-    for (const QString &value : parser.values(QStringLiteral("com"))) {
-        const auto [number, device] = numbered(QStringLiteral("com"), value, 1, 9999);
+    for (const QString &value : parser.values(u"com"_s)) {
+        const auto [number, device] = numbered(u"com"_s, value, 1, 9999);
         if (line.serialDevices.contains(number))
-            refuse(QStringLiteral("com"), value, QStringLiteral("the number is given twice"));
+            refuse(u"com"_s, value, u"the number is given twice"_s);
         line.serialDevices.insert(number, device);
     }
-    for (const QString &value : parser.values(QStringLiteral("gpib"))) {
-        const auto [board, adapter] = numbered(QStringLiteral("gpib"), value, 0, 3);
+    for (const QString &value : parser.values(u"gpib"_s)) {
+        const auto [board, adapter] = numbered(u"gpib"_s, value, 0, 3);
         QString &chosen = line.gpibAdapters.at(static_cast<size_t>(board));
         if (!chosen.isEmpty())
-            refuse(QStringLiteral("gpib"), value, QStringLiteral("the number is given twice"));
+            refuse(u"gpib"_s, value, u"the number is given twice"_s);
         chosen = GpibAdapterChoice::parse(adapter).toString();
     }
-    line.demo = parser.isSet(QStringLiteral("demo"));
+    line.demo = parser.isSet(u"demo"_s);
     if (line.task != Task::Window)
         return line;
 
     const QStringList lists = parser.positionalArguments();
-    if (parser.isSet(QStringLiteral("run"))) {
+    if (parser.isSet(u"run"_s)) {
         readRun(parser, line);
         if (!lists.isEmpty())
-            throw PlatformError(QStringLiteral("%1: only one list can be run").arg(lists.first()));
+            throw PlatformError(u"%1: only one list can be run"_s.arg(lists.first()));
         return line;
     }
     refuseStrayRunOptions(parser);
     if (lists.size() > 1)
-        throw PlatformError(QStringLiteral("%1: only one list can be loaded").arg(lists.at(1)));
+        throw PlatformError(u"%1: only one list can be loaded"_s.arg(lists.at(1)));
     line.list = lists.value(0);
     return line;
 }
@@ -223,8 +216,7 @@ QString CommandLine::helpText()
 {
     QCommandLineParser parser;
     addOptions(parser);
-    return parser.helpText() +
-           QStringLiteral("\nExit: 0 done or passed, 1 a check failed, 2 anything else.\n");
+    return parser.helpText() + u"\nExit: 0 done or passed, 1 a check failed, 2 anything else.\n"_s;
 }
 
 } // namespace corvane

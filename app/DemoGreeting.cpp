@@ -37,7 +37,7 @@ int greetTheBench(Main &window, QTextStream &out)
                 return notAll;
             allAnswered = allAnswered && reply;
             out << caption << command.leftJustified(12)
-                << (reply ? printableText::field(*reply) : QStringLiteral("no answer")) << Qt::endl;
+                << (reply ? printableText::field(*reply) : u"no answer"_s) << Qt::endl;
         }
     }
     return allAnswered ? 0 : notAll;

@@ -2,6 +2,7 @@
 
 #include "app/RunReport.h"
 #include "core/text/PrintableText.h"
+#include "devices/Literals.h"
 
 #include <QXmlStreamWriter>
 
@@ -27,8 +28,8 @@ public:
     QByteArray write()
     {
         m_xml.writeStartDocument();
-        m_xml.writeStartElement(QStringLiteral("testsuites"));
-        m_xml.writeStartElement(QStringLiteral("testsuite"));
+        m_xml.writeStartElement(u"testsuites"_s);
+        m_xml.writeStartElement(u"testsuite"_s);
         writeSuite();
         writeProperties();
         for (const Check &check : m_report.checks)
@@ -36,8 +37,8 @@ public:
         if (hasRunCase())
             writeRun();
         // Some readers insist on them.
-        m_xml.writeTextElement(QStringLiteral("system-out"), {});
-        m_xml.writeTextElement(QStringLiteral("system-err"), {});
+        m_xml.writeTextElement(u"system-out"_s, {});
+        m_xml.writeTextElement(u"system-err"_s, {});
         m_xml.writeEndDocument();
         return m_bytes;
     }
@@ -47,13 +48,11 @@ private:
     {
         const qsizetype cases = std::ssize(m_report.checks) + (hasRunCase() ? 1 : 0);
         attribute("name", m_report.listName);
-        attribute("package", QStringLiteral("corvane"));
-        attribute("id", QStringLiteral("0"));
+        attribute("package", u"corvane"_s);
+        attribute("id", u"0"_s);
         // Without a zone, as readers take it; in UTC, whatever the computer's zone is.
-        attribute("timestamp",
-                  m_report.began.toUTC().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")));
-        attribute("hostname",
-                  m_report.hostName.isEmpty() ? QStringLiteral("localhost") : m_report.hostName);
+        attribute("timestamp", m_report.began.toUTC().toString(u"yyyy-MM-ddTHH:mm:ss"_s));
+        attribute("hostname", m_report.hostName.isEmpty() ? u"localhost"_s : m_report.hostName);
         attribute("tests", QString::number(cases));
         attribute("failures", QString::number(count(Check::Result::Failed)));
         attribute("errors", QString::number(m_report.fault.isEmpty() ? 0 : 1));
@@ -63,9 +62,9 @@ private:
 
     void writeProperties()
     {
-        m_xml.writeStartElement(QStringLiteral("properties"));
+        m_xml.writeStartElement(u"properties"_s);
         for (const RunReport::Property &property : m_report.properties) {
-            m_xml.writeEmptyElement(QStringLiteral("property"));
+            m_xml.writeEmptyElement(u"property"_s);
             attribute("name", property.name);
             attribute("value", property.value);
         }
@@ -74,13 +73,13 @@ private:
 
     void writeCheck(const Check &check)
     {
-        beginCase(QStringLiteral("row %1: %2").arg(check.row).arg(check.command), check.seconds);
+        beginCase(u"row %1: %2"_s.arg(check.row).arg(check.command), check.seconds);
         if (check.result == Check::Result::Failed)
             writeFault("failure", "check",
-                       QStringLiteral("expected \"%1\", tolerance \"%2\", reply \"%3\"")
-                           .arg(check.expected, check.tolerance, check.reply));
+                       u"expected \"%1\", tolerance \"%2\", reply \"%3\""_s.arg(
+                           check.expected, check.tolerance, check.reply));
         else if (check.result == Check::Result::NotRun)
-            m_xml.writeEmptyElement(QStringLiteral("skipped"));
+            m_xml.writeEmptyElement(u"skipped"_s);
         m_xml.writeEndElement();
     }
 
@@ -89,7 +88,7 @@ private:
         double rest = m_report.seconds;
         for (const Check &check : m_report.checks)
             rest -= check.seconds;
-        beginCase(QStringLiteral("run"), std::max(rest, 0.0));
+        beginCase(u"run"_s, std::max(rest, 0.0));
         if (!m_report.fault.isEmpty())
             writeFault("error", "run", m_report.fault);
         m_xml.writeEndElement();
@@ -97,7 +96,7 @@ private:
 
     void beginCase(const QString &name, double time)
     {
-        m_xml.writeStartElement(QStringLiteral("testcase"));
+        m_xml.writeStartElement(u"testcase"_s);
         attribute("classname", m_report.listName);
         attribute("name", name);
         attribute("time", seconds(time));

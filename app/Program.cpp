@@ -62,9 +62,9 @@ void Program::addBenchWindow()
 {
     m_bench->board().ports().setConnector(true);
     m_benchWindow = std::make_unique<BenchWindow>(*m_bench);
-    auto *mnuView = m_window->findChild<QMenu *>(QStringLiteral("mnuView"));
-    QAction *mnuBench = mnuView->addAction(QStringLiteral("Simulated &Bench"));
-    mnuBench->setObjectName(QStringLiteral("mnuBench"));
+    auto *mnuView = m_window->findChild<QMenu *>(u"mnuView"_s);
+    QAction *mnuBench = mnuView->addAction(u"Simulated &Bench"_s);
+    mnuBench->setObjectName(u"mnuBench"_s);
     QObject::connect(mnuBench, &QAction::triggered, m_benchWindow.get(), &BenchWindow::openWindow);
 }
 
@@ -73,7 +73,7 @@ void Program::startBench(CommandLine &line)
 {
     m_bench = std::make_unique<bench::Bench>();
     if (!m_bench->start())
-        throw PlatformError(QStringLiteral("the bench cannot start: ") + m_bench->errorString());
+        throw PlatformError(u"the bench cannot start: "_s + m_bench->errorString());
     const QString devices[] = {m_bench->rs485Device(), m_bench->rs232Device(),
                                m_bench->boardDevice()};
     int number = 0;
@@ -83,18 +83,15 @@ void Program::startBench(CommandLine &line)
             line.serialDevices.insert(number, device);
     }
     if (line.gpibAdapters[0].isEmpty())
-        line.gpibAdapters[0] =
-            QStringLiteral("tcp:%1:%2").arg(bench::Bench::host()).arg(m_bench->gpibPort());
+        line.gpibAdapters[0] = u"tcp:%1:%2"_s.arg(bench::Bench::host()).arg(m_bench->gpibPort());
 }
 
 void Program::pointChannelsAtBench()
 {
     const QString chamberPort = QString::number(m_bench->chamberPort());
-    m_channels->serial(channels::rs485)
-        .fillIn({.port = QStringLiteral("1"), .address = QStringLiteral("05")});
-    m_channels->serial(channels::rs232).fillIn({.port = QStringLiteral("2")});
-    m_channels->gpib().fillIn(
-        {.address = QStringLiteral("GPIB0::%1").arg(bench::Bench::chamberGpibAddress)});
+    m_channels->serial(channels::rs485).fillIn({.port = u"1"_s, .address = u"05"_s});
+    m_channels->serial(channels::rs232).fillIn({.port = u"2"_s});
+    m_channels->gpib().fillIn({.address = u"GPIB0::%1"_s.arg(bench::Bench::chamberGpibAddress)});
     for (const int tcp : {channels::tcpIp1, channels::tcpIp2})
         m_channels->tcp(tcp).fillIn({.port = chamberPort, .host = bench::Bench::host()});
 }

@@ -1,6 +1,7 @@
 #include "app/RunOutputs.h"
 
 #include "app/CommandLine.h"
+#include "devices/Literals.h"
 #include "devices/WholeFile.h"
 
 #include <QDir>
@@ -13,7 +14,7 @@ namespace corvane {
 
 namespace {
 
-const QString standardOutput = QStringLiteral("-");
+const QString standardOutput = u"-"_s;
 
 struct Output
 {
@@ -24,9 +25,8 @@ struct Output
 /// Those that were asked for.
 QList<Output> outputsOf(const CommandLine &line)
 {
-    QList<Output> outputs = {{QStringLiteral("--save"), line.saveFile},
-                             {QStringLiteral("--csv"), line.csvFile},
-                             {QStringLiteral("--junit"), line.junitFile}};
+    QList<Output> outputs = {
+        {u"--save"_s, line.saveFile}, {u"--csv"_s, line.csvFile}, {u"--junit"_s, line.junitFile}};
     outputs.removeIf([](const Output &output) { return output.path.isEmpty(); });
     return outputs;
 }
@@ -66,14 +66,14 @@ QString RunOutputs::refusal() const
     for (qsizetype each = 0; each < outputs.size(); ++each) {
         const Output &output = outputs.at(each);
         const auto because = [&](const QString &reason) {
-            return QStringLiteral("%1 %2: %3").arg(output.option, output.path, reason);
+            return u"%1 %2: %3"_s.arg(output.option, output.path, reason);
         };
         // The settings may be written back over the list that they were read from.
         if (output.path != m_line.saveFile && isSamePlace(output.path, m_line.list))
-            return because(QStringLiteral("that is the list itself"));
+            return because(u"that is the list itself"_s);
         for (qsizetype before = 0; before < each; ++before) {
             if (isSamePlace(output.path, outputs.at(before).path))
-                return because(QStringLiteral("%1 goes there").arg(outputs.at(before).option));
+                return because(u"%1 goes there"_s.arg(outputs.at(before).option));
         }
         if (output.path == standardOutput)
             continue;
@@ -96,12 +96,12 @@ QString RunOutputs::write(const QString &path, const QByteArray &bytes)
         return {};
     if (path != standardOutput) {
         const QString fault = wholeFile::write(path, bytes);
-        return fault.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(path, fault);
+        return fault.isEmpty() ? QString() : u"%1: %2"_s.arg(path, fault);
     }
     QIODevice *device = m_out.device();
     auto *file = qobject_cast<QFileDevice *>(device);
     const bool written = device->write(bytes) == bytes.size() && (file == nullptr || file->flush());
-    return written ? QString() : QStringLiteral("standard output: %1").arg(device->errorString());
+    return written ? QString() : u"standard output: %1"_s.arg(device->errorString());
 }
 
 } // namespace corvane

@@ -18,14 +18,14 @@ QString csvText(const QString &text)
 
 QString csvCell(const QString &cell)
 {
-    static const QString special = QStringLiteral(",\"\r\n");
+    static const QString special = u",\"\r\n"_s;
     QString text = csvText(cell);
     const bool plain =
         std::none_of(text.begin(), text.end(), [](QChar c) { return special.contains(c); }) &&
         text == text.trimmed();
     if (plain)
         return text;
-    return u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"';
+    return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
 }
 
 } // namespace
@@ -37,7 +37,7 @@ QByteArray RunReport::toCsv() const
     for (const QStringList &row : rows) {
         QStringList cells;
         std::transform(row.begin(), row.end(), std::back_inserter(cells), csvCell);
-        csv += cells.join(u',') + QStringLiteral("\r\n");
+        csv += cells.join(u',') + u"\r\n"_s;
     }
     // Without the mark a spreadsheet reads what is beyond ASCII by the system's code page.
     if (!std::all_of(csv.begin(), csv.end(), isAscii))

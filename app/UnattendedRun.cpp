@@ -31,9 +31,9 @@ QString verdictText(TransferEngine::RowVerdict verdict)
 {
     switch (verdict) {
     case TransferEngine::RowVerdict::Passed:
-        return QStringLiteral("PASSED");
+        return u"PASSED"_s;
     case TransferEngine::RowVerdict::Failed:
-        return QStringLiteral("FAILED");
+        return u"FAILED"_s;
     case TransferEngine::RowVerdict::None:
         break;
     }
@@ -45,15 +45,15 @@ QString outcomeFault(TransferEngine::Outcome outcome)
 {
     switch (outcome) {
     case TransferEngine::Outcome::SyntaxError:
-        return QStringLiteral("a cell that is needed is empty");
+        return u"a cell that is needed is empty"_s;
     case TransferEngine::Outcome::Empty:
-        return QStringLiteral("the list is empty");
+        return u"the list is empty"_s;
     case TransferEngine::Outcome::Incomplete:
-        return QStringLiteral("the list is incomplete");
+        return u"the list is incomplete"_s;
     case TransferEngine::Outcome::TimedOut:
-        return QStringLiteral("no reply within the GPIB time-out");
+        return u"no reply within the GPIB time-out"_s;
     case TransferEngine::Outcome::Stopped:
-        return QStringLiteral("the run was stopped");
+        return u"the run was stopped"_s;
     default:
         return {};
     }
@@ -93,7 +93,7 @@ UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
             m_faults.append(m_fault); // printed already: what closed the Channel, as a reset
         refuse(m_channel.isOpen() || !m_fault.isEmpty()
                    ? reason
-                   : QStringLiteral("%1 (%2)").arg(reason, m_channel.status()));
+                   : u"%1 (%2)"_s.arg(reason, m_channel.status()));
         m_window.transferEngine().cmdStopSend_Click();
     });
 }
@@ -120,8 +120,7 @@ int UnattendedRun::execute()
     if (m_faults.isEmpty())
         return failed ? checkFailed : passed;
     if (failed)
-        m_messages << QStringLiteral("corvane: row %1: the check failed all the same").arg(m_row)
-                   << Qt::endl;
+        m_messages << u"corvane: row %1: the check failed all the same"_s.arg(m_row) << Qt::endl;
     return anythingElse;
 }
 
@@ -134,7 +133,7 @@ bool UnattendedRun::refuse(const QString &reason)
 
 bool UnattendedRun::refuseAtRow(const QString &reason)
 {
-    return refuse(m_row == 0 ? reason : QStringLiteral("row %1: %2").arg(m_row).arg(reason));
+    return refuse(m_row == 0 ? reason : u"row %1: %2"_s.arg(m_row).arg(reason));
 }
 
 bool UnattendedRun::prepare()
@@ -147,11 +146,11 @@ bool UnattendedRun::prepare()
     if (!loaded) {
         if (!note.isEmpty())
             m_faults.append(note);
-        return refuse(QStringLiteral("%1 cannot be loaded").arg(m_line.list));
+        return refuse(u"%1 cannot be loaded"_s.arg(m_line.list));
     }
     CommandListArea &list = *m_window.commandList;
     if (m_line.get && !list.cmdGetList->isEnabled())
-        return refuse(QStringLiteral("Get list is for chamber settings only"));
+        return refuse(u"Get list is for chamber settings only"_s);
     list.chkStripOpr->setChecked(m_line.stripOperator);
 
     m_window.showChannel(m_line.channel);
@@ -168,7 +167,7 @@ bool UnattendedRun::connectChannel()
     QElapsedTimer waited;
     waited.start();
     const int patience = m_line.patienceSeconds * 1000;
-    QString reason = QStringLiteral("no reason was given");
+    QString reason = u"no reason was given"_s;
     const auto watch = connect(&m_channel, &ChannelSession::connectFailed, this,
                                [&reason](const QString &given) { reason = given; });
     const bool isOpen = channelDriver::open(m_channel, m_window.waits(), patience);
@@ -179,10 +178,8 @@ bool UnattendedRun::connectChannel()
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
     const QString &caption = m_channel.caption();
     if (waited.elapsed() >= patience)
-        return refuse(QStringLiteral("%1: no connection within %2 s")
-                          .arg(caption)
-                          .arg(m_line.patienceSeconds));
-    return refuse(QStringLiteral("%1 is not connected: %2").arg(caption, reason));
+        return refuse(u"%1: no connection within %2 s"_s.arg(caption).arg(m_line.patienceSeconds));
+    return refuse(u"%1 is not connected: %2"_s.arg(caption, reason));
 }
 
 void UnattendedRun::run()
@@ -200,7 +197,7 @@ void UnattendedRun::run()
         // A row that has its reply waits for the loop time, which may be longer.
         const bool waitsForReply = !m_channel.TimerTransfer->isActive();
         if (!m_outcome && waitsForReply && m_sinceSign.hasExpired(patienceMs())) {
-            refuseAtRow(QStringLiteral("no reply within %1 s").arg(m_line.patienceSeconds));
+            refuseAtRow(u"no reply within %1 s"_s.arg(m_line.patienceSeconds));
             engine.cmdStopSend_Click();
         }
     }
@@ -250,8 +247,7 @@ void UnattendedRun::judgeOutcome()
         !fault.isEmpty() && m_faults.isEmpty())
         refuseAtRow(fault);
     if (!m_emptyRows.isEmpty())
-        refuse(
-            QStringLiteral("no value came for row %1").arg(m_emptyRows.join(QStringLiteral(", "))));
+        refuse(u"no value came for row %1"_s.arg(m_emptyRows.join(u", "_s)));
     if (*m_outcome == TransferEngine::Outcome::Passed && m_judged.empty())
         m_messages << "corvane: the list holds no check; nothing was judged" << Qt::endl;
 }
@@ -261,7 +257,7 @@ void UnattendedRun::judgeOutcome()
 void UnattendedRun::writeResults()
 {
     if (&m_rows == &m_out && m_out.status() != QTextStream::Ok)
-        refuse(QStringLiteral("standard output cannot be written"));
+        refuse(u"standard output cannot be written"_s);
     if (m_outcome == TransferEngine::Outcome::Complete) {
         const CommandListArea &list = *m_window.commandList;
         write(m_line.saveFile,
@@ -294,11 +290,11 @@ RunReport UnattendedRun::report() const
     report.began = m_began;
     const QVersionNumber version(productInfo::versionMajor, productInfo::versionMinor,
                                  productInfo::versionRevision);
-    report.properties = {{QStringLiteral("channel"), m_channel.caption()},
-                         {QStringLiteral("device"), m_channel.place()},
-                         {QStringLiteral("loop-ms"), QString::number(m_channel.periodMs())},
-                         {QStringLiteral("version"), version.toString()}};
-    report.fault = m_faults.join(QStringLiteral("; "));
+    report.properties = {{u"channel"_s, m_channel.caption()},
+                         {u"device"_s, m_channel.place()},
+                         {u"loop-ms"_s, QString::number(m_channel.periodMs())},
+                         {u"version"_s, version.toString()}};
+    report.fault = m_faults.join(u"; "_s);
     report.seconds = secondsOf(m_sinceStart);
     for (int row = 0; row < grid.rowCount(); ++row) {
         QStringList cells;

@@ -58,14 +58,12 @@ QString toolkitFault()
 {
     QString fault;
     if (const QString platform = askedPlatform(); !platform.isEmpty())
-        fault =
-            QStringLiteral("the toolkit cannot start on \"%1\" (QT_QPA_PLATFORM).").arg(platform);
+        fault = u"the toolkit cannot start on \"%1\" (QT_QPA_PLATFORM)."_s.arg(platform);
     else
-        fault = QStringLiteral("the display %1 cannot be opened.")
-                    .arg(qEnvironmentVariable("DISPLAY", qEnvironmentVariable("WAYLAND_DISPLAY")));
-    return fault +
-           QStringLiteral("\nUse --run LIST to run a list without one. With CORVANE_DEBUG=1 "
-                          "the toolkit's own messages are shown.");
+        fault = u"the display %1 cannot be opened."_s.arg(
+            qEnvironmentVariable("DISPLAY", qEnvironmentVariable("WAYLAND_DISPLAY")));
+    return fault + u"\nUse --run LIST to run a list without one. With CORVANE_DEBUG=1 "
+                   "the toolkit's own messages are shown."_s;
 }
 
 void printHelp(const Job &job, int &argc, char **argv)
@@ -91,7 +89,7 @@ int runWindow(const CommandLine &line)
     program.window().show();
     // For the window manager: the first paint does not wait for the picture.
     QTimer::singleShot(0, &program.window(), [&program] {
-        QApplication::setWindowIcon(QPixmap(QStringLiteral(":/corvane.png")));
+        QApplication::setWindowIcon(QPixmap(u":/corvane.png"_s));
         if (program.benchWindow())
             program.benchWindow()->openBeside(program.window());
     });
@@ -143,7 +141,7 @@ int runUnattended(const Job &job)
     QObject::connect(&window, &Main::closed, qApp, &QCoreApplication::quit);
     QApplication::exec();
     if (!exitCode)
-        throw PlatformError(QStringLiteral("stopped before anything was sent"));
+        throw PlatformError(u"stopped before anything was sent"_s);
     return *exitCode;
 }
 
@@ -177,14 +175,13 @@ int runTask(const Job &job, int &argc, char **argv)
     case CommandLine::Task::Run:
         if (standardStreams::canPrint())
             return runProgram(job, argc, argv);
-        throw PlatformError(QStringLiteral("standard output is closed"));
+        throw PlatformError(u"standard output is closed"_s);
     case CommandLine::Task::Window:
         break;
     }
     if (hasDisplay() || job.line.demo)
         return runProgram(job, argc, argv);
-    throw PlatformError(
-        QStringLiteral("there is no display. Use --run LIST to run a list, or --demo."));
+    throw PlatformError(u"there is no display. Use --run LIST to run a list, or --demo."_s);
 }
 
 CommandLine readArguments(int argc, char **argv)
@@ -193,14 +190,13 @@ CommandLine readArguments(int argc, char **argv)
     for (int index = 0; index < argc; ++index) {
         arguments.append(QString::fromLocal8Bit(argv[index]));
         if (arguments.last().toLocal8Bit() != argv[index]) // no file would be found by it
-            throw PlatformError(
-                QStringLiteral("%1: the name is not in the system's character set (UTF-8)")
-                    .arg(arguments.last()));
+            throw PlatformError(u"%1: the name is not in the system's character set (UTF-8)"_s.arg(
+                arguments.last()));
     }
     try {
         return CommandLine::parse(arguments);
     } catch (const PlatformError &error) {
-        throw PlatformError(error.description() + QStringLiteral("\nSee corvane --help."));
+        throw PlatformError(error.description() + u"\nSee corvane --help."_s);
     }
 }
 
@@ -217,7 +213,7 @@ int main(int argc, char **argv)
         const int exitCode = runTask({line, out, messages}, argc, argv);
         out.flush();
         if (exitCode != failed && out.status() != QTextStream::Ok)
-            throw PlatformError(QStringLiteral("standard output cannot be written"));
+            throw PlatformError(u"standard output cannot be written"_s);
         return exitCode;
     } catch (const PlatformError &error) {
         messages << "corvane: " << printableText::message(error.description()) << Qt::endl;

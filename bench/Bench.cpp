@@ -11,7 +11,7 @@ namespace corvane::bench {
 Bench::Bench(BenchOptions options, QObject *parent)
     : QObject(parent)
     , m_options(std::move(options))
-    , m_temporaryLinks(QDir::tempPath() + QStringLiteral("/corvane-bench-XXXXXX"))
+    , m_temporaryLinks(QDir::tempPath() + u"/corvane-bench-XXXXXX"_s)
     , m_chamber(m_options.time, 5, "CH-10421")
     , m_secondChamber(m_options.time, 1, "CH-10422")
     , m_thirdChamber(m_options.time, 2, "CH-10423")
@@ -27,10 +27,10 @@ Bench::Bench(BenchOptions options, QObject *parent)
     , m_boardStation(m_board)
     , m_meterStation(m_meter)
     , m_secondStation(m_thirdChamber)
-    , m_rs485(link(QStringLiteral("rs485")))
-    , m_rs232(link(QStringLiteral("rs232")))
-    , m_boardSerial(link(QStringLiteral("rs232-board")))
-    , m_gpibPty(link(QStringLiteral("gpib-serial")))
+    , m_rs485(link(u"rs485"_s))
+    , m_rs232(link(u"rs232"_s))
+    , m_boardSerial(link(u"rs232-board"_s))
+    , m_gpibPty(link(u"gpib-serial"_s))
 {
     wire();
 }
@@ -77,62 +77,55 @@ bool Bench::start()
 void Bench::startSerial(PtyPort &port)
 {
     if (!port.replug())
-        m_errors.append(QStringLiteral("%1: %2").arg(port.path(), port.errorString()));
+        m_errors.append(u"%1: %2"_s.arg(port.path(), port.errorString()));
 }
 
 void Bench::startTcp(TcpPort &port, quint16 preferred)
 {
     if (!port.listen(preferred))
-        m_errors.append(QStringLiteral("TCP port %1: %2").arg(preferred).arg(port.errorString()));
+        m_errors.append(u"TCP port %1: %2"_s.arg(preferred).arg(port.errorString()));
 }
 
 void Bench::listPlaces()
 {
-    const QString board0 = QStringLiteral("GPIB0::%1");
-    const auto tcp = [](const TcpPort &port) {
-        return QStringLiteral("%1:%2").arg(host()).arg(port.port());
-    };
-    const QString chamber = QStringLiteral("chamber controller");
-    const QString board = QStringLiteral("board");
-    const QString controller = QStringLiteral("\"++\" GPIB controller");
+    const QString board0 = u"GPIB0::%1"_s;
+    const auto tcp = [](const TcpPort &port) { return u"%1:%2"_s.arg(host()).arg(port.port()); };
+    const QString chamber = u"chamber controller"_s;
+    const QString board = u"board"_s;
+    const QString controller = u"\"++\" GPIB controller"_s;
     m_places = {
-        {QStringLiteral("rs485"), QStringLiteral("chamber controllers 01 and 05"), m_rs485.path(),
-         &m_rs485Link.faults(), &m_rs485},
-        {QStringLiteral("rs232"), chamber, m_rs232.path(), &m_rs232Link.faults(), &m_rs232},
-        {QStringLiteral("rs232-board"), board, m_boardSerial.path(), &m_boardSerialLink.faults(),
+        {u"rs485"_s, u"chamber controllers 01 and 05"_s, m_rs485.path(), &m_rs485Link.faults(),
+         &m_rs485},
+        {u"rs232"_s, chamber, m_rs232.path(), &m_rs232Link.faults(), &m_rs232},
+        {u"rs232-board"_s, board, m_boardSerial.path(), &m_boardSerialLink.faults(),
          &m_boardSerial},
-        {QStringLiteral("tcp-chamber"), chamber, tcp(m_chamberTcp), &m_chamberTcpLink.faults(),
-         &m_chamberTcp},
-        {QStringLiteral("tcp-board"), board, tcp(m_boardTcp), &m_boardTcpLink.faults(),
-         &m_boardTcp},
-        {QStringLiteral("gpib"), controller, tcp(m_gpibTcp), &m_gpib.faults(), &m_gpibTcp},
-        {QStringLiteral("gpib-serial"), controller, m_gpibPty.path(), &m_gpibSerial.faults(),
-         &m_gpibPty},
-        {QStringLiteral("gpib:5"), chamber, board0.arg(chamberGpibAddress),
-         &m_chamberStation.faults(), &m_chamberStation},
-        {QStringLiteral("gpib:9"), board, board0.arg(boardGpibAddress), &m_boardStation.faults(),
+        {u"tcp-chamber"_s, chamber, tcp(m_chamberTcp), &m_chamberTcpLink.faults(), &m_chamberTcp},
+        {u"tcp-board"_s, board, tcp(m_boardTcp), &m_boardTcpLink.faults(), &m_boardTcp},
+        {u"gpib"_s, controller, tcp(m_gpibTcp), &m_gpib.faults(), &m_gpibTcp},
+        {u"gpib-serial"_s, controller, m_gpibPty.path(), &m_gpibSerial.faults(), &m_gpibPty},
+        {u"gpib:5"_s, chamber, board0.arg(chamberGpibAddress), &m_chamberStation.faults(),
+         &m_chamberStation},
+        {u"gpib:9"_s, board, board0.arg(boardGpibAddress), &m_boardStation.faults(),
          &m_boardStation},
-        {QStringLiteral("gpib:16"), QStringLiteral("meter"), board0.arg(meterGpibAddress),
-         &m_meterStation.faults(), &m_meterStation},
+        {u"gpib:16"_s, u"meter"_s, board0.arg(meterGpibAddress), &m_meterStation.faults(),
+         &m_meterStation},
     };
     if (!m_options.secondGpibPort)
         return;
-    m_places.push_back({QStringLiteral("gpib2"), controller, tcp(m_secondGpibTcp),
-                        &m_secondGpib.faults(), &m_secondGpibTcp});
-    m_places.push_back({QStringLiteral("gpib2:0"), chamber, QStringLiteral("GPIB1::0"),
-                        &m_secondStation.faults(), &m_secondStation});
+    m_places.push_back(
+        {u"gpib2"_s, controller, tcp(m_secondGpibTcp), &m_secondGpib.faults(), &m_secondGpibTcp});
+    m_places.push_back(
+        {u"gpib2:0"_s, chamber, u"GPIB1::0"_s, &m_secondStation.faults(), &m_secondStation});
 }
 
 QStringList Bench::programArguments() const
 {
-    QStringList arguments{
-        QStringLiteral("--com"),  QStringLiteral("1=") + m_rs485.path(),
-        QStringLiteral("--com"),  QStringLiteral("2=") + m_rs232.path(),
-        QStringLiteral("--com"),  QStringLiteral("3=") + m_boardSerial.path(),
-        QStringLiteral("--gpib"), QStringLiteral("0=tcp:%1:%2").arg(host()).arg(gpibPort())};
+    QStringList arguments{u"--com"_s,  u"1="_s + m_rs485.path(),
+                          u"--com"_s,  u"2="_s + m_rs232.path(),
+                          u"--com"_s,  u"3="_s + m_boardSerial.path(),
+                          u"--gpib"_s, u"0=tcp:%1:%2"_s.arg(host()).arg(gpibPort())};
     if (m_options.secondGpibPort) {
-        arguments << QStringLiteral("--gpib")
-                  << QStringLiteral("1=tcp:%1:%2").arg(host()).arg(secondGpibPort());
+        arguments << u"--gpib"_s << u"1=tcp:%1:%2"_s.arg(host()).arg(secondGpibPort());
     }
     return arguments;
 }
@@ -140,8 +133,7 @@ QStringList Bench::programArguments() const
 QString Bench::Place::state() const
 {
     const QString plugged = plug->state();
-    return faults->fault().toString() +
-           (plugged.isEmpty() ? QString() : QStringLiteral(", ") + plugged);
+    return faults->fault().toString() + (plugged.isEmpty() ? QString() : u", "_s + plugged);
 }
 
 QString Bench::state()

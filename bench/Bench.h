@@ -4,6 +4,7 @@
 #include "bench/ChamberController.h"
 #include "bench/DeviceLink.h"
 #include "bench/GpibStation.h"
+#include "bench/Literals.h"
 #include "bench/Meter.h"
 #include "bench/PlusPlusController.h"
 #include "bench/PtyPort.h"
@@ -70,7 +71,7 @@ public:
     /// A "++" controller on a serial port, with the same instruments as the one on TCP.
     [[nodiscard]] QString gpibDevice() const { return m_gpibPty.path(); }
     /// The host and the ports on it; the second controller's is 0 when there is none.
-    [[nodiscard]] static QString host() { return QStringLiteral("127.0.0.1"); }
+    [[nodiscard]] static QString host() { return u"127.0.0.1"_s; }
     [[nodiscard]] quint16 chamberPort() const { return m_chamberTcp.port(); }
     [[nodiscard]] quint16 boardPort() const { return m_boardTcp.port(); }
     [[nodiscard]] quint16 gpibPort() const { return m_gpibTcp.port(); }

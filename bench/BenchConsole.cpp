@@ -45,10 +45,10 @@ bool BenchConsole::start()
     listenToSignals();
     m_input = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
     connect(m_input.get(), &QSocketNotifier::activated, this, &BenchConsole::readOrders);
-    print(m_bench.order(QStringLiteral("list")));
-    print(QStringLiteral("\nStart the program against it:\n  corvane %1\n\n"
-                         "TCP/IP Channels: host %2, port %3 (chamber) or %4 (board).\n"
-                         "Orders are read here; \"help\" lists them, \"quit\" ends.")
+    print(m_bench.order(u"list"_s));
+    print(u"\nStart the program against it:\n  corvane %1\n\n"
+          "TCP/IP Channels: host %2, port %3 (chamber) or %4 (board).\n"
+          "Orders are read here; \"help\" lists them, \"quit\" ends."_s
               .arg(m_bench.programArguments().join(u' '), Bench::host())
               .arg(m_bench.chamberPort())
               .arg(m_bench.boardPort()));

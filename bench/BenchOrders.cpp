@@ -9,11 +9,11 @@ namespace corvane::bench {
 
 namespace {
 
-const QString done = QStringLiteral("done");
-const QString dataWord = QStringLiteral("data");
-const QString directionWord = QStringLiteral("dir");
-const QString normalWord = QStringLiteral("normal");
-const QString overflowWord = QStringLiteral("overflow");
+const QString done = u"done"_s;
+const QString dataWord = u"data"_s;
+const QString directionWord = u"dir"_s;
+const QString normalWord = u"normal"_s;
+const QString overflowWord = u"overflow"_s;
 
 std::optional<int> numberOf(const QString &word, int high)
 {
@@ -59,7 +59,7 @@ std::vector<OrderText> BenchOrders::choices()
 QString BenchOrders::run(const QString &text)
 {
     if (text != QString::fromLatin1(text.toLatin1()))
-        return QStringLiteral("An order has 8-bit characters only; nothing was done.");
+        return u"An order has 8-bit characters only; nothing was done."_s;
     const QString word = text.trimmed().section(u' ', 0, 0);
     const QString rest = text.trimmed().section(u' ', 1).trimmed();
     for (const Order &order : orders()) {
@@ -70,8 +70,7 @@ QString BenchOrders::run(const QString &text)
         const QString answer = arguments.size() == named.split(u' ', Qt::SkipEmptyParts).size()
                                    ? (this->*order.run)(arguments)
                                    : QString();
-        return answer.isEmpty() ? QStringLiteral("Use: %1 %2").arg(order.text.word, named).trimmed()
-                                : answer;
+        return answer.isEmpty() ? u"Use: %1 %2"_s.arg(order.text.word, named).trimmed() : answer;
     }
     return fault(word, rest);
 }
@@ -79,18 +78,17 @@ QString BenchOrders::run(const QString &text)
 QString BenchOrders::help(const QStringList &)
 {
     const auto line = [](int width, const QString &order, QLatin1String about) {
-        return QStringLiteral("  %1 %2\n").arg(order, -width).arg(about);
+        return u"  %1 %2\n"_s.arg(order, -width).arg(about);
     };
     const auto usage = [](const OrderText &text) {
-        return QStringLiteral("%1 %2").arg(text.word, text.arguments);
+        return u"%1 %2"_s.arg(text.word, text.arguments);
     };
     constexpr int width = 28;
-    QString text = QStringLiteral("Orders:\n");
+    QString text = u"Orders:\n"_s;
     for (const Order &order : orders())
         text += line(width, usage(order.text), order.text.about);
-    text += line(width, QStringLiteral("PLACE FAULT"),
-                 QLatin1String("a fault at a place of the list, as \"rs485 silent\""));
-    text += QStringLiteral("Faults:\n");
+    text += line(width, u"PLACE FAULT"_s, "a fault at a place of the list, as \"rs485 silent\""_L1);
+    text += u"Faults:\n"_s;
     for (const OrderText &fault : Fault::choices())
         text += line(width, usage(fault), fault.about);
     return text.chopped(1);
@@ -100,8 +98,7 @@ QString BenchOrders::list(const QStringList &)
 {
     QStringList lines;
     for (const Bench::Place &place : m_bench.places()) {
-        lines.append(QStringLiteral("%1 %2 %3 %4")
-                         .arg(place.name, -12)
+        lines.append(u"%1 %2 %3 %4"_s.arg(place.name, -12)
                          .arg(place.what, -30)
                          .arg(place.where, -38)
                          .arg(place.state()));
@@ -116,16 +113,15 @@ QString BenchOrders::state() const
     const Meter &meter = m_bench.meter();
     QStringList stuck;
     for (const BoardPorts::StuckBit &bit : ports.stuckBits())
-        stuck.append(QStringLiteral("%1 %2 %3 %4")
-                         .arg(bit.where == BoardPorts::Where::Data ? dataWord : directionWord)
-                         .arg(bit.port)
-                         .arg(bit.bit)
-                         .arg(int(bit.high)));
-    return QStringLiteral("connector %1, %2, sensor%3 on channel %4, meter %5, serial %6")
-        .arg(ports.connector() ? QStringLiteral("fitted") : QStringLiteral("off"),
-             stuck.isEmpty() ? QStringLiteral("no stuck bit")
-                             : QStringLiteral("stuck ") + stuck.join(QStringLiteral(" and ")),
-             meter.isSensorPinned() ? QString() : QStringLiteral(" follows,"))
+        stuck.append(
+            u"%1 %2 %3 %4"_s.arg(bit.where == BoardPorts::Where::Data ? dataWord : directionWord)
+                .arg(bit.port)
+                .arg(bit.bit)
+                .arg(int(bit.high)));
+    return u"connector %1, %2, sensor%3 on channel %4, meter %5, serial %6"_s
+        .arg(ports.connector() ? u"fitted"_s : u"off"_s,
+             stuck.isEmpty() ? u"no stuck bit"_s : u"stuck "_s + stuck.join(u" and "_s),
+             meter.isSensorPinned() ? QString() : u" follows,"_s)
         .arg(meter.sensorChannel())
         .arg(meter.overflow() ? overflowWord : normalWord,
              QString::fromLatin1(m_bench.board().serial()));
@@ -135,7 +131,7 @@ QString BenchOrders::clear(const QStringList &)
 {
     QString answer = done;
     for (const Bench::Place &place : m_bench.places()) {
-        const QString one = fault(place.name, QStringLiteral("none"));
+        const QString one = fault(place.name, u"none"_s);
         if (one != done)
             answer = one;
     }
@@ -210,11 +206,10 @@ QString BenchOrders::fault(const QString &place, const QString &text)
         return one.name.compare(place, Qt::CaseInsensitive) == 0;
     });
     if (found == places.end())
-        return QStringLiteral("There is no order and no place \"%1\". Try \"help\" or \"list\".")
-            .arg(place);
+        return u"There is no order and no place \"%1\". Try \"help\" or \"list\"."_s.arg(place);
     const auto fault = Fault::parse(text);
     if (!fault)
-        return QStringLiteral("There is no fault \"%1\". Try \"help\".").arg(text);
+        return u"There is no fault \"%1\". Try \"help\"."_s.arg(text);
     found->faults->order(*fault);
     if (fault->kind == Fault::Kind::Unplug) {
         found->plug->unplug();
@@ -222,8 +217,7 @@ QString BenchOrders::fault(const QString &place, const QString &text)
     }
     if (fault->kind == Fault::Kind::None)
         found->plug->discardOutput();
-    return found->plug->replug() ? done
-                                 : QStringLiteral("%1 cannot come back now.").arg(found->name);
+    return found->plug->replug() ? done : u"%1 cannot come back now."_s.arg(found->name);
 }
 
 } // namespace corvane::bench

@@ -1,5 +1,6 @@
 #include "bench/Fault.h"
 
+#include "bench/Literals.h"
 #include "bench/Text.h"
 
 #include <QStringList>
@@ -91,7 +92,7 @@ std::optional<Fault> Fault::parse(const QString &text)
 {
     QString rest = text.trimmed();
     Fault fault;
-    const QString onceWord = QStringLiteral(" once");
+    const QString onceWord = u" once"_s;
     if (rest.endsWith(onceWord, Qt::CaseInsensitive)) {
         fault.once = true;
         rest = rest.chopped(onceWord.size()).trimmed();
@@ -122,13 +123,13 @@ QString Fault::toString() const
     const Row &row = rowOf(kind);
     QString written = QLatin1String(row.word);
     if (takesMs(kind))
-        written += QStringLiteral(" %1").arg(ms);
+        written += u" %1"_s.arg(ms);
     if (kind == Kind::Flood)
-        written += QStringLiteral(" %1 %2").arg(bytes).arg(piece);
+        written += u" %1 %2"_s.arg(bytes).arg(piece);
     if (kind == Kind::Garbage && !text.isEmpty())
         written += u' ' + QString::fromLatin1(escaped(text));
     if (once && !row.once)
-        written += QStringLiteral(" once");
+        written += u" once"_s;
     return written;
 }
 

@@ -1,5 +1,6 @@
 #include "bench/PtyPort.h"
 
+#include "bench/Literals.h"
 #include "bench/PtyLine.h"
 
 #include <QFile>
@@ -89,7 +90,7 @@ bool PtyPort::openPair()
     std::array<char, 128> slave{};
     if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0 ||
         ::ptsname_r(m_master, slave.data(), slave.size()) != 0)
-        return fail(QStringLiteral("no pseudo terminal"));
+        return fail(u"no pseudo terminal"_s);
     m_slave = QString::fromLocal8Bit(slave.data());
     // Raw before anybody opens it: a fresh one echoes and waits for whole lines.
     termios settings{};
@@ -99,17 +100,17 @@ bool PtyPort::openPair()
     ::tcsetattr(m_master, TCSANOW, &settings);
     m_keeper = ::open(slave.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (m_keeper < 0 || ::fcntl(m_master, F_SETFL, O_NONBLOCK) != 0)
-        return fail(QStringLiteral("cannot open %1").arg(m_slave));
+        return fail(u"cannot open %1"_s.arg(m_slave));
     if (QFileInfo(m_link).isSymLink())
         QFile::remove(m_link);
     if (!QFile::link(m_slave, m_link))
-        return fail(QStringLiteral("cannot make the link %1").arg(m_link));
+        return fail(u"cannot make the link %1"_s.arg(m_link));
     return true;
 }
 
 bool PtyPort::fail(const QString &what)
 {
-    m_error = what + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(errno));
+    m_error = what + u": "_s + QString::fromLocal8Bit(std::strerror(errno));
     return false;
 }
 
@@ -118,10 +119,9 @@ QString PtyPort::state() const
     const auto line = isPlugged() ? lineOf(m_master) : std::nullopt;
     if (!line || line->rate == unsetRate)
         return {};
-    return QStringLiteral("%1 baud, %2 stop bit%3")
-        .arg(line->rate)
+    return u"%1 baud, %2 stop bit%3"_s.arg(line->rate)
         .arg(line->stopBits)
-        .arg(line->stopBits == 1 ? QString() : QStringLiteral("s"));
+        .arg(line->stopBits == 1 ? QString() : u"s"_s);
 }
 
 void PtyPort::readInput()
@@ -182,7 +182,7 @@ void PtyPort::close()
 
 bool PtyPort::replug()
 {
-    m_error = QStringLiteral("This system has no pseudo terminals.");
+    m_error = u"This system has no pseudo terminals."_s;
     return false;
 }
 

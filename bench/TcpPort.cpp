@@ -1,5 +1,7 @@
 #include "bench/TcpPort.h"
 
+#include "bench/Literals.h"
+
 #include <QNetworkProxy>
 
 namespace corvane::bench {
@@ -58,7 +60,7 @@ bool TcpPort::replug()
 
 QString TcpPort::state() const
 {
-    return QStringLiteral("%1 connected").arg(findChildren<TcpStream *>().size());
+    return u"%1 connected"_s.arg(findChildren<TcpStream *>().size());
 }
 
 void TcpPort::accept()

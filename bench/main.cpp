@@ -9,11 +9,11 @@ using namespace corvane::bench;
 
 namespace {
 
-const QString about = QStringLiteral(
-    "The simulated bench: chamber controllers, a board and a meter on pseudo terminals,\n"
+const QString about =
+    u"The simulated bench: chamber controllers, a board and a meter on pseudo terminals,\n"
     "TCP ports of this computer and a \"++\" GPIB controller.\n\n"
     "It says where everything is and how to start Corvane against it. Orders on its standard\n"
-    "input make it misbehave: type \"help\" while it runs. Ctrl+C or \"quit\" ends it.");
+    "input make it misbehave: type \"help\" while it runs. Ctrl+C or \"quit\" ends it."_s;
 
 /// The port that an option asks for; nothing, with a message, when it is none.
 std::optional<quint16> portOf(const QCommandLineParser &parser, const QCommandLineOption &option)
@@ -30,8 +30,7 @@ std::optional<quint16> portOf(const QCommandLineParser &parser, const QCommandLi
 
 QCommandLineOption portOption(const char *name, const char *what, const char *preset)
 {
-    return {QLatin1String(name), QLatin1String(what), QStringLiteral("PORT"),
-            QLatin1String(preset)};
+    return {QLatin1String(name), QLatin1String(what), u"PORT"_s, QLatin1String(preset)};
 }
 
 } // namespace
@@ -39,7 +38,7 @@ QCommandLineOption portOption(const char *name, const char *what, const char *pr
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("corvane-bench"));
+    QCoreApplication::setApplicationName(u"corvane-bench"_s);
     QCommandLineParser parser;
     parser.setApplicationDescription(about);
     parser.addHelpOption();
@@ -48,9 +47,7 @@ int main(int argc, char **argv)
     const auto gpib = portOption("gpib-port", "TCP port of the GPIB controller.", "1234");
     const auto second =
         portOption("gpib2", "A second GPIB controller on PORT, an instrument at GPIB1::0.", "");
-    const QCommandLineOption links(QStringLiteral("links"),
-                                   QStringLiteral("Serial ports as links in FOLDER."),
-                                   QStringLiteral("FOLDER"));
+    const QCommandLineOption links(u"links"_s, u"Serial ports as links in FOLDER."_s, u"FOLDER"_s);
     parser.addOptions({chamber, board, gpib, second, links});
     parser.process(application);
 

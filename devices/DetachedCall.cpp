@@ -42,8 +42,8 @@ void DetachedCall::start(Work work)
     try {
         std::thread(run).detach();
     } catch (const std::system_error &fault) {
-        throw PlatformError(QStringLiteral("no thread can be started: %1")
-                                .arg(QString::fromLocal8Bit(fault.what())));
+        throw PlatformError(
+            u"no thread can be started: %1"_s.arg(QString::fromLocal8Bit(fault.what())));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "devices/FileQuestions.h"
 
+#include "devices/Literals.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -35,7 +37,7 @@ QStringList nameFilters(const QString &filter)
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         const QString patterns = QString(parts[i + 1]).replace(u';', u' ');
         const bool shows = parts[i].endsWith(u'(' + patterns + u')');
-        filters.append(shows ? parts[i] : QStringLiteral("%1 (%2)").arg(parts[i], patterns));
+        filters.append(shows ? parts[i] : u"%1 (%2)"_s.arg(parts[i], patterns));
     }
     return filters;
 }
@@ -50,7 +52,7 @@ QString extensionOf(const QString &nameFilter)
 
 QString withExtension(const QString &path, const QString &extension)
 {
-    static const QRegularExpression typed(QStringLiteral("\\.[A-Za-z][A-Za-z0-9]{0,3}$"));
+    static const QRegularExpression typed(u"\\.[A-Za-z][A-Za-z0-9]{0,3}$"_s);
     if (path.isEmpty() || extension.isEmpty() || typed.match(path).hasMatch() ||
         path.endsWith(u'.' + extension, Qt::CaseInsensitive))
         return path;
@@ -61,8 +63,8 @@ bool isReservedOnWindows(const QString &name)
 {
     // The system takes the superscript digits 1 to 3 for digits, too.
     static const QRegularExpression reserved(
-        QStringLiteral("^(con|prn|aux|nul|(com|lpt)[1-9\u00b9\u00b2\u00b3]|conin\\$|conout\\$)"
-                       " *(\\.|$)"),
+        u"^(con|prn|aux|nul|(com|lpt)[1-9\u00b9\u00b2\u00b3]|conin\\$|conout\\$)"
+        " *(\\.|$)"_s,
         QRegularExpression::CaseInsensitiveOption);
     return reserved.match(name).hasMatch();
 }

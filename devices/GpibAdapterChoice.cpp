@@ -12,15 +12,14 @@ namespace {
 using Kind = GpibAdapterChoice::Kind;
 
 constexpr std::pair<QLatin1String, Kind> kinds[] = {
-    {QLatin1String("auto"), Kind::Auto},       {QLatin1String("none"), Kind::None},
-    {QLatin1String("tcp"), Kind::Tcp},         {QLatin1String("serial"), Kind::Serial},
-    {QLatin1String("library"), Kind::Library}, {QLatin1String("visa"), Kind::Visa}};
+    {"auto"_L1, Kind::Auto},     {"none"_L1, Kind::None},       {"tcp"_L1, Kind::Tcp},
+    {"serial"_L1, Kind::Serial}, {"library"_L1, Kind::Library}, {"visa"_L1, Kind::Visa}};
 
 constexpr int highestLibraryBoard = 15;
 
 [[noreturn]] void refuse(const QString &text, const QString &why)
 {
-    throw PlatformError(QStringLiteral("GPIB adapter \"%1\": %2").arg(text, why));
+    throw PlatformError(u"GPIB adapter \"%1\": %2"_s.arg(text, why));
 }
 
 int numberIn(const QString &text, const QString &part, const QString &what, int first, int last)
@@ -28,10 +27,9 @@ int numberIn(const QString &text, const QString &part, const QString &what, int 
     bool ok = false;
     const int value = part.toInt(&ok);
     if (!ok || value < first || value > last)
-        refuse(text, QStringLiteral("the %1 \"%2\" is not a number from %3 to %4")
-                         .arg(what, part)
-                         .arg(first)
-                         .arg(last));
+        refuse(
+            text,
+            u"the %1 \"%2\" is not a number from %3 to %4"_s.arg(what, part).arg(first).arg(last));
     return value;
 }
 
@@ -42,9 +40,9 @@ void readPeer(GpibAdapterChoice &choice, const QString &text, const QString &pee
     const auto colon = peer.indexOf(u':', std::max<qsizetype>(bracket, 0));
     choice.host = bracket > 0 ? peer.mid(1, bracket - 1) : peer.left(colon);
     if (choice.host.isEmpty())
-        refuse(text, QStringLiteral("a host is needed, as in tcp:192.168.0.5:1234"));
+        refuse(text, u"a host is needed, as in tcp:192.168.0.5:1234"_s);
     if (colon >= 0)
-        choice.port = numberIn(text, peer.mid(colon + 1), QStringLiteral("port"), 1, 65535);
+        choice.port = numberIn(text, peer.mid(colon + 1), u"port"_s, 1, 65535);
 }
 
 } // namespace
@@ -57,8 +55,8 @@ GpibAdapterChoice GpibAdapterChoice::parse(const QString &text)
     const auto known =
         std::ranges::find_if(kinds, [&word](const auto &row) { return word == row.first; });
     if (known == std::end(kinds))
-        refuse(text, QStringLiteral("it must be auto, none, tcp:HOST[:PORT], serial:DEVICE, "
-                                    "library[:BOARD] or visa"));
+        refuse(text, u"it must be auto, none, tcp:HOST[:PORT], serial:DEVICE, "
+                     "library[:BOARD] or visa"_s);
     GpibAdapterChoice choice;
     choice.kind = known->second;
     if (choice.kind == Kind::Tcp) {
@@ -66,12 +64,11 @@ GpibAdapterChoice GpibAdapterChoice::parse(const QString &text)
     } else if (choice.kind == Kind::Serial) {
         choice.device = rest;
         if (rest.isEmpty())
-            refuse(text, QStringLiteral("a device is needed, as in serial:/dev/ttyUSB0"));
+            refuse(text, u"a device is needed, as in serial:/dev/ttyUSB0"_s);
     } else if (choice.kind == Kind::Library && !rest.isEmpty()) {
-        choice.libraryBoard =
-            numberIn(text, rest, QStringLiteral("board number"), 0, highestLibraryBoard);
+        choice.libraryBoard = numberIn(text, rest, u"board number"_s, 0, highestLibraryBoard);
     } else if (!rest.isEmpty()) {
-        refuse(text, QStringLiteral("nothing may follow \"%1\"").arg(word));
+        refuse(text, u"nothing may follow \"%1\""_s.arg(word));
     }
     return choice;
 }
@@ -81,13 +78,11 @@ QString GpibAdapterChoice::toString() const
     QString word =
         std::ranges::find(kinds, kind, [](const auto &row) { return row.second; })->first;
     if (kind == Kind::Tcp)
-        return QStringLiteral("%1:%2:%3")
-            .arg(word, host.contains(u':') ? u'[' + host + u']' : host)
-            .arg(port);
+        return u"%1:%2:%3"_s.arg(word, host.contains(u':') ? u'[' + host + u']' : host).arg(port);
     if (kind == Kind::Serial)
         return word + u':' + device;
     if (kind == Kind::Library && libraryBoard)
-        return QStringLiteral("%1:%2").arg(word).arg(*libraryBoard);
+        return u"%1:%2"_s.arg(word).arg(*libraryBoard);
     return word;
 }
 

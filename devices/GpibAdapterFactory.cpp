@@ -24,16 +24,16 @@ GpibAdapterFactory::GpibAdapterFactory(Reader reader)
 
 QString GpibAdapterFactory::chosenBy(int board, const QString &adapter) const
 {
-    return m_reader == Reader::Window ? QStringLiteral("\"Adapter...\" on the IEEE 488 tab")
-                                      : QStringLiteral("--gpib %1=%2").arg(board).arg(adapter);
+    return m_reader == Reader::Window ? u"\"Adapter...\" on the IEEE 488 tab"_s
+                                      : u"--gpib %1=%2"_s.arg(board).arg(adapter);
 }
 
 std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &choice,
                                                       int board) const
 {
     using Kind = GpibAdapterChoice::Kind;
-    const QString any = chosenBy(board, QStringLiteral("ADAPTER"));
-    const QString another = QStringLiteral(" (another adapter: %1)").arg(any);
+    const QString any = chosenBy(board, u"ADAPTER"_s);
+    const QString another = u" (another adapter: %1)"_s.arg(any);
     try {
         switch (choice.kind) {
         case Kind::Auto:
@@ -58,7 +58,7 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &c
         return std::make_unique<NoGpibAdapter>(fault.description() + another);
     }
     return std::make_unique<NoGpibAdapter>(
-        QStringLiteral("board GPIB%1 has no adapter; choose one (%2)").arg(board).arg(any));
+        u"board GPIB%1 has no adapter; choose one (%2)"_s.arg(board).arg(any));
 }
 
 std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) const
@@ -71,17 +71,16 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) co
         if (why.isEmpty())
             return std::make_unique<LibraryAdapter>(std::move(bus));
     } catch (const PlatformError &) {
-        why = QStringLiteral("no GPIB library is installed");
+        why = u"no GPIB library is installed"_s;
     }
     try {
         return std::make_unique<LibraryAdapter>(std::make_shared<VisaBus>(
             std::make_shared<const VisaLibrary>(m_libraries.visa), board));
     } catch (const PlatformError &) {
         return std::make_unique<NoGpibAdapter>(
-            QStringLiteral("nothing serves board GPIB%1: %2, and no VISA library. Install the "
-                           "library of your board, or choose a \"++\" controller (%3)")
-                .arg(board)
-                .arg(why, chosenBy(board, QStringLiteral("tcp:HOST"))));
+            u"nothing serves board GPIB%1: %2, and no VISA library. Install the "
+            "library of your board, or choose a \"++\" controller (%3)"_s.arg(board)
+                .arg(why, chosenBy(board, u"tcp:HOST"_s)));
     }
 }
 
@@ -89,12 +88,12 @@ QList<GpibAdapterFactory::Installed> GpibAdapterFactory::installed() const
 {
     QList<Installed> found;
     try {
-        found.append({QStringLiteral("ib*"), IbLibrary(m_libraries.ib).file});
+        found.append({u"ib*"_s, IbLibrary(m_libraries.ib).file});
     } catch (const PlatformError &) {
         // not installed
     }
     try {
-        found.append({QStringLiteral("VISA"), VisaLibrary(m_libraries.visa).file});
+        found.append({u"VISA"_s, VisaLibrary(m_libraries.visa).file});
     } catch (const PlatformError &) {
         // not installed
     }

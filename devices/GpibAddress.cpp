@@ -14,10 +14,10 @@ int partInRange(const QString &connectString, const QString &part, const QString
     bool ok = false;
     const int value = part.trimmed().toInt(&ok);
     if (!ok || value < first || value > last)
-        throw PlatformError(QStringLiteral("%1: the %2 \"%3\" is not a number from %4 to %5")
-                                .arg(connectString, what, part)
-                                .arg(first)
-                                .arg(last));
+        throw PlatformError(
+            u"%1: the %2 \"%3\" is not a number from %4 to %5"_s.arg(connectString, what, part)
+                .arg(first)
+                .arg(last));
     return value;
 }
 
@@ -25,25 +25,24 @@ int partInRange(const QString &connectString, const QString &part, const QString
 
 GpibAddress GpibAddress::parse(const QString &connectString)
 {
-    const QStringList parts = connectString.split(QStringLiteral("::"));
-    const QString prefix = QStringLiteral("GPIB");
+    const QStringList parts = connectString.split(u"::"_s);
+    const QString prefix = u"GPIB"_s;
     if (parts.size() < 2 || parts.size() > 3 || !parts[0].startsWith(prefix, Qt::CaseInsensitive))
-        throw PlatformError(QStringLiteral("\"%1\" is no GPIB address; it has the form GPIB0::5")
-                                .arg(connectString));
+        throw PlatformError(
+            u"\"%1\" is no GPIB address; it has the form GPIB0::5"_s.arg(connectString));
     GpibAddress address;
-    address.board = partInRange(connectString, parts[0].mid(prefix.size()),
-                                QStringLiteral("board number"), 0, boardCount - 1);
-    address.primary = partInRange(connectString, parts[1], QStringLiteral("device address"), 0, 30);
+    address.board = partInRange(connectString, parts[0].mid(prefix.size()), u"board number"_s, 0,
+                                boardCount - 1);
+    address.primary = partInRange(connectString, parts[1], u"device address"_s, 0, 30);
     if (parts.size() == 3)
-        address.secondary =
-            partInRange(connectString, parts[2], QStringLiteral("secondary address"), 96, 126);
+        address.secondary = partInRange(connectString, parts[2], u"secondary address"_s, 96, 126);
     return address;
 }
 
 QString GpibAddress::toString() const
 {
-    const QString text = QStringLiteral("GPIB%1::%2").arg(board).arg(primary);
-    return secondary ? text + QStringLiteral("::%1").arg(*secondary) : text;
+    const QString text = u"GPIB%1::%2"_s.arg(board).arg(primary);
+    return secondary ? text + u"::%1"_s.arg(*secondary) : text;
 }
 
 } // namespace corvane

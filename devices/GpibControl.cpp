@@ -12,10 +12,9 @@ public:
         : m_control(control)
     {
         if (control.m_shutDown)
-            throw PlatformError(QStringLiteral("the GPIB control is shutting down"));
+            throw PlatformError(u"the GPIB control is shutting down"_s);
         if (control.m_busy)
-            throw PlatformError(
-                QStringLiteral("the GPIB control is busy with another exchange; try again"));
+            throw PlatformError(u"the GPIB control is busy with another exchange; try again"_s);
         control.m_waits.reopen();
         setBusy(true);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "devices/GpibAdapter.h"
+#include "devices/Literals.h"
 #include "devices/WaitGroup.h"
 
 #include <QByteArray>
@@ -80,7 +81,7 @@ private:
     WaitGroup m_waits;
     AdapterFactory m_factory;
     std::array<std::unique_ptr<GpibAdapter>, GpibAddress::boardCount> m_adapters;
-    QString m_connectString = QStringLiteral("GPIB0::0");
+    QString m_connectString = u"GPIB0::0"_s;
     int m_timeoutMs = defaultTimeoutMs;
     QString m_incomplete;
     bool m_busy = false;

@@ -1,5 +1,7 @@
 #include "devices/GpibReply.h"
 
+#include "devices/Literals.h"
+
 namespace corvane::gpibReply {
 
 QString whyIncomplete(QByteArrayView reply, End end)
@@ -12,17 +14,15 @@ QString whyIncomplete(QByteArrayView reply, End end)
         break;
     case End::Unmarked:
         return hasLineEnd ? QString()
-                          : QStringLiteral("the reply may be incomplete: neither a line feed nor "
-                                           "the controller marks its end");
+                          : u"the reply may be incomplete: neither a line feed nor "
+                            "the controller marks its end"_s;
     case End::TimedOut:
-        return hasLineEnd ? QString()
-                          : QStringLiteral("the reply is incomplete: its end did not come in time");
+        return hasLineEnd ? QString() : u"the reply is incomplete: its end did not come in time"_s;
     case End::Endless:
-        return QStringLiteral("the reply is incomplete: the device was still sending when its time "
-                              "was over");
+        return u"the reply is incomplete: the device was still sending when its time "
+               "was over"_s;
     case End::TooLong:
-        return QStringLiteral("the reply is incomplete: it was cut after %1 MB")
-            .arg(longest / 1'000'000);
+        return u"the reply is incomplete: it was cut after %1 MB"_s.arg(longest / 1'000'000);
     }
     return {};
 }

@@ -45,33 +45,32 @@ struct Reason
 };
 
 constexpr Reason reasons[] = {
-    {1, QLatin1String("the board is not the controller in charge of the bus")},
-    {error::noListener, QLatin1String("no device listens at this address; check the address, the "
-                                      "cable and the device's power")},
-    {3, QLatin1String("the board cannot address the device")},
-    {4, QLatin1String("the library refused an argument")},
-    {5, QLatin1String("the board is not the system controller; configure it as one")},
-    {error::aborted, QLatin1String("the device did not take the bytes in time")},
-    {error::noBoard, QLatin1String("there is no such board; check it with the library's "
-                                   "configuration tool")},
-    {10, QLatin1String("an earlier operation is still running")},
-    {11, QLatin1String("the board cannot do this")},
-    {12, QLatin1String("the library cannot read its configuration file")},
-    {error::bus, QLatin1String("the bus takes no commands; check the cables and that a device is "
-                               "switched on")},
-    {16, QLatin1String("a device holds the service request line")},
-    {20, QLatin1String("the library's table of devices is full; restart the program")},
-    {21, QLatin1String("another program has locked the board")},
-    {error::handle, QLatin1String("the library has lost the device; connect again")},
-    {26, QLatin1String("another program is using the device")},
-    {28, QLatin1String("the board has no power")},
+    {1, "the board is not the controller in charge of the bus"_L1},
+    {error::noListener, "no device listens at this address; check the address, the "
+                        "cable and the device's power"_L1},
+    {3, "the board cannot address the device"_L1},
+    {4, "the library refused an argument"_L1},
+    {5, "the board is not the system controller; configure it as one"_L1},
+    {error::aborted, "the device did not take the bytes in time"_L1},
+    {error::noBoard, "there is no such board; check it with the library's "
+                     "configuration tool"_L1},
+    {10, "an earlier operation is still running"_L1},
+    {11, "the board cannot do this"_L1},
+    {12, "the library cannot read its configuration file"_L1},
+    {error::bus, "the bus takes no commands; check the cables and that a device is "
+                 "switched on"_L1},
+    {16, "a device holds the service request line"_L1},
+    {20, "the library's table of devices is full; restart the program"_L1},
+    {21, "another program has locked the board"_L1},
+    {error::handle, "the library has lost the device; connect again"_L1},
+    {26, "another program is using the device"_L1},
+    {28, "the board has no power"_L1},
 };
 
 QString groupHint(const QString &deviceFile)
 {
-    return QStringLiteral("permission denied for %1; add your user to the group %2 and log in "
-                          "again")
-        .arg(deviceFile, QFileInfo(deviceFile).group());
+    return u"permission denied for %1; add your user to the group %2 and log in "
+           "again"_s.arg(deviceFile, QFileInfo(deviceFile).group());
 }
 
 } // namespace
@@ -88,18 +87,16 @@ QString IbBus::missing() const
 #ifdef Q_OS_UNIX
     const QByteArray file = QFile::encodeName(m_deviceFile);
     if (m_library->hasDeviceFiles && access(file.constData(), R_OK | W_OK) != 0)
-        return errno == EACCES
-                   ? groupHint(m_deviceFile)
-                   : QStringLiteral("there is no %1; load the board's kernel driver and configure "
-                                    "it (gpib_config)")
-                         .arg(m_deviceFile);
+        return errno == EACCES ? groupHint(m_deviceFile)
+                               : u"there is no %1; load the board's kernel driver and configure "
+                                 "it (gpib_config)"_s.arg(m_deviceFile);
 #endif
     return {};
 }
 
 QString IbBus::description() const
 {
-    return QStringLiteral("board %1 of the GPIB library %2").arg(m_board).arg(m_library->file);
+    return u"board %1 of the GPIB library %2"_s.arg(m_board).arg(m_library->file);
 }
 
 void IbBus::open(const GpibAddress &address)
@@ -174,12 +171,12 @@ int IbBus::newDevice(const GpibAddress &address, int timeoutCode)
     const int secondary = address.secondary.value_or(0);
     if (address.primary < 0 || address.primary > 30 ||
         (secondary != 0 && (secondary < 96 || secondary > 126)))
-        throw PlatformError(QStringLiteral("%1 is no address of a device").arg(address.toString()));
+        throw PlatformError(u"%1 is no address of a device"_s.arg(address.toString()));
     if (const QString why = missing(); !why.isEmpty())
-        throw PlatformError(QStringLiteral("%1: %2").arg(address.toString(), why));
+        throw PlatformError(u"%1: %2"_s.arg(address.toString(), why));
     if (m_failedOpenings >= mostFailedOpenings)
-        throw PlatformError(QStringLiteral("%1: opening has failed too often; restart the program")
-                                .arg(address.toString()));
+        throw PlatformError(
+            u"%1: opening has failed too often; restart the program"_s.arg(address.toString()));
     const int handle = m_library->ibdev(m_board, address.primary, secondary, timeoutCode, 1, 0);
     if (handle < 0 || failed(m_library->ThreadIbsta())) {
         ++m_failedOpenings;
@@ -203,7 +200,7 @@ void IbBus::fail(const GpibAddress &address)
         m_library->ibonl(known->second.handle, 0); // opened anew at the next use
         m_devices.erase(known);
     }
-    const QString text = QStringLiteral("%1: %2").arg(address.toString(), why);
+    const QString text = u"%1: %2"_s.arg(address.toString(), why);
     if (std::ranges::find(deviceAbsent, error) != deviceAbsent.end())
         throw DeviceAbsent(text);
     throw PlatformError(text);
@@ -214,13 +211,11 @@ QString IbBus::reason(int error, long count) const
     if (error == error::system && count == EACCES)
         return groupHint(m_deviceFile);
     if (error == error::system)
-        return QStringLiteral("the board does not answer the system (error %1); is its driver "
-                              "loaded and the board configured?")
-            .arg(count);
+        return u"the board does not answer the system (error %1); is its driver "
+               "loaded and the board configured?"_s.arg(count);
     const auto known = std::ranges::find(reasons, error, &Reason::error);
-    return known == std::end(reasons)
-               ? QStringLiteral("the GPIB library reports error %1").arg(error)
-               : QString(known->text);
+    return known == std::end(reasons) ? u"the GPIB library reports error %1"_s.arg(error)
+                                      : QString(known->text);
 }
 
 } // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "devices/BlockingBus.h"
 #include "devices/IbLibrary.h"
+#include "devices/Literals.h"
 
 #include <map>
 #include <memory>
@@ -12,7 +13,7 @@ namespace corvane {
 class IbBus : public BlockingBus
 {
 public:
-    static QString defaultDeviceFiles() { return QStringLiteral("/dev/gpib"); }
+    static QString defaultDeviceFiles() { return u"/dev/gpib"_s; }
 
     /// `board` is the library's number of it. `deviceFiles` is what stands before that number in
     /// the name of the board's device file, where the library has such files.

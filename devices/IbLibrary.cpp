@@ -1,5 +1,7 @@
 #include "devices/IbLibrary.h"
 
+#include "devices/Literals.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -19,7 +21,7 @@ constexpr Timeout timeouts[] = {{1, 5},      {3, 6},      {10, 7},     {30, 8},
 } // namespace
 
 IbLibrary::IbLibrary(const QString &path)
-    : library(QStringLiteral("GPIB library"), libraryNames::ib(libraryNames::thisSystem), path)
+    : library(u"GPIB library"_s, libraryNames::ib(libraryNames::thisSystem), path)
     , file(library.file("ibdev"))
 {
     library.require(ibdev, "ibdev");

@@ -47,8 +47,7 @@ InstalledLibrary::InstalledLibrary(const QString &purpose,
             return;
         failures.append(m_library->errorString());
     }
-    throw PlatformError(QStringLiteral("no %1 is installed (%2)")
-                            .arg(purpose, failures.join(QStringLiteral("; "))));
+    throw PlatformError(u"no %1 is installed (%2)"_s.arg(purpose, failures.join(u"; "_s)));
 }
 
 QString InstalledLibrary::file(const char *anyFunction) const
@@ -58,9 +57,8 @@ QString InstalledLibrary::file(const char *anyFunction) const
 
 void InstalledLibrary::throwMissing(const char *name) const
 {
-    throw PlatformError(
-        QStringLiteral("the library %1 has no function %2; another version is needed")
-            .arg(m_library->fileName(), QLatin1String(name)));
+    throw PlatformError(u"the library %1 has no function %2; another version is needed"_s.arg(
+        m_library->fileName(), QLatin1String(name)));
 }
 
 } // namespace corvane

@@ -83,9 +83,8 @@ QByteArray LibraryAdapter::read(const GpibAddress &address, int timeoutMs, WaitG
 void LibraryAdapter::require(LibraryWorker::Job job, int limitMs, WaitGroup &waits)
 {
     if (!m_worker.call(std::move(job), limitMs, waits) && !waits.isClosed())
-        throw PlatformError(QStringLiteral("%1 has not come back within %2 ms; check the devices "
-                                           "and cables on the bus")
-                                .arg(m_bus->description())
+        throw PlatformError(u"%1 has not come back within %2 ms; check the devices "
+                            "and cables on the bus"_s.arg(m_bus->description())
                                 .arg(limitMs));
 }
 

@@ -84,9 +84,8 @@ std::optional<QByteArray> LibraryWorker::call(Job job, int limitMs, WaitGroup &w
     if (waits.waitUntil([this] { return !isBusy(); }, limitMs) == WaitEnd::Cancelled)
         return {};
     if (isBusy())
-        throw PlatformError(
-            QStringLiteral("the GPIB library has not come back from an earlier call; check the "
-                           "devices and cables on the bus, and try again"));
+        throw PlatformError(u"the GPIB library has not come back from an earlier call; check the "
+                            "devices and cables on the bus, and try again"_s);
     const auto result = std::make_shared<Result>();
     const auto state = m_state;
     post([job = std::move(job), result, state] {

@@ -14,7 +14,7 @@ public:
     {
     }
 
-    [[nodiscard]] QString description() const override { return QStringLiteral("no adapter"); }
+    [[nodiscard]] QString description() const override { return u"no adapter"_s; }
     QString version(WaitGroup &) override { refuse(); }
     void open(const GpibAddress &, WaitGroup &) override { refuse(); }
     void clear(const GpibAddress &, WaitGroup &) override { refuse(); }

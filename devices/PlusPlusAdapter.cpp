@@ -39,7 +39,7 @@ PlusPlusAdapter::~PlusPlusAdapter() = default;
 
 QString PlusPlusAdapter::description() const
 {
-    return QStringLiteral("\"++\" controller at %1").arg(m_stream->place());
+    return u"\"++\" controller at %1"_s.arg(m_stream->place());
 }
 
 QString PlusPlusAdapter::version(WaitGroup &waits)
@@ -48,7 +48,7 @@ QString PlusPlusAdapter::version(WaitGroup &waits)
         return {};
     const QByteArray reply = askVersion(1, versionLimitMs, waits);
     if (reply.isEmpty() && !waits.isClosed())
-        fail(QStringLiteral("does not answer; check its power and its cable"));
+        fail(u"does not answer; check its power and its cable"_s);
     return QString::fromLatin1(reply).trimmed();
 }
 
@@ -132,7 +132,7 @@ PlusPlusReply PlusPlusAdapter::readSlice(int sliceMs, int leftMs, WaitGroup &wai
         if (m_stream->hasInput())
             reply.append(m_stream->take(), now());
         else if (!m_stream->isConnected())
-            fail(QStringLiteral("went away during a read; check its power and its cable"));
+            fail(u"went away during a read; check its power and its cable"_s);
     }
     return reply;
 }
@@ -146,8 +146,7 @@ bool PlusPlusAdapter::ensureConnected(WaitGroup &waits)
         if (!m_stream->connectToController(waits))
             return false;
     } catch (const PlatformError &fault) {
-        throw PlatformError(QStringLiteral("GPIB controller: %1").arg(fault.description()) +
-                            m_otherwise);
+        throw PlatformError(u"GPIB controller: %1"_s.arg(fault.description()) + m_otherwise);
     }
     return configure(waits, 2);
 }
@@ -161,8 +160,8 @@ bool PlusPlusAdapter::configure(WaitGroup &waits, int attempts)
         return false;
     }
     if (m_version.isEmpty())
-        fail(QStringLiteral("does not answer \"++ver\"; is it a \"++\" controller, and is another "
-                            "program connected to it?") +
+        fail(u"does not answer \"++ver\"; is it a \"++\" controller, and is another "
+             "program connected to it?"_s +
              m_otherwise);
     // This maker's controllers would write every change below into a memory that wears out; with
     // others the same command causes the writing.
@@ -190,7 +189,7 @@ QByteArray PlusPlusAdapter::askVersion(int attempts, int limitMs, WaitGroup &wai
         };
         waits.waitUntil(lineCame, limitMs);
         if (!m_stream->isConnected() && !waits.isClosed())
-            fail(QStringLiteral("closed the connection; is another program connected to it?"));
+            fail(u"closed the connection; is another program connected to it?"_s);
         const auto lineStart = answer.lastIndexOf('\n', -2) + 1;
         QByteArray line = answer.mid(lineStart);
         if (line.endsWith('\n') && !line.trimmed().isEmpty())
@@ -203,7 +202,7 @@ QByteArray PlusPlusAdapter::askVersion(int attempts, int limitMs, WaitGroup &wai
 void PlusPlusAdapter::revive(WaitGroup &waits)
 {
     if (askVersion(1, reviveLimitMs, waits).isEmpty() && !waits.isClosed())
-        fail(QStringLiteral("does not answer any more; check its power and its cable"));
+        fail(u"does not answer any more; check its power and its cable"_s);
 }
 
 QByteArray PlusPlusAdapter::selecting(const GpibAddress &address)
@@ -226,7 +225,7 @@ void PlusPlusAdapter::drop()
 void PlusPlusAdapter::fail(const QString &what)
 {
     drop();
-    throw PlatformError(QStringLiteral("GPIB controller at %1 %2").arg(m_stream->place(), what));
+    throw PlatformError(u"GPIB controller at %1 %2"_s.arg(m_stream->place(), what));
 }
 
 } // namespace corvane

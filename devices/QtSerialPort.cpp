@@ -36,12 +36,10 @@ QString permissionFault(const QString &device)
     const bool groupMay =
         file.permission(QFileDevice::ReadGroup) && file.permission(QFileDevice::WriteGroup);
     if (groupMay && !file.group().isEmpty())
-        return QStringLiteral("permission denied; it belongs to the group %1: add your user to "
-                              "that group (sudo usermod -aG %1 $USER) and log in again")
-            .arg(file.group());
-    return QStringLiteral("permission denied; only its owner %1 may use it: ask the administrator "
-                          "for access")
-        .arg(file.owner());
+        return u"permission denied; it belongs to the group %1: add your user to "
+               "that group (sudo usermod -aG %1 $USER) and log in again"_s.arg(file.group());
+    return u"permission denied; only its owner %1 may use it: ask the administrator "
+           "for access"_s.arg(file.owner());
 }
 
 QSerialPort::Parity toQt(SerialSettings::Parity parity)
@@ -115,28 +113,27 @@ void QtSerialPort::open()
     const auto wanted = SerialSettings::parse(m_settings);
     const bool isNumbered = m_device.isEmpty();
     const QString device = isNumbered ? m_list.device(m_commPort) : m_list.device(m_device);
-    m_label = isNumbered && m_commPort > 0
-                  ? QStringLiteral("serial port %1 (%2)").arg(m_commPort).arg(device)
-                  : device;
+    m_label = isNumbered && m_commPort > 0 ? u"serial port %1 (%2)"_s.arg(m_commPort).arg(device)
+                                           : device;
     m_port.clearError();
     const QString path = canonical(device);
     m_port.setPortName(path);
     applySettings(wanted);
     // The toolkit takes another program's lock for a left-over and deletes it.
     if (const auto holder = serialLock::holder(path))
-        throw PlatformError(QStringLiteral("%1: in use by %2; close it there first")
-                                .arg(m_label, holder->toString()));
+        throw PlatformError(
+            u"%1: in use by %2; close it there first"_s.arg(m_label, holder->toString()));
     if (!m_port.open(QIODevice::ReadWrite))
-        throw PlatformError(QStringLiteral("%1: %2").arg(m_label, openFault(device)));
+        throw PlatformError(u"%1: %2"_s.arg(m_label, openFault(device)));
     const QString refused = serialLine::refusedSetting(m_port, wanted);
     if (!refused.isEmpty()) {
         m_port.close();
-        throw PlatformError(QStringLiteral("%1: the port cannot do %2").arg(m_label, refused));
+        throw PlatformError(u"%1: the port cannot do %2"_s.arg(m_label, refused));
     }
     m_port.setDataTerminalReady(true); // a line without that wire is as good
     m_port.clearError();
     m_open = true;
-    m_place = device + QStringLiteral(", ") + wanted.toString();
+    m_place = device + u", "_s + wanted.toString();
     m_lineCheck.start();
 }
 
@@ -153,16 +150,15 @@ void QtSerialPort::applySettings(const SerialSettings &settings)
     // All before the opening: a pseudo terminal refuses some of them afterwards.
     const auto require = [this](bool taken, const QString &what) {
         if (!taken)
-            throw PlatformError(QStringLiteral("%1: the port cannot do %2").arg(m_label, what));
+            throw PlatformError(u"%1: the port cannot do %2"_s.arg(m_label, what));
     };
-    require(m_port.setBaudRate(settings.baud),
-            QStringLiteral("the baud rate %1").arg(settings.baud));
+    require(m_port.setBaudRate(settings.baud), u"the baud rate %1"_s.arg(settings.baud));
     require(m_port.setParity(toQt(settings.parity)),
-            QStringLiteral("the parity in %1").arg(settings.toString()));
+            u"the parity in %1"_s.arg(settings.toString()));
     require(m_port.setDataBits(static_cast<QSerialPort::DataBits>(settings.dataBits)),
-            QStringLiteral("%1 data bits").arg(settings.dataBits));
+            u"%1 data bits"_s.arg(settings.dataBits));
     require(m_port.setStopBits(toQt(settings.stopBits)),
-            QStringLiteral("the stop bits in %1").arg(settings.toString()));
+            u"the stop bits in %1"_s.arg(settings.toString()));
     m_port.setFlowControl(QSerialPort::NoFlowControl);
 }
 
@@ -171,32 +167,30 @@ QString QtSerialPort::openFault(const QString &device) const
     switch (m_port.error()) {
     case QSerialPort::DeviceNotFoundError: {
         const auto count = SerialPortList::systemPorts().size();
-        return QStringLiteral("there is no such device; the system lists %1 serial port(s). Is the "
-                              "adapter plugged in?")
-            .arg(count);
+        return u"there is no such device; the system lists %1 serial port(s). Is the "
+               "adapter plugged in?"_s.arg(count);
     }
     case QSerialPort::PermissionError:
         if (!isPermitted(device))
             return permissionFault(device);
-        return QStringLiteral("in use by another Channel or program (%1); close it there first")
-            .arg(m_port.errorString());
+        return u"in use by another Channel or program (%1); close it there first"_s.arg(
+            m_port.errorString());
     case QSerialPort::UnsupportedOperationError:
-        return QStringLiteral("no serial port, or one that cannot do %1 (%2)")
-            .arg(m_settings, m_port.errorString());
+        return u"no serial port, or one that cannot do %1 (%2)"_s.arg(m_settings,
+                                                                      m_port.errorString());
     default:
-        return QStringLiteral("cannot be opened: %1").arg(m_port.errorString());
+        return u"cannot be opened: %1"_s.arg(m_port.errorString());
     }
 }
 
 void QtSerialPort::output(const QByteArray &bytes)
 {
     if (!m_open)
-        throw PlatformError(QStringLiteral("the serial port is not open"));
+        throw PlatformError(u"the serial port is not open"_s);
     if (m_port.bytesToWrite() > mostUnsent)
-        throw PlatformError(QStringLiteral("%1: the device takes no more data").arg(m_label));
+        throw PlatformError(u"%1: the device takes no more data"_s.arg(m_label));
     if (m_port.write(bytes) != bytes.size())
-        throw PlatformError(
-            QStringLiteral("%1: cannot send: %2").arg(m_label, m_port.errorString()));
+        throw PlatformError(u"%1: cannot send: %2"_s.arg(m_label, m_port.errorString()));
 }
 
 QByteArray QtSerialPort::input()
@@ -248,7 +242,7 @@ void QtSerialPort::lose()
     // First closed, then told: the driver would call again while the port is open.
     close();
     const QString description =
-        QStringLiteral("%1: the device went away; plug it in and connect again").arg(m_label);
+        u"%1: the device went away; plug it in and connect again"_s.arg(m_label);
     QMetaObject::invokeMethod(
         this, [this, description] { Q_EMIT lost(description); }, Qt::QueuedConnection);
 }

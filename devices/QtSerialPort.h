@@ -1,5 +1,6 @@
 #pragma once
 
+#include "devices/Literals.h"
 #include "devices/SerialPort.h"
 #include "devices/SerialPortList.h"
 
@@ -61,7 +62,7 @@ private:
     QTimer m_lineCheck;
     int m_commPort = 1;
     QString m_device;
-    QString m_settings = QStringLiteral("9600,N,8,1");
+    QString m_settings = u"9600,N,8,1"_s;
     QString m_label; ///< what messages call the open port
     QString m_place;
     bool m_open = false;

@@ -21,24 +21,23 @@ struct Failure
 
 constexpr Failure failures[] = {
     {QAbstractSocket::ConnectionRefusedError, 10061,
-     QLatin1String(
-         "%1 refused the connection; is the port number right, and is the device ready?")},
+     "%1 refused the connection; is the port number right, and is the device ready?"_L1},
     {QAbstractSocket::HostNotFoundError, 11001,
-     QLatin1String("%1: no such host; check the name or enter its IP address")},
+     "%1: no such host; check the name or enter its IP address"_L1},
     {QAbstractSocket::TemporaryError, 11002,
-     QLatin1String("%1: the name server does not answer; check the network or enter the device's "
-                   "IP address")},
+     "%1: the name server does not answer; check the network or enter the device's "
+     "IP address"_L1},
     {QAbstractSocket::SocketTimeoutError, 10060,
-     QLatin1String("%1 does not answer; check its address, its power and the network cable")},
+     "%1 does not answer; check its address, its power and the network cable"_L1},
     {QAbstractSocket::NetworkError, 10051,
-     QLatin1String("%1 cannot be reached; check the network cable and this computer's address")},
+     "%1 cannot be reached; check the network cable and this computer's address"_L1},
     {QAbstractSocket::SocketAccessError, 10013,
-     QLatin1String("%1: this computer's rules do not permit the connection")},
-    {QAbstractSocket::AddressInUseError, 10048, QLatin1String("%1: the address is in use")},
+     "%1: this computer's rules do not permit the connection"_L1},
+    {QAbstractSocket::AddressInUseError, 10048, "%1: the address is in use"_L1},
     {QAbstractSocket::SocketResourceError, 10024,
-     QLatin1String("%1: this computer has no more sockets; close other programs")},
+     "%1: this computer has no more sockets; close other programs"_L1},
     {QAbstractSocket::UnfinishedSocketOperationError, 10036,
-     QLatin1String("%1: the previous operation is still running")},
+     "%1: the previous operation is still running"_L1},
 };
 
 constexpr int otherFailures = 10000;
@@ -74,14 +73,13 @@ void QtTcpClient::connectToPeer()
 {
     const QString host = m_host.trimmed();
     if (m_state != SocketState::Closed)
-        throw PlatformError(QStringLiteral("the socket is still in use; disconnect it first"));
+        throw PlatformError(u"the socket is still in use; disconnect it first"_s);
     if (host.isEmpty())
-        throw PlatformError(QStringLiteral("the host is empty; enter its name or IP address"));
+        throw PlatformError(u"the host is empty; enter its name or IP address"_s);
     if (m_port < 1 || m_port > 65535)
-        throw PlatformError(
-            QStringLiteral("the port \"%1\" is not a number from 1 to 65535").arg(m_port));
+        throw PlatformError(u"the port \"%1\" is not a number from 1 to 65535"_s.arg(m_port));
     const int attempt = ++m_attempt;
-    m_peer = QStringLiteral("%1 port %2").arg(host).arg(m_port);
+    m_peer = u"%1 port %2"_s.arg(host).arg(m_port);
     m_connectLimit.start();
     m_rest.clear();
     m_wasReset = false;
@@ -126,12 +124,11 @@ void QtTcpClient::close()
 void QtTcpClient::sendData(const QByteArray &bytes)
 {
     if (m_state != SocketState::Connected)
-        throw PlatformError(QStringLiteral("the socket is not connected"));
+        throw PlatformError(u"the socket is not connected"_s);
     if (m_socket.bytesToWrite() > mostUnsent)
-        throw PlatformError(QStringLiteral("%1 takes no more data; disconnect it").arg(m_peer));
+        throw PlatformError(u"%1 takes no more data; disconnect it"_s.arg(m_peer));
     if (m_socket.write(bytes) != bytes.size())
-        throw PlatformError(
-            QStringLiteral("%1: cannot send: %2").arg(m_peer, m_socket.errorString()));
+        throw PlatformError(u"%1: cannot send: %2"_s.arg(m_peer, m_socket.errorString()));
     m_socket.flush(); // now, not after the paint that the event loop may have waiting
 }
 
@@ -216,9 +213,8 @@ void QtTcpClient::fail(QAbstractSocket::SocketError error)
     const auto known = std::ranges::find(failures, error, &Failure::error);
     const bool isKnown = known != std::end(failures);
     const int number = isKnown ? known->number : otherFailures + static_cast<int>(error);
-    const QString description = isKnown
-                                    ? QString(known->text).arg(m_peer)
-                                    : QStringLiteral("%1: %2").arg(m_peer, m_socket.errorString());
+    const QString description = isKnown ? QString(known->text).arg(m_peer)
+                                        : u"%1: %2"_s.arg(m_peer, m_socket.errorString());
     const int attempt = m_attempt;
     setState(SocketState::Error);
     // Closed meanwhile: nobody asks any more.

@@ -1,5 +1,7 @@
 #include "devices/RegularFile.h"
 
+#include "devices/Literals.h"
+
 #include <QFileInfo>
 
 #ifdef Q_OS_UNIX
@@ -93,7 +95,7 @@ QString regularFile::sync(const QFileDevice &file)
 
 QString regularFile::refusal()
 {
-    return QStringLiteral("it is no regular file");
+    return u"it is no regular file"_s;
 }
 
 } // namespace corvane

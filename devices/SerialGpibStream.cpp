@@ -17,7 +17,7 @@ SerialGpibStream::SerialGpibStream(const QString &device)
 {
     m_list.pin(0, device);
     m_port.setCommPort(0);
-    m_port.setSettings(QStringLiteral("115200,N,8,1"));
+    m_port.setSettings(u"115200,N,8,1"_s);
     m_port.setRThreshold(1);
     connect(&m_port, &SerialPort::onComm, this, [this] { append(m_port.input()); });
 }

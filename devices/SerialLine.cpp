@@ -1,5 +1,7 @@
 #include "devices/SerialLine.h"
 
+#include "devices/Literals.h"
+
 #include <QSerialPort>
 
 #ifdef Q_OS_LINUX
@@ -85,17 +87,16 @@ QString refusedSetting(const QSerialPort &port, const SerialSettings &wanted)
     const bool pseudo = isPseudoTerminal(port.handle());
     const double rate = line.c_ospeed;
     if (std::abs(rate - wanted.baud) > rateTolerance * wanted.baud)
-        return QStringLiteral("the baud rate %1; the nearest it can do is %2")
-            .arg(wanted.baud)
+        return u"the baud rate %1; the nearest it can do is %2"_s.arg(wanted.baud)
             .arg(line.c_ospeed);
     if (!parityTaken(line, wanted.parity, pseudo))
-        return QStringLiteral("the parity in %1").arg(wanted.toString());
+        return u"the parity in %1"_s.arg(wanted.toString());
     if (!pseudo && dataBitsOf(line) != wanted.dataBits)
-        return QStringLiteral("%1 data bits").arg(wanted.dataBits);
+        return u"%1 data bits"_s.arg(wanted.dataBits);
     if (wanted.stopBits == StopBits::OneAndHalf)
-        return QStringLiteral("1.5 stop bits");
+        return u"1.5 stop bits"_s;
     if (wanted.stopBits == StopBits::Two && (line.c_cflag & CSTOPB) == 0)
-        return QStringLiteral("2 stop bits");
+        return u"2 stop bits"_s;
     return {};
 }
 

@@ -1,5 +1,7 @@
 #include "devices/SerialLock.h"
 
+#include "devices/Literals.h"
+
 #include <QFile>
 
 #ifdef Q_OS_UNIX
@@ -15,11 +17,11 @@ namespace corvane::serialLock {
 QString Holder::toString() const
 {
     if (isOwn)
-        return QStringLiteral("another Channel");
+        return u"another Channel"_s;
     if (process == 0)
-        return QStringLiteral("whoever wrote %1, which cannot be read").arg(file);
-    return program.isEmpty() ? QStringLiteral("process %1").arg(process)
-                             : QStringLiteral("%1 (process %2)").arg(program).arg(process);
+        return u"whoever wrote %1, which cannot be read"_s.arg(file);
+    return program.isEmpty() ? u"process %1"_s.arg(process)
+                             : u"%1 (process %2)"_s.arg(program).arg(process);
 }
 
 qint64 processIn(const QByteArray &content)
@@ -63,7 +65,7 @@ bool isAlive(qint64 process)
 
 QString programOf(qint64 process)
 {
-    QFile name(QStringLiteral("/proc/%1/comm").arg(process));
+    QFile name(u"/proc/%1/comm"_s.arg(process));
     return name.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(name.readAll()).trimmed()
                                           : QString();
 }
@@ -72,7 +74,7 @@ QString programOf(qint64 process)
 bool isAnotherProgram(const QByteArray &content, const Holder &holder)
 {
     const QString noted = QString::fromLocal8Bit(content.split('\n').value(1)).trimmed();
-    const QString file = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(holder.process));
+    const QString file = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(holder.process));
     return !noted.isEmpty() && !file.isEmpty() && file.section(u'/', -1) != noted;
 }
 
@@ -105,7 +107,7 @@ std::optional<Holder> holder(const QString &device)
 {
     for (const char *folder : folders) {
         for (const QString &name : lockNames(device)) {
-            auto found = holderOf(QStringLiteral("%1/LCK..%2").arg(QLatin1String(folder), name));
+            auto found = holderOf(u"%1/LCK..%2"_s.arg(QLatin1String(folder), name));
             if (found)
                 return found;
         }

@@ -44,7 +44,7 @@ bool naturallyBefore(QStringView a, QStringView b)
 /// The number that a device's own name gives it ("COM12"), or 0.
 int numberInName(const QString &device)
 {
-    const QString prefix = QStringLiteral("COM");
+    const QString prefix = u"COM"_s;
     const QString name = device.mid(device.lastIndexOf(u'\\') + 1);
     return name.startsWith(prefix) ? name.mid(prefix.size()).toInt() : 0;
 }
@@ -54,12 +54,12 @@ int numberInName(const QString &device)
 /// them out, and the ports behind them would change their numbers.
 void addBuiltInPorts(QList<SerialPortEntry> &ports)
 {
-    const QDir known(QStringLiteral("/sys/class/tty"));
-    for (const QString &name : known.entryList({QStringLiteral("ttyS*")})) {
-        QFile chip(known.filePath(name + QStringLiteral("/type")));
+    const QDir known(u"/sys/class/tty"_s);
+    for (const QString &name : known.entryList({u"ttyS*"_s})) {
+        QFile chip(known.filePath(name + u"/type"_s));
         if (!chip.open(QIODevice::ReadOnly) || chip.readAll().trimmed() == "0")
             continue; // a name without a port behind it
-        const QString device = QStringLiteral("/dev/") + name;
+        const QString device = u"/dev/"_s + name;
         if (std::ranges::find(ports, device, &SerialPortEntry::device) == ports.end())
             ports.append({0, device, {}, {}});
     }
@@ -129,10 +129,9 @@ QString SerialPortList::describe(const QList<SerialPortEntry> &ports)
 {
     QStringList lines;
     for (const SerialPortEntry &port : ports)
-        lines.append(
-            QStringLiteral("%1\t%2\t%3\t%4")
-                .arg(QString::number(port.number), port.device, port.maker, port.description));
-    return lines.isEmpty() ? QStringLiteral("no serial ports") : lines.join(u'\n');
+        lines.append(u"%1\t%2\t%3\t%4"_s.arg(QString::number(port.number), port.device, port.maker,
+                                             port.description));
+    return lines.isEmpty() ? u"no serial ports"_s : lines.join(u'\n');
 }
 
 QString SerialPortList::device(int number) const
@@ -143,7 +142,7 @@ QString SerialPortList::device(int number) const
     const auto ports = byNumber();
     const auto found = ports.find(number);
     if (found == ports.end())
-        refuse(QStringLiteral("serial port %1: there is no such port").arg(number), ports);
+        refuse(u"serial port %1: there is no such port"_s.arg(number), ports);
     return found->second.device;
 }
 
@@ -156,16 +155,16 @@ QString SerialPortList::device(const QString &name) const
         if (QFileInfo(entry.device).fileName() == name)
             return entry.device;
     }
-    QString unlisted = QStringLiteral("/dev/") + name;
+    QString unlisted = u"/dev/"_s + name;
     if (!QFileInfo::exists(unlisted))
-        refuse(QStringLiteral("the port \"%1\" is neither a number nor a device").arg(name), ports);
+        refuse(u"the port \"%1\" is neither a number nor a device"_s.arg(name), ports);
     return unlisted;
 }
 
 std::optional<int> SerialPortList::numberIn(const QString &entry)
 {
     const QString text = entry.trimmed();
-    const QString prefix = QStringLiteral("COM");
+    const QString prefix = u"COM"_s;
     bool isNumber = false;
     const int number =
         (text.startsWith(prefix, Qt::CaseInsensitive) ? text.mid(prefix.size()) : text)
@@ -176,13 +175,12 @@ std::optional<int> SerialPortList::numberIn(const QString &entry)
         return c >= u'0' && c <= u'9';
     });
     if (isTooLarge)
-        throw PlatformError(QStringLiteral("serial port %1: there is no such port; the numbers go "
-                                           "from 1 to %2")
-                                .arg(text)
+        throw PlatformError(u"serial port %1: there is no such port; the numbers go "
+                            "from 1 to %2"_s.arg(text)
                                 .arg(std::numeric_limits<int>::max()));
     if (text.isEmpty() ||
         !(text.front().isLetter() || text.front() == u'/' || text.front() == u'\\'))
-        throw PlatformError(QStringLiteral("the port \"%1\" is not a number").arg(entry));
+        throw PlatformError(u"the port \"%1\" is not a number"_s.arg(entry));
     return {};
 }
 
@@ -190,17 +188,13 @@ void SerialPortList::refuse(const QString &what, const std::map<int, SerialPortE
 {
     QStringList known;
     for (const auto &[number, entry] : ports)
-        known.append(QStringLiteral("%1 = %2").arg(number).arg(entry.device));
+        known.append(u"%1 = %2"_s.arg(number).arg(entry.device));
     throw PlatformError(
-        known.isEmpty()
-            ? QStringLiteral(
-                  "%1: the system lists no serial ports; plug the adapter in, or pin the "
-                  "number to a device (--com N=DEVICE)")
-                  .arg(what)
-            : QStringLiteral("%1; the system lists %2 (%3)")
-                  .arg(what)
-                  .arg(known.size())
-                  .arg(known.join(QStringLiteral(", "))));
+        known.isEmpty() ? u"%1: the system lists no serial ports; plug the adapter in, or pin the "
+                          "number to a device (--com N=DEVICE)"_s.arg(what)
+                        : u"%1; the system lists %2 (%3)"_s.arg(what)
+                              .arg(known.size())
+                              .arg(known.join(u", "_s)));
 }
 
 } // namespace corvane

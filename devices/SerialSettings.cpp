@@ -22,14 +22,13 @@ struct Spelling
 using Parity = SerialSettings::Parity;
 using StopBits = SerialSettings::StopBits;
 
-constexpr Spelling<Parity> parities[] = {{QLatin1String("N"), Parity::None},
-                                         {QLatin1String("E"), Parity::Even},
-                                         {QLatin1String("O"), Parity::Odd},
-                                         {QLatin1String("M"), Parity::Mark},
-                                         {QLatin1String("S"), Parity::Space}};
-constexpr Spelling<StopBits> stops[] = {{QLatin1String("1"), StopBits::One},
-                                        {QLatin1String("1.5"), StopBits::OneAndHalf},
-                                        {QLatin1String("2"), StopBits::Two}};
+constexpr Spelling<Parity> parities[] = {{"N"_L1, Parity::None},
+                                         {"E"_L1, Parity::Even},
+                                         {"O"_L1, Parity::Odd},
+                                         {"M"_L1, Parity::Mark},
+                                         {"S"_L1, Parity::Space}};
+constexpr Spelling<StopBits> stops[] = {
+    {"1"_L1, StopBits::One}, {"1.5"_L1, StopBits::OneAndHalf}, {"2"_L1, StopBits::Two}};
 
 template <typename Value>
 std::optional<Value> valueOf(std::span<const Spelling<Value>> table, const QString &text)
@@ -62,8 +61,8 @@ Value required(std::optional<Value> value, const QString &settings, const QStrin
                const char *what, const char *allowed)
 {
     if (!value)
-        throw PlatformError(QStringLiteral("serial settings \"%1\": the %2 \"%3\" must be %4")
-                                .arg(settings, QLatin1String(what), part, QLatin1String(allowed)));
+        throw PlatformError(u"serial settings \"%1\": the %2 \"%3\" must be %4"_s.arg(
+            settings, QLatin1String(what), part, QLatin1String(allowed)));
     return *value;
 }
 
@@ -73,9 +72,8 @@ SerialSettings SerialSettings::parse(const QString &text)
 {
     QStringList parts = text.split(u',');
     if (parts.size() != 4)
-        throw PlatformError(QStringLiteral("serial settings \"%1\": baud rate, parity, data bits "
-                                           "and stop bits are needed, as in 9600,N,8,1")
-                                .arg(text));
+        throw PlatformError(u"serial settings \"%1\": baud rate, parity, data bits "
+                            "and stop bits are needed, as in 9600,N,8,1"_s.arg(text));
     for (QString &part : parts)
         part = part.trimmed();
     SerialSettings settings;
@@ -92,8 +90,7 @@ SerialSettings SerialSettings::parse(const QString &text)
 
 QString SerialSettings::toString() const
 {
-    return QStringLiteral("%1,%2,%3,%4")
-        .arg(baud)
+    return u"%1,%2,%3,%4"_s.arg(baud)
         .arg(textOf<Parity>(parities, parity))
         .arg(dataBits)
         .arg(textOf<StopBits>(stops, stopBits));

@@ -36,21 +36,21 @@ struct Hint
 };
 
 constexpr Hint hints[] = {
-    {errorStatus(0x000F), QLatin1String("another program has locked the device")},
-    {notFound, QLatin1String("the board or device is not there; check it with the "
-                             "library's configuration tool")},
-    {timedOut, QLatin1String("the device did not take the bytes in time")},
-    {errorStatus(0x0038), QLatin1String("the bus reports an error; check the cables")},
-    {noListener, QLatin1String("no device listens at this address; check the address, the cable "
-                               "and the device's power")},
-    {errorStatus(0x0060), QLatin1String("the board is not the controller in charge of the bus")},
-    {errorStatus(0x0072), QLatin1String("another program is using the device")},
-    {errorStatus(0x009E), QLatin1String("the library lacks a part of its own; install it again")},
-    {errorStatus(0x00A5), QLatin1String("the board is not configured; use the library's "
-                                        "configuration tool")},
-    {connectionLost, QLatin1String("the connection to the device is lost; connect again")},
-    {errorStatus(0x00A8), QLatin1String("permission denied; ask the administrator for access to "
-                                        "the board")},
+    {errorStatus(0x000F), "another program has locked the device"_L1},
+    {notFound, "the board or device is not there; check it with the "
+               "library's configuration tool"_L1},
+    {timedOut, "the device did not take the bytes in time"_L1},
+    {errorStatus(0x0038), "the bus reports an error; check the cables"_L1},
+    {noListener, "no device listens at this address; check the address, the cable "
+                 "and the device's power"_L1},
+    {errorStatus(0x0060), "the board is not the controller in charge of the bus"_L1},
+    {errorStatus(0x0072), "another program is using the device"_L1},
+    {errorStatus(0x009E), "the library lacks a part of its own; install it again"_L1},
+    {errorStatus(0x00A5), "the board is not configured; use the library's "
+                          "configuration tool"_L1},
+    {connectionLost, "the connection to the device is lost; connect again"_L1},
+    {errorStatus(0x00A8), "permission denied; ask the administrator for access to "
+                          "the board"_L1},
 };
 
 } // namespace
@@ -63,7 +63,7 @@ VisaBus::VisaBus(std::shared_ptr<const VisaLibrary> library, int board)
 
 QString VisaBus::description() const
 {
-    return QStringLiteral("GPIB%1 of the VISA library %2").arg(m_board).arg(m_library->file);
+    return u"GPIB%1 of the VISA library %2"_s.arg(m_board).arg(m_library->file);
 }
 
 void VisaBus::open(const GpibAddress &address)
@@ -134,10 +134,10 @@ VisaBus::Session VisaBus::sessionOf(const GpibAddress &address)
             fail(address, status);
         }
     }
-    QString name = QStringLiteral("GPIB%1::%2").arg(m_board).arg(address.primary);
+    QString name = u"GPIB%1::%2"_s.arg(m_board).arg(address.primary);
     if (address.secondary) // this library counts them from 0
-        name += QStringLiteral("::%1").arg(*address.secondary - 96);
-    const QByteArray resource = (name + QStringLiteral("::INSTR")).toLatin1();
+        name += u"::%1"_s.arg(*address.secondary - 96);
+    const QByteArray resource = (name + u"::INSTR"_s).toLatin1();
     Session session = 0;
     const Status status =
         m_library->viOpen(m_manager, resource.constData(), 0, openLimitMs, &session);
@@ -171,9 +171,8 @@ void VisaBus::fail(const GpibAddress &address, Status status)
     QString why = hint != std::end(hints) ? QString(hint->text)
                                           : QString::fromLocal8Bit(described.data()).trimmed();
     if (why.isEmpty())
-        why = QStringLiteral("the VISA library does not start; check its installation");
-    const QString text = QStringLiteral("%1: %2 (VISA status %3)")
-                             .arg(address.toString(), why)
+        why = u"the VISA library does not start; check its installation"_s;
+    const QString text = u"%1: %2 (VISA status %3)"_s.arg(address.toString(), why)
                              .arg(static_cast<std::uint32_t>(status), 8, 16, QChar(u'0'));
     if (std::ranges::find(deviceAbsent, status) != deviceAbsent.end())
         throw DeviceAbsent(text);

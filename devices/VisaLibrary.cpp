@@ -1,9 +1,11 @@
 #include "devices/VisaLibrary.h"
 
+#include "devices/Literals.h"
+
 namespace corvane {
 
 VisaLibrary::VisaLibrary(const QString &path)
-    : library(QStringLiteral("VISA library"), libraryNames::visa(libraryNames::thisSystem), path)
+    : library(u"VISA library"_s, libraryNames::visa(libraryNames::thisSystem), path)
     , file(library.file("viOpen"))
 {
     library.require(viOpenDefaultRM, "viOpenDefaultRM");

@@ -1,6 +1,7 @@
 #include "devices/WholeFile.h"
 
 #include "devices/FileQuestions.h"
+#include "devices/Literals.h"
 #include "devices/RegularFile.h"
 
 #include <QFileInfo>
@@ -28,7 +29,7 @@ QString refusalOfPath(const QString &path)
         return regularFile::refusal();
 #ifdef Q_OS_WIN
     if (fileQuestions::isReservedOnWindows(there.fileName()))
-        return QStringLiteral("the name belongs to a device");
+        return u"the name belongs to a device"_s;
 #endif
     return {};
 }
@@ -85,8 +86,7 @@ QString putBack(QFile &file, const QByteArray &old)
 {
     const QString fault = file.resize(old.size()) ? overwrite(file, old) : file.errorString();
     const bool asBefore = file.seek(0) && file.readAll() == old;
-    return asBefore ? QString()
-                    : QStringLiteral("; the old content could not be put back: ") + fault;
+    return asBefore ? QString() : u"; the old content could not be put back: "_s + fault;
 }
 
 /// Opens the file itself to be written over; makes it when there is none.

@@ -237,7 +237,7 @@ void BoardLink::PauseMS(qint16 ms, const Clock::Condition &endEarly)
 
 QString BoardLink::readMeter(int address, const Clock::Condition &isCancelled)
 {
-    const QString route = QStringLiteral("GPIB0::%1").arg(address);
+    const QString route = u"GPIB0::%1"_s.arg(address);
     const auto earlier =
         m_unanswered.contains(route) ? EarlierReading::Unanswered : EarlierReading::Answered;
     m_unanswered[route] = {.count = 1}; // however this reading ends

@@ -10,14 +10,13 @@ QString channelList(const QList<int> &channels)
             ++last;
         const QString from = QString::number(channels[first]);
         if (last > first + 1)
-            ranges << QStringLiteral("%1 to %2").arg(from).arg(channels[last]);
+            ranges << u"%1 to %2"_s.arg(from).arg(channels[last]);
         else if (last > first)
             ranges << from << QString::number(channels[last]);
         else
             ranges << from;
     }
-    return (channels.size() == 1 ? QStringLiteral("channel ") : QStringLiteral("channels ")) +
-           ranges.join(QStringLiteral(", "));
+    return (channels.size() == 1 ? u"channel "_s : u"channels "_s) + ranges.join(u", "_s);
 }
 
 QString progress(const QString &place, std::optional<int> leftMs)
@@ -25,7 +24,7 @@ QString progress(const QString &place, std::optional<int> leftMs)
     constexpr int secondMs = 1000;
     QString text = place;
     if (leftMs)
-        text += QStringLiteral(", about %1 s left").arg((*leftMs + secondMs - 1) / secondMs);
+        text += u", about %1 s left"_s.arg((*leftMs + secondMs - 1) / secondMs);
     text[0] = text[0].toUpper();
     return text;
 }

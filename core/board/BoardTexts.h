@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QList>
 #include <QString>
 
@@ -8,92 +10,88 @@
 /// The board window's fixed texts, letter by letter, misspellings and double blanks included.
 namespace corvane::boardTexts {
 
-inline const QString boardCaption = QStringLiteral("VXM250 Calibration Utility");
-inline const QString noResponse = QStringLiteral("NO RESPONSE");
-inline const QString invalidData = QStringLiteral("Error: data is invalid.");
+inline const QString boardCaption = u"VXM250 Calibration Utility"_s;
+inline const QString noResponse = u"NO RESPONSE"_s;
+inline const QString invalidData = u"Error: data is invalid."_s;
 inline const QString voltsInBertan =
-    QStringLiteral("Warning, you can not send data in volts while using the Bertan command set.");
+    u"Warning, you can not send data in volts while using the Bertan command set."_s;
 
-inline const QString dacRangeHex = QStringLiteral("Range: 0000 to FFFF hex");
-inline const QString dacRangeVolts = QStringLiteral("Range: 0 to 2.5 volts");
-inline const QString ioRangeHex = QStringLiteral("Range: 00 to FF hex");
-inline const QString ioRangeDecimal = QStringLiteral("Range: 0 to 255 decimal");
+inline const QString dacRangeHex = u"Range: 0000 to FFFF hex"_s;
+inline const QString dacRangeVolts = u"Range: 0 to 2.5 volts"_s;
+inline const QString ioRangeHex = u"Range: 00 to FF hex"_s;
+inline const QString ioRangeDecimal = u"Range: 0 to 255 decimal"_s;
 
-inline const QString meterWarningTitle = QStringLiteral("Keithly Connection Warning!");
-inline const QString meterWarning = QStringLiteral(
-    "To calibrate the VXM250 you must be connected to the Kiethly over IEEE. If you are already "
+inline const QString meterWarningTitle = u"Keithly Connection Warning!"_s;
+inline const QString meterWarning =
+    u"To calibrate the VXM250 you must be connected to the Kiethly over IEEE. If you are already "
     "connected to the Kiethly over IEEE, Press Yes to continue.  If not, press No to cancel the "
-    "calibration.");
-inline const QString moveSensor = QStringLiteral("Move Keithly sensor to channel %1");
-inline const QString badChannel =
-    QStringLiteral("The channel must be a number from 0 to 7.  Nothing was sent.");
-inline const QString badMeterAddress = QStringLiteral(
-    "The meter's GPIB address must be a whole number from 0 to 30.  Nothing was sent.");
+    "calibration."_s;
+inline const QString moveSensor = u"Move Keithly sensor to channel %1"_s;
+inline const QString badChannel = u"The channel must be a number from 0 to 7.  Nothing was sent."_s;
+inline const QString badMeterAddress =
+    u"The meter's GPIB address must be a whole number from 0 to 30.  Nothing was sent."_s;
 
-inline const QString done = QStringLiteral("Done");
-inline const QString doneBut = QStringLiteral("Done, but %1");
-inline const QString cancelling = QStringLiteral("Cancelling");
-inline const QString cancelledAt = QStringLiteral("Cancelled at %1");
+inline const QString done = u"Done"_s;
+inline const QString doneBut = u"Done, but %1"_s;
+inline const QString cancelling = u"Cancelling"_s;
+inline const QString cancelledAt = u"Cancelled at %1"_s;
 /// The place, then the cause.
-inline const QString stoppedAt = QStringLiteral("Stopped at %1: %2");
+inline const QString stoppedAt = u"Stopped at %1: %2"_s;
 /// Behind the place of a calibration.
-inline const QString leftWith = QStringLiteral(", left with %1");
-inline const QString leftAsBefore = QStringLiteral(", left as it was");
+inline const QString leftWith = u", left with %1"_s;
+inline const QString leftAsBefore = u", left as it was"_s;
 
 /// Of a cell or a step.
-inline const QString noAnswer = QStringLiteral("no answer from the %1");
-inline const QString noNumberFrom = QStringLiteral("no number from the %1");
-inline const QString severalAnswers = QStringLiteral("more than one answer from the %1");
-inline const QString noValue = QStringLiteral("no value");
-inline const QString fromNoReading = QStringLiteral("computed without a reading");
-inline const QString notAsSent = QStringLiteral("not as sent");
-inline const QString noNumber = QStringLiteral("no number");
-inline const QString gainOutside = QStringLiteral("outside 0.5 to 2");
-inline const QString offsetOutside = QStringLiteral("beyond 0.5 V");
+inline const QString noAnswer = u"no answer from the %1"_s;
+inline const QString noNumberFrom = u"no number from the %1"_s;
+inline const QString severalAnswers = u"more than one answer from the %1"_s;
+inline const QString noValue = u"no value"_s;
+inline const QString fromNoReading = u"computed without a reading"_s;
+inline const QString notAsSent = u"not as sent"_s;
+inline const QString noNumber = u"no number"_s;
+inline const QString gainOutside = u"outside 0.5 to 2"_s;
+inline const QString offsetOutside = u"beyond 0.5 V"_s;
 
-inline const QString sendingDac = QStringLiteral("sending to DAC %1 of 0 to 7");
-inline const QString readingAdc = QStringLiteral("reading ADC %1 of 0 to 7");
-inline const QString dacNotSent = QStringLiteral("nothing was sent to %1");
-inline const QString noAdcValue = QStringLiteral("no value from %1");
+inline const QString sendingDac = u"sending to DAC %1 of 0 to 7"_s;
+inline const QString readingAdc = u"reading ADC %1 of 0 to 7"_s;
+inline const QString dacNotSent = u"nothing was sent to %1"_s;
+inline const QString noAdcValue = u"no value from %1"_s;
 
-inline const QString unsaved = QStringLiteral("not saved to EEPROM: %1");
-inline const QString unfinished = QStringLiteral("calibration unfinished: %1");
+inline const QString unsaved = u"not saved to EEPROM: %1"_s;
+inline const QString unfinished = u"calibration unfinished: %1"_s;
 inline const QString eepromSent =
-    QStringLiteral("Save to EEPROM: CAL:PIC was sent; the board does not confirm it");
-inline const QString eepromNotSent = QStringLiteral("Save to EEPROM: not sent: %1");
-inline const QString closedUnsaved = QStringLiteral("VXM250E window closed.  %1");
+    u"Save to EEPROM: CAL:PIC was sent; the board does not confirm it"_s;
+inline const QString eepromNotSent = u"Save to EEPROM: not sent: %1"_s;
+inline const QString closedUnsaved = u"VXM250E window closed.  %1"_s;
 
-inline const QString channelClosed = QStringLiteral("the Channel was closed");
-inline const QString lateAnswer =
-    QStringLiteral("A late answer to an earlier command came and was dropped.");
+inline const QString channelClosed = u"the Channel was closed"_s;
+inline const QString lateAnswer = u"A late answer to an earlier command came and was dropped."_s;
 
 inline const QString directionFailed =
-    QStringLiteral("Error testing direction register, port %1, data= %2 ,expected%3");
-inline const QString writeTestPassed = QStringLiteral("Testing write direction register PASSED");
-inline const QString writeTestFailed = QStringLiteral("Testing write direction register FAILED");
-inline const QString installLoopBack = QStringLiteral("Install Loop Back connector now");
-inline const QString loopBackError = QStringLiteral("error");
-inline const QString loopBackPassed =
-    QStringLiteral("Testing readback data loop back PASSED, remove jumper");
-inline const QString loopBackFailed =
-    QStringLiteral("Testing readback data loop back FAILED, remove jumper");
+    u"Error testing direction register, port %1, data= %2 ,expected%3"_s;
+inline const QString writeTestPassed = u"Testing write direction register PASSED"_s;
+inline const QString writeTestFailed = u"Testing write direction register FAILED"_s;
+inline const QString installLoopBack = u"Install Loop Back connector now"_s;
+inline const QString loopBackError = u"error"_s;
+inline const QString loopBackPassed = u"Testing readback data loop back PASSED, remove jumper"_s;
+inline const QString loopBackFailed = u"Testing readback data loop back FAILED, remove jumper"_s;
 
 /// The name in the progress line; the port or pair, the bit.
-inline const QString writeTest = QStringLiteral("Write test");
-inline const QString readbackTest = QStringLiteral("Readback test");
-inline const QString testPassed = QStringLiteral("%1 passed");
-inline const QString testFailed = QStringLiteral("%1 failed");
-inline const QString testUnanswered = QStringLiteral(" (%1 steps without an answer)");
-inline const QString testStep = QStringLiteral("%1, port %2, bit %3");
-inline const QString testDirections = QStringLiteral("%1, setting the directions");
+inline const QString writeTest = u"Write test"_s;
+inline const QString readbackTest = u"Readback test"_s;
+inline const QString testPassed = u"%1 passed"_s;
+inline const QString testFailed = u"%1 failed"_s;
+inline const QString testUnanswered = u" (%1 steps without an answer)"_s;
+inline const QString testStep = u"%1, port %2, bit %3"_s;
+inline const QString testDirections = u"%1, setting the directions"_s;
 
-inline const QString unlockPhrase = QStringLiteral("Adm X/R");
-inline const QString serialNumberSent = QStringLiteral("New serial number sent.");
-inline const QString serialNumberRefused = QStringLiteral("Syntax Error.  Send Canceled");
-inline const QString tcpipError = QStringLiteral("error");
+inline const QString unlockPhrase = u"Adm X/R"_s;
+inline const QString serialNumberSent = u"New serial number sent."_s;
+inline const QString serialNumberRefused = u"Syntax Error.  Send Canceled"_s;
+inline const QString tcpipError = u"error"_s;
 
 inline const QString notSendable =
-    QStringLiteral("The command holds a character that cannot be sent.  Nothing was sent.");
+    u"The command holds a character that cannot be sent.  Nothing was sent."_s;
 
 /// "channel 3", "channels 0 to 2, 5", of channels in rising order.
 QString channelList(const QList<int> &channels);

@@ -15,9 +15,9 @@ using numbers::numberText;
 
 namespace {
 
-const QString lowPoint = QStringLiteral("0.5 V");
-const QString highPoint = QStringLiteral("2.0 V");
-const QString neutral = QStringLiteral("gain 1.0, offset 0.0");
+const QString lowPoint = u"0.5 V"_s;
+const QString highPoint = u"2.0 V"_s;
+const QString neutral = u"gain 1.0, offset 0.0"_s;
 
 /// In their order, with the sum of their waits.
 std::vector<CalibrationStep> stepsOf(int channel)
@@ -51,7 +51,7 @@ CalibrationEnd Calibration::calibrate(int channel, int meterAddress)
     computeFromReadings();
     const CalibrationResult result = calculateCalibration(readings);
     if (!result.isPossible()) {
-        fail(result.impossible + QStringLiteral("\r\n\r\nNo calibration was sent to the board."));
+        fail(result.impossible + u"\r\n\r\nNo calibration was sent to the board."_s);
     } else {
         check(result.coefficients);
         if (store(result.coefficients) && readBack(result.coefficients))
@@ -68,15 +68,14 @@ QString Calibration::leftText() const
             left << each;
     }
     return left.isEmpty() ? boardTexts::leftAsBefore
-                          : boardTexts::leftWith.arg(left.join(QStringLiteral(" and ")));
+                          : boardTexts::leftWith.arg(left.join(u" and "_s));
 }
 
 bool Calibration::measure(CalibrationReadings &readings)
 {
     nextStep();
-    if (!setNeutralDac(lowDacVolts, lowPoint) || !setAdc(QStringLiteral(",1.0,0.0"), neutral) ||
-        !pause(1500) || !readAdc(readings.adcLow, lowPoint) ||
-        !readMeter(readings.meterLow, lowPoint))
+    if (!setNeutralDac(lowDacVolts, lowPoint) || !setAdc(u",1.0,0.0"_s, neutral) || !pause(1500) ||
+        !readAdc(readings.adcLow, lowPoint) || !readMeter(readings.meterLow, lowPoint))
         return false;
     nextStep();
     return setNeutralDac(highDacVolts, highPoint) && pause(500) &&
@@ -85,16 +84,15 @@ bool Calibration::measure(CalibrationReadings &readings)
 
 bool Calibration::setNeutralDac(float volts, const QString &left)
 {
-    return setDac(u',' + numberText(double{volts}) + QStringLiteral(",1.0,0.0"),
-                  left + QStringLiteral(", ") + neutral);
+    return setDac(u',' + numberText(double{volts}) + u",1.0,0.0"_s, left + u", "_s + neutral);
 }
 
 bool Calibration::setDac(const QString &arguments, const QString &left)
 {
     bool wentOut = false;
-    const bool goesOn = send(QStringLiteral("DAC ") + numberText(m_channel) + arguments, &wentOut);
+    const bool goesOn = send(u"DAC "_s + numberText(m_channel) + arguments, &wentOut);
     if (wentOut) {
-        m_dacLeft = QStringLiteral("DAC at ") + left;
+        m_dacLeft = u"DAC at "_s + left;
         Q_EMIT begun(m_channel);
     }
     return goesOn;
@@ -103,9 +101,9 @@ bool Calibration::setDac(const QString &arguments, const QString &left)
 bool Calibration::setAdc(const QString &arguments, const QString &left)
 {
     bool wentOut = false;
-    const bool goesOn = send(QStringLiteral("ADC ") + numberText(m_channel) + arguments, &wentOut);
+    const bool goesOn = send(u"ADC "_s + numberText(m_channel) + arguments, &wentOut);
     if (wentOut)
-        m_adcLeft = QStringLiteral("ADC ") + left;
+        m_adcLeft = u"ADC "_s + left;
     return goesOn;
 }
 
@@ -114,18 +112,17 @@ bool Calibration::readAdc(float &value, const QString &point)
 {
     nextStep();
     QString reply;
-    if (!query(QStringLiteral("ADC? ") + numberText(m_channel), 500, reply))
+    if (!query(u"ADC? "_s + numberText(m_channel), 500, reply))
         return false;
     const QStringView number = QStringView(reply).first(reply.indexOf(u',') + 1);
-    const QString step = QStringLiteral("ADC at ") + point;
+    const QString step = u"ADC at "_s + point;
     if (const QString remark = CalibrationFindings::remarkOnReply(reply); !remark.isEmpty())
         find(m_channel, remark.arg(step));
     else if (!numbers::startsWithNumber(number))
         find(m_channel, boardTexts::noNumberFrom.arg(step));
     value = numbers::single(numbers::leadingNumber(number));
     return std::isfinite(value) ||
-           fail(QStringLiteral("The ADC reading at %1 is too large: \"%2\".")
-                    .arg(point, shownText(reply)));
+           fail(u"The ADC reading at %1 is too large: \"%2\"."_s.arg(point, shownText(reply)));
 }
 
 bool Calibration::askMeter(QString &reply)
@@ -136,8 +133,7 @@ bool Calibration::askMeter(QString &reply)
     try {
         reply = m_link.readMeter(m_meterAddress, [this] { return isEnded(); });
     } catch (const PlatformError &error) {
-        return fail(QStringLiteral("The meter at GPIB address %1 could not be read: %2")
-                        .arg(m_meterAddress)
+        return fail(u"The meter at GPIB address %1 could not be read: %2"_s.arg(m_meterAddress)
                         .arg(error.description()));
     }
     noteAnswer(reply);
@@ -150,10 +146,9 @@ bool Calibration::readMeter(float &value, const QString &point)
     if (!askMeter(reply) || isEnded())
         return false;
     if (!numbers::startsWithNumber(reply))
-        find(m_channel, boardTexts::noNumberFrom.arg(QStringLiteral("meter at ") + point));
+        find(m_channel, boardTexts::noNumberFrom.arg(u"meter at "_s + point));
     value = numbers::single(numbers::leadingNumber(reply));
-    return std::isfinite(value) ||
-           fail(QStringLiteral("The meter reading at %1 is too large.").arg(point));
+    return std::isfinite(value) || fail(u"The meter reading at %1 is too large."_s.arg(point));
 }
 
 /// Doubtful coefficients are sent as they are; the end says so even when they are not read back.
@@ -174,9 +169,9 @@ bool Calibration::store(const CalibrationCoefficients &c)
     nextStep();
     const QString dac = u',' + fixed5(double{c.dacGain}) + u',' + fixed5(double{c.dacOffset});
     const QString adc = u',' + fixed5(double{c.adcGain}) + u',' + fixed5(double{c.adcOffset});
-    const QString left = QStringLiteral("gain %1, offset %2");
+    const QString left = u"gain %1, offset %2"_s;
     if (!setDac(u',' + fixed5(double{highDacVolts}) + dac,
-                highPoint + QStringLiteral(", ") +
+                highPoint + u", "_s +
                     left.arg(fixed5(double{c.dacGain}), fixed5(double{c.dacOffset}))))
         return false;
     const QString adcBefore = m_adcLeft;
@@ -191,11 +186,11 @@ bool Calibration::readBack(const CalibrationCoefficients &sent)
 {
     nextStep();
     QString reply;
-    if (!pause(100) || !query(QStringLiteral("DAC? ") + numberText(m_channel), 0, reply))
+    if (!pause(100) || !query(u"DAC? "_s + numberText(m_channel), 0, reply))
         return false;
     fillRows(CalibrationTable::DacValue, m_channel, reply,
              {double{sent.dacGain}, double{sent.dacOffset}});
-    if (!query(QStringLiteral("ADC?") + numberText(m_channel), 500, reply))
+    if (!query(u"ADC?"_s + numberText(m_channel), 500, reply))
         return false;
     fillRows(CalibrationTable::AdcValue, m_channel, reply,
              {double{sent.adcGain}, double{sent.adcOffset}});
@@ -209,7 +204,7 @@ bool Calibration::readMeterBack()
         return false;
     const float value = numbers::single(numbers::leadingNumber(reply));
     if (!std::isfinite(value))
-        return fail(QStringLiteral("The meter reading at %1 is too large.").arg(highPoint));
+        return fail(u"The meter reading at %1 is too large."_s.arg(highPoint));
     Q_EMIT cellSelected(CalibrationTable::Meter, CalibrationTable::columnOf(m_channel));
     fillMeterRow(m_channel, reply, double{value});
     return true;

@@ -35,12 +35,12 @@ QString CalibrationFindings::text() const
         });
     QStringList parts;
     for (const Finding &each : m_findings)
-        parts << (isOneChannel ? each.what
-                               : QStringLiteral("%1 (%2)").arg(
-                                     each.what, boardTexts::channelList(each.channels)));
-    const QString text = parts.join(QStringLiteral("; "));
+        parts << (isOneChannel
+                      ? each.what
+                      : u"%1 (%2)"_s.arg(each.what, boardTexts::channelList(each.channels)));
+    const QString text = parts.join(u"; "_s);
     return isOneChannel && !isEmpty()
-               ? boardTexts::channelList(m_findings.first().channels) + QStringLiteral(": ") + text
+               ? boardTexts::channelList(m_findings.first().channels) + u": "_s + text
                : text;
 }
 

@@ -19,9 +19,9 @@ struct Division
 
 QString whyImpossible(const Division &division)
 {
-    return QStringLiteral("The %1 cannot be calculated: it is %2 (%3) divided by %4 (%5).")
-        .arg(division.name, division.dividendName, QString::number(division.dividend),
-             division.divisorName, QString::number(division.divisor));
+    return u"The %1 cannot be calculated: it is %2 (%3) divided by %4 (%5)."_s.arg(
+        division.name, division.dividendName, QString::number(division.dividend),
+        division.divisorName, QString::number(division.divisor));
 }
 
 } // namespace
@@ -32,13 +32,12 @@ CalibrationResult calculateCalibration(const CalibrationReadings &readings)
     CalibrationCoefficients &c = result.coefficients;
 
     c.dacOffset = lowDacVolts - readings.meterLow;
-    const Division dac{QStringLiteral("DAC gain"), QStringLiteral("the high DAC value"),
-                       QStringLiteral("DAC offset + high meter reading"), highDacVolts,
-                       c.dacOffset + readings.meterHigh};
+    const Division dac{u"DAC gain"_s, u"the high DAC value"_s, u"DAC offset + high meter reading"_s,
+                       highDacVolts, c.dacOffset + readings.meterHigh};
     c.dacGain = dac.divisor == 0 ? INFINITY : dac.dividend / dac.divisor;
     c.adcOffset = readings.meterLow - readings.adcLow;
-    const Division adc{QStringLiteral("ADC gain"), QStringLiteral("the high meter reading"),
-                       QStringLiteral("ADC offset + high ADC reading"), readings.meterHigh,
+    const Division adc{u"ADC gain"_s, u"the high meter reading"_s,
+                       u"ADC offset + high ADC reading"_s, readings.meterHigh,
                        c.adcOffset + readings.adcHigh};
     c.adcGain = adc.divisor == 0 ? INFINITY : adc.dividend / adc.divisor;
 

@@ -19,9 +19,9 @@ std::vector<CalibrationStep> stepsOf(bool withMeter)
 {
     std::vector<CalibrationStep> steps;
     for (int channel = 0; channel < CalibrationTable::channels; ++channel) {
-        steps.push_back({channel, QStringLiteral("DAC and ADC"), 850});
+        steps.push_back({channel, u"DAC and ADC"_s, 850});
         if (withMeter)
-            steps.push_back({channel, QStringLiteral("meter"), 525});
+            steps.push_back({channel, u"meter"_s, 525});
     }
     return steps;
 }
@@ -32,7 +32,7 @@ CalibrationEnd CalibrationScan::scanAll(const QString &meterAddress)
 {
     start(stepsOf(true));
     m_boardConnectString = m_link.gpibConnectString();
-    const QString meter = QStringLiteral("GPIB0::") + meterAddress.trimmed();
+    const QString meter = u"GPIB0::"_s + meterAddress.trimmed();
     clearTable();
     for (int channel = 0; channel < CalibrationTable::channels; ++channel) {
         if (!readChannel(channel))
@@ -66,10 +66,10 @@ bool CalibrationScan::readChannel(int channel)
 {
     nextStep();
     QString reply;
-    if (!pause(100) || !query(QStringLiteral("DAC? ") + numberText(channel), 100, reply))
+    if (!pause(100) || !query(u"DAC? "_s + numberText(channel), 100, reply))
         return false;
     fillRows(CalibrationTable::DacValue, channel, reply);
-    if (!pause(100) || !query(QStringLiteral("ADC? ") + numberText(channel), 300, reply))
+    if (!pause(100) || !query(u"ADC? "_s + numberText(channel), 300, reply))
         return false;
     fillRows(CalibrationTable::AdcValue, channel, reply);
     return true;
@@ -82,8 +82,8 @@ bool CalibrationScan::readMeter(int channel, const QString &meterConnectString)
         return false;
     const auto restore = qScopeGuard([this] { m_link.setGpibConnectString(m_boardConnectString); });
     QString reply;
-    if (!address(meterConnectString) || !pause(100) ||
-        !query(QStringLiteral("data?"), 100, reply) || !pause(100))
+    if (!address(meterConnectString) || !pause(100) || !query(u"data?"_s, 100, reply) ||
+        !pause(100))
         return false;
     addressBoardAgain();
     fillMeterRow(channel, reply, numbers::leadingNumber(reply));
@@ -95,7 +95,7 @@ bool CalibrationScan::address(const QString &connectString)
     try {
         m_link.addressGpib(connectString);
     } catch (const PlatformError &error) {
-        return fail(QStringLiteral("The meter could not be read: ") + error.description());
+        return fail(u"The meter could not be read: "_s + error.description());
     }
     return !isEnded();
 }

@@ -52,7 +52,7 @@ CalibrationEnd CalibrationSequence::end(const QString &left) const
 QString CalibrationSequence::place() const
 {
     const CalibrationStep &step = m_steps[std::max<size_t>(m_step, 1) - 1];
-    return QStringLiteral("channel %1: %2").arg(step.channel).arg(step.what);
+    return u"channel %1: %2"_s.arg(step.channel).arg(step.what);
 }
 
 void CalibrationSequence::nextStep()
@@ -118,8 +118,7 @@ void CalibrationSequence::fillRows(int firstRow, int channel, const QString &rep
     constexpr double rounding = 0.001; // a board may keep fewer digits than it is sent
     constexpr int most = 3;            // more fields would run into the rows of another reply
     if (const QString remark = CalibrationFindings::remarkOnReply(reply); !remark.isEmpty())
-        find(channel, remark.arg(firstRow == CalibrationTable::DacValue ? QStringLiteral("DAC")
-                                                                        : QStringLiteral("ADC")));
+        find(channel, remark.arg(firstRow == CalibrationTable::DacValue ? u"DAC"_s : u"ADC"_s));
     const QStringList fields = reply.split(u',');
     for (int row = firstRow; row < firstRow + most; ++row) {
         const QString field = fields.value(row - firstRow).simplified();
@@ -143,7 +142,7 @@ void CalibrationSequence::fillMeterRow(int channel, const QString &reply, double
 {
     QString remark;
     if (!numbers::startsWithNumber(reply)) {
-        remark = boardTexts::noNumberFrom.arg(QStringLiteral("meter"));
+        remark = boardTexts::noNumberFrom.arg(u"meter"_s);
         find(channel, remark);
     }
     setCell(CalibrationTable::Meter, channel, numbers::fixed5(value), remark);

@@ -1,24 +1,20 @@
 #include "core/board/CalibrationTable.h"
 
+#include "devices/Literals.h"
+
 namespace corvane {
 
 CalibrationTable::CalibrationTable()
 {
     // The last title's trailing blanks belong to it.
     const std::array<QString, rows> titles = {
-        QString(),
-        QStringLiteral("DAC Value"),
-        QStringLiteral("DAC Gain"),
-        QStringLiteral("DAC Offset"),
-        QStringLiteral("ADC Value"),
-        QStringLiteral("ADC Gain"),
-        QStringLiteral("ADC Offset"),
-        QStringLiteral("Keithley   "),
+        QString(),      u"DAC Value"_s, u"DAC Gain"_s,   u"DAC Offset"_s,
+        u"ADC Value"_s, u"ADC Gain"_s,  u"ADC Offset"_s, u"Keithley   "_s,
     };
     for (size_t row = 0; row < titles.size(); ++row)
         m_cells[row][0] = titles[row];
     for (int channel = 0; channel < channels; ++channel)
-        setText(0, columnOf(channel), QStringLiteral("Chan%1").arg(channel));
+        setText(0, columnOf(channel), u"Chan%1"_s.arg(channel));
 }
 
 void CalibrationTable::setText(int row, int column, const QString &text)

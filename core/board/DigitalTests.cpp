@@ -63,7 +63,7 @@ void DigitalTests::finish()
         m_verdicts << boardTexts::stoppedAt.arg(m_place, fault);
     else if (isEnded())
         m_verdicts << boardTexts::cancelledAt.arg(m_place);
-    Q_EMIT progressed(m_verdicts.join(QStringLiteral("; ")));
+    Q_EMIT progressed(m_verdicts.join(u"; "_s));
     DigTestAbort = false;
 }
 
@@ -92,7 +92,7 @@ int DigitalTests::test_data(int step)
 
 QString DigitalTests::bitText(int step)
 {
-    return step == steps - 1 ? QStringLiteral("All") : QString::number(step % bits);
+    return step == steps - 1 ? u"All"_s : QString::number(step % bits);
 }
 
 bool DigitalTests::isEnded() const
@@ -133,7 +133,7 @@ void DigitalTests::showPort(const QString &text)
 
 void DigitalTests::cleanUp()
 {
-    const QString rest = QStringLiteral("0");
+    const QString rest = u"0"_s;
     Q_EMIT portShown(rest);
     Q_EMIT stepShown(rest, rest);
     Q_EMIT busyChanged(false);
@@ -172,8 +172,8 @@ bool DigitalTests::directionStep(int port, int step, bool &passed)
         return false;
     showStep(step);
     const int pattern = test_data(step);
-    if (!exchange(QStringLiteral("PORT:DIR %1,%2").arg(port).arg(pattern)) ||
-        !exchange(QStringLiteral("PORT:DIR? %1").arg(port)))
+    if (!exchange(u"PORT:DIR %1,%2"_s.arg(port).arg(pattern)) ||
+        !exchange(u"PORT:DIR? %1"_s.arg(port)))
         return false;
     QString reply;
     const double value = readValue(reply);
@@ -187,12 +187,12 @@ bool DigitalTests::directionStep(int port, int step, bool &passed)
 
 bool DigitalTests::loopback(int outPort, int inPort)
 {
-    showPort(QStringLiteral("%1 > %2").arg(outPort).arg(inPort));
+    showPort(u"%1 > %2"_s.arg(outPort).arg(inPort));
     bool passed = true;
     for (int step = 0; step < steps && !isEnded(); ++step) {
         showStep(step);
-        if (!exchange(QStringLiteral("PORT:DATA %1,%2").arg(outPort).arg(test_data(step))) ||
-            !exchange(QStringLiteral("PORT:DATA? %1").arg(inPort)))
+        if (!exchange(u"PORT:DATA %1,%2"_s.arg(outPort).arg(test_data(step))) ||
+            !exchange(u"PORT:DATA? %1"_s.arg(inPort)))
             break;
         QString reply;
         if (readValue(reply) != test_data(step))
@@ -222,11 +222,8 @@ void DigitalTests::loopbackTest()
 /// and reads them at 0.
 bool DigitalTests::loopbackSteps(bool &passed)
 {
-    return setDirections({QStringLiteral("0,0"), QStringLiteral("3,0"), QStringLiteral("1,255"),
-                          QStringLiteral("2,255")}) &&
-           testPair(2, 0, passed) && testPair(1, 3, passed) &&
-           setDirections({QStringLiteral("0,255"), QStringLiteral("3,255"), QStringLiteral("1,0"),
-                          QStringLiteral("2,0")}) &&
+    return setDirections({u"0,0"_s, u"3,0"_s, u"1,255"_s, u"2,255"_s}) && testPair(2, 0, passed) &&
+           testPair(1, 3, passed) && setDirections({u"0,255"_s, u"3,255"_s, u"1,0"_s, u"2,0"_s}) &&
            testPair(0, 2, passed) && testPair(3, 1, passed);
 }
 
@@ -234,7 +231,7 @@ bool DigitalTests::setDirections(const QStringList &values)
 {
     return std::all_of(values.begin(), values.end(), [this](const QString &value) {
         m_place = boardTexts::testDirections.arg(m_test);
-        return exchange(QStringLiteral("PORT:DIR ") + value);
+        return exchange(u"PORT:DIR "_s + value);
     });
 }
 

@@ -30,7 +30,7 @@ QByteArray askMeter(GpibControl &control, WaitGroup &waits, int address, Earlier
 {
     const QString remembered = control.connectString();
     const auto restore = qScopeGuard([&] { control.setConnectString(remembered); });
-    control.setConnectString(QStringLiteral("GPIB0::%1").arg(address));
+    control.setConnectString(u"GPIB0::%1"_s.arg(address));
     control.open();
     QByteArray reply;
     waits.waitUntil(isCancelled, settleMs);

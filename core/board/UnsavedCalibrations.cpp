@@ -47,7 +47,7 @@ QString UnsavedCalibrations::text() const
         parts << boardTexts::unsaved.arg(changed);
     if (const QString unfinished = unfinishedText(); !unfinished.isEmpty())
         parts << unfinished;
-    QString text = parts.join(QStringLiteral("; "));
+    QString text = parts.join(u"; "_s);
     if (!text.isEmpty())
         text[0] = text[0].toUpper();
     return text;

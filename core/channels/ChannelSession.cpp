@@ -51,7 +51,7 @@ void ChannelSession::open()
         if (m_light == Light::Hidden)
             setLight(Light::Dark);
     } catch (const PlatformError &error) {
-        showMessage(channelTexts::connectError + QStringLiteral("\r\n") + error.description());
+        showMessage(channelTexts::connectError + u"\r\n"_s + error.description());
         Q_EMIT connectFailed(error.description());
     }
     refreshStatus();
@@ -62,9 +62,9 @@ void ChannelSession::close()
     try {
         closeTransport();
     } catch (const PlatformError &error) {
-        m_context.dialogs.showMessage(this, {.text = channelTexts::disconnectError +
-                                                     QStringLiteral("\r\n") + error.description(),
-                                             .title = channelTexts::disconnectErrorTitle});
+        m_context.dialogs.showMessage(
+            this, {.text = channelTexts::disconnectError + u"\r\n"_s + error.description(),
+                   .title = channelTexts::disconnectErrorTitle});
     }
     refreshStatus();
 }
@@ -258,8 +258,7 @@ void ChannelSession::Timer1_Timer()
     try {
         poll();
     } catch (const PlatformError &error) {
-        exchangeFailed(error,
-                       channelTexts::readError + QStringLiteral("\r\n") + error.description());
+        exchangeFailed(error, channelTexts::readError + u"\r\n"_s + error.description());
     }
 }
 

@@ -7,42 +7,38 @@ const std::array<ChannelTraits, channelCount> &channelTraits()
     static const std::array<ChannelTraits, channelCount> table = {
         ChannelTraits{
             .index = channels::rs485,
-            .caption = QStringLiteral("RS-485"),
-            .option = QStringLiteral("rs485"),
-            .notConnected =
-                QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
-            .settings = QStringLiteral("9600,N,8,1"),
+            .caption = u"RS-485"_s,
+            .option = u"rs485"_s,
+            .notConnected = u"The RS 485 port is not connected.  Please connect and try again."_s,
+            .settings = u"9600,N,8,1"_s,
             .isAddressed = true,
         },
         ChannelTraits{
             .index = channels::rs232,
-            .caption = QStringLiteral("RS-232"),
-            .option = QStringLiteral("rs232"),
-            .notConnected =
-                QStringLiteral("The RS 232 port is not connected.  Please connect and try again."),
-            .settings = QStringLiteral("19200,N,8,1"),
+            .caption = u"RS-232"_s,
+            .option = u"rs232"_s,
+            .notConnected = u"The RS 232 port is not connected.  Please connect and try again."_s,
+            .settings = u"19200,N,8,1"_s,
         },
         ChannelTraits{
             .index = channels::ieee488,
-            .caption = QStringLiteral("IEEE 488"),
-            .option = QStringLiteral("gpib"),
+            .caption = u"IEEE 488"_s,
+            .option = u"gpib"_s,
             .listFollowsLoop = false,
         },
         ChannelTraits{
             .index = channels::tcpIp1,
-            .caption = QStringLiteral("TCP/IP-1"),
-            .option = QStringLiteral("tcp1"),
-            .notConnected =
-                QStringLiteral("TCP/IP1 is not connected.  Please connect and try again."),
+            .caption = u"TCP/IP-1"_s,
+            .option = u"tcp1"_s,
+            .notConnected = u"TCP/IP1 is not connected.  Please connect and try again."_s,
             .showsNewestAlone = true,
             .isLogged = true,
         },
         ChannelTraits{
             .index = channels::tcpIp2,
-            .caption = QStringLiteral("TCP/IP-2"),
-            .option = QStringLiteral("tcp2"),
-            .notConnected =
-                QStringLiteral("TCP/IP2 is not connected.  Please connect and try again."),
+            .caption = u"TCP/IP-2"_s,
+            .option = u"tcp2"_s,
+            .notConnected = u"TCP/IP2 is not connected.  Please connect and try again."_s,
             .sendsPieces = true,
             .isLogged = true,
         },

@@ -34,16 +34,16 @@ QString textOf(ChannelUse use)
 {
     switch (use) {
     case ChannelUse::Loop:
-        return QStringLiteral("its Loop box is checked.  Uncheck it and try again.");
+        return u"its Loop box is checked.  Uncheck it and try again."_s;
     case ChannelUse::Reply:
-        return QStringLiteral("the reply to its last command is still to be read.  Try again.");
+        return u"the reply to its last command is still to be read.  Try again."_s;
     case ChannelUse::List:
-        return QStringLiteral("a command list is running.  Stop it and try again.");
+        return u"a command list is running.  Stop it and try again."_s;
     case ChannelUse::Search:
-        return QStringLiteral("the GPIB search is running.  Stop it and try again.");
+        return u"the GPIB search is running.  Stop it and try again."_s;
     case ChannelUse::Board:
-        return QStringLiteral("the VXM250E window is using it.  Wait until it has finished, or "
-                              "cancel it there, and try again.");
+        return u"the VXM250E window is using it.  Wait until it has finished, or "
+               "cancel it there, and try again."_s;
     case ChannelUse::Send:
         break;
     }
@@ -74,7 +74,7 @@ QString ChannelUsers::refusal(int channel, ChannelUse wanted) const
 
 QString ChannelUsers::told(int channel, ChannelUse use)
 {
-    return QStringLiteral("The %1 Channel is in use: %2").arg(channelCaption(channel), textOf(use));
+    return u"The %1 Channel is in use: %2"_s.arg(channelCaption(channel), textOf(use));
 }
 
 } // namespace corvane

@@ -11,7 +11,7 @@ namespace corvane::entryFaults {
 inline void refuse(const QString &channel, const QString &entry, const QString &value)
 {
     if (!value.isEmpty())
-        throw PlatformError(QStringLiteral("%1 has no %2 entry").arg(channel, entry));
+        throw PlatformError(u"%1 has no %2 entry"_s.arg(channel, entry));
 }
 
 /// The number with two digits. Throws PlatformError when it is none of `first` to `last`.
@@ -19,12 +19,10 @@ inline QString number(const QString &value, int first, int last)
 {
     bool isNumber = false;
     const int number = value.toInt(&isNumber);
-    const auto twoDigits = [](int n) {
-        return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
-    };
+    const auto twoDigits = [](int n) { return u"%1"_s.arg(n, 2, 10, QLatin1Char('0')); };
     if (!isNumber || number < first || number > last)
-        throw PlatformError(QStringLiteral("%1 is not one of %2 to %3")
-                                .arg(value, twoDigits(first), twoDigits(last)));
+        throw PlatformError(
+            u"%1 is not one of %2 to %3"_s.arg(value, twoDigits(first), twoDigits(last)));
     return twoDigits(number);
 }
 

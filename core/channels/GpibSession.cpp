@@ -15,7 +15,7 @@ namespace corvane {
 namespace {
 
 constexpr double timeoutLimitMs = 60000;
-const QString separator = QStringLiteral("::");
+const QString separator = u"::"_s;
 
 } // namespace
 
@@ -79,9 +79,9 @@ void GpibSession::enterTimeout(const QString &text)
 
 void GpibSession::fillIn(const ChannelEntries &entries)
 {
-    entryFaults::refuse(caption(), QStringLiteral("port"), entries.port);
-    entryFaults::refuse(caption(), QStringLiteral("host"), entries.host);
-    entryFaults::refuse(caption(), QStringLiteral("settings"), entries.settings);
+    entryFaults::refuse(caption(), u"port"_s, entries.port);
+    entryFaults::refuse(caption(), u"host"_s, entries.host);
+    entryFaults::refuse(caption(), u"settings"_s, entries.settings);
     if (entries.address.isEmpty())
         return;
     const bool namesBoard = entries.address.contains(separator);
@@ -183,7 +183,7 @@ void GpibSession::handleResponse()
     setFault({});
     setResponse(lineEnds::removed(GpibResponse));
     const QString incomplete = m_control.incomplete();
-    setNote(incomplete.isEmpty() ? QString() : caption() + QStringLiteral(": ") + incomplete);
+    setNote(incomplete.isEmpty() ? QString() : caption() + u": "_s + incomplete);
     deliverReply(0);
 }
 

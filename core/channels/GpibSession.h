@@ -65,8 +65,8 @@ private:
     void handleResponse();
 
     GpibControl &m_control;
-    QString m_boardEntry = QStringLiteral("GPIB0");
-    QString m_addressEntry = QStringLiteral("0");
+    QString m_boardEntry = u"GPIB0"_s;
+    QString m_addressEntry = u"0"_s;
     QString m_connectString;
     bool GpibReadPending = false;
     bool GpibReadDone = false;

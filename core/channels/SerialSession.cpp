@@ -15,7 +15,7 @@ SerialSession::SerialSession(int index, SerialPort &port, PortList ports,
     , m_addressed(addressed ? *addressed : *this)
 {
     if (traits().isAddressed)
-        setAddress(QStringLiteral("01"));
+        setAddress(u"01"_s);
     connect(&m_port, &SerialPort::onComm, this, &SerialSession::MSComm1_OnComm);
     connect(&m_port, &SerialPort::lost, this, [this](const QString &description) {
         setFault(description); // before what follows from it
@@ -44,7 +44,7 @@ void SerialSession::setAddress(const QString &address)
 
 void SerialSession::fillIn(const ChannelEntries &entries)
 {
-    entryFaults::refuse(caption(), QStringLiteral("host"), entries.host);
+    entryFaults::refuse(caption(), u"host"_s, entries.host);
     if (!entries.port.isEmpty()) {
         (void)SerialPortList::numberIn(entries.port);
         setPortEntry(entries.port);
@@ -52,7 +52,7 @@ void SerialSession::fillIn(const ChannelEntries &entries)
     if (!entries.settings.isEmpty())
         m_port.setSettings(entries.settings);
     if (!traits().isAddressed)
-        entryFaults::refuse(caption(), QStringLiteral("address"), entries.address);
+        entryFaults::refuse(caption(), u"address"_s, entries.address);
     else if (!entries.address.isEmpty())
         setAddress(entryFaults::number(entries.address, 1, lastAddress));
 }
@@ -116,7 +116,7 @@ bool SerialSession::isOpen() const
 QString SerialSession::place() const
 {
     const QString place = isOpen() ? m_port.place() : enteredPlace();
-    return traits().isAddressed ? place + QStringLiteral(", address ") + m_address : place;
+    return traits().isAddressed ? place + u", address "_s + m_address : place;
 }
 
 QString SerialSession::enteredPlace() const
@@ -125,9 +125,9 @@ QString SerialSession::enteredPlace() const
     QString device = entered;
     for (const SerialPortEntry &port : m_ports()) {
         if (entered == QString::number(port.number))
-            device = QStringLiteral("%1 (port %2)").arg(port.device, entered);
+            device = u"%1 (port %2)"_s.arg(port.device, entered);
     }
-    return device + QStringLiteral(", ") + m_port.settings();
+    return device + u", "_s + m_port.settings();
 }
 
 QString SerialSession::statusText() const

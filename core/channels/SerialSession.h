@@ -34,7 +34,7 @@ public:
     [[nodiscard]] const QString &address() const { return m_address; }
     void setAddress(const QString &address);
     /// What stands in front of every command: ">05" for the address 05.
-    [[nodiscard]] QString prefix() const { return QStringLiteral(">") + m_address; }
+    [[nodiscard]] QString prefix() const { return u">"_s + m_address; }
     /// What a device puts in front of its replies: "<05:".
     [[nodiscard]] const QByteArray &echoPrefix() const { return m_echoPrefix; }
     [[nodiscard]] QList<SerialPortEntry> ports() const { return m_ports(); }
@@ -62,7 +62,7 @@ private:
     SerialPort &m_port;
     const PortList m_ports;
     const SerialSession &m_addressed; // whose echo is taken out
-    QString m_portEntry = QStringLiteral("1");
+    QString m_portEntry = u"1"_s;
     QString m_address;
     QByteArray m_echoPrefix; // kept, as every arrival of both serial Channels asks for it
 };

@@ -36,7 +36,7 @@ QString TcpSession::place() const
 
 QString TcpSession::enteredPlace() const
 {
-    return QStringLiteral("%1 port %2").arg(m_host.trimmed(), m_portEntry.trimmed());
+    return u"%1 port %2"_s.arg(m_host.trimmed(), m_portEntry.trimmed());
 }
 
 void TcpSession::setHost(const QString &host)
@@ -69,8 +69,8 @@ std::optional<qint32> TcpSession::enteredPort() const
 
 void TcpSession::fillIn(const ChannelEntries &entries)
 {
-    entryFaults::refuse(caption(), QStringLiteral("address"), entries.address);
-    entryFaults::refuse(caption(), QStringLiteral("settings"), entries.settings);
+    entryFaults::refuse(caption(), u"address"_s, entries.address);
+    entryFaults::refuse(caption(), u"settings"_s, entries.settings);
     if (!entries.host.isEmpty())
         setHost(entries.host);
     if (!entries.port.isEmpty())

@@ -58,7 +58,7 @@ private:
     void sendNextPiece();
 
     TcpClient &m_client;
-    QString m_host = QStringLiteral("255.255.255.0");
+    QString m_host = u"255.255.255.0"_s;
     QString m_portEntry = QString::number(defaultPort);
     QString m_place; ///< of the newest connect
     /// A piece is out, others follow it, and its reply has not come yet (TCP/IP-2).

@@ -19,7 +19,7 @@ QString withoutBreaksAndTabs(QString text)
 
 QString quotedRecord(const QString &text)
 {
-    return QStringLiteral("\"") + text + QStringLiteral("\"");
+    return u"\""_s + text + u"\""_s;
 }
 
 } // namespace
@@ -85,19 +85,19 @@ void TrafficLog::PrintLog(Selector selector)
         if (first.isEmpty())
             return;
         fileLine = withoutBreaksAndTabs(first);
-        record += QStringLiteral(" , ") + fileLine;
+        record += u" , "_s + fileLine;
         break;
     }
     case Selector::TcpIp2:
         if (second.isEmpty())
             return;
-        record += QStringLiteral(" , ") + second;
+        record += u" , "_s + second;
         fileLine = quotedRecord(record);
         break;
     case Selector::Both:
         if (first.isEmpty() || second.isEmpty())
             return;
-        record += QStringLiteral(" , ") + first + QStringLiteral(" , ") + second;
+        record += u" , "_s + first + u" , "_s + second;
         fileLine = quotedRecord(record);
         break;
     }
@@ -128,7 +128,7 @@ bool TrafficLog::appendToFile(const QString &line)
             fault += channelTexts::logTorn;
     }
     setLogging(false);
-    Q_EMIT failed(QStringLiteral("%1: %2").arg(m_path, fault));
+    Q_EMIT failed(u"%1: %2"_s.arg(m_path, fault));
     return false;
 }
 

@@ -62,7 +62,7 @@ bool LineReader::next()
         const qsizetype length = lineLength(rest, searched);
         searched = rest.size();
         if (length > m_maximumLine || (length < 0 && rest.size() > m_maximumLine)) {
-            m_fault = listTexts::lineTooLong().arg(m_maximumLine);
+            m_fault = listTexts::lineTooLong.arg(m_maximumLine);
             return false;
         }
         if (length >= 0) {

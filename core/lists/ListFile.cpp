@@ -49,7 +49,7 @@ public:
             return {};
         case ListLine::Kind::Constant:
             if (m_contents.constants.size() == ListConstant::capacity)
-                return listTexts::tooManyConstants().arg(ListConstant::capacity);
+                return listTexts::tooManyConstants.arg(ListConstant::capacity);
             m_contents.constants.push_back(parsed.constant);
             return {};
         case ListLine::Kind::Ignored:
@@ -57,7 +57,7 @@ public:
         case ListLine::Kind::Bad:
             break;
         }
-        return listTexts::tooFewWords();
+        return listTexts::tooFewWords;
     }
 
     /// Leaves the grid as a reading that stopped leaves it: the next row with its number, and the
@@ -75,7 +75,7 @@ private:
     {
         m_contents.comments +=
             QString::fromLatin1(line.toByteArray().replace(marker, QByteArrayView()));
-        m_contents.comments += QStringLiteral("\r\n");
+        m_contents.comments += u"\r\n"_s;
     }
 
     void addRow(std::array<QLatin1StringView, ListLine::columns> cells)
@@ -109,8 +109,7 @@ QString firstThatDoesNotFit(const QString &text)
     const qsizetype at = found - text.begin();
     const bool pair = found->isHighSurrogate() && at + 1 < text.size();
     const uint code = pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : found->unicode();
-    return listTexts::noCharacterOfLists()
-        .arg(QStringView(text).first(at).count(u'\n') + 1)
+    return listTexts::noCharacterOfLists.arg(QStringView(text).first(at).count(u'\n') + 1)
         .arg(text.mid(at, pair ? 2 : 1))
         .arg(code, 4, 16, QLatin1Char('0'));
 }
@@ -164,10 +163,10 @@ ListContents listFile::read(const QString &path)
 
 QString listFile::settingsText(const TextTable &table, const QString &comments)
 {
-    const auto lineEnd = QStringLiteral("\r\n");
+    const auto lineEnd = u"\r\n"_s;
     QString text;
     for (const QString &comment : comments.split(lineEnd, Qt::SkipEmptyParts))
-        text += QStringLiteral("\\\\") + comment + lineEnd;
+        text += u"\\\\"_s + comment + lineEnd;
     for (int row = 1; !table.text(row, 1).isEmpty(); ++row)
         text += table.text(row, 1) % u' ' % table.text(row, 2) % lineEnd;
     return text;

@@ -1,5 +1,7 @@
 #include "core/lists/ListKinds.h"
 
+#include "devices/Literals.h"
+
 #include <algorithm>
 #include <array>
 
@@ -18,22 +20,18 @@ constexpr Extension extensions[] = {
 
 const std::array<Layout, 3> &layouts()
 {
-    static const auto line = QStringLiteral("Line");
-    static const auto operatorTitle = QStringLiteral("Operator");
-    static const auto command = QStringLiteral("Command");
-    static const auto value = QStringLiteral("Value");
-    static const auto tolerance = QStringLiteral("Tolerance");
-    static const auto response = QStringLiteral("Response");
+    static const auto line = u"Line"_s;
+    static const auto operatorTitle = u"Operator"_s;
+    static const auto command = u"Command"_s;
+    static const auto value = u"Value"_s;
+    static const auto tolerance = u"Tolerance"_s;
+    static const auto response = u"Response"_s;
     static const std::array<Layout, 3> all{
-        Layout{{line, command, value, response},
-               3,
-               QStringLiteral("KMX Chamber Settings (*.kms)|*.kms")},
-        Layout{{line, operatorTitle, command, value, response},
-               4,
-               QStringLiteral("KMX Profile (*.kmp)|*.kmp")},
+        Layout{{line, command, value, response}, 3, u"KMX Chamber Settings (*.kms)|*.kms"_s},
+        Layout{{line, operatorTitle, command, value, response}, 4, u"KMX Profile (*.kmp)|*.kmp"_s},
         Layout{{line, operatorTitle, command, value, tolerance, response},
                5,
-               QStringLiteral("Test List (*.tst)|*.tst")}};
+               u"Test List (*.tst)|*.tst"_s}};
     return all;
 }
 

@@ -73,7 +73,7 @@ void parseSettings(ListLine &parsed, QByteArrayView line)
 {
     const Words words(line);
     parsed.kind = ListLine::Kind::Row;
-    const bool uut = latin1(line).startsWith(QLatin1StringView("UUT"), Qt::CaseInsensitive);
+    const bool uut = latin1(line).startsWith("UUT"_L1, Qt::CaseInsensitive);
     if (uut && words.count() > 1) {
         const QByteArray name = words[0].toByteArray();
         parsed.built = line.toByteArray().replace(name, QByteArray());

@@ -13,9 +13,9 @@ namespace {
 void append(QStringList &notes, const ListContents::Lines &lines, const QString &what)
 {
     if (lines.count == 1)
-        notes.append(listTexts::oneLine().arg(what).arg(lines.first));
+        notes.append(listTexts::oneLine.arg(what).arg(lines.first));
     else if (lines.count > 1)
-        notes.append(listTexts::severalLines().arg(lines.count).arg(what).arg(lines.first));
+        notes.append(listTexts::severalLines.arg(lines.count).arg(what).arg(lines.first));
 }
 
 bool holdsSomething(const TextTable &table, int row)
@@ -32,15 +32,15 @@ QString listNotes::ofLoad(const QString &path, const ListContents &contents)
     if (contents.end == ListContents::End::NotOpened)
         notes.append(contents.reason);
     else if (contents.end != ListContents::End::Complete)
-        notes.append(listTexts::lineFault().arg(contents.endLine).arg(contents.reason));
-    append(notes, contents.ignored, listTexts::ignored());
-    append(notes, contents.shortened, listTexts::shortened());
-    return notes.isEmpty() ? QString() : ofFault(path, notes.join(QStringLiteral("; ")));
+        notes.append(listTexts::lineFault.arg(contents.endLine).arg(contents.reason));
+    append(notes, contents.ignored, listTexts::ignored);
+    append(notes, contents.shortened, listTexts::shortened);
+    return notes.isEmpty() ? QString() : ofFault(path, notes.join(u"; "_s));
 }
 
 QString listNotes::ofFault(const QString &path, const QString &reason)
 {
-    return QStringLiteral("%1: %2").arg(listKinds::fileName(path), reason);
+    return u"%1: %2"_s.arg(listKinds::fileName(path), reason);
 }
 
 QString listNotes::ofSave(const TextTable &table)
@@ -50,7 +50,7 @@ QString listNotes::ofSave(const TextTable &table)
         ++end;
     for (int row = end; row < table.rowCount(); ++row) {
         if (holdsSomething(table, row))
-            return listTexts::rowsNotSaved().arg(end);
+            return listTexts::rowsNotSaved.arg(end);
     }
     return {};
 }

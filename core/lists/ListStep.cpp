@@ -2,6 +2,7 @@
 
 #include "core/lists/Blanks.h"
 #include "core/lists/ListKinds.h"
+#include "devices/Literals.h"
 
 namespace corvane {
 
@@ -12,8 +13,7 @@ constexpr ListStep::Kind syntaxError = ListStep::Kind::SyntaxError;
 QString settingsCommand(const ListStep::Cells &cells)
 {
     const bool complete = cells.first.contains(u'=');
-    return trimBlanks((complete ? QString() : QStringLiteral("= ")) + cells.first + u' ' +
-                      cells.second);
+    return trimBlanks((complete ? QString() : u"= "_s) + cells.first + u' ' + cells.second);
 }
 
 QString joined(const ListStep::Cells &cells)
@@ -40,7 +40,7 @@ ListStep ListStep::toGet(const QString &command)
 {
     if (command.isEmpty())
         return {syntaxError, {}};
-    return {Kind::Send, QStringLiteral("? ") + command};
+    return {Kind::Send, u"? "_s + command};
 }
 
 bool ListStep::needsSecondCell(int listKind, QStringView first)

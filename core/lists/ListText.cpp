@@ -9,13 +9,13 @@ namespace {
 
 QString lineEnd()
 {
-    return QStringLiteral("\r\n");
+    return u"\r\n"_s;
 }
 
 /// Four empty words: a chamber settings line that takes a row and fills none of it.
 QString emptySettingsRow()
 {
-    return QStringLiteral("   ");
+    return u"   "_s;
 }
 
 QString settingsLine(const QString &command, const QString &value)
@@ -25,8 +25,8 @@ QString settingsLine(const QString &command, const QString &value)
     if (value.isEmpty())
         return command;
     const bool oneWord = !command.contains(u' ');
-    const bool uut = command.startsWith(QStringLiteral("UUT"), Qt::CaseInsensitive);
-    return (oneWord && !uut ? QStringLiteral("= ") : QString()) + command + u' ' + value;
+    const bool uut = command.startsWith(u"UUT"_s, Qt::CaseInsensitive);
+    return (oneWord && !uut ? u"= "_s : QString()) + command + u' ' + value;
 }
 
 QString profileLine(const QString &operatorCell, const QString &command, const QString &value)
@@ -58,7 +58,7 @@ QString testLine(const QString &operatorCell, const QString &command, const QStr
         if (!cell.isEmpty())
             rest += u' ' + cell;
     }
-    const auto pause = QStringLiteral("# PAUSE");
+    const auto pause = u"# PAUSE"_s;
     if (operatorCell == u"#")
         return pause + rest;
     const bool begins =
@@ -93,8 +93,8 @@ QString rowLine(int listKind, const TextTable &table, int row)
 /// The marker is taken out wherever it stands in a comment, so the one that the text does not hold.
 QString commentLine(const QString &comment)
 {
-    const auto backslashes = QStringLiteral("\\\\");
-    return (comment.contains(backslashes) ? QStringLiteral("//") : backslashes) + comment;
+    const auto backslashes = u"\\\\"_s;
+    return (comment.contains(backslashes) ? u"//"_s : backslashes) + comment;
 }
 
 } // namespace
@@ -110,9 +110,9 @@ QString listText::ofList(int listKind, const TextTable &table, const QString &co
         text += commentLine(comment) + lineEnd();
     if (listKind == listKinds::testList) {
         for (const ListConstant &constant : constants)
-            text += QStringLiteral("# CONST %1 = %2")
-                        .arg(constant.name, QString::number(constant.value, 'g', 9)) +
-                    lineEnd();
+            text +=
+                u"# CONST %1 = %2"_s.arg(constant.name, QString::number(constant.value, 'g', 9)) +
+                lineEnd();
     }
     for (int row = 1; row < table.rowCount(); ++row) {
         if (!holdsNothing(listKind, table, row))

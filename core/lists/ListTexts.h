@@ -1,199 +1,87 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QString>
 
 /// Every fixed text of the command lists, to be checked by eye. Doubled blanks and misspellings are
 /// as they must be.
 namespace corvane::listTexts {
 
-inline QString caption()
-{
-    return QStringLiteral("Corvane");
-}
-inline QString captionPrefix()
-{
-    return QStringLiteral("Corvane - ");
-}
+inline const QString caption = u"Corvane"_s;
+inline const QString captionPrefix = u"Corvane - "_s;
 
-inline QString openFailed()
-{
-    return QStringLiteral("Error occurred while trying to open file.");
-}
-inline QString badLine()
-{
-    return QStringLiteral("Error occurred while trying to open file.  Please check string format "
-                          "on each line: command space value.  Comments are proceeded by //");
-}
-inline QString openProcedure()
-{
-    return QStringLiteral("\r\nFunction cmdLoad_Click");
-}
-inline QString saveFailed()
-{
-    return QStringLiteral("Error occurred while trying to save file.");
-}
+inline const QString openFailed = u"Error occurred while trying to open file."_s;
+inline const QString badLine =
+    u"Error occurred while trying to open file.  Please check string format "
+    "on each line: command space value.  Comments are proceeded by //"_s;
+inline const QString openProcedure = u"\r\nFunction cmdLoad_Click"_s;
+inline const QString saveFailed = u"Error occurred while trying to save file."_s;
 
 // Why a list file could not be read or written whole, and what was left out.
-inline QString tooFewWords()
-{
-    return QStringLiteral("too few words");
-}
-inline QString tooManyConstants()
-{
-    return QStringLiteral("there is room for %1 constants");
-}
-inline QString lineTooLong()
-{
-    return QStringLiteral("longer than %1 characters");
-}
-inline QString lineFault()
-{
-    return QStringLiteral("line %1: %2");
-}
+inline const QString tooFewWords = u"too few words"_s;
+inline const QString tooManyConstants = u"there is room for %1 constants"_s;
+inline const QString lineTooLong = u"longer than %1 characters"_s;
+inline const QString lineFault = u"line %1: %2"_s;
 /// Of a line, the character, and its code in hexadecimal.
-inline QString noCharacterOfLists()
-{
-    return QStringLiteral("line %1: \"%2\" (U+%3) does not fit into 8-bit text");
-}
-inline QString noFileName()
-{
-    return QStringLiteral("no file can have this name");
-}
-inline QString oneLine()
-{
-    return QStringLiteral("1 line %1: line %2");
-}
-inline QString severalLines()
-{
-    return QStringLiteral("%1 lines %2, the first is line %3");
-}
-inline QString ignored()
-{
-    return QStringLiteral("ignored");
-}
-inline QString shortened()
-{
-    return QStringLiteral("of which words are left out");
-}
-inline QString rowsNotSaved()
-{
-    return QStringLiteral("Row %1 has no command: it and the rows below it were not saved");
-}
-inline QString restNotRead()
-{
-    return QStringLiteral("The lines of %1 from line %2 on have not been read.  Saving over that "
-                          "file would lose them.");
-}
-inline QString saveAllTheSame()
-{
-    return QStringLiteral("\r\nSave all the same?");
-}
-inline QString discardChanges()
-{
-    return QStringLiteral("The text has been changed.  Close without saving it?");
-}
+inline const QString noCharacterOfLists = u"line %1: \"%2\" (U+%3) does not fit into 8-bit text"_s;
+inline const QString noFileName = u"no file can have this name"_s;
+inline const QString oneLine = u"1 line %1: line %2"_s;
+inline const QString severalLines = u"%1 lines %2, the first is line %3"_s;
+inline const QString ignored = u"ignored"_s;
+inline const QString shortened = u"of which words are left out"_s;
+inline const QString rowsNotSaved =
+    u"Row %1 has no command: it and the rows below it were not saved"_s;
+inline const QString restNotRead =
+    u"The lines of %1 from line %2 on have not been read.  Saving over that "
+    "file would lose them."_s;
+inline const QString saveAllTheSame = u"\r\nSave all the same?"_s;
+inline const QString discardChanges = u"The text has been changed.  Close without saving it?"_s;
 
-inline QString openFilter()
-{
-    return QStringLiteral("KMX Chamber Settings (*.kms)|*.kms"
-                          "|KMX Profile (*.kmp)|*.kmp"
-                          "|Test List (*.tst)|*.tst");
-}
+inline const QString openFilter = u"KMX Chamber Settings (*.kms)|*.kms"
+                                  "|KMX Profile (*.kmp)|*.kmp"
+                                  "|Test List (*.tst)|*.tst"_s;
 /// Without the blank before the parenthesis that the other filters have.
-inline QString saveFilter()
-{
-    return QStringLiteral("KMX Chamber Settings(*.kms)|*.kms");
-}
+inline const QString saveFilter = u"KMX Chamber Settings(*.kms)|*.kms"_s;
 
-inline QString emptyAtGet()
-{
-    return QStringLiteral("The command list is empty.  You must first load a command list file "
-                          "before you can retrieve the data.");
-}
-inline QString emptyAtSend()
-{
-    return QStringLiteral("The command list is empty.  You must first load a command list file "
-                          "before you can transfer the data.");
-}
-inline QString incompleteAtSend()
-{
-    return QStringLiteral("The command list is incomplete.  You must first load a valid command "
-                          "list file before you can transfer the data.");
-}
-inline QString transferComplete()
-{
-    return QStringLiteral("Transfer complete.");
-}
-inline QString testPassed()
-{
-    return QStringLiteral("Test Passed.");
-}
-inline QString testFailed()
-{
-    return QStringLiteral("Test Failed.");
-}
+inline const QString emptyAtGet =
+    u"The command list is empty.  You must first load a command list file "
+    "before you can retrieve the data."_s;
+inline const QString emptyAtSend =
+    u"The command list is empty.  You must first load a command list file "
+    "before you can transfer the data."_s;
+inline const QString incompleteAtSend =
+    u"The command list is incomplete.  You must first load a valid command "
+    "list file before you can transfer the data."_s;
+inline const QString transferComplete = u"Transfer complete."_s;
+inline const QString testPassed = u"Test Passed."_s;
+inline const QString testFailed = u"Test Failed."_s;
 /// Beside the row's number while the run's Channel is closed, and when it is open again.
-inline QString closedProgress()
-{
-    return QStringLiteral("closed");
-}
-inline QString reopenedProgress()
-{
-    return QStringLiteral("Send or Stop");
-}
+inline const QString closedProgress = u"closed"_s;
+inline const QString reopenedProgress = u"Send or Stop"_s;
 /// "%1" is the Channel, "%2" the row as in "row 20 of 200".
-inline QString closedAtRow()
-{
-    return QStringLiteral("List run on %1: the Channel is closed, %2 has no whole reply.");
-}
-inline QString closedBetweenRows()
-{
-    return QStringLiteral("List run on %1: the Channel is closed, %2 is not sent yet.");
-}
+inline const QString closedAtRow =
+    u"List run on %1: the Channel is closed, %2 has no whole reply."_s;
+inline const QString closedBetweenRows =
+    u"List run on %1: the Channel is closed, %2 is not sent yet."_s;
 /// What the user can do then.
-inline QString connectAndSend()
-{
-    return QStringLiteral(" Connect and press Send to send the row, or press Stop.");
-}
-inline QString connectBefore()
-{
-    return QStringLiteral(" Connect before it is sent, or press Stop.");
-}
-inline QString reopenedAtRow()
-{
-    return QStringLiteral("List run on %1: connected again, but %2 has no whole reply. Press Send "
-                          "to send the row, or Stop.");
-}
-inline QString owed()
-{
-    return QStringLiteral("List run on %1: the reply to %2 of the run before had not come; should "
-                          "it still come, it stands in a row of this run.");
-}
+inline const QString connectAndSend = u" Connect and press Send to send the row, or press Stop."_s;
+inline const QString connectBefore = u" Connect before it is sent, or press Stop."_s;
+inline const QString reopenedAtRow =
+    u"List run on %1: connected again, but %2 has no whole reply. Press Send "
+    "to send the row, or Stop."_s;
+inline const QString owed =
+    u"List run on %1: the reply to %2 of the run before had not come; should "
+    "it still come, it stands in a row of this run."_s;
 /// "%2" is the command, "%3" the row.
-inline QString sentByHand()
-{
-    return QStringLiteral("List run on %1: \"%2\" was sent by hand; its reply stands in %3.");
-}
-inline QString replyTooLong()
-{
-    return QStringLiteral("List run on %1: the list holds the first %3 characters of the reply to "
-                          "%2, no more.");
-}
-inline QString syntaxErrorBox()
-{
-    return QStringLiteral("Syntax Error.  Canceling Transfer.");
-}
-inline QString syntaxError()
-{
-    return QStringLiteral("Syntax Error");
-}
-inline QString passed()
-{
-    return QStringLiteral("PASSED");
-}
-inline QString failed()
-{
-    return QStringLiteral("FAILED");
-}
+inline const QString sentByHand =
+    u"List run on %1: \"%2\" was sent by hand; its reply stands in %3."_s;
+inline const QString replyTooLong =
+    u"List run on %1: the list holds the first %3 characters of the reply to "
+    "%2, no more."_s;
+inline const QString syntaxErrorBox = u"Syntax Error.  Canceling Transfer."_s;
+inline const QString syntaxError = u"Syntax Error"_s;
+inline const QString passed = u"PASSED"_s;
+inline const QString failed = u"FAILED"_s;
 
 } // namespace corvane::listTexts

@@ -13,7 +13,7 @@ int RunRows::last() const
 
 QString RunRows::name(int row) const
 {
-    return QStringLiteral("row %1 of %2").arg(row).arg(last());
+    return u"row %1 of %2"_s.arg(row).arg(last());
 }
 
 int RunRows::replyColumn() const

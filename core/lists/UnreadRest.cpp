@@ -21,7 +21,7 @@ UnreadRest::UnreadRest(const QString &path, const ListContents &contents)
 QString UnreadRest::warning() const
 {
     return m_file.isEmpty() ? QString()
-                            : listTexts::restNotRead().arg(listKinds::fileName(m_file)).arg(m_line);
+                            : listTexts::restNotRead.arg(listKinds::fileName(m_file)).arg(m_line);
 }
 
 bool UnreadRest::isIn(const QString &path) const
@@ -32,7 +32,7 @@ bool UnreadRest::isIn(const QString &path) const
 bool UnreadRest::maySaveTo(const QString &path, Dialogs &dialogs, QObject *asker) const
 {
     return !isIn(path) ||
-           dialogs.showMessage(asker, {.text = warning() + listTexts::saveAllTheSame(),
+           dialogs.showMessage(asker, {.text = warning() + listTexts::saveAllTheSame,
                                        .icon = Dialogs::Icon::Exclamation,
                                        .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes;
 }

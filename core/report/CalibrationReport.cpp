@@ -10,13 +10,13 @@ namespace corvane::calibrationReport {
 
 namespace {
 
-const QString lineEnd = QStringLiteral("\r\n");
+const QString lineEnd = u"\r\n"_s;
 
 /// What a field holds, on one line: several may have been pasted into it.
 QString fieldValue(const QString &field)
 {
-    static const QRegularExpression lineEnds(QStringLiteral("[\\r\\n]+"));
-    return field.trimmed().replace(lineEnds, QStringLiteral(" "));
+    static const QRegularExpression lineEnds(u"[\\r\\n]+"_s);
+    return field.trimmed().replace(lineEnds, u" "_s);
 }
 
 /// One row of the grid, the last channel first under a heading that begins with channel 0: the

@@ -21,7 +21,7 @@ QString text(const char16_t *fixed)
 
 QString boardName(int board)
 {
-    return QStringLiteral("GPIB%1").arg(board);
+    return u"GPIB%1"_s.arg(board);
 }
 
 } // namespace
@@ -175,8 +175,7 @@ void GpibSearch::reportFound(const QByteArray &reply)
 {
     const QString connectString = control().connectString();
     setStatus(text(setupTexts::foundAt) + connectString);
-    m_channel.showFound(connectString.section(QStringLiteral("::"), 0, 0),
-                        connectString.section(QStringLiteral("::"), 1, 1),
+    m_channel.showFound(connectString.section(u"::"_s, 0, 0), connectString.section(u"::"_s, 1, 1),
                         lineEnds::removed(reply));
     Q_EMIT found();
 }

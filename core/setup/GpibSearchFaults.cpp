@@ -1,6 +1,7 @@
 #include "core/setup/GpibSearchFaults.h"
 
 #include "core/setup/GpibSearch.h"
+#include "devices/Literals.h"
 
 #include <QStringList>
 
@@ -12,17 +13,16 @@ namespace {
 
 QString boardName(int board)
 {
-    return QStringLiteral("GPIB%1").arg(board);
+    return u"GPIB%1"_s.arg(board);
 }
 
 /// The description without what names the address or the board.
 QString reasonOf(const GpibAddress &at, const QString &description)
 {
-    const QString prefix = at.toString() + QStringLiteral(": ");
+    const QString prefix = at.toString() + u": "_s;
     QString reason =
         description.startsWith(prefix) ? description.sliced(prefix.size()) : description;
-    return reason.replace(QStringLiteral("board ") + boardName(at.board),
-                          QStringLiteral("the board"));
+    return reason.replace(u"board "_s + boardName(at.board), u"the board"_s);
 }
 
 } // namespace
@@ -49,7 +49,7 @@ QString GpibSearchFaults::Fault::place() const
     if (from.primary == 0)
         return boardName(from.board);
     const GpibAddress end{.board = from.board, .primary = last, .secondary = {}};
-    return QStringLiteral("%1 to %2").arg(from.toString(), end.toString());
+    return u"%1 to %2"_s.arg(from.toString(), end.toString());
 }
 
 QString GpibSearchFaults::text() const
@@ -65,7 +65,7 @@ QString GpibSearchFaults::text() const
     }
     QStringList lines;
     for (const auto &[reason, places] : reasons)
-        lines.append(places.join(QStringLiteral(", ")) + QStringLiteral(": ") + reason);
+        lines.append(places.join(u", "_s) + u": "_s + reason);
     return lines.join(u'\n');
 }
 

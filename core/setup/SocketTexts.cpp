@@ -1,5 +1,7 @@
 #include "core/setup/SocketTexts.h"
 
+#include "devices/Literals.h"
+
 #include <algorithm>
 #include <array>
 
@@ -52,14 +54,12 @@ QString textOf(const std::array<Text, size> &table, int code, const QString &oth
 
 QString startFailure(int code)
 {
-    return textOf(startFailures, code,
-                  QStringLiteral("The sockets library could not be started (code %1)."));
+    return textOf(startFailures, code, u"The sockets library could not be started (code %1)."_s);
 }
 
 QString failure(int code)
 {
-    return textOf(failures, code,
-                  QStringLiteral("The sockets library reported the error code %1."));
+    return textOf(failures, code, u"The sockets library reported the error code %1."_s);
 }
 
 } // namespace corvane::socketTexts

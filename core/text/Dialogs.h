@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QString>
 
 class QObject;
@@ -21,7 +23,7 @@ public:
     struct MessageBox
     {
         QString text;
-        QString title = QStringLiteral("Corvane");
+        QString title = u"Corvane"_s;
         Icon icon = Icon::None;
         Buttons buttons = Buttons::Ok;
 

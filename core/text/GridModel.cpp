@@ -28,13 +28,12 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole: {
         const QString text = m_table.text(row, column).left(shownCharacters).toString();
         // Not by its colour alone.
-        return remark.isEmpty() ? text : (text + QStringLiteral(" !")).trimmed();
+        return remark.isEmpty() ? text : (text + u" !"_s).trimmed();
     }
     case Qt::ToolTipRole:
         return remark.isEmpty() ? QVariant() : remark;
     case Qt::AccessibleTextRole:
-        return remark.isEmpty() ? QVariant()
-                                : QStringLiteral("%1, %2").arg(m_table.text(row, column), remark);
+        return remark.isEmpty() ? QVariant() : u"%1, %2"_s.arg(m_table.text(row, column), remark);
     case VerdictRole:
         return static_cast<int>(verdict(row, column));
     case MarkedRole:

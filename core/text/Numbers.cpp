@@ -97,12 +97,12 @@ QString numberText(double value)
     QString text = QString::number(std::abs(value), 'g', 7);
     if (text.startsWith(u"0."))
         text.remove(0, 1);
-    return (value < 0 ? QStringLiteral("-") : QStringLiteral(" ")) + text;
+    return (value < 0 ? u"-"_s : u" "_s) + text;
 }
 
 QString numberText(int value)
 {
-    return value < 0 ? QString::number(value) : QStringLiteral(" ") + QString::number(value);
+    return value < 0 ? QString::number(value) : u" "_s + QString::number(value);
 }
 
 float single(double value)
@@ -116,7 +116,7 @@ float single(double value)
 QString fixed5(double value)
 {
     const QString text = QString::number(value, 'f', 5);
-    return text == u"-0.00000" ? QStringLiteral("0.00000") : text;
+    return text == u"-0.00000" ? u"0.00000"_s : text;
 }
 
 QString fixed5(const QString &text)

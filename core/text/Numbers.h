@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QString>
 #include <QStringView>
 

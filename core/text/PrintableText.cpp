@@ -1,5 +1,7 @@
 #include "core/text/PrintableText.h"
 
+#include "devices/Literals.h"
+
 namespace corvane {
 
 namespace {
@@ -21,8 +23,8 @@ bool isPlain(char32_t c)
 QString numbered(char32_t c)
 {
     const auto number = static_cast<uint>(c);
-    return number <= 0xff ? QStringLiteral("\\x%1").arg(number, 2, 16, QLatin1Char('0'))
-                          : QStringLiteral("\\u%1").arg(number, 4, 16, QLatin1Char('0'));
+    return number <= 0xff ? u"\\x%1"_s.arg(number, 2, 16, QLatin1Char('0'))
+                          : u"\\u%1"_s.arg(number, 4, 16, QLatin1Char('0'));
 }
 
 /// `kept` and what is plain stand as they are.
@@ -49,17 +51,17 @@ QString escaped(const QString &text, QStringView kept)
 QString printableText::field(const QString &text)
 {
     QString line = text;
-    line.replace(u'\\', QStringLiteral("\\\\"))
-        .replace(u'\t', QStringLiteral("\\t"))
-        .replace(u'\r', QStringLiteral("\\r"))
-        .replace(u'\n', QStringLiteral("\\n"));
+    line.replace(u'\\', u"\\\\"_s)
+        .replace(u'\t', u"\\t"_s)
+        .replace(u'\r', u"\\r"_s)
+        .replace(u'\n', u"\\n"_s);
     return escaped(line, {});
 }
 
 QString printableText::message(const QString &text)
 {
     QString lines = text;
-    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    lines.replace(u"\r\n"_s, u"\n"_s);
     return escaped(lines, u"\t\n");
 }
 

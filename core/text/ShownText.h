@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QString>
 
 namespace corvane {
@@ -11,7 +13,7 @@ inline QString shownText(const QString &text, qsizetype longest = 200)
     const bool isCut = text.size() > longest;
     QString line = isCut ? text.left(longest) : text;
     line.remove(u'\r').remove(u'\n');
-    return isCut ? line + QStringLiteral("...") : line;
+    return isCut ? line + u"..."_s : line;
 }
 
 } // namespace corvane

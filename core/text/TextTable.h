@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QLatin1StringView>
 #include <QString>
 #include <QStringView>

@@ -36,8 +36,7 @@ RegistryReader systemRegistry()
 {
 #ifdef Q_OS_WIN
     return [](const QString &key, const QString &name) {
-        return QSettings(QStringLiteral("HKEY_LOCAL_MACHINE\\") + key, QSettings::NativeFormat)
-            .value(name);
+        return QSettings(u"HKEY_LOCAL_MACHINE\\"_s + key, QSettings::NativeFormat).value(name);
     };
 #else
     return [](const QString &, const QString &) { return QVariant(); };
@@ -60,14 +59,12 @@ void SystemInfo::StartSysInfo(QObject *asker)
 bool SystemInfo::startRegistered()
 {
     QString program;
-    if (GetKeyValue(QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
-                    QStringLiteral("PATH"), program))
+    if (GetKeyValue(u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s, u"PATH"_s, program))
         return m_launcher.start(program, {});
     QString folder;
-    if (!GetKeyValue(QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools Location"),
-                     QStringLiteral("MSINFO"), folder))
+    if (!GetKeyValue(u"SOFTWARE\\Microsoft\\Shared Tools Location"_s, u"MSINFO"_s, folder))
         return false;
-    program = folder + QStringLiteral("\\MSINFO32.EXE");
+    program = folder + u"\\MSINFO32.EXE"_s;
     return m_launcher.fileExists(program) && m_launcher.start(program, {});
 }
 
@@ -95,16 +92,16 @@ bool SystemInfo::GetKeyValue(const QString &key, const QString &name, QString &v
         return true;
     case QMetaType::Int:
     case QMetaType::UInt:
-        value = QStringLiteral("&h%1").arg(found.toUInt(), 8, 16, QLatin1Char('0'));
+        value = u"&h%1"_s.arg(found.toUInt(), 8, 16, QLatin1Char('0'));
         break;
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
-        value = QStringLiteral("&h%1").arg(found.toULongLong(), 16, 16, QLatin1Char('0'));
+        value = u"&h%1"_s.arg(found.toULongLong(), 16, 16, QLatin1Char('0'));
         break;
     default:
         return false;
     }
-    value = QStringLiteral("&h") + value.sliced(2).toUpper();
+    value = u"&h"_s + value.sliced(2).toUpper();
     return true;
 }
 

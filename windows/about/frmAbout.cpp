@@ -35,7 +35,7 @@ frmAbout::frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent)
     , m_systemInfo(systemInfo)
     , m_host(host)
 {
-    setObjectName(QStringLiteral("frmAbout"));
+    setObjectName(u"frmAbout"_s);
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(20, 16, 20, 14);
     setMinimumWidth(60 * fontMetrics().averageCharWidth());
@@ -52,17 +52,17 @@ frmAbout::frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent)
 
 QLayout *frmAbout::createTexts()
 {
-    lblTitle = createLabel(QStringLiteral("lblTitle"));
+    lblTitle = createLabel(u"lblTitle"_s);
     QFont large = lblTitle->font();
     large.setPointSizeF(large.pointSizeF() * 1.9);
     large.setBold(true);
     lblTitle->setFont(large);
-    lblProductName = createLabel(QStringLiteral("lblProductName"));
-    lblVersion = createLabel(QStringLiteral("lblVersion"));
-    lblFileDescription = createLabel(QStringLiteral("lblFileDescription"));
-    lblDescription = createLabel(QStringLiteral("lblDescription"));
+    lblProductName = createLabel(u"lblProductName"_s);
+    lblVersion = createLabel(u"lblVersion"_s);
+    lblFileDescription = createLabel(u"lblFileDescription"_s);
+    lblDescription = createLabel(u"lblDescription"_s);
     lblDescription->setWordWrap(true);
-    lblCopyRight = createLabel(QStringLiteral("lblCopyRight"));
+    lblCopyRight = createLabel(u"lblCopyRight"_s);
 
     auto *column = new QVBoxLayout;
     column->setSpacing(5);
@@ -76,9 +76,9 @@ QLayout *frmAbout::createTexts()
 
 QLayout *frmAbout::createButtons()
 {
-    cmdSysInfo = createButton(QStringLiteral("&System Info..."), QStringLiteral("cmdSysInfo"));
-    cmdQBXAbout = createButton(QStringLiteral("About &GPIB..."), QStringLiteral("cmdQBXAbout"));
-    cmdOK = createButton(QStringLiteral("&OK"), QStringLiteral("cmdOK"));
+    cmdSysInfo = createButton(u"&System Info..."_s, u"cmdSysInfo"_s);
+    cmdQBXAbout = createButton(u"About &GPIB..."_s, u"cmdQBXAbout"_s);
+    cmdOK = createButton(u"&OK"_s, u"cmdOK"_s);
     cmdOK->setDefault(true);
     auto *row = new QHBoxLayout;
     row->addWidget(cmdSysInfo);
@@ -119,8 +119,7 @@ void frmAbout::Form_Load()
     setAccessibleName(windowTitle());
     lblTitle->setText(text(productInfo::title));
     lblProductName->setText(text(productInfo::productName));
-    lblVersion->setText(QStringLiteral("Version: %1.%2 Build %3")
-                            .arg(productInfo::versionMajor)
+    lblVersion->setText(u"Version: %1.%2 Build %3"_s.arg(productInfo::versionMajor)
                             .arg(productInfo::versionMinor)
                             .arg(productInfo::versionRevision));
     lblFileDescription->setText(text(aboutTexts::partNumber) + text(productInfo::fileDescription));

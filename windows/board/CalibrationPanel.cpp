@@ -59,45 +59,41 @@ CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session,
 
 QWidget *CalibrationPanel::makeActions()
 {
-    auto *box = new QGroupBox(tr("Calibrate Channels (IEEE Only)"));
+    auto *box = new QGroupBox(u"Calibrate Channels (IEEE Only)"_s);
     auto *rows = new QVBoxLayout(box);
     auto *row = new QHBoxLayout;
     rows->addLayout(row);
-    cmdDec = button(tr("&< CH"), QStringLiteral("cmdDec"), tr("Previous channel"));
-    txtChannel = entry(3, QStringLiteral("txtChannel"), tr("Channel to calibrate"));
-    txtChannel->setText(QStringLiteral("0"));
+    cmdDec = button(u"&< CH"_s, u"cmdDec"_s, u"Previous channel"_s);
+    txtChannel = entry(3, u"txtChannel"_s, u"Channel to calibrate"_s);
+    txtChannel->setText(u"0"_s);
     txtChannel->setMaximumWidth(60);
     txtChannel->setAlignment(Qt::AlignCenter);
-    cmdInc = button(tr("CH &>"), QStringLiteral("cmdInc"), tr("Next channel"));
+    cmdInc = button(u"CH &>"_s, u"cmdInc"_s, u"Next channel"_s);
     row->addWidget(cmdDec);
     row->addWidget(txtChannel);
     row->addWidget(cmdInc);
-    cmdCal = exchanging(
-        button(tr("&Calibrate Channel"), QStringLiteral("cmdCal"), tr("Calibrate the channel")));
-    cmdCancelCal = button(tr("Cance&l Calibration"), QStringLiteral("cmdCancelCal"),
-                          tr("Cancel the calibration"));
+    cmdCal = exchanging(button(u"&Calibrate Channel"_s, u"cmdCal"_s, u"Calibrate the channel"_s));
+    cmdCancelCal = button(u"Cance&l Calibration"_s, u"cmdCancelCal"_s, u"Cancel the calibration"_s);
     m_calPlace = place(row, cmdCal, cmdCancelCal);
-    cmdScan = exchanging(button(tr("&Scan All"), QStringLiteral("cmdScan"),
-                                tr("Read all calibrations and the meter")));
-    cmdCancelScan =
-        button(tr("Cance&l Scan"), QStringLiteral("cmdCancelScan"), tr("Cancel the scan"));
+    cmdScan =
+        exchanging(button(u"&Scan All"_s, u"cmdScan"_s, u"Read all calibrations and the meter"_s));
+    cmdCancelScan = button(u"Cance&l Scan"_s, u"cmdCancelScan"_s, u"Cancel the scan"_s);
     m_scanPlace = place(row, cmdScan, cmdCancelScan);
-    cmdScanCals = exchanging(button(tr("Scan Calibrations &Only"), QStringLiteral("cmdScanCals"),
-                                    tr("Read all calibrations without the meter")));
-    cmdWriteCal = exchanging(button(tr("Sa&ve to EEPROM"), QStringLiteral("cmdWriteCal"),
-                                    tr("Save the calibration in the board")));
-    cmdReport = button(tr("Repor&t..."), QStringLiteral("cmdReport"), tr("Calibration report"));
+    cmdScanCals = exchanging(button(u"Scan Calibrations &Only"_s, u"cmdScanCals"_s,
+                                    u"Read all calibrations without the meter"_s));
+    cmdWriteCal = exchanging(
+        button(u"Sa&ve to EEPROM"_s, u"cmdWriteCal"_s, u"Save the calibration in the board"_s));
+    cmdReport = button(u"Repor&t..."_s, u"cmdReport"_s, u"Calibration report"_s);
     for (QPushButton *action : {cmdScanCals, cmdWriteCal, cmdReport})
         row->addWidget(action);
-    lblProgress = progressLine(QStringLiteral("lblProgress"), tr("Progress"));
+    lblProgress = progressLine(u"lblProgress"_s, u"Progress"_s);
     rows->addWidget(lblProgress);
     return box;
 }
 
 QWidget *CalibrationPanel::makeGrid()
 {
-    MSFlexGrid1 =
-        named(new TextGrid, QStringLiteral("MSFlexGrid1"), tr("Calibration of the channels"));
+    MSFlexGrid1 = named(new TextGrid, u"MSFlexGrid1"_s, u"Calibration of the channels"_s);
     MSFlexGrid1->setRowCount(CalibrationTable::rows);
     MSFlexGrid1->setColCount(CalibrationTable::columns);
     for (int row = 0; row < CalibrationTable::rows; ++row) {
@@ -235,16 +231,15 @@ void CalibrationPanel::cmdWriteCal_Click()
     const auto operation = m_session.begin();
     if (!operation)
         return;
-    QString command = QStringLiteral("CAL:PIC\r");
+    QString command = u"CAL:PIC\r"_s;
     m_link.OutputToSbc(command);
     if (!m_link.isSent()) {
         showText(*lblProgress, boardTexts::eepromNotSent.arg(m_session.fault().simplified()));
         return;
     }
     const QString unfinished = m_unsaved.unfinishedText();
-    showText(*lblProgress, unfinished.isEmpty()
-                               ? boardTexts::eepromSent
-                               : boardTexts::eepromSent + QStringLiteral("; ") + unfinished);
+    showText(*lblProgress, unfinished.isEmpty() ? boardTexts::eepromSent
+                                                : boardTexts::eepromSent + u"; "_s + unfinished);
     m_unsaved.setSaved();
 }
 

@@ -48,7 +48,7 @@ DacAdcPanel::DacAdcPanel(BoardLink &link, BoardSession &session)
     layout->addWidget(makeUnits(), 0, 0, 1, 2);
     layout->addWidget(makeDacs(), 1, 0);
     layout->addWidget(makeAdcs(), 1, 1);
-    lblProgress = progressLine(QStringLiteral("lblProgressDacAdc"), tr("Progress"));
+    lblProgress = progressLine(u"lblProgressDacAdc"_s, u"Progress"_s);
     layout->addWidget(lblProgress, 2, 0, 1, 2);
     layout->setRowStretch(3, 1);
     connectControls();
@@ -56,53 +56,50 @@ DacAdcPanel::DacAdcPanel(BoardLink &link, BoardSession &session)
 
 QWidget *DacAdcPanel::makeUnits()
 {
-    auto *box = new QGroupBox(tr("Units"));
+    auto *box = new QGroupBox(u"Units"_s);
     auto *row = new QHBoxLayout(box);
-    const QStringList captions = {tr("&Hexadecimal"), tr("&Volts")};
+    const QStringList captions = {u"&Hexadecimal"_s, u"&Volts"_s};
     for (int units = Hex; units <= Volts; ++units) {
         auto *option = new QRadioButton(captions[units]);
         optDacUnits[static_cast<size_t>(units)] =
-            named(option, indexed(QStringLiteral("optDacUnits"), units),
-                  tr("DAC units %1").arg(units == Hex ? tr("hexadecimal") : tr("volts")));
+            named(option, indexed(u"optDacUnits"_s, units),
+                  u"DAC units %1"_s.arg(units == Hex ? u"hexadecimal"_s : u"volts"_s));
         row->addWidget(option);
     }
     optDacUnits[Volts]->setChecked(true);
-    lblDacRange = named(new QLabel(boardTexts::dacRangeVolts), QStringLiteral("lblDacRange"),
-                        tr("Range of the DAC entries"));
+    lblDacRange = named(new QLabel(boardTexts::dacRangeVolts), u"lblDacRange"_s,
+                        u"Range of the DAC entries"_s);
     row->addSpacing(24);
     row->addWidget(lblDacRange);
     row->addStretch();
-    chkBertanDac = named(new QCheckBox(tr("Use &Bertan command set")),
-                         QStringLiteral("chkBertanDac"), tr("Use Bertan command set"));
+    chkBertanDac = named(new QCheckBox(u"Use &Bertan command set"_s), u"chkBertanDac"_s,
+                         u"Use Bertan command set"_s);
     row->addWidget(chkBertanDac);
     return box;
 }
 
 QWidget *DacAdcPanel::makeDacs()
 {
-    auto *box = new QGroupBox(tr("DAC"));
+    auto *box = new QGroupBox(u"DAC"_s);
     auto *grid = new QGridLayout(box);
     for (int i = 0; i < channels; ++i) {
         const auto at = static_cast<size_t>(i);
-        lblReadDacLabel[at] =
-            named(new QLabel(QStringLiteral("DAC %1").arg(i)),
-                  indexed(QStringLiteral("lblReadDacLabel"), i), tr("Name of DAC %1").arg(i));
-        txtSendDac[at] =
-            entry(10, indexed(QStringLiteral("txtSendDac"), i), tr("Value for DAC %1").arg(i));
+        lblReadDacLabel[at] = named(new QLabel(u"DAC %1"_s.arg(i)),
+                                    indexed(u"lblReadDacLabel"_s, i), u"Name of DAC %1"_s.arg(i));
+        txtSendDac[at] = entry(10, indexed(u"txtSendDac"_s, i), u"Value for DAC %1"_s.arg(i));
         txtSendDac[at]->setText(numbers::fixed5(0.0));
-        cmdSendDac[at] = exchanging(button(tr("&Send"), indexed(QStringLiteral("cmdSendDac"), i),
-                                           tr("Send to DAC %1").arg(i)));
+        cmdSendDac[at] =
+            exchanging(button(u"&Send"_s, indexed(u"cmdSendDac"_s, i), u"Send to DAC %1"_s.arg(i)));
         grid->addWidget(lblReadDacLabel[at], i, 0);
         grid->addWidget(txtSendDac[at], i, 1);
         grid->addWidget(cmdSendDac[at], i, 2);
     }
-    txtSetAllDac = entry(10, QStringLiteral("txtSetAllDac"), tr("Value for all DACs"));
+    txtSetAllDac = entry(10, u"txtSetAllDac"_s, u"Value for all DACs"_s);
     txtSetAllDac->setText(numbers::fixed5(0.0));
-    cmdSetAllDac = button(tr("Set &All"), QStringLiteral("cmdSetAllDac"),
-                          tr("Copy the value into all DAC entries"));
-    cmdSendAllDacs = exchanging(
-        button(tr("Send A&ll"), QStringLiteral("cmdSendAllDacs"), tr("Send to all DACs")));
-    grid->addWidget(new QLabel(tr("All")), channels, 0);
+    cmdSetAllDac =
+        button(u"Set &All"_s, u"cmdSetAllDac"_s, u"Copy the value into all DAC entries"_s);
+    cmdSendAllDacs = exchanging(button(u"Send A&ll"_s, u"cmdSendAllDacs"_s, u"Send to all DACs"_s));
+    grid->addWidget(new QLabel(u"All"_s), channels, 0);
     grid->addWidget(txtSetAllDac, channels, 1);
     grid->addWidget(cmdSetAllDac, channels, 2);
     grid->addWidget(cmdSendAllDacs, channels + 1, 2);
@@ -112,23 +109,20 @@ QWidget *DacAdcPanel::makeDacs()
 
 QWidget *DacAdcPanel::makeAdcs()
 {
-    auto *box = new QGroupBox(tr("ADC"));
+    auto *box = new QGroupBox(u"ADC"_s);
     auto *grid = new QGridLayout(box);
     for (int i = 0; i < channels; ++i) {
         const auto at = static_cast<size_t>(i);
-        lblReadAdcLabel[at] =
-            named(new QLabel(QStringLiteral("ADC %1").arg(i)),
-                  indexed(QStringLiteral("lblReadAdcLabel"), i), tr("Name of ADC %1").arg(i));
-        lblReadAdc[at] =
-            readOut(10, indexed(QStringLiteral("lblReadAdc"), i), tr("Reading of ADC %1").arg(i));
-        cmdReadAdc[at] = exchanging(button(tr("&Read"), indexed(QStringLiteral("cmdReadAdc"), i),
-                                           tr("Read ADC %1").arg(i)));
+        lblReadAdcLabel[at] = named(new QLabel(u"ADC %1"_s.arg(i)),
+                                    indexed(u"lblReadAdcLabel"_s, i), u"Name of ADC %1"_s.arg(i));
+        lblReadAdc[at] = readOut(10, indexed(u"lblReadAdc"_s, i), u"Reading of ADC %1"_s.arg(i));
+        cmdReadAdc[at] =
+            exchanging(button(u"&Read"_s, indexed(u"cmdReadAdc"_s, i), u"Read ADC %1"_s.arg(i)));
         grid->addWidget(lblReadAdcLabel[at], i, 0);
         grid->addWidget(lblReadAdc[at], i, 1);
         grid->addWidget(cmdReadAdc[at], i, 2);
     }
-    cmdReadAdcAll =
-        exchanging(button(tr("Rea&d All"), QStringLiteral("cmdReadAdcAll"), tr("Read all ADCs")));
+    cmdReadAdcAll = exchanging(button(u"Rea&d All"_s, u"cmdReadAdcAll"_s, u"Read all ADCs"_s));
     grid->addWidget(cmdReadAdcAll, channels + 1, 2);
     grid->setRowStretch(channels, 1);
     grid->setColumnStretch(1, 1);
@@ -242,10 +236,8 @@ void DacAdcPanel::chkBertanDac_Click()
     const bool bertan = isBertan();
     for (int i = 0; i < channels; ++i) {
         const auto at = static_cast<size_t>(i);
-        lblReadDacLabel[at]->setText(
-            (bertan ? QStringLiteral("W %1") : QStringLiteral("DAC %1")).arg(i));
-        lblReadAdcLabel[at]->setText(
-            (bertan ? QStringLiteral("M %1") : QStringLiteral("ADC %1")).arg(i));
+        lblReadDacLabel[at]->setText((bertan ? u"W %1"_s : u"DAC %1"_s).arg(i));
+        lblReadAdcLabel[at]->setText((bertan ? u"M %1"_s : u"ADC %1"_s).arg(i));
     }
 }
 
@@ -278,9 +270,9 @@ std::optional<QString> DacAdcPanel::dacCommandFromHex(int channel, const QString
     if (!counts)
         return std::nullopt;
     if (isBertan())
-        return QStringLiteral("W%1%2\r").arg(QString::number(channel), text.trimmed());
-    return QStringLiteral("DAC %1,%2\r")
-        .arg(numbers::numberText(channel), numbers::fixed5(dacUnits::voltsOf(*counts)));
+        return u"W%1%2\r"_s.arg(QString::number(channel), text.trimmed());
+    return u"DAC %1,%2\r"_s.arg(numbers::numberText(channel),
+                                numbers::fixed5(dacUnits::voltsOf(*counts)));
 }
 
 std::optional<QString> DacAdcPanel::dacCommandFromVolts(int channel, const QString &text)
@@ -288,7 +280,7 @@ std::optional<QString> DacAdcPanel::dacCommandFromVolts(int channel, const QStri
     const auto value = numbers::numericValue(text);
     if (!value || *value < 0 || *value > dacUnits::fullScaleVolts)
         return std::nullopt;
-    return QStringLiteral("DAC %1,%2\r").arg(numbers::numberText(channel), text);
+    return u"DAC %1,%2\r"_s.arg(numbers::numberText(channel), text);
 }
 
 DacAdcPanel::AdcReply DacAdcPanel::ReadAdcChannel(int channel)
@@ -296,9 +288,7 @@ DacAdcPanel::AdcReply DacAdcPanel::ReadAdcChannel(int channel)
     const bool bertan = isBertan();
     m_link.PauseMS(100);
     const QString reply =
-        m_link.ask(bertan ? QStringLiteral("M%1").arg(channel)
-                          : QStringLiteral("ADC? ") + numbers::numberText(channel),
-                   500);
+        m_link.ask(bertan ? u"M%1"_s.arg(channel) : u"ADC? "_s + numbers::numberText(channel), 500);
     AdcReply result;
     if (bertan) {
         result.bertan = reply.trimmed();

@@ -23,8 +23,8 @@ namespace {
 constexpr qint16 beforeReadMs = 25;
 constexpr int largestValue = 255;
 
-const QString directionRegister = QStringLiteral("PORT:DIR");
-const QString dataRegister = QStringLiteral("PORT:DATA");
+const QString directionRegister = u"PORT:DIR"_s;
+const QString dataRegister = u"PORT:DATA"_s;
 
 bool isPort(int port)
 {
@@ -53,13 +53,13 @@ DigitalIoPanel::DigitalIoPanel(BoardLink &link, BoardSession &session)
 
 QWidget *DigitalIoPanel::makePorts()
 {
-    auto *box = new QGroupBox(tr("Ports"));
+    auto *box = new QGroupBox(u"Ports"_s);
     auto *rows = new QVBoxLayout(box);
     rows->addLayout(makeUnits());
     auto *grid = new QGridLayout;
     rows->addLayout(grid);
-    grid->addWidget(new QLabel(tr("Direction (FF or 255 drives)")), 0, 1, 1, 4);
-    grid->addWidget(new QLabel(tr("Data")), 0, 6, 1, 4);
+    grid->addWidget(new QLabel(u"Direction (FF or 255 drives)"_s), 0, 1, 1, 4);
+    grid->addWidget(new QLabel(u"Data"_s), 0, 6, 1, 4);
     grid->setColumnMinimumWidth(5, 16);
     for (int port = 0; port < ports; ++port)
         makePort(*grid, port);
@@ -71,21 +71,21 @@ QWidget *DigitalIoPanel::makePorts()
 QLayout *DigitalIoPanel::makeUnits()
 {
     auto *row = new QHBoxLayout;
-    const QStringList captions = {tr("&Hexadecimal"), tr("&Decimal")};
+    const QStringList captions = {u"&Hexadecimal"_s, u"&Decimal"_s};
     for (int units = Hex; units <= Decimal; ++units) {
         auto *option = new QRadioButton(captions[units]);
         optIoUnits[static_cast<size_t>(units)] =
-            named(option, indexed(QStringLiteral("optIoUnits"), units),
-                  tr("Port units %1").arg(units == Hex ? tr("hexadecimal") : tr("decimal")));
+            named(option, indexed(u"optIoUnits"_s, units),
+                  u"Port units %1"_s.arg(units == Hex ? u"hexadecimal"_s : u"decimal"_s));
         row->addWidget(option);
     }
-    lblIoRange = named(new QLabel, QStringLiteral("lblIoRange"), tr("Range of the port entries"));
+    lblIoRange = named(new QLabel, u"lblIoRange"_s, u"Range of the port entries"_s);
     row->addSpacing(16);
     row->addWidget(lblIoRange);
     row->addStretch();
-    chkBertan = named(new QCheckBox(tr("Use &Bertan command set")), QStringLiteral("chkBertan"),
-                      tr("Use Bertan command set"));
-    chkBertan->setToolTip(tr("A note only: the port commands are the same with either set."));
+    chkBertan = named(new QCheckBox(u"Use &Bertan command set"_s), u"chkBertan"_s,
+                      u"Use Bertan command set"_s);
+    chkBertan->setToolTip(u"A note only: the port commands are the same with either set."_s);
     row->addWidget(chkBertan);
     return row;
 }
@@ -96,24 +96,24 @@ void DigitalIoPanel::makePort(QGridLayout &grid, int port)
     const auto name = [port](const char16_t *control) {
         return indexed(QString::fromUtf16(control), port);
     };
-    txtDirIo[at] = entry(3, name(u"txtDirIo"), tr("Direction to write to port %1").arg(port));
-    txtDirIoRead[at] = entry(3, name(u"txtDirIoRead"), tr("Direction read of port %1").arg(port));
+    txtDirIo[at] = entry(3, name(u"txtDirIo"), u"Direction to write to port %1"_s.arg(port));
+    txtDirIoRead[at] = entry(3, name(u"txtDirIoRead"), u"Direction read of port %1"_s.arg(port));
     txtDirIoRead[at]->setReadOnly(true);
     QPalette readOnly = txtDirIoRead[at]->palette();
     readOnly.setBrush(QPalette::Base, readOnly.window());
     txtDirIoRead[at]->setPalette(readOnly);
-    txtWriteIo[at] = entry(3, name(u"txtWriteIo"), tr("Data to write to port %1").arg(port));
-    lblReadIo[at] = readOut(3, name(u"lblReadIo"), tr("Data read of port %1").arg(port));
-    cmdWriteDirIo[at] = exchanging(smallButton(tr("&Write"), name(u"cmdWriteDirIo"),
-                                               tr("Write the direction of port %1").arg(port)));
-    cmdReadDirIo[at] = exchanging(smallButton(tr("&Read"), name(u"cmdReadDirIo"),
-                                              tr("Read the direction of port %1").arg(port)));
+    txtWriteIo[at] = entry(3, name(u"txtWriteIo"), u"Data to write to port %1"_s.arg(port));
+    lblReadIo[at] = readOut(3, name(u"lblReadIo"), u"Data read of port %1"_s.arg(port));
+    cmdWriteDirIo[at] = exchanging(smallButton(u"&Write"_s, name(u"cmdWriteDirIo"),
+                                               u"Write the direction of port %1"_s.arg(port)));
+    cmdReadDirIo[at] = exchanging(smallButton(u"&Read"_s, name(u"cmdReadDirIo"),
+                                              u"Read the direction of port %1"_s.arg(port)));
     cmdWriteIo[at] = exchanging(
-        smallButton(tr("&Write"), name(u"cmdWriteIo"), tr("Write the data of port %1").arg(port)));
+        smallButton(u"&Write"_s, name(u"cmdWriteIo"), u"Write the data of port %1"_s.arg(port)));
     cmdReadIo[at] = exchanging(
-        smallButton(tr("&Read"), name(u"cmdReadIo"), tr("Read the data of port %1").arg(port)));
+        smallButton(u"&Read"_s, name(u"cmdReadIo"), u"Read the data of port %1"_s.arg(port)));
     const int row = port + 1;
-    grid.addWidget(new QLabel(tr("Port %1").arg(port)), row, 0);
+    grid.addWidget(new QLabel(u"Port %1"_s.arg(port)), row, 0);
     grid.addWidget(txtDirIo[at], row, 1);
     grid.addWidget(cmdWriteDirIo[at], row, 2);
     grid.addWidget(txtDirIoRead[at], row, 3);
@@ -156,7 +156,7 @@ void DigitalIoPanel::optIoUnits_Click(int units)
     lblIoRange->setText(units == Hex ? boardTexts::ioRangeHex : boardTexts::ioRangeDecimal);
     if (units == Hex)
         chkBertan->setChecked(false);
-    const QString fullScale = units == Hex ? QStringLiteral("FF") : QStringLiteral("255");
+    const QString fullScale = units == Hex ? u"FF"_s : u"255"_s;
     for (size_t port = 0; port < ports; ++port) {
         txtDirIo[port]->setText(fullScale);
         txtDirIoRead[port]->setText(fullScale);
@@ -203,7 +203,7 @@ void DigitalIoPanel::writeRegister(const QString &name, int port, const QString 
         m_session.say(boardTexts::invalidData);
         return;
     }
-    QString command = QStringLiteral("%1 %2,%3").arg(name, QString::number(port), *value);
+    QString command = u"%1 %2,%3"_s.arg(name, QString::number(port), *value);
     m_link.OutputToSbc(command);
 }
 
@@ -216,7 +216,7 @@ std::optional<QString> DigitalIoPanel::registerValue(const QString &text) const
     const auto value = numbers::fromHex(text);
     if (!value || *value > largestValue)
         return std::nullopt;
-    if (*value == 0 && text != QStringLiteral("0") && text != QStringLiteral("00"))
+    if (*value == 0 && text != u"0"_s && text != u"00"_s)
         return std::nullopt;
     return QString::number(*value);
 }
@@ -226,7 +226,7 @@ std::optional<QString> DigitalIoPanel::readRegister(const QString &name, int por
     const auto operation = m_session.begin();
     if (!operation)
         return std::nullopt;
-    const QString reply = m_link.ask(QStringLiteral("%1? %2").arg(name).arg(port), beforeReadMs);
+    const QString reply = m_link.ask(u"%1? %2"_s.arg(name).arg(port), beforeReadMs);
     if (!numbers::startsWithNumber(reply)) // blank: nothing was read
         return QString();
     return m_units == Hex ? numbers::toHex(numbers::leadingInteger(reply))

@@ -18,24 +18,23 @@ DigitalTestsPanel::DigitalTestsPanel(BoardLink &link, BoardSession &session)
 {
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins({});
-    auto *box = new QGroupBox(tr("Automatic Tests"));
+    auto *box = new QGroupBox(u"Automatic Tests"_s);
     outer->addWidget(box);
     auto *grid = new QGridLayout(box);
-    cmdDigTestFull = exchanging(button(tr("&Full Test"), QStringLiteral("cmdDigTestFull"),
-                                       tr("Direction and loop-back test")));
-    cmdDigTestWrite = exchanging(
-        button(tr("Write &Test"), QStringLiteral("cmdDigTestWrite"), tr("Direction test")));
-    cmdDigTestRead = exchanging(
-        button(tr("Readbac&k Test"), QStringLiteral("cmdDigTestRead"), tr("Loop-back test")));
-    cmdDigTestAbort =
-        button(tr("&Cancel Test"), QStringLiteral("cmdDigTestAbort"), tr("Cancel the test"));
+    cmdDigTestFull =
+        exchanging(button(u"&Full Test"_s, u"cmdDigTestFull"_s, u"Direction and loop-back test"_s));
+    cmdDigTestWrite =
+        exchanging(button(u"Write &Test"_s, u"cmdDigTestWrite"_s, u"Direction test"_s));
+    cmdDigTestRead =
+        exchanging(button(u"Readbac&k Test"_s, u"cmdDigTestRead"_s, u"Loop-back test"_s));
+    cmdDigTestAbort = button(u"&Cancel Test"_s, u"cmdDigTestAbort"_s, u"Cancel the test"_s);
     cmdDigTestAbort->setEnabled(false);
-    const QString rest = QStringLiteral("0");
-    lblChannel = readOut(5, QStringLiteral("lblChannel"), tr("Port under test"));
-    lblPData = readOut(5, QStringLiteral("lblPData"), tr("Bit under test"));
-    lblPortValue = readOut(5, QStringLiteral("lblPortValue"), tr("Pattern written"));
+    const QString rest = u"0"_s;
+    lblChannel = readOut(5, u"lblChannel"_s, u"Port under test"_s);
+    lblPData = readOut(5, u"lblPData"_s, u"Bit under test"_s);
+    lblPortValue = readOut(5, u"lblPortValue"_s, u"Pattern written"_s);
     const std::array<std::pair<QString, QLabel *>, 3> labels = {
-        {{tr("Port"), lblChannel}, {tr("Bit"), lblPData}, {tr("Pattern"), lblPortValue}}};
+        {{u"Port"_s, lblChannel}, {u"Bit"_s, lblPData}, {u"Pattern"_s, lblPortValue}}};
     int column = 0;
     for (QPushButton *action : {cmdDigTestFull, cmdDigTestWrite, cmdDigTestRead, cmdDigTestAbort})
         grid->addWidget(action, 0, column++);
@@ -47,7 +46,7 @@ DigitalTestsPanel::DigitalTestsPanel(BoardLink &link, BoardSession &session)
         cell->addWidget(label, 1);
         grid->addLayout(cell, 1, column++);
     }
-    lblProgress = progressLine(QStringLiteral("lblProgressTests"), tr("Progress of the test"));
+    lblProgress = progressLine(u"lblProgressTests"_s, u"Progress of the test"_s);
     grid->addWidget(lblProgress, 2, 0, 1, 4);
     for (int i = 0; i < grid->columnCount(); ++i)
         grid->setColumnStretch(i, 1);

@@ -42,39 +42,38 @@ IdentityPanel::IdentityPanel(BoardLink &link, BoardSession &session)
 
 QWidget *IdentityPanel::makeSerialNumber()
 {
-    auto *box = new QGroupBox(tr("Serial Number"));
+    auto *box = new QGroupBox(u"Serial Number"_s);
     auto *form = new QFormLayout(box);
-    txtSnPassword = entry(20, QStringLiteral("txtSnPassword"), tr("Unlock phrase"));
+    txtSnPassword = entry(20, u"txtSnPassword"_s, u"Unlock phrase"_s);
     txtSnPassword->setEchoMode(QLineEdit::Password);
     txtSnPassword->setMaximumWidth(280);
-    txtSnPassword->setPlaceholderText(tr("type it and press Enter"));
-    txtSN = entry(20, QStringLiteral("txtSN"), tr("New serial number"));
-    txtSN->setText(QStringLiteral("00/0000"));
+    txtSnPassword->setPlaceholderText(u"type it and press Enter"_s);
+    txtSN = entry(20, u"txtSN"_s, u"New serial number"_s);
+    txtSN->setText(u"00/0000"_s);
     txtSN->setMaximumWidth(280);
     txtSN->setEnabled(false);
-    cmdSetSN = button(tr("&Set Serial Number"), QStringLiteral("cmdSetSN"),
-                      tr("Send the new serial number"));
+    cmdSetSN = button(u"&Set Serial Number"_s, u"cmdSetSN"_s, u"Send the new serial number"_s);
     cmdSetSN->setEnabled(false);
     cmdSetSN->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    form->addRow(tr("&Unlock phrase"), txtSnPassword);
-    form->addRow(tr("Serial &number"), txtSN);
+    form->addRow(u"&Unlock phrase"_s, txtSnPassword);
+    form->addRow(u"Serial &number"_s, txtSN);
     form->addRow(QString(), cmdSetSN);
     return box;
 }
 
 QWidget *IdentityPanel::makeNetwork()
 {
-    auto *box = new QGroupBox(tr("Network"));
+    auto *box = new QGroupBox(u"Network"_s);
     auto *form = new QFormLayout(box);
-    lblTcpip = readOut(20, QStringLiteral("lblTcpip"), tr("Network setting of the board"));
+    lblTcpip = readOut(20, u"lblTcpip"_s, u"Network setting of the board"_s);
     lblTcpip->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     lblTcpip->setMaximumWidth(280);
-    cmdGetTcpip = exchanging(button(tr("Get TCP/IP Sett&ings"), QStringLiteral("cmdGetTcpip"),
-                                    tr("Query the board's network settings")));
+    cmdGetTcpip = exchanging(button(u"Get TCP/IP Sett&ings"_s, u"cmdGetTcpip"_s,
+                                    u"Query the board's network settings"_s));
     cmdGetTcpip->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    auto *caption = new QLabel(tr("TCP/IP"));
+    auto *caption = new QLabel(u"TCP/IP"_s);
     // The field stands below those of the serial number.
-    caption->setMinimumWidth(QLabel(tr("Unlock phrase")).sizeHint().width());
+    caption->setMinimumWidth(QLabel(u"Unlock phrase"_s).sizeHint().width());
     form->addRow(caption, lblTcpip);
     form->addRow(QString(), cmdGetTcpip);
     return box;
@@ -111,7 +110,7 @@ void IdentityPanel::cmdSetSN_Click()
         m_session.say(boardTexts::serialNumberRefused);
         return;
     }
-    QString command = QStringLiteral(":CALibrate:PICSerialNumber ") + serial.trimmed() + u'\r';
+    QString command = u":CALibrate:PICSerialNumber "_s + serial.trimmed() + u'\r';
     if (!m_session.checkSendable(command))
         return;
     m_link.OutputToSbc(command);
@@ -124,7 +123,7 @@ void IdentityPanel::cmdGetTcpip_Click()
     const auto operation = m_session.begin();
     if (!operation)
         return;
-    const QString reply = m_link.ask(QStringLiteral("TCPIP?"), beforeReadMs);
+    const QString reply = m_link.ask(u"TCPIP?"_s, beforeReadMs);
     const qsizetype comma = reply.indexOf(u',');
     showText(*lblTcpip, comma < 0 ? boardTexts::tcpipError : reply.first(comma));
 }

@@ -31,7 +31,7 @@ ManualCalibrationPanel::ManualCalibrationPanel(Kind kind, BoardLink &link, Board
 
 QString ManualCalibrationPanel::kindName() const
 {
-    return m_kind == Dac ? QStringLiteral("DAC") : QStringLiteral("ADC");
+    return m_kind == Dac ? u"DAC"_s : u"ADC"_s;
 }
 
 QComboBox *ManualCalibrationPanel::channelBox(const QString &name, const QString &accessibleName)
@@ -44,35 +44,33 @@ QComboBox *ManualCalibrationPanel::channelBox(const QString &name, const QString
 
 void ManualCalibrationPanel::makeEntries()
 {
-    cboChannelSet = channelBox(QStringLiteral("cboChannelSet"), tr("%1 channel to set"));
+    cboChannelSet = channelBox(u"cboChannelSet"_s, u"%1 channel to set"_s);
     const auto entryFor = [this](const QString &name, const QString &what) {
-        return entry(6, indexed(name, m_kind), tr("%1 %2 to set").arg(kindName(), what));
+        return entry(6, indexed(name, m_kind), u"%1 %2 to set"_s.arg(kindName(), what));
     };
-    txtValue = entryFor(QStringLiteral("txtValue"), tr("value"));
-    txtGain = entryFor(QStringLiteral("txtGain"), tr("gain"));
-    txtOffset = entryFor(QStringLiteral("txtOffset"), tr("offset"));
-    const QString caption = m_kind == Dac ? tr("Set &DAC") : tr("Set &ADC");
-    cmdSetCal = exchanging(button(caption, indexed(QStringLiteral("cmdSetCal"), m_kind),
-                                  tr("Set calibration of the %1").arg(kindName())));
-    cmdDefaultSet =
-        button(tr("De&fault Settings"), indexed(QStringLiteral("cmdDefaultSet"), m_kind),
-               tr("Fill in the %1 default settings").arg(kindName()));
+    txtValue = entryFor(u"txtValue"_s, u"value"_s);
+    txtGain = entryFor(u"txtGain"_s, u"gain"_s);
+    txtOffset = entryFor(u"txtOffset"_s, u"offset"_s);
+    const QString caption = m_kind == Dac ? u"Set &DAC"_s : u"Set &ADC"_s;
+    cmdSetCal = exchanging(button(caption, indexed(u"cmdSetCal"_s, m_kind),
+                                  u"Set calibration of the %1"_s.arg(kindName())));
+    cmdDefaultSet = button(u"De&fault Settings"_s, indexed(u"cmdDefaultSet"_s, m_kind),
+                           u"Fill in the %1 default settings"_s.arg(kindName()));
 }
 
 void ManualCalibrationPanel::makeReadOuts()
 {
-    cboChannel = channelBox(QStringLiteral("cboChannel"), tr("%1 channel to read"));
+    cboChannel = channelBox(u"cboChannel"_s, u"%1 channel to read"_s);
     const auto labelFor = [this](const QString &name, const QString &what) {
-        return readOut(6, indexed(name, m_kind), tr("%1 %2 read").arg(kindName(), what));
+        return readOut(6, indexed(name, m_kind), u"%1 %2 read"_s.arg(kindName(), what));
     };
-    lblValue = labelFor(QStringLiteral("lblValue"), tr("value"));
-    lblGain = labelFor(QStringLiteral("lblGain"), tr("gain"));
-    lblOffset = labelFor(QStringLiteral("lblOffset"), tr("offset"));
-    cmdReadCal = exchanging(button(tr("&Read %1").arg(kindName()),
-                                   indexed(QStringLiteral("cmdReadCal"), m_kind),
-                                   tr("Read calibration of the %1").arg(kindName())));
-    cmdCopy = button(tr("Cop&y"), indexed(QStringLiteral("cmdCopy"), m_kind),
-                     tr("Copy the read %1 values into the entries").arg(kindName()));
+    lblValue = labelFor(u"lblValue"_s, u"value"_s);
+    lblGain = labelFor(u"lblGain"_s, u"gain"_s);
+    lblOffset = labelFor(u"lblOffset"_s, u"offset"_s);
+    cmdReadCal = exchanging(button(u"&Read %1"_s.arg(kindName()), indexed(u"cmdReadCal"_s, m_kind),
+                                   u"Read calibration of the %1"_s.arg(kindName())));
+    cmdCopy = button(u"Cop&y"_s, indexed(u"cmdCopy"_s, m_kind),
+                     u"Copy the read %1 values into the entries"_s.arg(kindName()));
 }
 
 /// One row to set, one to read, under common headings.
@@ -80,10 +78,10 @@ void ManualCalibrationPanel::arrange()
 {
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins({});
-    auto *box = new QGroupBox(tr("%1 Calibration").arg(kindName()));
+    auto *box = new QGroupBox(u"%1 Calibration"_s.arg(kindName()));
     outer->addWidget(box);
     auto *grid = new QGridLayout(box);
-    const QStringList headings = {tr("Channel"), tr("Value"), tr("Gain"), tr("Offset")};
+    const QStringList headings = {u"Channel"_s, u"Value"_s, u"Gain"_s, u"Offset"_s};
     for (int column = 0; column < headings.size(); ++column)
         grid->addWidget(new QLabel(headings[column]), 0, column);
     const std::array<QWidget *, 6> setRow = {cboChannelSet, txtValue,  txtGain,
@@ -126,8 +124,8 @@ void ManualCalibrationPanel::cmdReadCal_Click()
     const auto operation = m_session.begin();
     if (!operation)
         return;
-    const QString reply = m_link.ask(
-        kindName() + QStringLiteral("? ") + numbers::numberText(cboChannel->currentIndex()), 0);
+    const QString reply =
+        m_link.ask(kindName() + u"? "_s + numbers::numberText(cboChannel->currentIndex()), 0);
     const QStringList fields = reply.split(u',');
     showText(*lblValue, fields.value(0).simplified());
     showText(*lblGain, fields.value(1).simplified());
@@ -136,9 +134,9 @@ void ManualCalibrationPanel::cmdReadCal_Click()
 
 void ManualCalibrationPanel::cmdDefaultSet_Click()
 {
-    txtValue->setText(QStringLiteral("2.5"));
-    txtGain->setText(QStringLiteral("1.0"));
-    txtOffset->setText(QStringLiteral("0.0"));
+    txtValue->setText(u"2.5"_s);
+    txtGain->setText(u"1.0"_s);
+    txtOffset->setText(u"0.0"_s);
 }
 
 void ManualCalibrationPanel::cmdCopy_Click()

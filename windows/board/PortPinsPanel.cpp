@@ -30,17 +30,16 @@ PortPinsPanel::PortPinsPanel(BoardLink &link, BoardSession &session)
 {
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins({});
-    auto *box = new QGroupBox(tr("Bertran Interface: Port 0 Pins 0-7"));
+    auto *box = new QGroupBox(u"Bertran Interface: Port 0 Pins 0-7"_s);
     outer->addWidget(box);
     auto *grid = new QGridLayout(box);
-    grid->addWidget(new QLabel(tr("1 = Hi = Disable 0 = Lo = Enable")), 0, 0, 1, 9);
-    grid->addWidget(new QLabel(tr("Set Output Hi / Lo")), 1, 1, 1, 2);
-    grid->addWidget(new QLabel(tr("Write 1 or 0")), 1, 4, 1, 2);
-    grid->addWidget(new QLabel(tr("Read")), 1, 7, 1, 2);
+    grid->addWidget(new QLabel(u"1 = Hi = Disable 0 = Lo = Enable"_s), 0, 0, 1, 9);
+    grid->addWidget(new QLabel(u"Set Output Hi / Lo"_s), 1, 1, 1, 2);
+    grid->addWidget(new QLabel(u"Write 1 or 0"_s), 1, 4, 1, 2);
+    grid->addWidget(new QLabel(u"Read"_s), 1, 7, 1, 2);
     for (int pin = 0; pin < pins; ++pin)
         makePin(*grid, pin);
-    cmdReadAllIo =
-        exchanging(button(tr("Read &All"), QStringLiteral("cmdReadAllIo"), tr("Read all pins")));
+    cmdReadAllIo = exchanging(button(u"Read &All"_s, u"cmdReadAllIo"_s, u"Read all pins"_s));
     grid->addWidget(cmdReadAllIo, pins + 2, 7, 1, 2);
     grid->setColumnStretch(4, 1);
     grid->setColumnStretch(7, 1);
@@ -56,17 +55,17 @@ void PortPinsPanel::makePin(QGridLayout &grid, int pin)
     const auto name = [pin](const char16_t *control) {
         return indexed(QString::fromUtf16(control), pin);
     };
-    cmdH[at] = exchanging(smallButton(tr("H&i"), name(u"cmdH"), tr("Set output %1 high").arg(pin)));
-    cmdL[at] = exchanging(smallButton(tr("&Lo"), name(u"cmdL"), tr("Set output %1 low").arg(pin)));
+    cmdH[at] = exchanging(smallButton(u"H&i"_s, name(u"cmdH"), u"Set output %1 high"_s.arg(pin)));
+    cmdL[at] = exchanging(smallButton(u"&Lo"_s, name(u"cmdL"), u"Set output %1 low"_s.arg(pin)));
     txtPortPinWrite[at] =
-        entry(2, name(u"txtPortPinWrite"), tr("Level to write to pin %1").arg(pin));
-    cmdPortPinWrite[at] = exchanging(
-        smallButton(tr("&Write"), name(u"cmdPortPinWrite"), tr("Write pin %1").arg(pin)));
-    lblPortPinRead[at] = readOut(2, name(u"lblPortPinRead"), tr("Level read of pin %1").arg(pin));
+        entry(2, name(u"txtPortPinWrite"), u"Level to write to pin %1"_s.arg(pin));
+    cmdPortPinWrite[at] =
+        exchanging(smallButton(u"&Write"_s, name(u"cmdPortPinWrite"), u"Write pin %1"_s.arg(pin)));
+    lblPortPinRead[at] = readOut(2, name(u"lblPortPinRead"), u"Level read of pin %1"_s.arg(pin));
     cmdPortPinRead[at] =
-        exchanging(smallButton(tr("&Read"), name(u"cmdPortPinRead"), tr("Read pin %1").arg(pin)));
+        exchanging(smallButton(u"&Read"_s, name(u"cmdPortPinRead"), u"Read pin %1"_s.arg(pin)));
     const int row = pin + 2;
-    grid.addWidget(new QLabel(tr("Output %1").arg(pin)), row, 0);
+    grid.addWidget(new QLabel(u"Output %1"_s.arg(pin)), row, 0);
     grid.addWidget(cmdH[at], row, 1);
     grid.addWidget(cmdL[at], row, 2);
     grid.addWidget(txtPortPinWrite[at], row, 4);
@@ -144,7 +143,7 @@ void PortPinsPanel::cmdReadAllIo_Click()
 
 void PortPinsPanel::setPin(char16_t level, int pin)
 {
-    QString command = QStringLiteral("%1 %2").arg(QChar(level)).arg(pin);
+    QString command = u"%1 %2"_s.arg(QChar(level)).arg(pin);
     m_link.OutputToSbc(command);
 }
 
@@ -154,7 +153,7 @@ void PortPinsPanel::readPin(int pin)
         return;
     QLabel *readOut = lblPortPinRead[static_cast<size_t>(pin)];
     readOut->clear();
-    const QString reply = m_link.ask(QStringLiteral("H? %1").arg(pin), beforeReadMs);
+    const QString reply = m_link.ask(u"H? %1"_s.arg(pin), beforeReadMs);
     if (!m_session.isStopped())
         showText(*readOut, reply.trimmed());
 }

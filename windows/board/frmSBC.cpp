@@ -31,7 +31,7 @@ using namespace controls;
 namespace {
 
 constexpr int unloadPauseMs = 250;
-const QString runningTag = QStringLiteral("runnning");
+const QString runningTag = u"runnning"_s;
 
 } // namespace
 
@@ -42,7 +42,7 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     , m_link(channels, m_waits)
     , m_session(m_link, channels, dialogs, this)
 {
-    setObjectName(QStringLiteral("frmSBC"));
+    setObjectName(u"frmSBC"_s);
     setWindowTitle(boardTexts::boardCaption);
     caliTimer.setTimerType(Qt::PreciseTimer);
     connect(&caliTimer, &QTimer::timeout, this, &frmSBC::caliTimer_Timer);
@@ -53,7 +53,7 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     auto *top = new QHBoxLayout;
     top->addWidget(makeMethod());
     top->addWidget(makeMeter());
-    lblUnsaved = named(new QLabel, QStringLiteral("lblUnsaved"), tr("Not saved to EEPROM"));
+    lblUnsaved = named(new QLabel, u"lblUnsaved"_s, u"Not saved to EEPROM"_s);
     lblUnsaved->setWordWrap(true);
     top->addWidget(lblUnsaved, 1);
     layout->addLayout(top);
@@ -82,14 +82,14 @@ void frmSBC::showUnsaved()
 
 QWidget *frmSBC::makeMethod()
 {
-    auto *box = new QGroupBox(tr("Communications Method"));
+    auto *box = new QGroupBox(u"Communications Method"_s);
     auto *row = new QHBoxLayout(box);
-    const QStringList captions = {tr("RS-&232"), tr("IEE&E"), tr("TC&P/IP")};
+    const QStringList captions = {u"RS-&232"_s, u"IEE&E"_s, u"TC&P/IP"_s};
     for (int method = BoardLink::Rs232; method <= BoardLink::TcpIp; ++method) {
         auto *option = new QRadioButton(captions[method]);
         OptSbcCommMeth[static_cast<size_t>(method)] =
-            named(option, indexed(QStringLiteral("OptSbcCommMeth"), method),
-                  tr("Communications method %1").arg(QString(captions[method]).remove(u'&')));
+            named(option, indexed(u"OptSbcCommMeth"_s, method),
+                  u"Communications method %1"_s.arg(QString(captions[method]).remove(u'&')));
         option->setChecked(method == m_link.method());
         row->addWidget(option);
         connect(option, &QRadioButton::toggled, this, [this, method](bool on) {
@@ -102,14 +102,14 @@ QWidget *frmSBC::makeMethod()
 
 QWidget *frmSBC::makeMeter()
 {
-    auto *box = new QGroupBox(tr("Measurement Instrument Address"));
+    auto *box = new QGroupBox(u"Measurement Instrument Address"_s);
     auto *row = new QHBoxLayout(box);
-    cboMeasInstAdrGpib = named(new EditableBox, QStringLiteral("cboMeasInstAdrGpib"),
-                               tr("GPIB address of the measurement instrument"));
+    cboMeasInstAdrGpib = named(new EditableBox, u"cboMeasInstAdrGpib"_s,
+                               u"GPIB address of the measurement instrument"_s);
     for (int address = 0; address <= 30; ++address)
         cboMeasInstAdrGpib->addItem(QString::number(address));
-    cboMeasInstAdrGpib->setCurrentText(QStringLiteral("16"));
-    auto *label = new QLabel(tr("&GPIB"));
+    cboMeasInstAdrGpib->setCurrentText(u"16"_s);
+    auto *label = new QLabel(u"&GPIB"_s);
     label->setBuddy(cboMeasInstAdrGpib);
     row->addWidget(label);
     row->addWidget(cboMeasInstAdrGpib);
@@ -127,11 +127,11 @@ QTabWidget *frmSBC::makePages()
     calibration = new CalibrationPanel(m_link, m_session, m_channels.unsavedCalibrations());
     digitalIo = new DigitalIoPanel(m_link, m_session);
     identity = new IdentityPanel(m_link, m_session);
-    auto *pages = named(new QTabWidget, QStringLiteral("tabBoard"), tr("Board"));
-    pages->addTab(dacAdc, tr("DAC and ADC"));
-    pages->addTab(calibration, tr("Calibration"));
-    pages->addTab(digitalIo, tr("Digital I/O"));
-    pages->addTab(identity, tr("Identity"));
+    auto *pages = named(new QTabWidget, u"tabBoard"_s, u"Board"_s);
+    pages->addTab(dacAdc, u"DAC and ADC"_s);
+    pages->addTab(calibration, u"Calibration"_s);
+    pages->addTab(digitalIo, u"Digital I/O"_s);
+    pages->addTab(identity, u"Identity"_s);
     for (int page = 0; page < pages->count(); ++page) {
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);
         connect(shortcut, &QShortcut::activated, pages,
@@ -142,12 +142,11 @@ QTabWidget *frmSBC::makePages()
 
 void frmSBC::makeStatusBar()
 {
-    StatusBar1 = named(new QStatusBar, QStringLiteral("StatusBar1"), tr("Last exchange"));
+    StatusBar1 = named(new QStatusBar, u"StatusBar1"_s, u"Last exchange"_s);
     StatusBar1->setSizeGripEnabled(false);
-    const QStringList meanings = {tr("Last command"), tr("Last answer")};
+    const QStringList meanings = {u"Last command"_s, u"Last answer"_s};
     for (int panel = 0; panel < 2; ++panel) {
-        QLabel *label =
-            readOut(10, indexed(QStringLiteral("StatusBar1"), panel + 1), meanings[panel]);
+        QLabel *label = readOut(10, indexed(u"StatusBar1"_s, panel + 1), meanings[panel]);
         statusPanels[static_cast<size_t>(panel)] = label;
         StatusBar1->addWidget(label, 1);
     }

@@ -49,7 +49,7 @@ CommandListArea::CommandListArea(Module1 &module, ListHost &host, Dialogs &dialo
     , m_host(host)
     , m_dialogs(dialogs)
 {
-    setObjectName(QStringLiteral("CommandListArea"));
+    setObjectName(u"CommandListArea"_s);
     makeControls();
     layOut();
     connectControls();
@@ -88,7 +88,7 @@ void CommandListArea::cmdLoad_Click()
 {
     flexgridVDL->setCurrentCell(0, 0);
     const Dialogs::FileChoice choice = m_dialogs.openFile(
-        this, {listTexts::openFilter(), QCoreApplication::applicationDirPath(), QString()});
+        this, {listTexts::openFilter, QCoreApplication::applicationDirPath(), QString()});
     if (choice.outcome != Outcome::Chosen || choice.path.isEmpty())
         return;
     ListFilePath = choice.path;
@@ -106,8 +106,8 @@ ListContents::End CommandListArea::OpenFile()
     showContents(contents);
     Q_EMIT noted(note);
     if (end != End::Complete) {
-        const QString text = end == End::BadLine ? listTexts::badLine() : listTexts::openFailed();
-        m_dialogs.showMessage(this, text + listTexts::openProcedure());
+        const QString text = end == End::BadLine ? listTexts::badLine : listTexts::openFailed;
+        m_dialogs.showMessage(this, text + listTexts::openProcedure);
     }
     return end;
 }
@@ -123,7 +123,7 @@ void CommandListArea::showContents(ListContents &contents)
         return; // the name of the list before stays
     ListFileName = listKinds::fileName(ListFilePath);
     lblFileName->showLong(ListFileName);
-    m_host.setCaption(listTexts::captionPrefix() + ListFileName);
+    m_host.setCaption(listTexts::captionPrefix + ListFileName);
 }
 
 void CommandListArea::setKind(int kind)
@@ -141,13 +141,13 @@ void CommandListArea::cmdSave_Click()
     if (m_module.ListKind != listKinds::chamberSettings)
         return;
     const Dialogs::FileChoice choice = m_dialogs.saveFile(
-        this, {listTexts::saveFilter(), QCoreApplication::applicationDirPath(), ListFileName});
+        this, {listTexts::saveFilter, QCoreApplication::applicationDirPath(), ListFileName});
     if (choice.outcome == Outcome::Cancelled || !m_rest.maySaveTo(choice.path, m_dialogs, this))
         return;
-    QString fault = listTexts::noFileName();
+    QString fault = listTexts::noFileName;
     if (choice.outcome == Outcome::Chosen) {
         // The caption keeps the list's own name, the label takes the name it is saved under.
-        m_host.setCaption(listTexts::captionPrefix() + ListFileName);
+        m_host.setCaption(listTexts::captionPrefix + ListFileName);
         lblFileName->showLong(listKinds::fileName(choice.path));
         fault = saveSettings(choice.path);
     }
@@ -156,7 +156,7 @@ void CommandListArea::cmdSave_Click()
         return;
     }
     Q_EMIT noted(listNotes::ofFault(choice.path, fault));
-    m_dialogs.showMessage(this, listTexts::saveFailed());
+    m_dialogs.showMessage(this, listTexts::saveFailed);
 }
 
 QString CommandListArea::saveSettings(const QString &path)
@@ -257,7 +257,7 @@ void CommandListArea::cmdClear_Click()
     lblFileName->showLong({});
     m_rest = {};
     Q_EMIT noted({});
-    m_host.setCaption(listTexts::caption());
+    m_host.setCaption(listTexts::caption);
 }
 
 void CommandListArea::cmdMaxGrid_Click()
@@ -354,7 +354,7 @@ void CommandListArea::appendComment(const QString &line)
     // The user's own cursor and selection stay where they are.
     QTextCursor end(txtVDL->document());
     end.movePosition(QTextCursor::End);
-    end.insertText(line + QStringLiteral("\n"));
+    end.insertText(line + u"\n"_s);
     if (!txtVDL->hasFocus())
         txtVDL->verticalScrollBar()->setValue(txtVDL->verticalScrollBar()->maximum());
 }
@@ -362,10 +362,10 @@ void CommandListArea::appendComment(const QString &line)
 void CommandListArea::showProgress(int row, int rows, const QString &note)
 {
     cmdDeleteRow->setEnabled(row == 0);
-    const QString progress = row == 0 ? QString() : tr("Row %1 of %2").arg(row).arg(rows);
+    const QString progress = row == 0 ? QString() : u"Row %1 of %2"_s.arg(row).arg(rows);
     QStringList shown{progress, note};
     shown.removeAll(QString());
-    lblProgress->setText(shown.join(QStringLiteral(": ")));
+    lblProgress->setText(shown.join(u": "_s));
 }
 
 } // namespace corvane

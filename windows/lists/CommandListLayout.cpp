@@ -67,9 +67,7 @@ struct ColumnWidth
 };
 
 constexpr ColumnWidth columnWidths[] = {
-    {QLatin1StringView("Line"), 7},       {QLatin1StringView("Operator"), 9},
-    {QLatin1StringView("Command"), 18},   {QLatin1StringView("Value"), 18},
-    {QLatin1StringView("Tolerance"), 10},
+    {"Line"_L1, 7}, {"Operator"_L1, 9}, {"Command"_L1, 18}, {"Value"_L1, 18}, {"Tolerance"_L1, 10},
 };
 
 /// The box over a cell. A key that it has no use for, as Shift alone, and a turn of the wheel over
@@ -102,8 +100,7 @@ void addShortcut(QPushButton &button, const QString &purpose, const QKeySequence
     button.setToolTip(purpose);
     if (key.isEmpty())
         return;
-    button.setToolTip(
-        QStringLiteral("%1 (%2)").arg(purpose, key.toString(QKeySequence::NativeText)));
+    button.setToolTip(u"%1 (%2)"_s.arg(purpose, key.toString(QKeySequence::NativeText)));
     auto *shortcut = new QShortcut(key, button.window());
     QObject::connect(shortcut, &QShortcut::activated, &button, [&button] {
         if (button.isVisible())
@@ -116,34 +113,33 @@ void addShortcut(QPushButton &button, const QString &purpose, const QKeySequence
 void CommandListArea::makeControls()
 {
     for (const ButtonRow &button : buttonRows) {
-        auto *made = named(new QPushButton(tr(button.caption), this), QLatin1String(button.name),
-                           tr(button.purpose));
-        addShortcut(*made, tr(button.purpose), QKeySequence(QLatin1String(button.shortcut)));
+        const QLatin1StringView purpose(button.purpose);
+        auto *made = named(new QPushButton(QLatin1StringView(button.caption), this),
+                           QLatin1StringView(button.name), purpose);
+        addShortcut(*made, purpose, QKeySequence(QLatin1StringView(button.shortcut)));
         made->setAutoDefault(false);
         this->*button.member = made;
     }
-    lblFileName =
-        named(new ElidedLabel(this), QStringLiteral("lblFileName"), tr("Name of the list file"));
-    lblProgress = named(new QLabel(this), QStringLiteral("lblProgress"), tr("Progress of the run"));
-    txtVDL = named(new QPlainTextEdit(this), QStringLiteral("txtVDL"), tr("Comments of the list"));
-    txtVDL->setPlaceholderText(tr("Comments"));
+    lblFileName = named(new ElidedLabel(this), u"lblFileName"_s, u"Name of the list file"_s);
+    lblProgress = named(new QLabel(this), u"lblProgress"_s, u"Progress of the run"_s);
+    txtVDL = named(new QPlainTextEdit(this), u"txtVDL"_s, u"Comments of the list"_s);
+    txtVDL->setPlaceholderText(u"Comments"_s);
     txtVDL->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtVDL->setTabChangesFocus(true);
-    flexgridVDL = named(new TextGrid(this), QStringLiteral("flexgridVDL"), tr("Command list"));
+    flexgridVDL = named(new TextGrid(this), u"flexgridVDL"_s, u"Command list"_s);
     flexgridVDL->horizontalHeader()->setStretchLastSection(true);
-    txtFlexText =
-        named(new CellBox(flexgridVDL->viewport()), QStringLiteral("txtFlexText"), tr("Cell text"));
+    txtFlexText = named(new CellBox(flexgridVDL->viewport()), u"txtFlexText"_s, u"Cell text"_s);
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
     oneLine::keepIn(*txtFlexText);
     txtFlexText->hide();
-    chkStripOpr = named(new QCheckBox(tr("Strip operator"), this), QStringLiteral("chkStripOpr"),
-                        tr("Send the commands of a test list without their leading operator"));
+    chkStripOpr = named(new QCheckBox(u"Strip operator"_s, this), u"chkStripOpr"_s,
+                        u"Send the commands of a test list without their leading operator"_s);
     chkStripOpr->setToolTip(chkStripOpr->accessibleName());
 }
 
 void CommandListArea::layOut()
 {
-    auto *title = new QLabel(tr("Command list:"), this);
+    auto *title = new QLabel(u"Command list:"_s, this);
     auto *top = row({title, lblFileName, lblProgress, cmdMaxGrid, cmdMinGrid});
     top->setStretchFactor(lblFileName, 1);
     cmdMinGrid->hide();

@@ -1,5 +1,7 @@
 #include "windows/lists/PlainText.h"
 
+#include "devices/Literals.h"
+
 #include <QPlainTextEdit>
 #include <QTextDocument>
 
@@ -9,7 +11,7 @@ QString plainText::of(const QPlainTextEdit &box)
 {
     QString text = box.document()->toRawText();
     text.replace(QChar::LineSeparator, QChar::ParagraphSeparator);
-    return text.replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"));
+    return text.replace(QChar::ParagraphSeparator, u"\r\n"_s);
 }
 
 } // namespace corvane

@@ -70,10 +70,10 @@ void TransferEngine::start(int index, Mode mode)
     const QString first = m_grid.text(1, listKinds::firstColumn);
     const bool sends = mode == Mode::Send;
     if (first.isEmpty())
-        refuse(index, Outcome::Empty, sends ? listTexts::emptyAtSend() : listTexts::emptyAtGet());
+        refuse(index, Outcome::Empty, sends ? listTexts::emptyAtSend : listTexts::emptyAtGet);
     else if (sends && m_grid.textLength(1, 2) == 0 &&
              ListStep::needsSecondCell(m_module.ListKind, first))
-        refuse(index, Outcome::Incomplete, listTexts::incompleteAtSend());
+        refuse(index, Outcome::Incomplete, listTexts::incompleteAtSend);
     else
         begin(index, mode);
 }
@@ -246,7 +246,7 @@ void TransferEngine::check(int index)
     m_rowJudged = true;
     if (verdict.cell != Cell::Untouched)
         m_grid.setText(row, column,
-                       verdict.cell == Cell::Passed ? listTexts::passed() : listTexts::failed());
+                       verdict.cell == Cell::Passed ? listTexts::passed : listTexts::failed);
     m_grid.setVerdict(row, column,
                       verdict.passed ? TextGrid::Verdict::Passed : TextGrid::Verdict::Failed);
     if (verdict.passed) {
@@ -255,7 +255,7 @@ void TransferEngine::check(int index)
     }
     const quint64 run = m_run;
     finishRow(RowVerdict::Failed);
-    if (isOn(run) && showMessage(listTexts::testFailed())) {
+    if (isOn(run) && showMessage(listTexts::testFailed)) {
         stopRun(index);
         Q_EMIT runEnded(Outcome::Failed);
     }
@@ -263,10 +263,10 @@ void TransferEngine::check(int index)
 
 void TransferEngine::syntaxError(int index)
 {
-    if (!showMessage(listTexts::syntaxErrorBox()))
+    if (!showMessage(listTexts::syntaxErrorBox))
         return;
     stopRun(index);
-    m_host.setCommand(index, listTexts::syntaxError());
+    m_host.setCommand(index, listTexts::syntaxError);
     Q_EMIT runEnded(Outcome::SyntaxError);
 }
 
@@ -278,9 +278,9 @@ void TransferEngine::complete(int index)
         return;
     const bool test = m_module.ListKind == listKinds::testList;
     reset(index);
-    m_host.setResponse(index, listTexts::transferComplete());
+    m_host.setResponse(index, listTexts::transferComplete);
     if (test)
-        showMessage(listTexts::testPassed());
+        showMessage(listTexts::testPassed);
     Q_EMIT runEnded(test ? Outcome::Passed : Outcome::Complete);
 }
 
@@ -357,14 +357,14 @@ void TransferEngine::showClosed()
     const bool isSent = awaitsReply();
     const int row = m_module.CurrentListRow + (isSent ? 0 : 1);
     const QString reason = m_notes.setClosed(m_channel, row, isSent);
-    showProgress(listTexts::closedProgress());
+    showProgress(listTexts::closedProgress);
     Q_EMIT troubled(reason);
 }
 
 void TransferEngine::showReopened()
 {
     m_notes.setReopened(m_channel, m_module.CurrentListRow);
-    showProgress(listTexts::reopenedProgress());
+    showProgress(listTexts::reopenedProgress);
 }
 
 /// The row's command is out, or was refused, and its reply, or the rest of it, has not come.

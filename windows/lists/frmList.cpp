@@ -21,15 +21,15 @@ namespace corvane {
 
 frmList::frmList(Dialogs &dialogs, QWidget *parent)
     : QDialog(parent)
-    , lblNote(named(new QLabel(this), QStringLiteral("lblNote"), QString()))
-    , txtList(named(new QPlainTextEdit(this), QStringLiteral("txtList"), tr("The list as text")))
-    , cmdSave(named(new QPushButton(tr("&Save..."), this), QStringLiteral("cmdSave"),
-                    tr("Save the list to a file and load it")))
-    , cmdCAncel(named(new QPushButton(tr("&Cancel"), this), QStringLiteral("cmdCAncel"),
-                      tr("Close without any change")))
+    , lblNote(named(new QLabel(this), u"lblNote"_s, QString()))
+    , txtList(named(new QPlainTextEdit(this), u"txtList"_s, u"The list as text"_s))
+    , cmdSave(named(new QPushButton(u"&Save..."_s, this), u"cmdSave"_s,
+                    u"Save the list to a file and load it"_s))
+    , cmdCAncel(
+          named(new QPushButton(u"&Cancel"_s, this), u"cmdCAncel"_s, u"Close without any change"_s))
     , m_dialogs(dialogs)
 {
-    setObjectName(QStringLiteral("frmList"));
+    setObjectName(u"frmList"_s);
     setModal(true);
     resize(640, 480);
     lblNote->setTextFormat(Qt::PlainText);
@@ -57,7 +57,7 @@ void frmList::edit(const QString &text, int listKind, bool readOnly, const Unrea
     m_listKind = listKind;
     m_rest = rest;
     showNote(rest.warning());
-    setWindowTitle(readOnly ? tr("Save List") : tr("Edit List"));
+    setWindowTitle(readOnly ? u"Save List"_s : u"Edit List"_s);
     txtList->setReadOnly(readOnly);
     txtList->setPlainText(text);
     (readOnly ? static_cast<QWidget *>(cmdSave) : txtList)->setFocus();
@@ -79,12 +79,12 @@ void frmList::cmdSave_Click()
         !m_rest.maySaveTo(choice.path, m_dialogs, this))
         return;
     const QString fault = choice.outcome == Outcome::InvalidName
-                              ? listTexts::noFileName()
+                              ? listTexts::noFileName
                               : listFile::write(choice.path, text());
     if (!fault.isEmpty()) {
         showNote(listNotes::ofFault(choice.path, fault));
         Q_EMIT saveFailed(lblNote->text());
-        m_dialogs.showMessage(this, listTexts::saveFailed());
+        m_dialogs.showMessage(this, listTexts::saveFailed);
         return;
     }
     Q_EMIT saved(choice.path);
@@ -106,7 +106,7 @@ void frmList::reject()
 {
     const bool changed = txtList->document()->isModified();
     if (!changed ||
-        m_dialogs.showMessage(this, {.text = listTexts::discardChanges(),
+        m_dialogs.showMessage(this, {.text = listTexts::discardChanges,
                                      .icon = Dialogs::Icon::Exclamation,
                                      .buttons = Dialogs::Buttons::YesNo}) == Dialogs::Answer::Yes)
         QDialog::reject();

@@ -31,9 +31,9 @@ constexpr int frameWidth = 12;
 
 enum Column { Place, Device, State };
 
-const QString connectorWord = QStringLiteral("connector");
-const QString sensorWord = QStringLiteral("sensor");
-const QString clearWord = QStringLiteral("clear");
+const QString connectorWord = u"connector"_s;
+const QString sensorWord = u"sensor"_s;
+const QString clearWord = u"clear"_s;
 
 /// The orders that have no control of their own here.
 std::vector<OrderText> otherOrders()
@@ -56,10 +56,10 @@ QString faultPresets(const QString &word)
 BenchWindow::BenchWindow(bench::Bench &bench)
     : m_bench(bench)
 {
-    setObjectName(QStringLiteral("BenchWindow"));
-    setWindowTitle(tr("Simulated bench"));
-    lblState = named(new QLabel, QStringLiteral("lblState"), tr("State of the bench"));
-    lblAnswer = named(new QLabel, QStringLiteral("lblAnswer"), tr("The bench's answer"));
+    setObjectName(u"BenchWindow"_s);
+    setWindowTitle(u"Simulated bench"_s);
+    lblState = named(new QLabel, u"lblState"_s, u"State of the bench"_s);
+    lblAnswer = named(new QLabel, u"lblAnswer"_s, u"The bench's answer"_s);
     for (QLabel *label : {lblState, lblAnswer}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
@@ -77,17 +77,16 @@ BenchWindow::BenchWindow(bench::Bench &bench)
 
 QWidget *BenchWindow::createFaults()
 {
-    lstPlaces = named(new QTreeWidget, QStringLiteral("lstPlaces"), tr("Places of the bench"));
-    lstPlaces->setHeaderLabels({tr("Place"), tr("Device"), tr("Fault, and who is connected")});
+    lstPlaces = named(new QTreeWidget, u"lstPlaces"_s, u"Places of the bench"_s);
+    lstPlaces->setHeaderLabels({u"Place"_s, u"Device"_s, u"Fault, and who is connected"_s});
     lstPlaces->setRootIsDecorated(false);
     lstPlaces->setUniformRowHeights(true);
     fillPlaces();
-    fault = new OrderEntry(QStringLiteral("Fault"), tr("Fault"), Fault::choices(), faultPresets);
-    cmdFault = named(new QPushButton(tr("&Order")), QStringLiteral("cmdFault"),
-                     tr("Order the fault at the selected place"));
-    cmdClear = named(new QPushButton(tr("C&lear All")), QStringLiteral("cmdClear"),
-                     tr("Clear all faults"));
-    auto *frame = new QGroupBox(tr("Faults: select a place and order one"));
+    fault = new OrderEntry(u"Fault"_s, u"Fault"_s, Fault::choices(), faultPresets);
+    cmdFault = named(new QPushButton(u"&Order"_s), u"cmdFault"_s,
+                     u"Order the fault at the selected place"_s);
+    cmdClear = named(new QPushButton(u"C&lear All"_s), u"cmdClear"_s, u"Clear all faults"_s);
+    auto *frame = new QGroupBox(u"Faults: select a place and order one"_s);
     auto *grid = new QGridLayout(frame);
     grid->addWidget(lstPlaces, 0, 0, 1, 3);
     grid->addWidget(fault, 1, 0);
@@ -115,18 +114,16 @@ void BenchWindow::fillPlaces()
 
 QWidget *BenchWindow::createBoard()
 {
-    chkConnector =
-        named(new QCheckBox(tr("Loop-back &connector fitted")), QStringLiteral("chkConnector"));
-    cboSensor = named(new QComboBox, QStringLiteral("cboSensor"), tr("The meter's sensor"));
-    cboSensor->addItem(tr("follows the board's DACs"));
+    chkConnector = named(new QCheckBox(u"Loop-back &connector fitted"_s), u"chkConnector"_s);
+    cboSensor = named(new QComboBox, u"cboSensor"_s, u"The meter's sensor"_s);
+    cboSensor->addItem(u"follows the board's DACs"_s);
     for (int channel = 0; channel < BoardAnalog::channelCount; ++channel)
-        cboSensor->addItem(tr("stays on channel %1").arg(channel));
-    auto *sensorLabel = new QLabel(tr("Meter's &sensor:"));
+        cboSensor->addItem(u"stays on channel %1"_s.arg(channel));
+    auto *sensorLabel = new QLabel(u"Meter's &sensor:"_s);
     sensorLabel->setBuddy(cboSensor);
-    order = new OrderEntry(QStringLiteral("Order"), tr("Order"), otherOrders());
-    cmdOrder =
-        named(new QPushButton(tr("O&rder")), QStringLiteral("cmdOrder"), tr("Give the order"));
-    auto *frame = new QGroupBox(tr("Board and meter"));
+    order = new OrderEntry(u"Order"_s, u"Order"_s, otherOrders());
+    cmdOrder = named(new QPushButton(u"O&rder"_s), u"cmdOrder"_s, u"Give the order"_s);
+    auto *frame = new QGroupBox(u"Board and meter"_s);
     auto *first = new QHBoxLayout;
     first->addWidget(chkConnector);
     first->addStretch();
@@ -168,14 +165,13 @@ void BenchWindow::openBeside(const QWidget &main)
 
 void BenchWindow::chkConnector_Click()
 {
-    give(connectorWord +
-         (chkConnector->isChecked() ? QStringLiteral(" on") : QStringLiteral(" off")));
+    give(connectorWord + (chkConnector->isChecked() ? u" on"_s : u" off"_s));
 }
 
 void BenchWindow::cboSensor_Click()
 {
     const int channel = cboSensor->currentIndex() - 1;
-    give(sensorWord + u' ' + (channel < 0 ? QStringLiteral("follow") : QString::number(channel)));
+    give(sensorWord + u' ' + (channel < 0 ? u"follow"_s : QString::number(channel)));
 }
 
 void BenchWindow::cmdFault_Click()
@@ -195,7 +191,7 @@ void BenchWindow::cmdOrder_Click()
 
 void BenchWindow::give(const QString &text)
 {
-    lblAnswer->setText(QStringLiteral("%1: %2").arg(text, m_bench.order(text)));
+    lblAnswer->setText(u"%1: %2"_s.arg(text, m_bench.order(text)));
     tmrState_Timer();
 }
 

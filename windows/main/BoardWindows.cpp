@@ -98,8 +98,7 @@ void BoardWindows::showUnsaved()
 void BoardWindows::openReport()
 {
     if (!m_report) {
-        const QString version = QStringLiteral("%1.%2.%3")
-                                    .arg(productInfo::versionMajor)
+        const QString version = u"%1.%2.%3"_s.arg(productInfo::versionMajor)
                                     .arg(productInfo::versionMinor)
                                     .arg(productInfo::versionRevision);
         m_report =
@@ -166,7 +165,7 @@ QString BoardWindows::faultText(int channel, Exchange half, const QString &cause
     if (session.isClosed())
         return session.traits().notConnected;
     return (half == Exchange::Send ? channelTexts::sendError : channelTexts::readError) +
-           QStringLiteral("\r\n") + cause;
+           u"\r\n"_s + cause;
 }
 
 void BoardWindows::uncheckMnuSBC()

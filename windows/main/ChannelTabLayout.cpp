@@ -55,34 +55,29 @@ void ChannelTab::makeControls()
     for (const ButtonRow &button : buttonRows)
         this->*button.member = named(new QPushButton(QLatin1String(button.caption), this),
                                      name(button.name), QLatin1String(button.accessibleName));
-    cmdLoadFrmChmber->setToolTip(
-        QStringLiteral("Download the chamber's current settings into the list (F6)"));
-    cmdLoadToChmber->setToolTip(QStringLiteral("Send the list to the chamber (F5)"));
-    cmdStop->setToolTip(QStringLiteral("Stop the list (Shift+F5)"));
-    m_statusCaption = named(new QLabel(QStringLiteral("Status:"), this), name("lblStatusCaption"));
-    lblStatus = named(new QLabel(this), name("lblStatus"), QStringLiteral("Status"));
+    cmdLoadFrmChmber->setToolTip(u"Download the chamber's current settings into the list (F6)"_s);
+    cmdLoadToChmber->setToolTip(u"Send the list to the chamber (F5)"_s);
+    cmdStop->setToolTip(u"Stop the list (Shift+F5)"_s);
+    m_statusCaption = named(new QLabel(u"Status:"_s, this), name("lblStatusCaption"));
+    lblStatus = named(new QLabel(this), name("lblStatus"), u"Status"_s);
     lblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblPlace = named(new QLabel(this), name("lblPlace"));
     lblPlace->setTextFormat(Qt::PlainText);
     lblPlace->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblPlace->setContentsMargins(gapBeforePlace, 0, 0, 0);
     lblPlace->setMaximumWidth(0); // while it is empty
-    shpComm = named(new Led(this), name("shpComm"), QStringLiteral("Activity"));
-    cboOut = named(new CommandBox(this), name("cboOut"), QStringLiteral("Command"));
-    chkLoop = named(new QCheckBox(QStringLiteral("&Loop"), this), name("chkLoop"),
-                    QStringLiteral("Loop"));
-    cboMs =
-        named(new EditableBox(this), name("cboMs"), QStringLiteral("Loop period in milliseconds"));
+    shpComm = named(new Led(this), name("shpComm"), u"Activity"_s);
+    cboOut = named(new CommandBox(this), name("cboOut"), u"Command"_s);
+    chkLoop = named(new QCheckBox(u"&Loop"_s, this), name("chkLoop"), u"Loop"_s);
+    cboMs = named(new EditableBox(this), name("cboMs"), u"Loop period in milliseconds"_s);
     for (const char *ms : {"1000", "2000", "5000", "10000", "30000", "60000"})
         cboMs->addItem(QString::fromLatin1(ms));
-    chkLog = named(new QCheckBox(QStringLiteral("Lo&g"), this), name("chkLog"),
-                   QStringLiteral("Log replies to file"));
+    chkLog = named(new QCheckBox(u"Lo&g"_s, this), name("chkLog"), u"Log replies to file"_s);
     if (!m_session.traits().isLogged) {
         chkLog->setEnabled(false);
-        chkLog->setToolTip(QStringLiteral("The log records the TCP/IP Channels only"));
+        chkLog->setToolTip(u"The log records the TCP/IP Channels only"_s);
     }
-    txtIn = named(new ResponseView(m_session.response(), this), name("txtIn"),
-                  QStringLiteral("Response"));
+    txtIn = named(new ResponseView(m_session.response(), this), name("txtIn"), u"Response"_s);
 }
 
 void ChannelTab::layOut()
@@ -101,15 +96,15 @@ void ChannelTab::layOut()
     entryRow->addWidget(cboOut, 1);
     addAll(*entryRow, {cmdSend, cmdIDN, cmdSystErr});
 
-    auto *every = new QLabel(QStringLiteral("ever&y"), this);
+    auto *every = new QLabel(u"ever&y"_s, this);
     every->setBuddy(cboMs);
     auto *optionRow = new QHBoxLayout;
-    addAll(*optionRow, {chkLoop, every, cboMs, new QLabel(QStringLiteral("ms"), this)});
+    addAll(*optionRow, {chkLoop, every, cboMs, new QLabel(u"ms"_s, this)});
     optionRow->addSpacing(gapBeforeLog);
     optionRow->addWidget(chkLog);
     optionRow->addStretch();
-    addAll(*optionRow, {new QLabel(QStringLiteral("Settings list:"), this), cmdLoadFrmChmber,
-                        cmdLoadToChmber, cmdStop});
+    addAll(*optionRow,
+           {new QLabel(u"Settings list:"_s, this), cmdLoadFrmChmber, cmdLoadToChmber, cmdStop});
 
     auto *page = new QVBoxLayout(this);
     page->addLayout(m_connectionRow);

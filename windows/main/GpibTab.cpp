@@ -46,7 +46,7 @@ void GpibTab::buildFields()
 {
     cboIEEEPort = new EditableBox(this);
     for (int board = 0; board < GpibAddress::boardCount; ++board)
-        cboIEEEPort->addItem(QStringLiteral("GPIB%1").arg(board));
+        cboIEEEPort->addItem(u"GPIB%1"_s.arg(board));
     cboIEEEAddress = new EditableBox(this);
     for (int address = 0; address <= GpibSession::lastPrimaryAddress; ++address)
         cboIEEEAddress->addItem(QString::number(address));
@@ -54,20 +54,17 @@ void GpibTab::buildFields()
     lblConnectString->setTextInteractionFlags(Qt::TextSelectableByMouse);
     txtTimeout488 = new QLineEdit(QString::number(GpibControl::defaultTimeoutMs), this);
     txtTimeout488->setMaximumWidth(70);
-    cmdSearchGPIB = new QPushButton(QStringLiteral("Searc&h"), this);
-    cmdAdapter = new QPushButton(QStringLiteral("Adap&ter..."), this);
-    cmdSearchGPIB->setAccessibleName(QStringLiteral("Search for an instrument"));
-    cmdAdapter->setAccessibleName(QStringLiteral("Choose the GPIB adapter"));
+    cmdSearchGPIB = new QPushButton(u"Searc&h"_s, this);
+    cmdAdapter = new QPushButton(u"Adap&ter..."_s, this);
+    cmdSearchGPIB->setAccessibleName(u"Search for an instrument"_s);
+    cmdAdapter->setAccessibleName(u"Choose the GPIB adapter"_s);
 
-    addConnectionField(QStringLiteral("&Board:"), cboIEEEPort, QStringLiteral("cboIEEEPort"));
-    addConnectionField(QStringLiteral("Add&ress:"), cboIEEEAddress,
-                       QStringLiteral("cboIEEEAddress"));
-    addConnectionField(QStringLiteral("GPIB I/O:"), lblConnectString,
-                       QStringLiteral("lblConnectString"));
-    addConnectionField(QStringLiteral("Timeout, &ms"), txtTimeout488,
-                       QStringLiteral("txtTimeout488"));
-    addConnectionWidget(cmdSearchGPIB, QStringLiteral("cmdSearchGPIB"));
-    addConnectionWidget(cmdAdapter, QStringLiteral("cmdAdapter"));
+    addConnectionField(u"&Board:"_s, cboIEEEPort, u"cboIEEEPort"_s);
+    addConnectionField(u"Add&ress:"_s, cboIEEEAddress, u"cboIEEEAddress"_s);
+    addConnectionField(u"GPIB I/O:"_s, lblConnectString, u"lblConnectString"_s);
+    addConnectionField(u"Timeout, &ms"_s, txtTimeout488, u"txtTimeout488"_s);
+    addConnectionWidget(cmdSearchGPIB, u"cmdSearchGPIB"_s);
+    addConnectionWidget(cmdAdapter, u"cmdAdapter"_s);
 }
 
 void GpibTab::cboIEEE_Change()

@@ -29,17 +29,17 @@ constexpr int sectionLevel = 3;
 GuideWindow::GuideWindow(QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
-    setObjectName(QStringLiteral("GuideWindow"));
-    setWindowTitle(tr("Corvane - User's Guide"));
+    setObjectName(u"GuideWindow"_s);
+    setWindowTitle(u"Corvane - User's Guide"_s);
     resize(900, 640);
 
     txtFind = new QLineEdit(this);
     txtFind->setClearButtonEnabled(true);
-    txtFind->setPlaceholderText(tr("Find in the guide"));
-    auto *next = new QPushButton(tr("Find &next"), this);
+    txtFind->setPlaceholderText(u"Find in the guide"_s);
+    auto *next = new QPushButton(u"Find &next"_s, this);
     txtGuide = new QTextBrowser(this);
     txtGuide->setOpenExternalLinks(false);
-    QFile guide(QStringLiteral(":/guide.md"));
+    QFile guide(u":/guide.md"_s);
     if (guide.open(QIODevice::ReadOnly))
         txtGuide->setMarkdown(QString::fromUtf8(guide.readAll()));
 
@@ -47,10 +47,10 @@ GuideWindow::GuideWindow(QWidget *parent)
     lstOutline->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     fillOutline();
 
-    named(lstOutline, QStringLiteral("lstOutline"), tr("Outline of the guide"));
-    named(txtFind, QStringLiteral("txtFind"), tr("Find in the guide"));
-    named(next, QStringLiteral("cmdFindNext"), tr("Find next"));
-    named(txtGuide, QStringLiteral("txtGuide"), tr("User's guide"));
+    named(lstOutline, u"lstOutline"_s, u"Outline of the guide"_s);
+    named(txtFind, u"txtFind"_s, u"Find in the guide"_s);
+    named(next, u"cmdFindNext"_s, u"Find next"_s);
+    named(txtGuide, u"txtGuide"_s, u"User's guide"_s);
 
     auto *findRow = new QHBoxLayout;
     findRow->addWidget(txtFind, 1);
@@ -82,7 +82,7 @@ void GuideWindow::fillOutline()
         const int level = block.blockFormat().headingLevel();
         if (level != chapterLevel && level != sectionLevel)
             continue;
-        const QString indent = level == sectionLevel ? QStringLiteral("    ") : QString();
+        const QString indent = level == sectionLevel ? u"    "_s : QString();
         auto *entry = new QListWidgetItem(indent + block.text(), lstOutline);
         entry->setData(blockRole, block.blockNumber());
         QFont font = entry->font();

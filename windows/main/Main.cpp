@@ -40,8 +40,8 @@ Main::Main(const MainParts &parts, QWidget *parent)
 {
     installAccessibility();
     EntryRules::install();
-    setObjectName(QStringLiteral("Main"));
-    setWindowTitle(QStringLiteral("Corvane"));
+    setObjectName(u"Main"_s);
+    setWindowTitle(u"Corvane"_s);
     m_splitter = new QSplitter(Qt::Vertical, this);
     m_splitter->setChildrenCollapsible(false);
     setCentralWidget(m_splitter);
@@ -87,8 +87,8 @@ void Main::loggingFailed(const QString &description)
     for (ChannelSession *each : m_parts.channels.all())
         each->setLogged(false);
     m_parts.dialogs.showMessage(this,
-                                tr("The log cannot be written; logging has been switched off.") +
-                                    QStringLiteral("\r\n") + description);
+                                u"The log cannot be written; logging has been switched off."_s +
+                                    u"\r\n"_s + description);
 }
 
 void Main::Form_Load()
@@ -104,10 +104,10 @@ void Main::resetUserInterface()
     shpLog->hide();
     for (TcpTab *each : m_tcp) {
         each->txtAddress->setText(QString()); // clear() would count as the user's edit
-        each->txtPort->setText(QStringLiteral("5000"));
+        each->txtPort->setText(u"5000"_s);
     }
     for (SerialTab *each : m_serial)
-        each->txtPort->setText(QStringLiteral("1"));
+        each->txtPort->setText(u"1"_s);
 }
 
 QList<QLineEdit *> Main::untouchedHosts() const

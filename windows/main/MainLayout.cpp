@@ -26,7 +26,7 @@ namespace corvane {
 void Main::buildChannels()
 {
     ChannelSet &set = m_parts.channels;
-    tabChannels = named(new QTabWidget(this), QStringLiteral("tabChannels"), tr("Channels"));
+    tabChannels = named(new QTabWidget(this), u"tabChannels"_s, u"Channels"_s);
     tabChannels->setDocumentMode(true);
     m_serial = {new SerialTab(set.serial(channels::rs485), this),
                 new SerialTab(set.serial(channels::rs232), this)};
@@ -91,7 +91,7 @@ void Main::buildCommandList()
                                   [&session] { return session.isOpen(); },
                                   [&session] { return session.response().bytes(); }};
     };
-    m_log = new TrafficLog(m_parts.programFolder + QStringLiteral("/Log.txt"),
+    m_log = new TrafficLog(m_parts.programFolder + u"/Log.txt"_s,
                            source(m_parts.channels.tcp(channels::tcpIp1)),
                            source(m_parts.channels.tcp(channels::tcpIp2)), this);
     connect(m_log, &TrafficLog::loggingChanged, shpLog, &QWidget::setVisible);
@@ -112,13 +112,12 @@ void Main::buildCommandList()
 
 void Main::buildStatusBar()
 {
-    statusBar()->setObjectName(QStringLiteral("statusMain"));
-    lblFaults =
-        named(new StatusLine(this), QStringLiteral("lblFaults"), tr("What happened to a device"));
+    statusBar()->setObjectName(u"statusMain"_s);
+    lblFaults = named(new StatusLine(this), u"lblFaults"_s, u"What happened to a device"_s);
     statusBar()->addWidget(lblFaults, 1);
     shpLog = new Led(this);
-    named(shpLog, QStringLiteral("shpLog"), tr("Logging"));
-    shpLog->setToolTip(tr("Logging the TCP/IP Channels"));
+    named(shpLog, u"shpLog"_s, u"Logging"_s);
+    shpLog->setToolTip(u"Logging the TCP/IP Channels"_s);
     statusBar()->addPermanentWidget(shpLog);
 }
 
@@ -129,24 +128,24 @@ void Main::buildMenus()
         entry->setObjectName(name);
         return entry;
     };
-    QMenu *mnuFile = menuBar()->addMenu(tr("&File"));
-    QMenu *mnuView = menuBar()->addMenu(tr("&View"));
-    QMenu *mnuAbout = menuBar()->addMenu(tr("&About"));
-    mnuFile->setObjectName(QStringLiteral("mnuFile"));
-    mnuView->setObjectName(QStringLiteral("mnuView"));
-    mnuAbout->setObjectName(QStringLiteral("mnuAbout"));
+    QMenu *mnuFile = menuBar()->addMenu(u"&File"_s);
+    QMenu *mnuView = menuBar()->addMenu(u"&View"_s);
+    QMenu *mnuAbout = menuBar()->addMenu(u"&About"_s);
+    mnuFile->setObjectName(u"mnuFile"_s);
+    mnuView->setObjectName(u"mnuView"_s);
+    mnuAbout->setObjectName(u"mnuAbout"_s);
 
-    mnuPrefs = addEntry(mnuFile, tr("&Preferences"), QStringLiteral("mnuPrefs"));
+    mnuPrefs = addEntry(mnuFile, u"&Preferences"_s, u"mnuPrefs"_s);
     mnuPrefs->setEnabled(false); // it has no action
-    mnuExit = addEntry(mnuFile, tr("&Exit"), QStringLiteral("mnuExit"));
+    mnuExit = addEntry(mnuFile, u"&Exit"_s, u"mnuExit"_s);
     mnuExit->setShortcut(QKeySequence::Quit);
-    mnuCmdList = addEntry(mnuView, tr("&Command List"), QStringLiteral("mnuCmdList"));
+    mnuCmdList = addEntry(mnuView, u"&Command List"_s, u"mnuCmdList"_s);
     mnuCmdList->setCheckable(true);
-    mnuSBC = addEntry(mnuView, tr("&VXM250E"), QStringLiteral("mnuSBC"));
+    mnuSBC = addEntry(mnuView, u"&VXM250E"_s, u"mnuSBC"_s);
     mnuSBC->setCheckable(true);
-    mnuHelp = addEntry(mnuAbout, tr("&Help"), QStringLiteral("mnuHelp"));
+    mnuHelp = addEntry(mnuAbout, u"&Help"_s, u"mnuHelp"_s);
     mnuHelp->setShortcut(QKeySequence::HelpContents);
-    mnuAboutSC = addEntry(mnuAbout, tr("&About Corvane"), QStringLiteral("mnuAboutSC"));
+    mnuAboutSC = addEntry(mnuAbout, u"&About Corvane"_s, u"mnuAboutSC"_s);
 
     connect(mnuExit, &QAction::triggered, this, &QWidget::close);
     connect(mnuCmdList, &QAction::toggled, this, &Main::mnuCmdList_Click);

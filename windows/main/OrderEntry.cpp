@@ -20,9 +20,8 @@ OrderEntry::OrderEntry(const QString &name, const QString &accessibleName,
 {
     setObjectName(name);
     setAccessibleName(accessibleName);
-    cboOrder = named(new QComboBox, QStringLiteral("cbo") + name, accessibleName);
-    lblAbout =
-        named(new QLabel, QStringLiteral("lbl") + name, accessibleName + tr(": what it does"));
+    cboOrder = named(new QComboBox, u"cbo"_s + name, accessibleName);
+    lblAbout = named(new QLabel, u"lbl"_s + name, accessibleName + u": what it does"_s);
     for (const bench::OrderText &choice : m_choices) {
         cboOrder->addItem(choice.word);
         const QString preset = presets ? presets(choice.word) : QString();
@@ -63,17 +62,16 @@ OrderEntry::Control OrderEntry::createControl(const QString &argument, const QSt
     if (argument.contains(u'|')) {
         auto *box = new QComboBox;
         box->addItems(argument.split(u'|'));
-        return {QLatin1String("cbo"), box, [box] { return box->currentText(); }};
+        return {"cbo"_L1, box, [box] { return box->currentText(); }};
     }
     if (argument.isLower()) {
         auto *box = new QCheckBox(argument);
-        return {QLatin1String("chk"), box,
-                [box] { return box->isChecked() ? box->text() : QString(); }};
+        return {"chk"_L1, box, [box] { return box->isChecked() ? box->text() : QString(); }};
     }
     auto *entry = new QLineEdit(preset);
     entry->setPlaceholderText(argument);
     entry->setToolTip(argument);
-    return {QLatin1String("txt"), entry, [entry, preset] {
+    return {"txt"_L1, entry, [entry, preset] {
                 const QString text = entry->text().trimmed();
                 return text.isEmpty() ? preset : text;
             }};

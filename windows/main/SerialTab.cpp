@@ -13,11 +13,11 @@ SerialTab::SerialTab(SerialSession &session, QWidget *parent)
 {
     txtPort = new QLineEdit(this);
     txtPort->setMaximumWidth(110); // a device's name fits
-    addConnectionField(QStringLiteral("COM &port:"), txtPort, nameOf("txtPort"));
+    addConnectionField(u"COM &port:"_s, txtPort, nameOf("txtPort"));
     if (session.traits().isAddressed)
         buildAddress();
-    cmdPortConfig = new QPushButton(QStringLiteral("Config&ure..."), this);
-    cmdPortConfig->setAccessibleName(QStringLiteral("Configure the port"));
+    cmdPortConfig = new QPushButton(u"Config&ure..."_s, this);
+    cmdPortConfig->setAccessibleName(u"Configure the port"_s);
     addConnectionWidget(cmdPortConfig, nameOf("cmdPortConfig"));
     reserveStatus(channelTexts::portClosed);
     showEntries();
@@ -31,12 +31,12 @@ SerialTab::SerialTab(SerialSession &session, QWidget *parent)
 void SerialTab::buildAddress()
 {
     cboAddress485 = new QComboBox(this);
-    addConnectionField(QStringLiteral("Add&ress:"), cboAddress485, QStringLiteral("cboAddress485"));
+    addConnectionField(u"Add&ress:"_s, cboAddress485, u"cboAddress485"_s);
     lblPrefix = new QLabel(this);
-    lblPrefix->setAccessibleName(QStringLiteral("Addressing prefix"));
-    addConnectionWidget(lblPrefix, QStringLiteral("lblPrefix"));
+    lblPrefix->setAccessibleName(u"Addressing prefix"_s);
+    addConnectionWidget(lblPrefix, u"lblPrefix"_s);
     for (int address = 1; address <= SerialSession::lastAddress; ++address)
-        cboAddress485->addItem(QStringLiteral("%1").arg(address, 2, 10, QLatin1Char('0')));
+        cboAddress485->addItem(u"%1"_s.arg(address, 2, 10, QLatin1Char('0')));
     connect(cboAddress485, &QComboBox::currentTextChanged, this, &SerialTab::cboAddress485_Change);
 }
 

@@ -4,7 +4,7 @@ namespace corvane {
 
 namespace {
 
-const QString separator = QStringLiteral("; ");
+const QString separator = u"; "_s;
 
 } // namespace
 

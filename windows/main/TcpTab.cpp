@@ -13,8 +13,8 @@ TcpTab::TcpTab(TcpSession &session, QWidget *parent)
     txtAddress->setMinimumWidth(120);
     txtPort = new QLineEdit(this);
     txtPort->setMaximumWidth(70);
-    addConnectionField(QStringLiteral("&Host:"), txtAddress, nameOf("txtAddress"));
-    addConnectionField(QStringLiteral("&Port:"), txtPort, nameOf("txtPort"));
+    addConnectionField(u"&Host:"_s, txtAddress, nameOf("txtAddress"));
+    addConnectionField(u"&Port:"_s, txtPort, nameOf("txtPort"));
     reserveStatus(channelTexts::socketStates.back());
     showEntries();
 

@@ -69,20 +69,18 @@ const std::array<frmSBCPrint::FieldRow, 12> &frmSBCPrint::fieldRows()
     using W = frmSBCPrint;
     using F = ReportFields;
     static const std::array<FieldRow, 12> rows = {{
-        {tr("Part Number"), &W::txtPartNum, &F::partNum, QStringLiteral("txtPartNum")},
-        {tr("Serial Number"), &W::txtSerialNum, &F::serialNum, QStringLiteral("txtSerialNum")},
-        {tr("PIC Firmware"), &W::txtPicFirmWare, &F::picFirmWare, QStringLiteral("txtPicFirmWare")},
-        {tr("Rabbit Firmware"), &W::txtRabbitVersion, &F::rabbitVersion,
-         QStringLiteral("txtRabbitVersion")},
-        {tr("File Name"), &W::txtFileName, &F::fileName, QStringLiteral("txtFileName")},
-        {tr("Test Date"), &W::txtDate, &F::date, QStringLiteral("txtDate")},
-        {tr("Test Utility Ver."), &W::txtAppVer, &F::appVer, QStringLiteral("txtAppVer")},
-        {tr("Technician"), &W::txtYourName, &F::yourName, QStringLiteral("txtYourName")},
-        {tr("Meter Name"), &W::txtMeterName, &F::meterName, QStringLiteral("txtMeterName")},
-        {tr("Meter Model"), &W::txtMeterModel, &F::meterModel, QStringLiteral("txtMeterModel")},
-        {tr("Meter Cal Due"), &W::txtMeterCalDue, &F::meterCalDue,
-         QStringLiteral("txtMeterCalDue")},
-        {tr("ADI Number"), &W::txtMeterADINum, &F::meterADINum, QStringLiteral("txtMeterADINum")},
+        {u"Part Number"_s, &W::txtPartNum, &F::partNum, u"txtPartNum"_s},
+        {u"Serial Number"_s, &W::txtSerialNum, &F::serialNum, u"txtSerialNum"_s},
+        {u"PIC Firmware"_s, &W::txtPicFirmWare, &F::picFirmWare, u"txtPicFirmWare"_s},
+        {u"Rabbit Firmware"_s, &W::txtRabbitVersion, &F::rabbitVersion, u"txtRabbitVersion"_s},
+        {u"File Name"_s, &W::txtFileName, &F::fileName, u"txtFileName"_s},
+        {u"Test Date"_s, &W::txtDate, &F::date, u"txtDate"_s},
+        {u"Test Utility Ver."_s, &W::txtAppVer, &F::appVer, u"txtAppVer"_s},
+        {u"Technician"_s, &W::txtYourName, &F::yourName, u"txtYourName"_s},
+        {u"Meter Name"_s, &W::txtMeterName, &F::meterName, u"txtMeterName"_s},
+        {u"Meter Model"_s, &W::txtMeterModel, &F::meterModel, u"txtMeterModel"_s},
+        {u"Meter Cal Due"_s, &W::txtMeterCalDue, &F::meterCalDue, u"txtMeterCalDue"_s},
+        {u"ADI Number"_s, &W::txtMeterADINum, &F::meterADINum, u"txtMeterADINum"_s},
     }};
     return rows;
 }
@@ -95,13 +93,13 @@ frmSBCPrint::frmSBCPrint(const ReportedBoard &board, modSBC &remembered, Dialogs
     , m_dialogs(dialogs)
     , m_version(std::move(version))
 {
-    setObjectName(QStringLiteral("frmSBCPrint"));
+    setObjectName(u"frmSBCPrint"_s);
     setWindowTitle(reportTexts::caption);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(makeGroup(tr("PRODUCT INFORMATION"), 0, 4));
-    layout->addWidget(makeGroup(tr("TEST INFORMATION"), 4, 4));
-    layout->addWidget(makeGroup(tr("TEST METER"), 8, 4));
-    lblUnsaved = named(new QLabel, QStringLiteral("lblUnsaved"), tr("Not saved to EEPROM"));
+    layout->addWidget(makeGroup(u"PRODUCT INFORMATION"_s, 0, 4));
+    layout->addWidget(makeGroup(u"TEST INFORMATION"_s, 4, 4));
+    layout->addWidget(makeGroup(u"TEST METER"_s, 8, 4));
+    lblUnsaved = named(new QLabel, u"lblUnsaved"_s, u"Not saved to EEPROM"_s);
     lblUnsaved->setWordWrap(true);
     layout->addWidget(lblUnsaved);
     layout->addWidget(makeButtons());
@@ -137,12 +135,11 @@ QWidget *frmSBCPrint::makeButtons()
     auto *box = new QWidget;
     auto *row = new QHBoxLayout(box);
     row->setContentsMargins({});
-    cmdAutoFill =
-        button(tr("Auto &Fill"), QStringLiteral("cmdAutoFill"), tr("Fill in from the board"));
-    cmdGenFilename = button(tr("&Generate Filename"), QStringLiteral("cmdGenFilename"),
-                            tr("Generate the file name"));
-    cmdAccept = button(tr("&Accept"), QStringLiteral("cmdAccept"), tr("Save the report"));
-    cmdCAncel = button(tr("&Cancel"), QStringLiteral("cmdCAncel"), tr("Close without saving"));
+    cmdAutoFill = button(u"Auto &Fill"_s, u"cmdAutoFill"_s, u"Fill in from the board"_s);
+    cmdGenFilename =
+        button(u"&Generate Filename"_s, u"cmdGenFilename"_s, u"Generate the file name"_s);
+    cmdAccept = button(u"&Accept"_s, u"cmdAccept"_s, u"Save the report"_s);
+    cmdCAncel = button(u"&Cancel"_s, u"cmdCAncel"_s, u"Close without saving"_s);
     row->addWidget(cmdAutoFill);
     row->addWidget(cmdGenFilename);
     row->addStretch();
@@ -159,10 +156,9 @@ QWidget *frmSBCPrint::makeButtons()
 
 void frmSBCPrint::makeStatusBar()
 {
-    StatusBar1 = named(new QStatusBar, QStringLiteral("StatusBar1"), tr("Last exchange"));
+    StatusBar1 = named(new QStatusBar, u"StatusBar1"_s, u"Last exchange"_s);
     StatusBar1->setSizeGripEnabled(false);
-    statusPanel =
-        readOut(20, QStringLiteral("StatusBar1_1"), tr("Last command or answer of Auto Fill"));
+    statusPanel = readOut(20, u"StatusBar1_1"_s, u"Last command or answer of Auto Fill"_s);
     StatusBar1->addWidget(statusPanel, 1);
 }
 
@@ -212,7 +208,7 @@ void frmSBCPrint::fillFromBoard()
         return;
     m_exchanging = true;
     const auto done = qScopeGuard([this] { m_exchanging = false; });
-    const QString command = QStringLiteral("*IDN?");
+    const QString command = u"*IDN?"_s;
     statusPanel->setText(command);
     const QString reply = m_board.link.ask(command, beforeReadMs);
     if (isClosing())
@@ -279,7 +275,7 @@ void frmSBCPrint::PrintCals()
     const QString report = calibrationReport::text(m_remembered.report, m_board.table);
     ++m_openBoxes;
     const Dialogs::FileChoice choice =
-        m_dialogs.saveFile(this, {.filter = QStringLiteral("Text(*.txt)|*.txt"),
+        m_dialogs.saveFile(this, {.filter = u"Text(*.txt)|*.txt"_s,
                                   .folder = m_remembered.reportFolder,
                                   .name = txtFileName->text().trimmed()});
     --m_openBoxes;
@@ -300,7 +296,7 @@ void frmSBCPrint::write(const QString &path, const QByteArray &report)
         tell(reportTexts::printSuccessful);
         return;
     }
-    const QString description = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), fault);
+    const QString description = u"%1: %2"_s.arg(QDir::toNativeSeparators(path), fault);
     tell(reportTexts::printErrorText(PrintError::Other, path, description));
 }
 

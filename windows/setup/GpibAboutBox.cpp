@@ -33,8 +33,8 @@ GpibAboutBox::GpibAboutBox(GpibControl &control, QWidget *parent)
     : QDialog(parent)
     , m_control(control)
 {
-    setObjectName(QStringLiteral("GpibAboutBox"));
-    setWindowTitle(QStringLiteral("About the GPIB Control"));
+    setObjectName(u"GpibAboutBox"_s);
+    setWindowTitle(u"About the GPIB Control"_s);
     setAccessibleName(windowTitle());
     createControls();
     connect(tmrAsk, &QTimer::timeout, this, &GpibAboutBox::tmrAsk_Timer);
@@ -44,7 +44,7 @@ GpibAboutBox::GpibAboutBox(GpibControl &control, QWidget *parent)
 void GpibAboutBox::createControls()
 {
     tmrAsk = new QTimer(this);
-    tmrAsk->setObjectName(QStringLiteral("tmrAsk"));
+    tmrAsk->setObjectName(u"tmrAsk"_s);
     tmrAsk->setTimerType(Qt::PreciseTimer);
     tmrAsk->setInterval(askDelayMs);
 
@@ -53,20 +53,18 @@ void GpibAboutBox::createControls()
     grid->setVerticalSpacing(8);
     int column = 0;
     for (const char16_t *title : {u"Board", u"Adapter", u"Version"})
-        grid->addWidget(new QLabel(QStringLiteral("<b>%1</b>").arg(QString::fromUtf16(title))), 0,
-                        column++);
+        grid->addWidget(new QLabel(u"<b>%1</b>"_s.arg(QString::fromUtf16(title))), 0, column++);
     for (int board = 0; board < boardCount; ++board) {
         const auto at = static_cast<std::size_t>(board);
-        lblAdapter[at] = createText(QStringLiteral("lblAdapter"), board);
-        lblVersion[at] = createText(QStringLiteral("lblVersion"), board);
-        grid->addWidget(new QLabel(QStringLiteral("GPIB%1").arg(board)), board + 1, 0,
-                        Qt::AlignTop);
+        lblAdapter[at] = createText(u"lblAdapter"_s, board);
+        lblVersion[at] = createText(u"lblVersion"_s, board);
+        grid->addWidget(new QLabel(u"GPIB%1"_s.arg(board)), board + 1, 0, Qt::AlignTop);
         grid->addWidget(lblAdapter[at], board + 1, 1, Qt::AlignTop);
         grid->addWidget(lblVersion[at], board + 1, 2, Qt::AlignTop);
     }
-    cmdClose = new QPushButton(QStringLiteral("&Close"));
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    cmdClose->setAccessibleName(QStringLiteral("Close"));
+    cmdClose = new QPushButton(u"&Close"_s);
+    cmdClose->setObjectName(u"cmdClose"_s);
+    cmdClose->setAccessibleName(u"Close"_s);
     grid->addWidget(cmdClose, boardCount + 2, 0, 1, 3, Qt::AlignRight);
     grid->setRowStretch(boardCount + 1, 1);
     grid->setColumnStretch(1, 2);
@@ -89,7 +87,7 @@ void GpibAboutBox::Form_Load()
     for (int board = 0; board < boardCount; ++board) {
         const auto at = static_cast<std::size_t>(board);
         lblAdapter[at]->setText(m_control.adapterDescription(board));
-        lblVersion[at]->setText(QStringLiteral("..."));
+        lblVersion[at]->setText(u"..."_s);
     }
     tmrAsk->start();
 }

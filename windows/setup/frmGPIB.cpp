@@ -37,8 +37,8 @@ frmGPIB::frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget 
     , m_module(module)
     , m_dialogs(dialogs)
 {
-    setObjectName(QStringLiteral("frmGPIB"));
-    setWindowTitle(QStringLiteral("GPIB Address Search"));
+    setObjectName(u"frmGPIB"_s);
+    setWindowTitle(u"GPIB Address Search"_s);
     setAccessibleName(windowTitle());
     createControls();
     connectControls();
@@ -46,17 +46,15 @@ frmGPIB::frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget 
 
 void frmGPIB::createControls()
 {
-    lblSearch = createStatus(QStringLiteral("lblSearch"));
-    lblFaults = createStatus(QStringLiteral("lblFaults"));
-    progress =
-        named(new QProgressBar, QStringLiteral("progress"), QStringLiteral("Addresses probed"));
+    lblSearch = createStatus(u"lblSearch"_s);
+    lblFaults = createStatus(u"lblFaults"_s);
+    progress = named(new QProgressBar, u"progress"_s, u"Addresses probed"_s);
     progress->setRange(0, GpibSearch::probeCount);
-    cmdSearch =
-        named(new QPushButton(QStringLiteral("&Search Again")), QStringLiteral("cmdSearch"));
-    cmdCancel = named(new QPushButton(QStringLiteral("&Cancel")), QStringLiteral("cmdCancel"));
-    cmdClose = named(new QPushButton(QStringLiteral("&Close")), QStringLiteral("cmdClose"));
+    cmdSearch = named(new QPushButton(u"&Search Again"_s), u"cmdSearch"_s);
+    cmdCancel = named(new QPushButton(u"&Cancel"_s), u"cmdCancel"_s);
+    cmdClose = named(new QPushButton(u"&Close"_s), u"cmdClose"_s);
     tmrStart = new QTimer(this);
-    tmrStart->setObjectName(QStringLiteral("tmrStart"));
+    tmrStart->setObjectName(u"tmrStart"_s);
     tmrStart->setTimerType(Qt::PreciseTimer);
     tmrStart->setInterval(startDelayMs);
 
@@ -83,7 +81,7 @@ void frmGPIB::connectControls()
     connect(&m_search, &GpibSearch::statusChanged, lblSearch, &QLabel::setText);
     connect(&m_search, &GpibSearch::faultsChanged, this, &frmGPIB::showFaults);
     connect(&m_search, &GpibSearch::positionChanged, this, [this](int number) {
-        progress->setFormat(QStringLiteral("Address %v of %m"));
+        progress->setFormat(u"Address %v of %m"_s);
         progress->setValue(number);
     });
 }

@@ -50,8 +50,8 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
     : QDialog(parent)
     , m_parts(std::move(parts))
 {
-    setObjectName(QStringLiteral("frmGpibAdapters"));
-    setWindowTitle(QStringLiteral("GPIB Adapters"));
+    setObjectName(u"frmGpibAdapters"_s);
+    setWindowTitle(u"GPIB Adapters"_s);
     setAccessibleName(windowTitle());
     auto *rows = new QVBoxLayout(this);
     auto *grid = new QGridLayout;
@@ -59,16 +59,16 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
     for (std::size_t board = 0; board < boardCount; ++board)
         createRow(*grid, board);
     rows->addLayout(grid);
-    auto *frame = new QGroupBox(QStringLiteral("Installed on this computer"));
+    auto *frame = new QGroupBox(u"Installed on this computer"_s);
     lblInstalled = new QLabel;
-    lblInstalled->setObjectName(QStringLiteral("lblInstalled"));
+    lblInstalled->setObjectName(u"lblInstalled"_s);
     lblInstalled->setWordWrap(true);
     lblInstalled->setTextInteractionFlags(Qt::TextSelectableByMouse);
     (new QVBoxLayout(frame))->addWidget(lblInstalled);
     rows->addWidget(frame);
     rows->addStretch();
-    cmdOK = named(new QPushButton(QStringLiteral("&OK")), QStringLiteral("cmdOK"));
-    cmdCancel = named(new QPushButton(QStringLiteral("&Cancel")), QStringLiteral("cmdCancel"));
+    cmdOK = named(new QPushButton(u"&OK"_s), u"cmdOK"_s);
+    cmdCancel = named(new QPushButton(u"&Cancel"_s), u"cmdCancel"_s);
     cmdOK->setDefault(true);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -81,22 +81,20 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
 
 void frmGpibAdapters::createRow(QGridLayout &grid, std::size_t board)
 {
-    const QString name = QStringLiteral("GPIB%1").arg(board);
-    auto *label = new QLabel(QStringLiteral("GPIB&%1").arg(board));
-    auto *kind = named(new QComboBox, indexed(QStringLiteral("cboKind"), board),
-                       QStringLiteral("Adapter of ") + name);
+    const QString name = u"GPIB%1"_s.arg(board);
+    auto *label = new QLabel(u"GPIB&%1"_s.arg(board));
+    auto *kind = named(new QComboBox, indexed(u"cboKind"_s, board), u"Adapter of "_s + name);
     for (const Kind &entry : kinds)
         kind->addItem(QString::fromUtf16(entry.caption));
     label->setBuddy(kind);
-    auto *place = named(new EditableBox, indexed(QStringLiteral("cboPlace"), board),
-                        QStringLiteral("Place of the adapter of ") + name);
-    cmdTest[board] =
-        named(new QPushButton(QStringLiteral("&Test")), indexed(QStringLiteral("cmdTest"), board),
-              QStringLiteral("Test the adapter of ") + name);
+    auto *place =
+        named(new EditableBox, indexed(u"cboPlace"_s, board), u"Place of the adapter of "_s + name);
+    cmdTest[board] = named(new QPushButton(u"&Test"_s), indexed(u"cmdTest"_s, board),
+                           u"Test the adapter of "_s + name);
     cmdTest[board]->setAutoDefault(false); // Enter takes the choices over
-    cmdTest[board]->setToolTip(QStringLiteral("Stores the choice and asks the adapter"));
+    cmdTest[board]->setToolTip(u"Stores the choice and asks the adapter"_s);
     auto *result = new QLabel;
-    result->setObjectName(indexed(QStringLiteral("lblResult"), board));
+    result->setObjectName(indexed(u"lblResult"_s, board));
     result->setWordWrap(true);
     result->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
@@ -154,10 +152,10 @@ void frmGpibAdapters::showInstalled()
 {
     QStringList lines;
     for (const auto &library : m_parts.factory.installed())
-        lines.append(QStringLiteral("%1: %2").arg(library.kind, library.file));
+        lines.append(u"%1: %2"_s.arg(library.kind, library.file));
     if (lines.isEmpty())
-        lines.append(QStringLiteral("No GPIB library and no VISA library.  A \"++\" controller "
-                                    "needs none."));
+        lines.append(u"No GPIB library and no VISA library.  A \"++\" controller "
+                     "needs none."_s);
     lblInstalled->setText(lines.join(u'\n'));
 }
 
@@ -198,11 +196,11 @@ void frmGpibAdapters::cmdTest_Click(int board)
         return;
     m_testing = true;
     const auto tested = qScopeGuard([this] { m_testing = false; });
-    showResult(indexOf(board), QStringLiteral("Asking the adapter..."));
+    showResult(indexOf(board), u"Asking the adapter..."_s);
     QString answer;
     try {
         store(indexOf(board), choiceOf(indexOf(board)));
-        answer = m_parts.control.adapterDescription(board) + QStringLiteral(": ") +
+        answer = m_parts.control.adapterDescription(board) + u": "_s +
                  m_parts.control.adapterVersion(board);
     } catch (const PlatformError &fault) {
         answer = fault.description();

@@ -86,21 +86,21 @@ frmPortConfig::frmPortConfig(int channel, SerialPort &port, QWidget *parent)
     , m_channel(channel)
     , m_port(port)
 {
-    setObjectName(QStringLiteral("frmPortConfig"));
-    setWindowTitle(QStringLiteral("Port Configuration"));
+    setObjectName(u"frmPortConfig"_s);
+    setWindowTitle(u"Port Configuration"_s);
     setAccessibleName(windowTitle());
     auto *rows = new QVBoxLayout(this);
     auto *columns = new QHBoxLayout;
     columns->addWidget(createFields(), 1);
-    fraPresets232 = createPresets(QStringLiteral("RS-232 Presets"), QStringLiteral("fraPresets232"),
-                                  QStringLiteral("cmdPreset232"), presets232, cmdPreset232);
-    fraPresets485 = createPresets(QStringLiteral("RS-485 Presets"), QStringLiteral("fraPresets485"),
-                                  QStringLiteral("cmdPreset485"), presets485, cmdPreset485);
+    fraPresets232 = createPresets(u"RS-232 Presets"_s, u"fraPresets232"_s, u"cmdPreset232"_s,
+                                  presets232, cmdPreset232);
+    fraPresets485 = createPresets(u"RS-485 Presets"_s, u"fraPresets485"_s, u"cmdPreset485"_s,
+                                  presets485, cmdPreset485);
     columns->addWidget(fraPresets232);
     columns->addWidget(fraPresets485);
     rows->addLayout(columns, 1);
     lblSummary = new QLabel;
-    lblSummary->setObjectName(QStringLiteral("lblSummary"));
+    lblSummary->setObjectName(u"lblSummary"_s);
     lblSummary->setTextFormat(Qt::PlainText);
     lblSummary->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblSummary->setAlignment(Qt::AlignTop);
@@ -114,21 +114,20 @@ frmPortConfig::frmPortConfig(int channel, SerialPort &port, QWidget *parent)
 
 QWidget *frmPortConfig::createFields()
 {
-    auto *frame = new QGroupBox(m_channel == channels::rs485 ? QStringLiteral("RS-485 Settings")
-                                                             : QStringLiteral("RS-232 Settings"));
+    auto *frame =
+        new QGroupBox(m_channel == channels::rs485 ? u"RS-485 Settings"_s : u"RS-232 Settings"_s);
     auto *form = new QFormLayout(frame);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (std::size_t i = 0; i < cboCfg.size(); ++i) {
         const Field &field = fieldTable()[i];
-        auto *box = named(new EditableBox, indexed(QStringLiteral("cboCfg"), i),
-                          QString::fromUtf16(field.name));
+        auto *box = named(new EditableBox, indexed(u"cboCfg"_s, i), QString::fromUtf16(field.name));
         for (const char16_t *choice : field.choices)
             box->addItem(QString::fromUtf16(choice));
         box->setMaxVisibleItems(box->count());
         form->addRow(QString::fromUtf16(field.caption), box);
         cboCfg[i] = box;
     }
-    cboCfg[0]->setCurrentText(QStringLiteral("9600"));
+    cboCfg[0]->setCurrentText(u"9600"_s);
     return frame;
 }
 
@@ -137,13 +136,12 @@ QLayout *frmPortConfig::createButtons()
     static constexpr std::array captions{u"&Apply", u"&Cancel", u"Apply, &Keep Open"};
     for (std::size_t i = 0; i < cmdPortConfig.size(); ++i) {
         auto *button = named(new QPushButton(QString::fromUtf16(captions[i]), this),
-                             indexed(QStringLiteral("cmdPortConfig"), i));
+                             indexed(u"cmdPortConfig"_s, i));
         button->setAutoDefault(false);
         cmdPortConfig[i] = button;
     }
     cmdPortConfig[applyAndClose]->setDefault(true);
-    cmdPortConfig[applyAndStay]->setToolTip(
-        QStringLiteral("Can be pressed once a setting was changed"));
+    cmdPortConfig[applyAndStay]->setToolTip(u"Can be pressed once a setting was changed"_s);
     auto *row = new QHBoxLayout;
     row->addWidget(cmdPortConfig[applyAndStay]);
     row->addStretch();

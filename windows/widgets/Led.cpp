@@ -1,5 +1,7 @@
 #include "windows/widgets/Led.h"
 
+#include "devices/Literals.h"
+
 #include <QAccessible>
 #include <QIcon>
 #include <QPainter>
@@ -17,7 +19,7 @@ Led::Led(QWidget *parent)
 
 QString Led::text() const
 {
-    return isBright() ? QStringLiteral("bright") : QStringLiteral("dark");
+    return isBright() ? u"bright"_s : u"dark"_s;
 }
 
 void Led::setBright(bool bright)

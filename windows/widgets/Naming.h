@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QString>
 
 namespace corvane {
@@ -24,7 +26,7 @@ Control *named(Control *control, const QString &name)
 /// The name of an element of a control array: "name_index".
 QString indexed(const QString &name, auto index)
 {
-    return QStringLiteral("%1_%2").arg(name).arg(index);
+    return u"%1_%2"_s.arg(name).arg(index);
 }
 
 } // namespace corvane

@@ -36,9 +36,8 @@ QMessageBox::Icon toQt(Dialogs::Icon icon)
 QString fittingText(const QString &text)
 {
     constexpr qsizetype longest = 600;
-    return text.size() <= longest
-               ? text
-               : text.first(longest / 2) + QStringLiteral(" ... ") + text.last(longest / 2);
+    return text.size() <= longest ? text
+                                  : text.first(longest / 2) + u" ... "_s + text.last(longest / 2);
 }
 
 /// Moves the dialog to a centre, all of it on the screen.
@@ -106,7 +105,7 @@ Dialogs::Answer QtDialogs::showMessage(QObject *asker, const MessageBox &box)
 {
     const bool asks = box.buttons == Buttons::YesNo;
     QMessageBox dialog;
-    dialog.setObjectName(QStringLiteral("messageBox"));
+    dialog.setObjectName(u"messageBox"_s);
     dialog.setTextFormat(Qt::PlainText);
     dialog.setText(fittingText(box.text));
     dialog.setWindowTitle(box.title);
@@ -137,9 +136,9 @@ Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &ques
         const QString path = dialog.path();
         if (QFileInfo(path).isFile())
             return {FileChoice::Outcome::Chosen, path};
-        const MessageBox missing{
-            .text = QStringLiteral("%1\nFile not found.").arg(QDir::toNativeSeparators(path)),
-            .icon = Icon::Exclamation};
+        const MessageBox missing{.text =
+                                     u"%1\nFile not found."_s.arg(QDir::toNativeSeparators(path)),
+                                 .icon = Icon::Exclamation};
         if (showMessage(asker, missing) == Answer::Dismissed)
             break;
     }
@@ -155,11 +154,10 @@ Dialogs::FileChoice QtDialogs::saveFile(QObject *asker, const FileQuestion &ques
             return {FileChoice::Outcome::InvalidName, path};
         if (!QFileInfo::exists(path))
             return {FileChoice::Outcome::Chosen, path};
-        const MessageBox replace{
-            .text = QStringLiteral("%1 already exists.\nDo you want to replace it?")
-                        .arg(QDir::toNativeSeparators(path)),
-            .icon = Icon::Exclamation,
-            .buttons = Buttons::YesNo};
+        const MessageBox replace{.text = u"%1 already exists.\nDo you want to replace it?"_s.arg(
+                                     QDir::toNativeSeparators(path)),
+                                 .icon = Icon::Exclamation,
+                                 .buttons = Buttons::YesNo};
         const Answer answer = showMessage(asker, replace);
         if (answer == Answer::Yes)
             return {FileChoice::Outcome::Chosen, path};

@@ -1,5 +1,7 @@
 #include "windows/widgets/ResponseView.h"
 
+#include "devices/Literals.h"
+
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
@@ -317,9 +319,9 @@ void ResponseView::contextMenuEvent(QContextMenuEvent *event)
 {
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(tr("&Copy"), QKeySequence::Copy, this, &ResponseView::copy)
+    menu->addAction(u"&Copy"_s, QKeySequence::Copy, this, &ResponseView::copy)
         ->setEnabled(!selectedText().isEmpty());
-    menu->addAction(tr("Select &All"), QKeySequence::SelectAll, this, &ResponseView::selectAll);
+    menu->addAction(u"Select &All"_s, QKeySequence::SelectAll, this, &ResponseView::selectAll);
     menu->popup(event->globalPos());
 }
 

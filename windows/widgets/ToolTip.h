@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QString>
 
 namespace corvane {
@@ -8,8 +10,7 @@ namespace corvane {
 inline QString plainToolTip(const QString &text)
 {
     constexpr qsizetype longest = 1000;
-    return text.isEmpty() ? QString()
-                          : QStringLiteral("<qt>%1</qt>").arg(text.left(longest).toHtmlEscaped());
+    return text.isEmpty() ? QString() : u"<qt>%1</qt>"_s.arg(text.left(longest).toHtmlEscaped());
 }
 
 } // namespace corvane

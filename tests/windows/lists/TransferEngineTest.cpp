@@ -169,14 +169,14 @@ TEST_F(Transfer, AFailedCheckIsShownBeforeTheRunStopsAndNothingMovesBehindTheBox
 
 TEST_F(Transfer, AnEmptyOrIncompleteListIsRefused)
 {
-    m_dialogs.expectMessage(listTexts::emptyAtGet());
+    m_dialogs.expectMessage(listTexts::emptyAtGet);
     m_engine.cmdLoadFrmChmber_Click(3);
     expectEnd(Outcome::Empty);
     EXPECT_EQ(m_host.cleared, (QStringList{u"loop 3"_s, u"log 3"_s}));
-    m_dialogs.expectMessage(listTexts::emptyAtSend());
+    m_dialogs.expectMessage(listTexts::emptyAtSend);
     send("a.kms", "");
     expectEnd(Outcome::Empty);
-    m_dialogs.expectMessage(listTexts::incompleteAtSend());
+    m_dialogs.expectMessage(listTexts::incompleteAtSend);
     send("a.kms", "SP 50\n= SP 50\n");
     expectEnd(Outcome::Incomplete);
     for (const int index : {-1, 5, 1000})

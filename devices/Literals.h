@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+namespace corvane {
+
+/// u"text"_s is a QString, "text"_L1 a QLatin1StringView, both made when the program is built.
+using namespace Qt::StringLiterals;
+
+} // namespace corvane
