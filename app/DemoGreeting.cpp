@@ -1,10 +1,9 @@
 #include "app/DemoGreeting.h"
 
 #include "app/ChannelDriver.h"
+#include "core/channels/ChannelSet.h"
 #include "core/channels/ChannelTexts.h"
-#include "core/channels/Module1.h"
 #include "core/text/PrintableText.h"
-#include "windows/main/Main.h"
 
 #include <QTextStream>
 
@@ -17,14 +16,13 @@ constexpr int notAll = 2;
 
 } // namespace
 
-int greetTheBench(Main &window, QTextStream &out)
+int greetTheBench(ChannelSet &channels, QTextStream &out)
 {
-    ChannelSet &channels = window.parts().channels;
     bool allAnswered = true;
     for (ChannelSession *each : channels.all()) {
         const QString caption = each->caption().leftJustified(10);
         const bool connected = channelDriver::open(*each, channels.waits(), patienceMs);
-        if (window.waits().isClosed())
+        if (channels.waits().isClosed())
             return notAll; // stopped: nothing can be said of the rest
         if (!connected) {
             out << caption << "not connected" << Qt::endl;
@@ -33,7 +31,7 @@ int greetTheBench(Main &window, QTextStream &out)
         }
         for (const QString &command : {channelTexts::idnCommand, channelTexts::systErrCommand}) {
             const auto reply = channelDriver::ask(*each, channels.waits(), command, patienceMs);
-            if (window.waits().isClosed())
+            if (channels.waits().isClosed())
                 return notAll;
             allAnswered = allAnswered && reply;
             out << caption << command.leftJustified(12)

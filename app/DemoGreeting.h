@@ -4,11 +4,11 @@ class QTextStream;
 
 namespace corvane {
 
-class Main;
+class ChannelSet;
 
 /// What `corvane --demo` does without a display: connects the five Channels, sends "*IDN?" and
 /// "syst:err?" on each and prints what was sent and what came back. Returns the exit code: 0 only
 /// when every Channel answered both.
-int greetTheBench(Main &window, QTextStream &out);
+int greetTheBench(ChannelSet &channels, QTextStream &out);
 
 } // namespace corvane

@@ -15,7 +15,7 @@ struct Watched
     Phase phase = Phase::Off;
     QByteArray cannotStart;
     int exitCode = EXIT_FAILURE;
-    bool wordy = false;
+    bool wordy = !qEnvironmentVariableIsEmpty("CORVANE_DEBUG");
 };
 
 Watched &watched()
@@ -49,11 +49,15 @@ void noteEnd()
 
 } // namespace
 
-ToolkitWatch::ToolkitWatch(const QString &cannotStart, int exitCode)
+ToolkitWatch::ToolkitWatch()
 {
-    watched() = {Phase::Starting, cannotStart.toLocal8Bit(), exitCode,
-                 !qEnvironmentVariableIsEmpty("CORVANE_DEBUG")};
     qInstallMessageHandler(noteMessage);
+}
+
+ToolkitWatch::ToolkitWatch(const QString &cannotStart, int exitCode)
+    : ToolkitWatch()
+{
+    watched() = {Phase::Starting, cannotStart.toLocal8Bit(), exitCode};
     std::atexit(noteEnd);
 }
 

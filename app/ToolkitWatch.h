@@ -11,8 +11,10 @@ namespace corvane {
 class ToolkitWatch
 {
 public:
-    /// `cannotStart` is what is said when the application object cannot be made.
+    /// `cannotStart` is what is said when the application object cannot be made; without one it can
+    /// always.
     ToolkitWatch(const QString &cannotStart, int exitCode);
+    ToolkitWatch();
     ~ToolkitWatch();
     ToolkitWatch(const ToolkitWatch &) = delete;
     ToolkitWatch &operator=(const ToolkitWatch &) = delete;

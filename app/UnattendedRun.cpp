@@ -2,6 +2,7 @@
 
 #include "app/ChannelDriver.h"
 #include "app/JUnitReport.h"
+#include "app/Workbench.h"
 #include "core/channels/ChannelSet.h"
 #include "core/lists/ListKinds.h"
 #include "core/text/PrintableText.h"
@@ -9,11 +10,7 @@
 #include "devices/GpibControl.h"
 #include "devices/PlatformError.h"
 #include "devices/StopSignal.h"
-#include "windows/lists/CommandListArea.h"
-#include "windows/main/Main.h"
-#include "windows/widgets/TextGrid.h"
 
-#include <QCheckBox>
 #include <QSysInfo>
 #include <QTextStream>
 #include <QVersionNumber>
@@ -66,35 +63,42 @@ double secondsOf(const QElapsedTimer &timer)
 
 } // namespace
 
-UnattendedRun::UnattendedRun(Main &window, CommandLine line, QTextStream &out,
+UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream &out,
                              QTextStream &messages)
-    : m_window(window)
-    , m_line(std::move(line))
-    , m_channel(window.parts().channels.at(m_line.channel))
+    : m_line(std::move(line))
+    , m_channels(workbench.channels())
+    , m_list(workbench.list())
+    , m_engine(workbench.engine())
+    , m_channel(m_channels.at(m_line.channel))
     , m_outputs(m_line, out)
     , m_out(out)
     , m_messages(messages)
     , m_rows(m_outputs.useStandardOutput() ? messages : out)
 {
-    const TransferEngine &engine = window.transferEngine();
-    connect(&engine, &TransferEngine::rowStarted, this, [this](int row, const QString &command) {
+    using Engine = TransferEngine;
+    connect(&m_engine, &Engine::rowStarted, this, [this](int row, const QString &command) {
         m_row = row;
         m_command = command;
         m_sinceSign.start();
     });
     connect(&m_channel, &ChannelSession::replied, this, [this] { m_sinceSign.start(); });
-    connect(&engine, &TransferEngine::rowFinished, this, &UnattendedRun::printRow);
-    connect(&engine, &TransferEngine::runEnded, this,
-            [this](TransferEngine::Outcome outcome) { m_outcome = outcome; });
-    connect(&window, &Main::faultReported, this, [this](const QString &fault) { m_fault = fault; });
+    connect(&m_engine, &Engine::rowFinished, this, &UnattendedRun::printRow);
+    connect(&m_engine, &Engine::runEnded, this,
+            [this](Engine::Outcome outcome) { m_outcome = outcome; });
+    const auto keepFault = [this](const QString &fault) {
+        if (!fault.isEmpty())
+            m_fault = fault;
+    };
+    connect(&m_channel, &ChannelSession::faultChanged, this, keepFault);
+    connect(&m_channel, &ChannelSession::noteChanged, this, keepFault);
     // Nobody is there to connect again or to judge a cut reply.
-    connect(&engine, &TransferEngine::troubled, this, [this](const QString &reason) {
+    connect(&m_engine, &Engine::troubled, this, [this](const QString &reason) {
         if (!m_fault.isEmpty())
             m_faults.append(m_fault); // printed already: what closed the Channel, as a reset
         refuse(m_channel.isOpen() || !m_fault.isEmpty()
                    ? reason
                    : u"%1 (%2)"_s.arg(reason, m_channel.status()));
-        m_window.transferEngine().cmdStopSend_Click();
+        m_engine.ResetTransferData(m_line.channel);
     });
 }
 
@@ -140,23 +144,21 @@ bool UnattendedRun::prepare()
 {
     QString note; // told already, and kept for the report
     const auto watch =
-        connect(&m_window, &Main::noted, this, [&note](const QString &text) { note = text; });
-    const bool loaded = m_window.loadList(m_line.list);
+        connect(&m_list, &CommandList::noted, this, [&note](const QString &text) { note = text; });
+    const bool loaded = m_list.OpenFile(m_line.list) == ListContents::End::Complete;
     disconnect(watch);
     if (!loaded) {
         if (!note.isEmpty())
             m_faults.append(note);
         return refuse(u"%1 cannot be loaded"_s.arg(m_line.list));
     }
-    CommandListArea &list = *m_window.commandList;
-    if (m_line.get && !list.cmdGetList->isEnabled())
+    if (m_line.get && m_list.kind() != listKinds::chamberSettings)
         return refuse(u"Get list is for chamber settings only"_s);
-    list.chkStripOpr->setChecked(m_line.stripOperator);
+    m_list.setStripsOperator(m_line.stripOperator);
 
-    m_window.showChannel(m_line.channel);
     m_channel.fillIn({m_line.port, m_line.host, m_line.address, m_line.settings});
     if (m_line.timeoutMs)
-        m_window.parts().channels.gpib().control().setTimeout(*m_line.timeoutMs);
+        m_channels.gpib().control().setTimeout(*m_line.timeoutMs);
     if (m_line.loopMs)
         m_channel.setPeriod(*m_line.loopMs);
     return connectChannel();
@@ -170,11 +172,11 @@ bool UnattendedRun::connectChannel()
     QString reason = u"no reason was given"_s;
     const auto watch = connect(&m_channel, &ChannelSession::connectFailed, this,
                                [&reason](const QString &given) { reason = given; });
-    const bool isOpen = channelDriver::open(m_channel, m_window.waits(), patience);
+    const bool isOpen = channelDriver::open(m_channel, m_channels.waits(), patience);
     disconnect(watch);
     if (isOpen)
         return true;
-    if (m_window.waits().isClosed())
+    if (m_channels.waits().isClosed())
         return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
     const QString &caption = m_channel.caption();
     if (waited.elapsed() >= patience)
@@ -184,21 +186,20 @@ bool UnattendedRun::connectChannel()
 
 void UnattendedRun::run()
 {
-    TransferEngine &engine = m_window.transferEngine();
     m_sinceSign.start();
     if (m_line.get)
-        engine.cmdLoadFrmChmber_Click(m_line.channel);
+        m_engine.cmdLoadFrmChmber_Click(m_line.channel);
     else
-        engine.cmdLoadToChmber_Click(m_line.channel);
+        m_engine.cmdLoadToChmber_Click(m_line.channel);
     while (!m_outcome) {
-        if (m_window.waits().waitUntil([this] { return m_outcome.has_value(); }, patienceStepMs) ==
-            WaitEnd::Cancelled)
+        if (m_channels.waits().waitUntil([this] { return m_outcome.has_value(); },
+                                         patienceStepMs) == WaitEnd::Cancelled)
             break;
         // A row that has its reply waits for the loop time, which may be longer.
         const bool waitsForReply = !m_channel.TimerTransfer->isActive();
         if (!m_outcome && waitsForReply && m_sinceSign.hasExpired(patienceMs())) {
             refuseAtRow(u"no reply within %1 s"_s.arg(m_line.patienceSeconds));
-            engine.cmdStopSend_Click();
+            m_engine.ResetTransferData(m_line.channel);
         }
     }
 }
@@ -210,14 +211,14 @@ qint64 UnattendedRun::patienceMs() const
     return m_line.patienceSeconds * 1000LL + period;
 }
 
-/// As Stop does; while the Channel is still connecting, closing the window ends the wait.
+/// As Stop does; while the Channel is still connecting, the wait ends.
 void UnattendedRun::stop()
 {
     m_fault.clear();
-    if (m_window.parts().channels.module().transferRunning())
-        m_window.transferEngine().cmdStopSend_Click();
+    if (m_channels.module().transferRunning())
+        m_engine.ResetTransferData(m_line.channel);
     else
-        m_window.close();
+        m_channels.stop();
 }
 
 void UnattendedRun::printRow(int row, const QString &reply, TransferEngine::RowVerdict verdict)
@@ -228,7 +229,7 @@ void UnattendedRun::printRow(int row, const QString &reply, TransferEngine::RowV
     }
     if (m_line.get && reply.trimmed().isEmpty())
         m_emptyRows.append(QString::number(row));
-    const QString command = m_command.isEmpty() ? m_window.listRowText(row) : m_command;
+    const QString command = m_command.isEmpty() ? m_list.rowText(row) : m_command;
     m_rows << row << '\t' << printableText::field(command) << '\t' << printableText::field(reply)
            << '\t' << verdictText(verdict) << Qt::endl;
 }
@@ -259,9 +260,8 @@ void UnattendedRun::writeResults()
     if (&m_rows == &m_out && m_out.status() != QTextStream::Ok)
         refuse(u"standard output cannot be written"_s);
     if (m_outcome == TransferEngine::Outcome::Complete) {
-        const CommandListArea &list = *m_window.commandList;
         write(m_line.saveFile,
-              listFile::settingsText(list.flexgridVDL->table(), list.comments()).toLatin1());
+              listFile::settingsText(m_list.table(), m_list.comments()).toLatin1());
     } else if (!m_line.saveFile.isEmpty()) {
         m_messages << "corvane: --save " << printableText::message(m_line.saveFile)
                    << " is not written, as the list is not filled" << Qt::endl;
@@ -278,12 +278,11 @@ void UnattendedRun::write(const QString &path, const QByteArray &bytes)
 
 bool UnattendedRun::isTestList() const
 {
-    return m_window.parts().channels.module().ListKind == listKinds::testList;
+    return m_list.kind() == listKinds::testList;
 }
 
 RunReport UnattendedRun::report() const
 {
-    const TextGrid &grid = *m_window.commandList->flexgridVDL;
     RunReport report;
     report.listName = listKinds::fileName(m_line.list);
     report.hostName = QSysInfo::machineHostName();
@@ -296,10 +295,10 @@ RunReport UnattendedRun::report() const
                          {u"version"_s, version.toString()}};
     report.fault = m_faults.join(u"; "_s);
     report.seconds = secondsOf(m_sinceStart);
-    for (int row = 0; row < grid.rowCount(); ++row) {
+    for (int row = 0; row < m_list.table().rowCount(); ++row) {
         QStringList cells;
-        for (int column = 0; column < grid.colCount(); ++column)
-            cells.append(grid.text(row, column));
+        for (int column = 0; column < m_list.columnCount(); ++column)
+            cells.append(m_list.text(row, column));
         if (row > 0 && cells.first().isEmpty())
             continue; // held ready for a list that could not be read to its end
         if (row > 0 && isTestList() && cells.value(listKinds::firstColumn) == u"!")
@@ -311,13 +310,12 @@ RunReport UnattendedRun::report() const
 
 RunReport::Check UnattendedRun::checkAt(int row) const
 {
-    const TextGrid &grid = *m_window.commandList->flexgridVDL;
     RunReport::Check check;
     check.row = row;
-    check.command = m_window.listRowText(row);
-    check.expected = grid.text(row, listKinds::valueColumnOfTests);
-    check.tolerance = grid.text(row, listKinds::toleranceColumn);
-    check.reply = row > 1 ? grid.text(row - 1, grid.colCount() - 1) : QString();
+    check.command = m_list.rowText(row);
+    check.expected = m_list.text(row, listKinds::valueColumnOfTests);
+    check.tolerance = m_list.text(row, listKinds::toleranceColumn);
+    check.reply = row > 1 ? m_list.text(row - 1, m_list.columnCount() - 1) : QString();
     if (const auto judged = m_judged.find(row); judged != m_judged.end()) {
         check.result = judged->second.passed ? RunReport::Check::Result::Passed
                                              : RunReport::Check::Result::Failed;

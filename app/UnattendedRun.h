@@ -3,7 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/RunOutputs.h"
 #include "app/RunReport.h"
-#include "windows/lists/TransferEngine.h"
+#include "core/lists/TransferEngine.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -17,11 +17,13 @@ class QTextStream;
 namespace corvane {
 
 class ChannelSession;
-class Main;
+class ChannelSet;
+class CommandList;
+class Workbench;
 
-/// One list run without a display, by the same window and engine: loads the list, connects the
+/// One list run without a window, by the same list and engine: loads the list, connects the
 /// Channel, runs, prints a line a row and writes the results. It leaves the fixed messages to the
-/// dialogs of the window.
+/// dialogs of the workbench.
 class UnattendedRun : public QObject
 {
     Q_OBJECT
@@ -33,7 +35,7 @@ public:
 
     /// `out` is standard output, over a device; `messages` takes what is said on the way and, where
     /// a result goes to standard output, the rows.
-    UnattendedRun(Main &window, CommandLine line, QTextStream &out, QTextStream &messages);
+    UnattendedRun(Workbench &workbench, CommandLine line, QTextStream &out, QTextStream &messages);
 
     /// Does it all and returns the exit code. SIGINT, SIGTERM and SIGHUP end it as Stop does.
     int execute();
@@ -61,8 +63,10 @@ private:
     [[nodiscard]] RunReport report() const;
     [[nodiscard]] RunReport::Check checkAt(int row) const;
 
-    Main &m_window;
     const CommandLine m_line;
+    ChannelSet &m_channels;
+    CommandList &m_list;
+    TransferEngine &m_engine;
     ChannelSession &m_channel;
     RunOutputs m_outputs;
     QTextStream &m_out;

@@ -1,20 +1,19 @@
 #include "app/CommandLine.h"
 #include "app/DemoGreeting.h"
-#include "app/Program.h"
+#include "app/Display.h"
 #include "app/ToolkitWatch.h"
 #include "app/UnattendedDialogs.h"
 #include "app/UnattendedRun.h"
-#include "core/channels/Module1.h"
+#include "app/WindowModule.h"
+#include "app/Workbench.h"
 #include "core/text/PrintableText.h"
 #include "core/text/ProductInfo.h"
 #include "devices/PlatformError.h"
 #include "devices/StandardStreams.h"
 #include "devices/StopSignal.h"
-#include "windows/main/BenchWindow.h"
-#include "windows/widgets/QtDialogs.h"
 
-#include <QApplication>
-#include <QPointer>
+#include <QCoreApplication>
+#include <QLibrary>
 #include <QTextStream>
 #include <QTimer>
 
@@ -34,38 +33,6 @@ struct Job
     QTextStream &messages;
 };
 
-/// The window system that the environment asks for, without its arguments; empty: the usual one.
-QString askedPlatform()
-{
-    return qEnvironmentVariable("QT_QPA_PLATFORM").section(u':', 0, 0);
-}
-
-bool hasDisplay()
-{
-    const QString platform = askedPlatform();
-    if (!platform.isEmpty())
-        return platform != u"offscreen" && platform != u"minimal";
-#ifdef Q_OS_UNIX
-    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-#else
-    return true;
-#endif
-}
-
-/// What is said when the toolkit cannot start.
-QString toolkitFault()
-{
-    QString fault;
-    if (const QString platform = askedPlatform(); !platform.isEmpty())
-        fault = u"the toolkit cannot start on \"%1\" (QT_QPA_PLATFORM)."_s.arg(platform);
-    else
-        fault = u"the display %1 cannot be opened."_s.arg(
-            qEnvironmentVariable("DISPLAY", qEnvironmentVariable("WAYLAND_DISPLAY")));
-    return fault + u"\nUse --run LIST to run a list without one. With CORVANE_DEBUG=1 "
-                   "the toolkit's own messages are shown."_s;
-}
-
 void printHelp(const Job &job, int &argc, char **argv)
 {
     const QCoreApplication application(argc, argv); // knows the program's name
@@ -80,83 +47,83 @@ void listPorts(const Job &job, int &argc, char **argv)
     job.out << SerialPortList::describe(ports.entries()) << Qt::endl;
 }
 
-int runWindow(const CommandLine &line)
+/// Loads the module with the windows, from beside the program or from where it is installed.
+int runWindow(const Job &job, int &argc, char **argv)
 {
-    QtDialogs dialogs;
-    Program program(line, dialogs);
-    const StopSignal stop([&program] { program.window().close(); });
-    QObject::connect(&program.window(), &Main::closed, qApp, &QCoreApplication::quit);
-    program.window().show();
-    // For the window manager: the first paint does not wait for the picture.
-    QTimer::singleShot(0, &program.window(), [&program] {
-        QApplication::setWindowIcon(QPixmap(u":/corvane.png"_s));
-        if (program.benchWindow())
-            program.benchWindow()->openBeside(program.window());
-    });
-    if (!line.list.isEmpty())
-        program.window().loadList(line.list);
-    return QApplication::exec();
+    QString folder;
+    {
+        const QCoreApplication application(argc, argv); // knows the folder
+        folder = QCoreApplication::applicationDirPath();
+    }
+    QLibrary module(folder + u"/corvane-window"_s);
+    if (!module.load())
+        module.setFileName(folder + u"/" CORVANE_MODULE_FOLDER "/corvane-window"_s);
+    const auto show = reinterpret_cast<WindowFunction>(module.resolve(windowFunction));
+    if (!show)
+        throw PlatformError(u"the window cannot be loaded: "_s + module.errorString());
+    return show(job.line, argc, argv);
 }
 
 /// What `corvane --demo [LIST]` does without a display. Returns the exit code.
-int demonstrate(Main &window, const Job &job)
+int demonstrate(Workbench &workbench, const Job &job)
 {
-    const int greeting = greetTheBench(window, job.out);
-    if (window.waits().isClosed())
+    const int greeting = greetTheBench(workbench.channels(), job.out);
+    if (workbench.channels().waits().isClosed())
         job.messages << "corvane: stopped" << Qt::endl;
     if (greeting != 0 || job.line.list.isEmpty())
         return greeting;
     CommandLine run = job.line;
     run.channel = channels::tcpIp1;
-    return UnattendedRun(window, run, job.out, job.messages).execute();
+    return UnattendedRun(workbench, run, job.out, job.messages).execute();
 }
 
-/// Runs a task in the event loop, without a window on the screen, and then closes the window.
-int runUnattended(const Job &job)
+/// What the Channels and the list have to say goes to the messages.
+void tellNotes(Workbench &workbench, QTextStream &messages)
 {
-    // Also while the program is put together: the event loop, when it begins, then closes the
-    // window.
-    QPointer<Main> target;
-    const StopSignal stop([&target] {
-        if (target)
-            target->close();
+    const auto tell = [&messages](const QString &text) {
+        if (!text.isEmpty())
+            messages << printableText::message(text) << Qt::endl;
+    };
+    for (const ChannelSession *each : workbench.channels().all()) {
+        QObject::connect(each, &ChannelSession::faultChanged, each, tell);
+        QObject::connect(each, &ChannelSession::noteChanged, each, tell);
+    }
+    QObject::connect(&workbench.list(), &CommandList::noted, &workbench.list(), tell);
+}
+
+/// Runs a task in the event loop, without a window.
+int runUnattended(const Job &job, int &argc, char **argv)
+{
+    StopSignal::endBeforeLoop("corvane: stopped before anything was sent\n");
+    const ToolkitWatch watch;
+    const QCoreApplication application(argc, argv);
+    // Also while the workbench is put together: the event loop, when it begins, ends then.
+    ChannelSet *channels = nullptr;
+    const StopSignal stop([&channels] {
+        if (channels)
+            channels->stop();
+        QCoreApplication::quit();
     });
     UnattendedDialogs dialogs(job.messages);
-    Program program(job.line, dialogs, GpibAdapterFactory::Reader::CommandLine);
-    Main &window = program.window();
-    target = &window;
-    QObject::connect(&window, &Main::faultReported, &window, [&job](const QString &fault) {
-        job.messages << printableText::message(fault) << Qt::endl;
-    });
-    QObject::connect(&window, &Main::noted, &window, [&job](const QString &note) {
-        job.messages << printableText::message(note) << Qt::endl;
-    });
+    Workbench workbench(job.line, dialogs, GpibAdapterFactory::Reader::CommandLine);
+    channels = &workbench.channels();
+    channels->initialise();
+    workbench.pointChannelsAtBench();
+    tellNotes(workbench, job.messages);
     std::optional<int> exitCode;
-    QTimer::singleShot(0, &window, [&] {
-        exitCode = job.line.task == CommandLine::Task::Run
-                       ? UnattendedRun(window, job.line, job.out, job.messages).execute()
-                       : demonstrate(window, job);
-        window.close();
+    QTimer::singleShot(0, &application, [&] {
+        if (!channels->waits().isClosed())
+            exitCode = job.line.task == CommandLine::Task::Run
+                           ? UnattendedRun(workbench, job.line, job.out, job.messages).execute()
+                           : demonstrate(workbench, job);
+        QCoreApplication::quit();
     });
-    QObject::connect(&window, &Main::closed, qApp, &QCoreApplication::quit);
-    QApplication::exec();
+    QCoreApplication::exec();
+    channels->stop();
+    channels->close();
     if (!exitCode)
         throw PlatformError(u"stopped before anything was sent"_s);
     return *exitCode;
-}
-
-int runProgram(const Job &job, int &argc, char **argv)
-{
-    const bool showsWindow = job.line.task == CommandLine::Task::Window && hasDisplay();
-    if (!showsWindow) {
-        StopSignal::endBeforeLoop("corvane: stopped before anything was sent\n");
-        qputenv("QT_QPA_PLATFORM", "minimal"); // looks for no fonts, whose cache needs a home
-    }
-    const ToolkitWatch watch(toolkitFault(), failed);
-    const QApplication application(argc, argv);
-    ToolkitWatch::started();
-    QApplication::setQuitOnLastWindowClosed(false);
-    return showsWindow ? runWindow(job.line) : runUnattended(job);
 }
 
 int runTask(const Job &job, int &argc, char **argv)
@@ -174,13 +141,15 @@ int runTask(const Job &job, int &argc, char **argv)
         return 0;
     case CommandLine::Task::Run:
         if (standardStreams::canPrint())
-            return runProgram(job, argc, argv);
+            return runUnattended(job, argc, argv);
         throw PlatformError(u"standard output is closed"_s);
     case CommandLine::Task::Window:
         break;
     }
-    if (hasDisplay() || job.line.demo)
-        return runProgram(job, argc, argv);
+    if (display::isThere())
+        return runWindow(job, argc, argv);
+    if (job.line.demo)
+        return runUnattended(job, argc, argv);
     throw PlatformError(u"there is no display. Use --run LIST to run a list, or --demo."_s);
 }
 

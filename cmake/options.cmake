@@ -38,14 +38,15 @@ function(corvane_use target)
 endfunction()
 
 # corvane_library(FOLDER SOURCES... USES folders...): one library a folder, "corvane_core_text" of
-# core/text. Qt Widgets is for windows/ and app/ alone: what wants a widget elsewhere does not build.
+# core/text. Qt Widgets is for windows/ and app/window/ alone: what wants a widget elsewhere does not
+# build.
 function(corvane_library folder)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
   string(REPLACE / _ name corvane_${folder})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC corvane_options)
   corvane_use(${name} ${ARG_USES})
-  if(folder MATCHES "^(windows/|app$)")
+  if(folder MATCHES "^(windows/|app/window$)")
     target_link_libraries(${name} PUBLIC Qt6::Widgets)
     target_precompile_headers(${name} REUSE_FROM corvane_windows_pch)
   else()

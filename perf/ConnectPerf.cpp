@@ -1,6 +1,6 @@
 // What a connection leaves behind: the memory of the window after thousands of connects and
 // disconnects, beside that after the first hundreds, which fill what is kept for reuse.
-#include "app/Program.h"
+#include "app/window/WindowProgram.h"
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
 #include "windows/widgets/QtDialogs.h"
@@ -33,7 +33,7 @@ int measure()
 {
     const BenchProcess bench;
     QtDialogs dialogs;
-    Program program(bench.commandLine(), dialogs);
+    WindowProgram program(bench.commandLine(), dialogs);
     Main &window = program.window();
     window.show();
     window.WaitMs(500);

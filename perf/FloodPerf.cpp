@@ -162,7 +162,7 @@ void floodList(Table &table)
     for (const Kind &kind : kinds()) {
         TcpFlooder device;
         Desk desk({.index = channels::tcpIp2, .tcpPort = device.port()});
-        desk.window().loadList(list.fileName());
+        desk.window().parts().list.OpenFile(list.fileName());
         judge(table, desk, std::string("TCP/IP-2, a list run, ") + kind.name, [&] {
             desk.window().cmdLoadToChmber_Click(channels::tcpIp2);
             const QLabel &progress = *desk.window().commandList->lblProgress;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Program.h"
 #include "app/UnattendedDialogs.h"
+#include "app/window/WindowProgram.h"
 #include "perf/BenchProcess.h"
 #include "windows/main/ChannelTab.h"
 
@@ -176,7 +176,7 @@ private:
     QTextStream m_messageStream{&m_messages};
     UnattendedDialogs m_dialogs{m_messageStream};
     BenchProcess m_bench;
-    Program m_program;
+    WindowProgram m_program;
     std::array<int, channelCount> m_replies{};
     QObject m_counter;
 };

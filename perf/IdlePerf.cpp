@@ -1,6 +1,6 @@
 // What the program costs while nothing happens, with five connected Channels, and how well the
 // shortest loop keeps its period.
-#include "app/Program.h"
+#include "app/window/WindowProgram.h"
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
 #include "windows/main/TcpTab.h"
@@ -65,7 +65,7 @@ int measure()
     constexpr int period = 10;
     const BenchProcess bench;
     QtDialogs dialogs;
-    Program program(bench.commandLine(), dialogs);
+    WindowProgram program(bench.commandLine(), dialogs);
     Main &window = program.window();
     window.show();
     connectAll(window, bench);

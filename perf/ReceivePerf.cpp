@@ -1,6 +1,6 @@
 // What receiving costs: growth of the time with the length of a reply, the rate, memory and
 // processor time of a serial stream beside a bare reader and a plain terminal.
-#include "app/Program.h"
+#include "app/window/WindowProgram.h"
 #include "perf/Application.h"
 #include "perf/AssembledWindow.h"
 #include "perf/PtyReading.h"
@@ -115,7 +115,7 @@ int readInWindow(const QString &device, qsizetype bytes)
     line.serialDevices.insert(2, device);
     QTextStream messages(stderr);
     UnattendedDialogs dialogs(messages);
-    Program program(line, dialogs);
+    WindowProgram program(line, dialogs);
     Main &window = program.window();
     window.serialTab(channels::rs232).txtPort->setText(QStringLiteral("2"));
     window.showChannel(channels::rs232);

@@ -1,10 +1,9 @@
 // What a row of a list run costs on TCP/IP-1: at a loop time of 10 ms, and at row 50,000 beside
 // row 10.
-#include "app/Program.h"
 #include "app/UnattendedDialogs.h"
+#include "app/window/WindowProgram.h"
 #include "perf/Application.h"
 #include "perf/BenchProcess.h"
-#include "windows/lists/TransferEngine.h"
 #include "windows/main/TcpTab.h"
 
 #include <QFile>
@@ -71,7 +70,7 @@ void setLoopTime(const Main &window, int ms)
 /// Starts the run and waits until row `last` starts; stops it there. `eachRow` is told each start.
 void runUntil(Main &window, int last, const std::function<void(int)> &eachRow)
 {
-    TransferEngine &engine = window.transferEngine();
+    TransferEngine &engine = window.parts().engine;
     bool ended = false;
     QObject context;
     QObject::connect(&engine, &TransferEngine::rowStarted, &context, [&](int row) {
@@ -110,7 +109,7 @@ void measureLongRun(Table &table, Main &window)
     setLoopTime(window, ChannelSession::maxPeriodMs);
     QObject driver;
     const auto tick = [&window] { window.TimerTransfer_Timer(channels::tcpIp1); };
-    QObject::connect(&window.transferEngine(), &TransferEngine::runStarted, &driver, tick,
+    QObject::connect(&window.parts().engine, &TransferEngine::runStarted, &driver, tick,
                      Qt::QueuedConnection);
     QObject::connect(&window.parts().channels.at(channels::tcpIp1), &ChannelSession::replied,
                      &driver, tick, Qt::QueuedConnection);
@@ -132,13 +131,14 @@ int measure()
     const BenchProcess bench;
     QTextStream messages(stderr);
     UnattendedDialogs dialogs(messages);
-    Program program(bench.commandLine(), dialogs);
+    WindowProgram program(bench.commandLine(), dialogs);
     Main &window = program.window();
     window.showChannel(channels::tcpIp1);
     window.show();
     connectChannel(window, channels::tcpIp1,
                    {.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")});
-    if (!window.loadList(writeList(folder, longList)))
+    if (program.workbench().list().OpenFile(writeList(folder, longList)) !=
+        ListContents::End::Complete)
         throw std::runtime_error("cannot load the list");
     window.WaitMs(500);
 

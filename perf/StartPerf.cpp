@@ -1,6 +1,6 @@
 // What the start costs: from the process to the first paint of the window, and the memory then,
 // beside an empty Qt main window; on an X server, as a user starts it.
-#include "app/Program.h"
+#include "app/window/WindowProgram.h"
 #include "perf/Application.h"
 #include "perf/Child.h"
 #include "perf/FirstPaint.h"
@@ -15,7 +15,7 @@ namespace {
 int showWindow()
 {
     QtDialogs dialogs;
-    Program program(CommandLine(), dialogs);
+    WindowProgram program(CommandLine(), dialogs);
     FirstPaint::watch(program.window());
     program.window().show();
     return QApplication::exec();

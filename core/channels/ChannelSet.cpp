@@ -26,6 +26,17 @@ void ChannelSet::initialise()
     for (ChannelSession *each : m_all)
         each->initialise();
     m_gpib.applyEntries();
+    resetEntries();
+}
+
+void ChannelSet::resetEntries()
+{
+    for (SerialSession *each : {&m_rs485, &m_rs232})
+        each->setPortEntry(u"1"_s);
+    for (TcpSession *each : {&m_tcp1, &m_tcp2}) {
+        each->setHost({});
+        each->setPortEntry(QString::number(TcpSession::defaultPort));
+    }
 }
 
 void ChannelSet::stop()

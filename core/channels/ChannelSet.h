@@ -25,8 +25,10 @@ class ChannelSet
 public:
     ChannelSet(const ChannelDevices &devices, Module1 &module, Dialogs &dialogs, Clock &clock);
 
-    /// Start-up: the defaults of every Channel. None is opened.
+    /// Start-up: the defaults of every Channel, its entries too. None is opened.
     void initialise();
+    /// The entries at start: serial port 1, no host, TCP port 5000.
+    void resetEntries();
     /// Every wait over a Channel ends, and none begins any more: the program closes.
     void stop();
     /// Disconnects all in their order.

@@ -1,14 +1,14 @@
 #include "core/lists/RunRows.h"
 
 #include "core/channels/Module1.h"
+#include "core/lists/CommandList.h"
 #include "core/lists/ListKinds.h"
-#include "core/text/TextTable.h"
 
 namespace corvane {
 
 int RunRows::last() const
 {
-    return m_table.rowCount() - 1;
+    return m_list.table().rowCount() - 1;
 }
 
 QString RunRows::name(int row) const
@@ -18,21 +18,20 @@ QString RunRows::name(int row) const
 
 int RunRows::replyColumn() const
 {
-    return m_module.GetMode ? listKinds::getColumn
-                            : listKinds::layout(m_module.ListKind).replyColumn;
+    return m_module.GetMode ? listKinds::getColumn : listKinds::layout(m_list.kind()).replyColumn;
 }
 
-ListStep RunRows::step(int row, bool stripOperator) const
+ListStep RunRows::step(int row) const
 {
-    const ListStep::Cells cells{cell(row, 1), cell(row, 2), cell(row, 3)};
+    const ListStep::Cells cells{m_list.text(row, 1), m_list.text(row, 2), m_list.text(row, 3)};
     return m_module.GetMode ? ListStep::toGet(cells.first)
-                            : ListStep::toSend(m_module.ListKind, cells, stripOperator);
+                            : ListStep::toSend(m_list.kind(), cells, m_list.stripsOperator());
 }
 
 bool RunRows::isSendBelow(int row) const
 {
     for (int below = row + 1; below <= last(); ++below) {
-        if (step(below, false).kind == ListStep::Kind::Send)
+        if (step(below).kind == ListStep::Kind::Send)
             return true;
     }
     return false;
@@ -40,14 +39,20 @@ bool RunRows::isSendBelow(int row) const
 
 CheckRow::Verdict RunRows::judge(int row) const
 {
-    return CheckRow{cell(row - 1, replyColumn()), cell(row, listKinds::valueColumnOfTests),
-                    cell(row, listKinds::toleranceColumn)}
+    return CheckRow{m_list.text(row - 1, replyColumn()),
+                    m_list.text(row, listKinds::valueColumnOfTests),
+                    m_list.text(row, listKinds::toleranceColumn)}
         .judge();
 }
 
-QString RunRows::cell(int row, int column) const
+void RunRows::clearReplies()
 {
-    return m_table.text(row, column).toString();
+    const int column = replyColumn();
+    for (int row = 1; row <= last(); ++row) {
+        if (step(row).kind == ListStep::Kind::Send ||
+            m_list.verdict(row, column) != GridModel::Verdict::None)
+            m_list.setText(row, column, {});
+    }
 }
 
 } // namespace corvane

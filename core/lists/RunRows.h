@@ -5,17 +5,17 @@
 
 namespace corvane {
 
+class CommandList;
 struct Module1;
-class TextTable;
 
-/// The list as a run reads it: what each row asks for, where its reply goes and what a check says
-/// of it. Reads the grid's table and the run's mode; changes neither.
+/// The list as a run works through it: what each row asks for, where its reply goes and what a
+/// check says of it. Reads the run's mode.
 class RunRows
 {
 public:
-    RunRows(const Module1 &module, const TextTable &table)
+    RunRows(const Module1 &module, CommandList &list)
         : m_module(module)
-        , m_table(table)
+        , m_list(list)
     {
     }
 
@@ -25,17 +25,18 @@ public:
     [[nodiscard]] QString name(int row) const;
     /// The column that the run's replies go into.
     [[nodiscard]] int replyColumn() const;
-    [[nodiscard]] ListStep step(int row, bool stripOperator) const;
+    [[nodiscard]] ListStep step(int row) const;
     /// True when a row below this one sends something.
     [[nodiscard]] bool isSendBelow(int row) const;
     /// Judges a check row by the reply of the row above.
     [[nodiscard]] CheckRow::Verdict judge(int row) const;
+    /// Empties the reply cells of rows that send something, and the verdicts: in rows that this run
+    /// does not reach, those of an earlier one would pass for its own.
+    void clearReplies();
 
 private:
-    [[nodiscard]] QString cell(int row, int column) const;
-
     const Module1 &m_module;
-    const TextTable &m_table;
+    CommandList &m_list;
 };
 
 } // namespace corvane

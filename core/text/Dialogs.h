@@ -55,7 +55,7 @@ public:
     virtual ~Dialogs() = default;
 
     /// Shows a message box. `asker` is a window, or any object whose parents lead to one: the box
-    /// stands over that window; null: over none. Dismissed: closed by dismissAll; the
+    /// stands over that window, else over the main one. Dismissed: closed by dismissAll; the
     /// close box and Esc answer Ok, or No where that is a choice.
     virtual Answer showMessage(QObject *asker, const MessageBox &box) = 0;
     /// A message box with an OK button, no icon and the program's title.

@@ -52,7 +52,7 @@ TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
 {
     EndToEndDesk desk;
     Main &main = desk.main;
-    const QString boardPort = QString::number(desk.program.bench()->boardPort());
+    const QString boardPort = QString::number(desk.program.workbench().bench()->boardPort());
     main.cmdDisconnect_Click(1);
     main.cmdDisconnect_Click(3);
     desk.channels.at(1).fillIn({.port = QStringLiteral("3")});

@@ -53,7 +53,7 @@ TEST(EndToEnd, EveryChannelOfTheBenchAnswers)
     EndToEndDesk desk;
     QString printed;
     QTextStream out(&printed);
-    EXPECT_EQ(greetTheBench(desk.main, out), 0) << printed.toStdString();
+    EXPECT_EQ(greetTheBench(desk.channels, out), 0) << printed.toStdString();
     EXPECT_EQ(printed.count(QStringLiteral("BRENNICK,")), 5) << printed.toStdString();
     EXPECT_EQ(printed.count(QStringLiteral("\"No error\"")), 5);
     desk.order("tcp-chamber silent");

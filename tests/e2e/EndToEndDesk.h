@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/ChannelDriver.h"
-#include "app/Program.h"
 #include "app/UnattendedDialogs.h"
+#include "app/window/WindowProgram.h"
 #include "bench/Bench.h"
 #include "tests/support/Testing.h"
 #include "windows/main/ChannelTab.h"
@@ -44,7 +44,7 @@ struct EndToEndDesk
     }
     void order(const char *text)
     {
-        const QString answer = program.bench()->order(QString::fromLatin1(text));
+        const QString answer = program.workbench().bench()->order(QString::fromLatin1(text));
         EXPECT_EQ(answer, u"done") << text;
     }
     bool open(int index)
@@ -63,7 +63,7 @@ struct EndToEndDesk
     QString messages;
     QTextStream messageStream{&messages};
     DeskDialogs dialogs{messageStream};
-    Program program{demo(), dialogs};
+    WindowProgram program{demo(), dialogs};
     Main &main = program.window();
     ChannelSet &channels = main.parts().channels;
 };

@@ -26,7 +26,8 @@ ListRun run(EndToEndDesk &desk, CommandLine line)
     buffer.open(QIODevice::WriteOnly);
     QTextStream out(&buffer);
     desk.messages.clear();
-    result.exitCode = UnattendedRun(desk.main, line, out, desk.messageStream).execute();
+    result.exitCode =
+        UnattendedRun(desk.program.workbench(), line, out, desk.messageStream).execute();
     result.rows = QString::fromUtf8(buffer.data());
     result.messages = desk.messages;
     return result;
@@ -175,7 +176,7 @@ TEST(EndToEndLists, AFailedCheckIsToldAlsoWhenTheRowsCannotBePrinted)
     ASSERT_TRUE(full.open(QIODevice::WriteOnly));
     QTextStream out(&full);
     EndToEndDesk desk;
-    EXPECT_EQ(UnattendedRun(desk.main, line, out, desk.messageStream).execute(), 2);
+    EXPECT_EQ(UnattendedRun(desk.program.workbench(), line, out, desk.messageStream).execute(), 2);
     EXPECT_TRUE(desk.messages.contains(u"row 2: the check failed all the same"));
     EXPECT_TRUE(files.read("a.xml").contains("tests=\"2\" failures=\"1\" errors=\"1\""));
 }

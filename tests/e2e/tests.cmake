@@ -7,5 +7,5 @@ corvane_test(
   ListsEndToEndTest.cpp
   ProgramTest.cpp
   USES
-  app)
+  app/window)
 add_dependencies(test_e2e corvane) # it is started as users start it

@@ -1,12 +1,12 @@
 #include "windows/lists/CommandListArea.h"
 
 #include "core/channels/ChannelTexts.h"
+#include "core/channels/Module1.h"
+#include "core/lists/CommandList.h"
 #include "core/lists/ListKinds.h"
 #include "core/lists/ListNotes.h"
-#include "core/lists/ListText.h"
 #include "core/lists/ListTexts.h"
 #include "core/text/Dialogs.h"
-#include "windows/lists/ListHost.h"
 #include "windows/lists/PlainText.h"
 #include "windows/lists/frmList.h"
 #include "windows/widgets/ElidedLabel.h"
@@ -31,11 +31,6 @@ namespace {
 
 using Outcome = Dialogs::FileChoice::Outcome;
 
-/// The grid of an empty list at start.
-constexpr int startColumns = 5;
-constexpr int startRows = 2;
-/// Rows can be added by hand up to here; a loaded list may hold more.
-constexpr int mostRowsByHand = 100;
 /// A cell longer than this came from a device; a box of one line is no place to edit it.
 constexpr qsizetype longestEdited = 32767;
 /// Characters in the comments beyond which the log empties them.
@@ -43,17 +38,18 @@ constexpr qsizetype commentLimit = 30000;
 
 } // namespace
 
-CommandListArea::CommandListArea(Module1 &module, ListHost &host, Dialogs &dialogs, QWidget *parent)
+CommandListArea::CommandListArea(CommandList &list, const Module1 &module, Dialogs &dialogs,
+                                 QWidget *parent)
     : QWidget(parent)
+    , m_list(list)
     , m_module(module)
-    , m_host(host)
     , m_dialogs(dialogs)
 {
     setObjectName(u"CommandListArea"_s);
     makeControls();
     layOut();
     connectControls();
-    initialiseGrid();
+    showList();
 }
 
 CommandListArea::~CommandListArea()
@@ -80,184 +76,121 @@ void CommandListArea::connectControls()
     connect(flexgridVDL, &TextGrid::editRequested, this, &Area::flexgridVDL_EditRequested);
     connect(flexgridVDL, &TextGrid::acted, this, &Area::flexgridVDL_Acted);
     txtFlexText->installEventFilter(this);
+    connect(chkStripOpr, &QCheckBox::toggled, this,
+            [this](bool on) { m_list.setStripsOperator(on); });
+    connect(&m_list, &CommandList::replaced, this, &Area::showList);
+    connect(&m_list, &CommandList::commented, txtVDL, &QPlainTextEdit::setPlainText);
+    connect(&m_list, &CommandList::named, this, &Area::showName);
 }
 
 // Loading
 
 void CommandListArea::cmdLoad_Click()
 {
-    flexgridVDL->setCurrentCell(0, 0);
+    m_list.setCurrentCell(0, 0);
     const Dialogs::FileChoice choice = m_dialogs.openFile(
         this, {listTexts::openFilter, QCoreApplication::applicationDirPath(), QString()});
     if (choice.outcome != Outcome::Chosen || choice.path.isEmpty())
         return;
-    ListFilePath = choice.path;
-    OpenFile();
+    m_list.OpenFile(choice.path);
 }
 
-ListContents::End CommandListArea::OpenFile()
+void CommandListArea::showList()
 {
-    using End = ListContents::End;
-    Q_EMIT listAboutToChange();
-    ListContents contents = listFile::read(ListFilePath);
-    const End end = contents.end;
-    m_rest = {ListFilePath, contents};
-    const QString note = listNotes::ofLoad(ListFilePath, contents);
-    showContents(contents);
-    Q_EMIT noted(note);
-    if (end != End::Complete) {
-        const QString text = end == End::BadLine ? listTexts::badLine : listTexts::openFailed;
-        m_dialogs.showMessage(this, text + listTexts::openProcedure);
-    }
-    return end;
-}
-
-void CommandListArea::showContents(ListContents &contents)
-{
-    setKind(contents.kind);
-    txtVDL->setPlainText(contents.comments);
-    flexgridVDL->setTable(std::move(contents.table));
-    setColumnWidths();
-    m_constants = std::move(contents.constants);
-    if (contents.end == ListContents::End::NotOpened)
-        return; // the name of the list before stays
-    ListFileName = listKinds::fileName(ListFilePath);
-    lblFileName->showLong(ListFileName);
-    m_host.setCaption(listTexts::captionPrefix + ListFileName);
-}
-
-void CommandListArea::setKind(int kind)
-{
-    m_module.ListKind = kind;
+    const int kind = m_list.kind();
     chkStripOpr->setEnabled(kind == listKinds::testList);
     cmdGetList->setEnabled(kind == listKinds::chamberSettings);
     cmdSave->setEnabled(kind == listKinds::chamberSettings);
+    setColumnWidths();
+}
+
+void CommandListArea::showName(const QString &name)
+{
+    lblFileName->showLong(name);
+    Q_EMIT captioned(name.isEmpty() ? listTexts::caption : listTexts::captionPrefix + name);
 }
 
 // Saving
 
 void CommandListArea::cmdSave_Click()
 {
-    if (m_module.ListKind != listKinds::chamberSettings)
+    if (m_list.kind() != listKinds::chamberSettings)
         return;
     const Dialogs::FileChoice choice = m_dialogs.saveFile(
-        this, {listTexts::saveFilter, QCoreApplication::applicationDirPath(), ListFileName});
-    if (choice.outcome == Outcome::Cancelled || !m_rest.maySaveTo(choice.path, m_dialogs, this))
+        this, {listTexts::saveFilter, QCoreApplication::applicationDirPath(), m_list.ListFileName});
+    if (choice.outcome == Outcome::Cancelled ||
+        !m_list.rest().maySaveTo(choice.path, m_dialogs, this))
         return;
     QString fault = listTexts::noFileName;
     if (choice.outcome == Outcome::Chosen) {
         // The caption keeps the list's own name, the label takes the name it is saved under.
-        m_host.setCaption(listTexts::captionPrefix + ListFileName);
+        Q_EMIT captioned(listTexts::captionPrefix + m_list.ListFileName);
         lblFileName->showLong(listKinds::fileName(choice.path));
-        fault = saveSettings(choice.path);
+        handOverComments();
+        fault = m_list.saveSettings(choice.path);
     }
     if (fault.isEmpty()) {
-        flexgridVDL->setCurrentCell(0, 0);
+        m_list.setCurrentCell(0, 0);
         return;
     }
     Q_EMIT noted(listNotes::ofFault(choice.path, fault));
     m_dialogs.showMessage(this, listTexts::saveFailed);
 }
 
-QString CommandListArea::saveSettings(const QString &path)
+void CommandListArea::handOverComments()
 {
-    const TextTable &table = flexgridVDL->table();
-    QString fault = listFile::write(path, listFile::settingsText(table, comments()));
-    if (!fault.isEmpty())
-        return fault;
-    Q_EMIT noted(listNotes::ofSave(table));
-    if (m_rest.isIn(path))
-        m_rest = {};
-    return {};
+    m_list.setComments(plainText::of(*txtVDL));
 }
 
-QString CommandListArea::comments() const
-{
-    return plainText::of(*txtVDL);
-}
-
-QString CommandListArea::listText() const
-{
-    return listText::ofList(m_module.ListKind, flexgridVDL->table(), comments(), m_constants);
-}
-
-/// Made when it is first wanted.
-frmList &CommandListArea::editor()
+/// The editor is made when it is first wanted.
+void CommandListArea::edit(bool readOnly)
 {
     if (!m_editor) {
         m_editor = new frmList(m_dialogs, this);
-        connect(m_editor, &frmList::saved, this, [this](const QString &path) {
-            ListFilePath = path;
-            OpenFile();
-        });
+        connect(m_editor, &frmList::saved, this,
+                [this](const QString &path) { m_list.OpenFile(path); });
         connect(m_editor, &frmList::saveFailed, this, &CommandListArea::noted);
     }
-    return *m_editor;
+    handOverComments();
+    m_editor->edit(m_list.text(), m_list.kind(), readOnly, m_list.rest());
 }
 
 void CommandListArea::cmdEditList_Click()
 {
-    editor().edit(listText(), m_module.ListKind, false, m_rest);
+    edit(false);
 }
 
 void CommandListArea::cmdSaveList_Click()
 {
-    editor().edit(listText(), m_module.ListKind, true, m_rest);
+    edit(true);
 }
 
 // Rows and columns
 
-void CommandListArea::initialiseGrid()
-{
-    setKind(listKinds::chamberSettings);
-    m_constants.clear();
-    TextTable table = listFile::emptyTable(listKinds::chamberSettings, startRows);
-    table.setColumnCount(startColumns);
-    flexgridVDL->setTable(std::move(table));
-    flexgridVDL->setCurrentCell(1, 0);
-    setColumnWidths();
-}
-
 void CommandListArea::cmdAddRow_Click()
 {
-    const int row = flexgridVDL->rowCount();
-    if (row >= mostRowsByHand)
-        return;
-    flexgridVDL->setRowCount(row + 1);
-    flexgridVDL->setText(row, listKinds::lineColumn, QString::number(row));
-    flexgridVDL->setCurrentCell(row, std::max(flexgridVDL->currentCol(), 1));
+    m_list.addRow();
 }
 
 void CommandListArea::cmdDeleteRow_Click()
 {
-    const int first = flexgridVDL->currentRow();
-    if (first < 1 || m_module.transferRunning())
-        return; // a run counts rows: they stay where they are
-    flexgridVDL->removeRow(first);
-    for (int row = first; row < flexgridVDL->rowCount(); ++row) {
-        if (flexgridVDL->textLength(row, listKinds::lineColumn) > 0)
-            flexgridVDL->setText(row, listKinds::lineColumn, QString::number(row));
-    }
+    const int row = m_list.currentRow();
+    if (row >= 1 && !m_module.transferRunning()) // a run counts rows: they stay where they are
+        m_list.deleteRow(row);
 }
 
 void CommandListArea::cmdClearCol_Click()
 {
-    if (flexgridVDL->currentCol() < 1 || m_module.GetMode)
+    const int column = m_list.currentCol();
+    if (column < 1 || m_module.GetMode)
         return;
-    flexgridVDL->clearColumn(flexgridVDL->currentCol());
-    flexgridVDL->setCurrentCell(0, 0);
+    m_list.clearColumns(column, column);
+    m_list.setCurrentCell(0, 0);
 }
 
 void CommandListArea::cmdClear_Click()
 {
-    Q_EMIT listAboutToChange();
-    initialiseGrid();
-    ListFileName.clear();
-    ListFilePath.clear();
-    lblFileName->showLong({});
-    m_rest = {};
-    Q_EMIT noted({});
-    m_host.setCaption(listTexts::caption);
+    m_list.clear();
 }
 
 void CommandListArea::cmdMaxGrid_Click()
@@ -278,15 +211,15 @@ void CommandListArea::cmdMinGrid_Click()
 
 void CommandListArea::flexgridVDL_EditRequested(const QString &typed)
 {
-    const int row = flexgridVDL->currentRow();
-    const int column = flexgridVDL->currentCol();
+    const int row = m_list.currentRow();
+    const int column = m_list.currentCol();
     if (row < 1 || column < 1 || m_module.transferRunning() ||
-        flexgridVDL->textLength(row, column) > longestEdited)
+        m_list.textLength(row, column) > longestEdited)
         return;
-    flexgridVDL->setCurrentCell(row, column); // scrolls to it
+    m_list.setCurrentCell(row, column); // scrolls to it
     flexgridVDL->scrollTo(flexgridVDL->currentIndex());
     txtFlexText->setGeometry(flexgridVDL->cellRect(row, column));
-    txtFlexText->setText(typed.isEmpty() ? flexgridVDL->text(row, column) : typed);
+    txtFlexText->setText(typed.isEmpty() ? m_list.text(row, column) : typed);
     if (typed.isEmpty())
         txtFlexText->selectAll();
     txtFlexText->show();
@@ -306,15 +239,15 @@ void CommandListArea::txtFlexText_KeyDown(int key)
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (!enter && key != Qt::Key_Escape)
         return;
-    const int row = flexgridVDL->currentRow();
-    const int column = flexgridVDL->currentCol();
+    const int row = m_list.currentRow();
+    const int column = m_list.currentCol();
     const QString text = txtFlexText->text();
     flexgridVDL->setFocus();
     flexgridVDL_Acted();
     if (!enter || m_module.transferRunning())
         return;
-    flexgridVDL->setText(row, column, text);
-    flexgridVDL->setCurrentCell(row + 1, column);
+    m_list.setText(row, column, text);
+    m_list.setCurrentCell(row + 1, column);
 }
 
 void CommandListArea::txtFlexText_LostFocus()

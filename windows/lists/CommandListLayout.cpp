@@ -1,4 +1,5 @@
 // How the command-list area looks: its controls, their names and places.
+#include "core/lists/CommandList.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/widgets/ElidedLabel.h"
 #include "windows/widgets/Naming.h"
@@ -126,7 +127,7 @@ void CommandListArea::makeControls()
     txtVDL->setPlaceholderText(u"Comments"_s);
     txtVDL->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtVDL->setTabChangesFocus(true);
-    flexgridVDL = named(new TextGrid(this), u"flexgridVDL"_s, u"Command list"_s);
+    flexgridVDL = named(new TextGrid(m_list, this), u"flexgridVDL"_s, u"Command list"_s);
     flexgridVDL->horizontalHeader()->setStretchLastSection(true);
     txtFlexText = named(new CellBox(flexgridVDL->viewport()), u"txtFlexText"_s, u"Cell text"_s);
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
@@ -191,8 +192,8 @@ void CommandListArea::orderTabs()
 void CommandListArea::setColumnWidths()
 {
     const int character = fontMetrics().horizontalAdvance(u'0');
-    for (int column = 0; column < flexgridVDL->colCount() - 1; ++column) {
-        const QString title = flexgridVDL->text(0, column);
+    for (int column = 0; column < m_list.columnCount() - 1; ++column) {
+        const QString title = m_list.text(0, column);
         const auto found = std::ranges::find(columnWidths, QLatin1StringView(title.toLatin1()),
                                              &ColumnWidth::title);
         if (found != std::end(columnWidths))

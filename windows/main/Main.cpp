@@ -1,21 +1,18 @@
 #include "windows/main/Main.h"
 
 #include "core/channels/TrafficLog.h"
-#include "core/lists/ListKinds.h"
+#include "core/lists/TransferEngine.h"
 #include "core/text/Dialogs.h"
 #include "windows/lists/CommandListArea.h"
-#include "windows/lists/TransferEngine.h"
 #include "windows/main/BoardWindows.h"
 #include "windows/main/GpibTab.h"
 #include "windows/main/GuideWindow.h"
-#include "windows/main/ListConnection.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
 #include "windows/main/TcpTab.h"
 #include "windows/widgets/Accessibility.h"
 #include "windows/widgets/EntryRules.h"
-#include "windows/widgets/TextGrid.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -57,26 +54,6 @@ Main::Main(const MainParts &parts, QWidget *parent)
 
 Main::~Main() = default;
 
-void Main::showOpen(int index, bool open)
-{
-    tabChannels->setTabIcon(index, m_tabMarks.at(open ? 1 : 0));
-    m_engine->channelOpenChanged(index);
-}
-
-void Main::showFault(int index, const QString &fault)
-{
-    lblFaults->setFault(index, fault);
-    if (!fault.isEmpty())
-        Q_EMIT faultReported(fault);
-}
-
-void Main::showReplyNote(int index, const QString &note)
-{
-    lblFaults->setReplyNote(index, note);
-    if (!note.isEmpty())
-        Q_EMIT faultReported(note);
-}
-
 void Main::showNote(const QString &note)
 {
     lblFaults->setNote(StatusLine::About::Board, note);
@@ -102,12 +79,7 @@ void Main::Form_Load()
 void Main::resetUserInterface()
 {
     shpLog->hide();
-    for (TcpTab *each : m_tcp) {
-        each->txtAddress->setText(QString()); // clear() would count as the user's edit
-        each->txtPort->setText(u"5000"_s);
-    }
-    for (SerialTab *each : m_serial)
-        each->txtPort->setText(u"1"_s);
+    m_parts.channels.resetEntries();
 }
 
 QList<QLineEdit *> Main::untouchedHosts() const
@@ -157,21 +129,6 @@ bool Main::event(QEvent *event)
         QMetaObject::invokeMethod(this, &Main::lookUpOwnAddress, Qt::QueuedConnection);
     }
     return QMainWindow::event(event);
-}
-
-bool Main::loadList(const QString &path)
-{
-    commandList->ListFilePath = path;
-    return commandList->OpenFile() == ListContents::End::Complete;
-}
-
-QString Main::listRowText(int row) const
-{
-    const TextGrid &grid = *commandList->flexgridVDL;
-    QStringList cells;
-    for (int column = listKinds::firstColumn; column < grid.colCount() - 1; ++column)
-        cells.append(grid.text(row, column));
-    return cells.join(u' ').trimmed();
 }
 
 void Main::showChannel(int index)
@@ -258,24 +215,39 @@ void Main::chkLog_Click(int index)
         m_log->setLogging(false);
 }
 
+void Main::cmdGetList_Click()
+{
+    cmdLoadFrmChmber_Click(tabChannels->currentIndex());
+}
+
+void Main::cmdSendList_Click()
+{
+    cmdLoadToChmber_Click(tabChannels->currentIndex());
+}
+
+void Main::cmdStopSend_Click()
+{
+    cmdStop_Click(tabChannels->currentIndex());
+}
+
 void Main::ResetTransferData(int index)
 {
-    m_engine->ResetTransferData(index);
+    m_parts.engine.ResetTransferData(index);
 }
 
 void Main::TimerTransfer_Timer(int index)
 {
-    m_engine->TimerTransfer_Timer(index);
+    m_parts.engine.TimerTransfer_Timer(index);
 }
 
 void Main::cmdLoadFrmChmber_Click(int index)
 {
-    m_engine->cmdLoadFrmChmber_Click(index);
+    m_parts.engine.cmdLoadFrmChmber_Click(index);
 }
 
 void Main::cmdLoadToChmber_Click(int index)
 {
-    m_engine->cmdLoadToChmber_Click(index);
+    m_parts.engine.cmdLoadToChmber_Click(index);
 }
 
 void Main::cmdStop_Click(int index)
@@ -287,7 +259,7 @@ void Main::closeEvent(QCloseEvent *event)
 {
     m_parts.channels.stop();
     if (m_parts.clock.runningWaits() > 0 || m_parts.dialogs.openCount() > 0 || m_setup->isBusy() ||
-        m_engine->isBusy()) {
+        m_parts.engine.isBusy()) {
         // Something below this frame still runs: it ends now, and the close is tried again.
         event->ignore();
         m_setup->cancel();

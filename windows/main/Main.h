@@ -24,6 +24,7 @@ class GpibAdapterFactory;
 class SetupWindows;
 class StatusLine;
 class SystemInfo;
+class CommandList;
 class CommandListArea;
 class Dialogs;
 class GpibTab;
@@ -34,7 +35,6 @@ class TcpTab;
 class TrafficLog;
 class TransferEngine;
 struct modSBC;
-class ListConnection;
 
 /// What the main window is built on; all of it outlives the window.
 struct MainParts
@@ -42,6 +42,8 @@ struct MainParts
     Clock &clock;
     Dialogs &dialogs;
     ChannelSet &channels;
+    CommandList &list;
+    TransferEngine &engine;
     /// The folder that Log.txt is in and the file dialogs start in.
     QString programFolder;
     /// The adapter of each GPIB board, and what makes it.
@@ -83,10 +85,6 @@ public:
     void WaitMs(int ms) { waits().wait(ms); }
     [[nodiscard]] quint32 MS_TIMER() const { return m_parts.clock.MS_TIMER(); }
 
-    /// Loads a list file as the load button does; false when it could not be read whole.
-    bool loadList(const QString &path);
-    /// The list's row as one line, without its reply.
-    [[nodiscard]] QString listRowText(int row) const;
     void showChannel(int index);
 
     /// Says something in the status bar that is no fault of a Channel; empty: no more.
@@ -95,6 +93,9 @@ public:
     void mnuCmdList_Click();
     void mnuHelp_Click();
 
+    void cmdGetList_Click();
+    void cmdSendList_Click();
+    void cmdStopSend_Click();
     void ResetTransferData(int index);
     void TimerTransfer_Timer(int index);
     void chkLog_Click(int index);
@@ -107,7 +108,6 @@ public:
     [[nodiscard]] SerialTab &serialTab(int index) const;
     [[nodiscard]] GpibTab &gpibTab() const { return *m_gpib; }
     [[nodiscard]] TcpTab &tcpTab(int index) const;
-    [[nodiscard]] TransferEngine &transferEngine() const { return *m_engine; }
     [[nodiscard]] SetupWindows &setupWindows() const { return *m_setup; }
     [[nodiscard]] BoardWindows &boardWindows() const { return *m_board; }
     [[nodiscard]] const MainParts &parts() const { return m_parts; }
@@ -125,10 +125,6 @@ public:
     CommandListArea *commandList = nullptr;
 
 Q_SIGNALS:
-    /// A Channel's device has a fault, or its reply is not whole, as the status bar shows it.
-    void faultReported(const QString &description);
-    /// What is to be known of the last load or save of a list, as the status bar shows it.
-    void noted(const QString &note);
     /// The window has closed: Channels disconnected, other windows gone.
     void closed();
 
@@ -143,9 +139,6 @@ private:
     void buildCommandList();
     void connectWindows();
     void watch(ChannelSession &session);
-    void showOpen(int index, bool open);
-    void showFault(int index, const QString &fault);
-    void showReplyNote(int index, const QString &note);
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
     void fitToScreen();
     void lookUpOwnAddress();
@@ -159,8 +152,6 @@ private:
     GpibTab *m_gpib = nullptr;
     std::array<TcpTab *, 2> m_tcp{};
     TrafficLog *m_log = nullptr;
-    std::unique_ptr<ListConnection> m_listConnection;
-    TransferEngine *m_engine = nullptr;
     QSplitter *m_splitter = nullptr;
     /// Of a closed and of an open Channel. Made once: the toolkit keeps the picture of every icon.
     const std::array<QIcon, 2> m_tabMarks;

@@ -1,11 +1,11 @@
 // How the main window is put together: its tabs, list area, status bar and menus.
 #include "core/channels/TrafficLog.h"
+#include "core/lists/CommandList.h"
+#include "core/lists/TransferEngine.h"
 #include "devices/GpibControl.h"
 #include "windows/lists/CommandListArea.h"
-#include "windows/lists/TransferEngine.h"
 #include "windows/main/BoardWindows.h"
 #include "windows/main/GpibTab.h"
-#include "windows/main/ListConnection.h"
 #include "windows/main/Main.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
@@ -51,41 +51,31 @@ void Main::buildChannels()
     m_splitter->addWidget(tabChannels);
 }
 
-/// What a Channel says goes into the window, and into the list run.
+/// What a Channel says goes into the window.
 void Main::watch(ChannelSession &session)
 {
     using Session = ChannelSession;
     const int index = session.index();
-    connect(&session, &Session::openChanged, this,
-            [this, index](bool open) { showOpen(index, open); });
+    connect(&session, &Session::openChanged, this, [this, index](bool open) {
+        tabChannels->setTabIcon(index, m_tabMarks.at(open ? 1 : 0));
+    });
     connect(&session, &Session::faultChanged, this,
-            [this, index](const QString &fault) { showFault(index, fault); });
+            [this, index](const QString &fault) { lblFaults->setFault(index, fault); });
     connect(&session, &Session::noteChanged, this,
-            [this, index](const QString &note) { showReplyNote(index, note); });
+            [this, index](const QString &note) { lblFaults->setReplyNote(index, note); });
     connect(&session, &Session::progressChanged, statusBar(),
             [this](const QString &progress) { statusBar()->showMessage(progress); });
     connect(&session, &Session::loggedChanged, this, [this, index] { chkLog_Click(index); });
-    connect(session.TimerTransfer, &QTimer::timeout, this,
-            [this, index] { TimerTransfer_Timer(index); });
-    connect(&session, &Session::commandSent, m_engine,
-            [this, index](const QString &command) { m_engine->commandSent(index, command); });
-    connect(&session, &Session::replied, m_engine, [this, index](qsizetype keep, auto tail) {
-        m_engine->replyArrived(index, keep, tail);
-    });
-    connect(&session, &Session::timedOut, m_engine,
-            [this, index] { m_engine->replyTimedOut(index); });
-    connect(&session, &Session::sendFailed, m_engine, [this, index] {
-        if (m_engine->runningChannel() == index)
-            m_engine->ResetTransferData(index);
-    });
 }
 
 void Main::buildCommandList()
 {
-    m_listConnection = std::make_unique<ListConnection>(*this);
-    Module1 &module = m_parts.channels.module();
-    commandList = new CommandListArea(module, *m_listConnection, m_parts.dialogs, this);
-    m_engine = new TransferEngine(module, *commandList, *m_listConnection, m_parts.dialogs, this);
+    commandList =
+        new CommandListArea(m_parts.list, m_parts.channels.module(), m_parts.dialogs, this);
+    connect(commandList->cmdGetList, &QPushButton::clicked, this, &Main::cmdGetList_Click);
+    connect(commandList->cmdSendList, &QPushButton::clicked, this, &Main::cmdSendList_Click);
+    connect(commandList->cmdStopSend, &QPushButton::clicked, this, &Main::cmdStopSend_Click);
+    connect(commandList, &CommandListArea::captioned, this, &QWidget::setWindowTitle);
     const auto source = [](const ChannelSession &session) {
         return TrafficLog::Source{[&session] { return session.isLogged(); },
                                   [&session] { return session.isOpen(); },
@@ -100,13 +90,19 @@ void Main::buildCommandList()
     connect(m_log, &TrafficLog::failed, this, &Main::loggingFailed, Qt::QueuedConnection);
     connect(m_log, &TrafficLog::shortened, this,
             [this](const QString &note) { lblFaults->setNote(StatusLine::About::Log, note); });
-    connect(m_engine, &TransferEngine::noted, this,
+    using Engine = TransferEngine;
+    const Engine *engine = &m_parts.engine;
+    connect(engine, &Engine::aboutToStart, this,
+            [this](int index) { channel(index)->applyPendingEntries(); });
+    connect(engine, &Engine::runStarted, commandList, &CommandListArea::flexgridVDL_Acted);
+    connect(engine, &Engine::progressChanged, commandList, &CommandListArea::showProgress);
+    connect(engine, &Engine::noted, this,
             [this](const QString &note) { lblFaults->setNote(StatusLine::About::Run, note); });
-    connect(commandList, &CommandListArea::noted, this, [this](const QString &note) {
+    const auto showListNote = [this](const QString &note) {
         lblFaults->setNote(StatusLine::About::ListFile, note);
-        if (!note.isEmpty())
-            Q_EMIT noted(note);
-    });
+    };
+    connect(&m_parts.list, &CommandList::noted, this, showListNote);
+    connect(commandList, &CommandListArea::noted, this, showListNote);
     m_splitter->addWidget(commandList);
 }
 

@@ -58,14 +58,6 @@ void widenForTitle(QMessageBox &box)
         grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-/// The window of the first widget among the object and its parents; null when there is none.
-const QWidget *windowOf(const QObject *asker)
-{
-    while (asker && !asker->isWidgetType())
-        asker = asker->parent();
-    return asker ? static_cast<const QWidget *>(asker)->window() : nullptr;
-}
-
 /// Places the dialog over the window it speaks for; there is no parent that would do it.
 void placeOver(QDialog &dialog, const QWidget *window)
 {
@@ -88,6 +80,14 @@ void placeOver(QDialog &dialog, const QWidget *window)
 }
 
 } // namespace
+
+/// That of the first widget among the object and its parents.
+const QWidget *QtDialogs::windowOf(const QObject *asker) const
+{
+    while (asker && !asker->isWidgetType())
+        asker = asker->parent();
+    return asker ? static_cast<const QWidget *>(asker)->window() : m_home.get();
+}
 
 bool QtDialogs::run(QDialog &dialog, QObject *asker)
 {

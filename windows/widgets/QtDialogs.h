@@ -2,6 +2,9 @@
 
 #include "core/text/Dialogs.h"
 
+#include <QPointer>
+#include <QWidget>
+
 #include <vector>
 
 class QDialog;
@@ -17,6 +20,9 @@ public:
 
     QtDialogs() = default;
 
+    /// The window that a box stands over whose asker leads to none; it outlives the dialogs' use.
+    void setHome(const QWidget *window) { m_home = window; }
+
     Answer showMessage(QObject *asker, const MessageBox &box) override;
     FileChoice openFile(QObject *asker, const FileQuestion &question) override;
     FileChoice saveFile(QObject *asker, const FileQuestion &question) override;
@@ -30,11 +36,13 @@ private:
         bool dismissed = false;
     };
 
+    [[nodiscard]] const QWidget *windowOf(const QObject *asker) const;
     /// Runs the dialog over the asker's window. False when dismissAll closed it.
     bool run(QDialog &dialog, QObject *asker);
 
     /// The running dialogs, innermost last; each entry lives in its run's frame.
     std::vector<OpenDialog *> m_open;
+    QPointer<const QWidget> m_home;
 };
 
 } // namespace corvane

@@ -137,6 +137,7 @@ TextGrid::TextGrid(GridModel *model, GridModel *owned, QWidget *parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TextGrid::acted);
+    showCurrentCell(currentRow(), currentCol());
 }
 
 TextGrid::~TextGrid()

@@ -1,9 +1,13 @@
 #include "windows/lists/CommandListArea.h"
 
-#include "ListFixture.h"
+#include "core/channels/Module1.h"
+#include "core/lists/CommandList.h"
+#include "tests/core/lists/ListFixture.h"
+#include "tests/support/ScriptedDialogs.h"
 #include "tests/support/WriteLimit.h"
 #include "windows/lists/frmList.h"
 #include "windows/widgets/ElidedLabel.h"
+#include "windows/widgets/TextGrid.h"
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -12,14 +16,17 @@ namespace {
 
 using Outcome = Dialogs::FileChoice::Outcome;
 
-class Area : public ListFixture
+class Area : public ListFolder
 {
 protected:
     Area()
     {
         m_area.resize(1000, 320);
-        QObject::connect(&m_area, &CommandListArea::noted, &m_area,
-                         [this](const QString &note) { m_note = note; });
+        const auto keepNote = [this](const QString &note) { m_note = note; };
+        QObject::connect(&m_area, &CommandListArea::noted, &m_area, keepNote);
+        QObject::connect(&m_list, &CommandList::noted, &m_area, keepNote);
+        QObject::connect(&m_area, &CommandListArea::captioned, &m_area,
+                         [this](const QString &caption) { m_caption = caption; });
     }
 
     QByteArray saved()
@@ -57,7 +64,7 @@ protected:
             .arg(m_grid.colCount())
             .arg(m_grid.currentRow())
             .arg(m_grid.currentCol())
-            .arg(m_area.lblFileName->text(), m_host.caption);
+            .arg(m_area.lblFileName->text(), m_caption);
     }
 
     /// The user closes the window at its frame.
@@ -71,7 +78,13 @@ protected:
     void key(int code) { QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code)); }
     bool editing() const { return m_area.txtFlexText->isVisible(); }
 
+    Module1 m_module;
+    ScriptedDialogs m_dialogs;
+    CommandList m_list{m_module, m_dialogs};
+    CommandListArea m_area{m_list, m_module, m_dialogs};
+    TextGrid &m_grid = *m_area.flexgridVDL;
     QString m_note;
+    QString m_caption;
 };
 
 } // namespace
@@ -85,8 +98,10 @@ TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailableAndAClearTheStart)
         m_dialogs.questions[0].filter,
         u"KMX Chamber Settings (*.kms)|*.kms|KMX Profile (*.kmp)|*.kmp|Test List (*.tst)|*.tst");
     EXPECT_EQ(shown(), u"2x6 at 0.0, sub.tst, Corvane - sub.tst");
-    EXPECT_EQ(m_area.comments(), u" c\r\n");
+    EXPECT_EQ(m_list.comments(), u" c\r\n");
     EXPECT_TRUE(m_area.chkStripOpr->isEnabled() && !m_area.cmdGetList->isEnabled());
+    m_area.chkStripOpr->click();
+    EXPECT_TRUE(m_list.stripsOperator());
     load("b.kms", "SP\n");
     EXPECT_TRUE(!m_area.chkStripOpr->isEnabled() && m_area.cmdGetList->isEnabled());
     m_dialogs.answerOpen({Outcome::Cancelled, {}});
@@ -96,7 +111,7 @@ TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailableAndAClearTheStart)
     m_area.cmdClear->click();
     EXPECT_EQ(shown(), u"2x5 at 1.0, , Corvane");
     EXPECT_EQ(m_module.ListKind, 0);
-    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_area.ListFileName, QString());
+    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_list.ListFileName, QString());
 }
 
 TEST_F(Area, AFailedLoadSaysSoAndTheNameBeforeStaysWhenNothingWasOpened)

@@ -1,1 +1,1 @@
-corvane_test(windows/lists SOURCES CommandListAreaTest.cpp ListFileTest.cpp ListTextTest.cpp TransferEngineTest.cpp USES windows/lists)
+corvane_test(windows/lists SOURCES CommandListAreaTest.cpp USES windows/lists)

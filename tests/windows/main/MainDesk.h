@@ -1,8 +1,10 @@
 #pragma once
 
 #include "core/board/modSBC.h"
+#include "core/lists/CommandList.h"
+#include "core/lists/TransferEngine.h"
 #include "devices/GpibAdapterFactory.h"
-#include "tests/windows/main/ChannelDesk.h"
+#include "tests/support/FakeChannels.h"
 #include "windows/about/ProgramLauncher.h"
 #include "windows/about/SystemInfo.h"
 #include "windows/main/Main.h"
@@ -10,31 +12,21 @@
 namespace corvane {
 
 /// The main window over fake devices.
-struct MainDesk
+struct MainDesk : FakeChannels
 {
-    FakeClock clock;
-    ScriptedDialogs dialogs;
-    Module1 module;
-    FakeSerialPort rs485;
-    FakeSerialPort rs232;
-    FakeTcpClient tcpClient1;
-    FakeTcpClient tcpClient2;
-    FakeGpibBus bus;
-    GpibControl gpib{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
     QTemporaryDir folder;
     GpibAdapterChoices adapters;
     GpibAdapterFactory adapterFactory;
     QtProgramLauncher launcher;
     modSBC remembered;
     SystemInfo systemInfo{systemRegistry(), launcher, dialogs};
-    ChannelSet channels{
-        {rs485, rs232, gpib, tcpClient1, tcpClient2, [] { return QList<SerialPortEntry>(); }},
-        module,
-        dialogs,
-        clock};
+    CommandList list{module, dialogs};
+    TransferEngine engine{channels, list, dialogs};
     Main main{{.clock = clock,
                .dialogs = dialogs,
                .channels = channels,
+               .list = list,
+               .engine = engine,
                .programFolder = folder.path(),
                .gpibAdapters = adapters,
                .gpibAdapterFactory = adapterFactory,

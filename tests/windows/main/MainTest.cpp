@@ -119,11 +119,12 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     QFile list(desk.folder.filePath(QStringLiteral("a.kms")));
     ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write("= SP 1\n= T 2\n") > 0);
     list.close();
-    ASSERT_TRUE(desk.main.loadList(list.fileName()));
+    ASSERT_EQ(desk.list.OpenFile(list.fileName()), ListContents::End::Complete);
     const QTimer &timer = *desk.channels.at(1).TimerTransfer;
     desk.main.channel(1)->cboMs->setEditText(QStringLiteral("3600000"));
     desk.main.channel(1)->cboMs_Change();
-    desk.main.cmdLoadToChmber_Click(1);
+    desk.main.showChannel(1);
+    desk.main.commandList->cmdSendList->click();
     const auto isLater = [&] { return timer.remainingTime() < 3'599'900; };
     ASSERT_TRUE(soon(isLater));
     desk.rs232.feed("unasked");
@@ -134,7 +135,7 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     ASSERT_TRUE(soon([&] { return timer.remainingTime() < 3'599'000; }));
     desk.rs232.feed("PHA");
     EXPECT_GT(timer.remainingTime(), 3'599'000);
-    EXPECT_EQ(desk.main.commandList->flexgridVDL->text(1, 3), u"ALPHA");
+    EXPECT_EQ(desk.list.text(1, 3), u"ALPHA");
 
     desk.main.TimerTransfer_Timer(1);
     Q_EMIT desk.channels.at(1).noteChanged(QStringLiteral("the reply is cut"));
@@ -147,10 +148,17 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     desk.main.cmdSend_Click(1);
     EXPECT_EQ(desk.rs232.written.back(), "= T 2\r") << "the row again";
     desk.rs232.feed("BETA");
-    EXPECT_EQ(desk.main.commandList->flexgridVDL->text(2, 3), u"BETA");
+    EXPECT_EQ(desk.list.text(2, 3), u"BETA");
     Q_EMIT desk.channels.at(1).noteChanged({});
     EXPECT_EQ(desk.main.lblFaults->text(), QString());
     EXPECT_TRUE(timer.isActive());
+    EXPECT_EQ(desk.main.commandList->lblProgress->text(), u"Row 2 of 2");
+    desk.main.showChannel(0);
+    desk.main.commandList->cmdStopSend->click(); // whichever tab is showing
+    EXPECT_FALSE(timer.isActive() || desk.module.transferRunning());
+    desk.main.commandList->cmdGetList->click();
+    EXPECT_TRUE(desk.module.GetMode && desk.channels.at(0).TimerTransfer->isActive());
+    EXPECT_EQ(desk.main.commandList->lblProgress->text(), QString());
 }
 
 TEST(Main, LogsWhileAnyBoxIsCheckedAndSaysAFailureOnce)

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/windows/lists/FakeListHost.h"
-#include "windows/lists/CommandListArea.h"
-#include "windows/widgets/TextGrid.h"
+#include "core/text/TextTable.h"
+#include "tests/support/Testing.h"
 
 namespace corvane {
 
@@ -32,16 +30,5 @@ inline QString rowOf(const TextTable &table, int row)
         cells.append(table.text(row, column).toString());
     return cells.join(u'|');
 }
-
-/// The real list area over a fake main window.
-class ListFixture : public ListFolder
-{
-protected:
-    Module1 m_module;
-    FakeListHost m_host;
-    ScriptedDialogs m_dialogs;
-    CommandListArea m_area{m_module, m_host, m_dialogs};
-    TextGrid &m_grid = *m_area.flexgridVDL;
-};
 
 } // namespace corvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/channels/Module1.h"
+#include "core/channels/ChannelTraits.h"
 #include "core/lists/RunRows.h"
 
 #include <QString>
@@ -9,16 +9,13 @@
 
 namespace corvane {
 
-class ListHost;
-
 /// What is to be known about a list run beside its progress: that its Channel was closed, and until
 /// the next run, what makes a reply of it doubtful. Replies carry no mark of what they answer.
 class RunNotes
 {
 public:
-    RunNotes(const ListHost &host, const RunRows &rows)
-        : m_host(host)
-        , m_rows(rows)
+    explicit RunNotes(const RunRows &rows)
+        : m_rows(rows)
     {
     }
 
@@ -44,7 +41,6 @@ public:
     const QString &addCut(int channel, int row);
 
 private:
-    const ListHost &m_host;
     const RunRows &m_rows;
     QString m_closed;
     QString m_doubt;

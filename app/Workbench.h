@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/CommandLine.h"
+#include "core/channels/ChannelSet.h"
+#include "core/channels/Module1.h"
+#include "core/lists/CommandList.h"
+#include "core/lists/TransferEngine.h"
+#include "devices/GpibAdapterFactory.h"
+#include "devices/GpibControl.h"
+#include "devices/QtSerialPort.h"
+#include "devices/QtTcpClient.h"
+#include "devices/SerialPortList.h"
+#include "devices/SystemClock.h"
+
+#include <memory>
+
+namespace corvane {
+
+namespace bench {
+class Bench;
+}
+
+/// The program without its windows: the Channels on real transports as the command line wants them,
+/// the command list, the engine that runs it and, for a demonstration, the bench behind them.
+class Workbench
+{
+public:
+    /// `dialogs` must outlive the workbench. The Channels are not initialised yet. Throws
+    /// PlatformError for an adapter or a device on the command line that cannot be, and for a bench
+    /// that cannot start.
+    Workbench(CommandLine line, Dialogs &dialogs, GpibAdapterFactory::Reader reader);
+    ~Workbench();
+
+    [[nodiscard]] Clock &clock() { return m_clock; }
+    [[nodiscard]] ChannelSet &channels() { return *m_channels; }
+    [[nodiscard]] CommandList &list() { return *m_list; }
+    [[nodiscard]] TransferEngine &engine() { return *m_engine; }
+    [[nodiscard]] GpibAdapterChoices &gpibAdapters() { return m_gpibAdapters; }
+    [[nodiscard]] const GpibAdapterFactory &gpibAdapterFactory() { return m_gpibAdapterFactory; }
+    /// Null without --demo.
+    [[nodiscard]] bench::Bench *bench() { return m_bench.get(); }
+    /// Fills in the bench's entries, when there is one; for after the defaults.
+    void pointChannelsAtBench();
+
+private:
+    void startBench(CommandLine &line);
+
+    std::unique_ptr<bench::Bench> m_bench;
+    SystemClock m_clock;
+    Module1 m_module;
+    SerialPortList m_serialPorts;
+    std::unique_ptr<QtSerialPort> m_rs485;
+    std::unique_ptr<QtSerialPort> m_rs232;
+    QtTcpClient m_tcpClient1;
+    QtTcpClient m_tcpClient2;
+    GpibAdapterFactory m_gpibAdapterFactory;
+    GpibAdapterChoices m_gpibAdapters;
+    std::unique_ptr<GpibControl> m_gpib;
+    std::unique_ptr<ChannelSet> m_channels;
+    std::unique_ptr<CommandList> m_list;
+    std::unique_ptr<TransferEngine> m_engine;
+};
+
+} // namespace corvane

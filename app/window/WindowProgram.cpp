@@ -1,0 +1,50 @@
+#include "app/window/WindowProgram.h"
+
+#include "core/setup/modWinsockAPI.h"
+#include "windows/main/BenchWindow.h"
+#include "windows/widgets/LeanStyle.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+
+namespace corvane {
+
+WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs)
+    : m_workbench(line, dialogs, GpibAdapterFactory::Reader::Window)
+    , m_systemInfo(systemRegistry(), m_launcher, dialogs)
+{
+    QApplication::setStyle(new LeanStyle);
+    m_window = std::make_unique<Main>(
+        MainParts{.clock = m_workbench.clock(),
+                  .dialogs = dialogs,
+                  .channels = m_workbench.channels(),
+                  .list = m_workbench.list(),
+                  .engine = m_workbench.engine(),
+                  .programFolder = QCoreApplication::applicationDirPath(),
+                  .gpibAdapters = m_workbench.gpibAdapters(),
+                  .gpibAdapterFactory = m_workbench.gpibAdapterFactory(),
+                  .systemInfo = m_systemInfo,
+                  .remembered = m_remembered,
+                  .findLocalAddress = [this](const auto &found) {
+                      m_ownAddress.start(
+                          [found] { return [found, own = modWinsockAPI::find()] { found(own); }; });
+                  }});
+    m_window->Form_Load();
+    m_workbench.pointChannelsAtBench();
+    if (bench::Bench *bench = m_workbench.bench())
+        addBenchWindow(*bench);
+}
+
+WindowProgram::~WindowProgram() = default;
+
+void WindowProgram::addBenchWindow(bench::Bench &bench)
+{
+    m_benchWindow = std::make_unique<BenchWindow>(bench);
+    auto *mnuView = m_window->findChild<QMenu *>(u"mnuView"_s);
+    QAction *mnuBench = mnuView->addAction(u"Simulated &Bench"_s);
+    mnuBench->setObjectName(u"mnuBench"_s);
+    QObject::connect(mnuBench, &QAction::triggered, m_benchWindow.get(), &BenchWindow::openWindow);
+}
+
+} // namespace corvane

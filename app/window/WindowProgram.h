@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/Workbench.h"
+#include "core/board/modSBC.h"
+#include "devices/DetachedCall.h"
+#include "windows/about/ProgramLauncher.h"
+#include "windows/about/SystemInfo.h"
+#include "windows/main/Main.h"
+
+namespace corvane {
+
+class BenchWindow;
+
+/// The program with its windows: the main window over a workbench and, for a demonstration, the
+/// bench's window. It needs a QApplication.
+class WindowProgram
+{
+public:
+    /// `dialogs` must outlive the program. Throws PlatformError as Workbench does.
+    WindowProgram(const CommandLine &line, Dialogs &dialogs);
+    ~WindowProgram();
+
+    [[nodiscard]] Workbench &workbench() { return m_workbench; }
+    [[nodiscard]] Main &window() { return *m_window; }
+    /// Null without --demo.
+    [[nodiscard]] BenchWindow *benchWindow() { return m_benchWindow.get(); }
+
+private:
+    void addBenchWindow(bench::Bench &bench);
+
+    Workbench m_workbench;
+    modSBC m_remembered;
+    QtProgramLauncher m_launcher;
+    SystemInfo m_systemInfo;
+    std::unique_ptr<Main> m_window;
+    DetachedCall m_ownAddress;
+    std::unique_ptr<BenchWindow> m_benchWindow;
+};
+
+} // namespace corvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/channels/ChannelSet.h"
+#include "core/channels/Module1.h"
+#include "devices/GpibControl.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeGpibAdapter.h"
+#include "tests/support/FakeSerialPort.h"
+#include "tests/support/FakeTcpClient.h"
+#include "tests/support/ScriptedDialogs.h"
+
+namespace corvane {
+
+/// The five Channels over fake devices.
+struct FakeChannels
+{
+    FakeClock clock;
+    ScriptedDialogs dialogs;
+    Module1 module;
+    FakeSerialPort rs485;
+    FakeSerialPort rs232;
+    FakeTcpClient tcpClient1;
+    FakeTcpClient tcpClient2;
+    FakeGpibBus bus;
+    GpibControl gpib{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
+    ChannelSet channels{
+        {rs485, rs232, gpib, tcpClient1, tcpClient2, [] { return QList<SerialPortEntry>(); }},
+        module,
+        dialogs,
+        clock};
+};
+
+} // namespace corvane
