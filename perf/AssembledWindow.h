@@ -4,6 +4,8 @@
 #include "app/UnattendedDialogs.h"
 #include "core/board/modSBC.h"
 #include "core/channels/Module1.h"
+#include "core/lists/CommandList.h"
+#include "core/lists/TransferEngine.h"
 #include "devices/GpibAdapterFactory.h"
 #include "devices/GpibControl.h"
 #include "devices/QtTcpClient.h"
@@ -35,10 +37,14 @@ public:
             ChannelDevices{rs485, rs232, m_gpib, m_tcpClient1, m_tcpClient2,
                            [] { return QList<SerialPortEntry>(); }},
             m_module, m_dialogs, clock);
+        m_list = std::make_unique<CommandList>(m_module, m_dialogs);
+        m_engine = std::make_unique<TransferEngine>(*m_channels, *m_list, m_dialogs);
         m_window =
             std::make_unique<Main>(MainParts{.clock = clock,
                                              .dialogs = m_dialogs,
                                              .channels = *m_channels,
+                                             .list = *m_list,
+                                             .engine = *m_engine,
                                              .programFolder = QDir::tempPath(),
                                              .gpibAdapters = m_choices,
                                              .gpibAdapterFactory = m_factory,
@@ -75,6 +81,8 @@ private:
     QtProgramLauncher m_launcher;
     SystemInfo m_systemInfo{systemRegistry(), m_launcher, m_dialogs};
     std::unique_ptr<ChannelSet> m_channels;
+    std::unique_ptr<CommandList> m_list;
+    std::unique_ptr<TransferEngine> m_engine;
     std::unique_ptr<Main> m_window;
 };
 
