@@ -5,6 +5,7 @@
 #include "devices/GpibAdapterChoice.h"
 #include "devices/PlatformError.h"
 #include "windows/main/BenchWindow.h"
+#include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/LeanStyle.h"
 
 #include <QAction>
@@ -65,7 +66,8 @@ void Program::addBenchWindow()
     auto *mnuView = m_window->findChild<QMenu *>(u"mnuView"_s);
     QAction *mnuBench = mnuView->addAction(u"Simulated &Bench"_s);
     mnuBench->setObjectName(u"mnuBench"_s);
-    QObject::connect(mnuBench, &QAction::triggered, m_benchWindow.get(), &BenchWindow::openWindow);
+    QObject::connect(mnuBench, &QAction::triggered, m_benchWindow.get(),
+                     [this] { bringToFront(*m_benchWindow); });
 }
 
 /// The bench's devices take the numbers and the board that the command line left free.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "windows/widgets/ReopenedDialog.h"
 
 class QLabel;
 class QLayout;
@@ -13,7 +13,7 @@ class SystemInfo;
 
 /// The About window: who made the program and which one it is. It starts the system-information
 /// tool through SystemInfo and leaves the GPIB control's about box to its host.
-class frmAbout : public QDialog
+class frmAbout : public ReopenedDialog
 {
     Q_OBJECT
 
@@ -21,11 +21,8 @@ public:
     /// Both must outlive the window.
     frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent = nullptr);
 
-    /// Shows the window; one that is already open comes to the front.
-    void openWindow();
-
     // Event handlers
-    void Form_Load();
+    void Form_Load() override;
     void cmdOK_Click();
     void cmdSysInfo_Click();
     void cmdQBXAbout_Click();

@@ -13,7 +13,6 @@
 #include "windows/widgets/ToolTip.h"
 
 #include <QAbstractButton>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QGroupBox>
@@ -62,9 +61,7 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     layout->addWidget(StatusBar1);
 
     connect(calibration, &CalibrationPanel::reportRequested, this, &frmSBC::reportRequested);
-    connect(
-        &m_session, &BoardSession::runningChanged, this, [this] { finishClosing(); },
-        Qt::QueuedConnection);
+    connect(&m_session, &BoardSession::runningChanged, this, &frmSBC::setProcedure);
     connect(&channels.unsavedCalibrations(), &UnsavedCalibrations::changed, this,
             &frmSBC::showUnsaved);
     showUnsaved();
@@ -179,11 +176,11 @@ void frmSBC::cboMeasInstAdrGpib_Change()
 
 void frmSBC::DelayMs(qint16 ms)
 {
+    const Procedure delay(*this);
     caliTimer.stop();
     m_caliTimerTag = runningTag;
     caliTimer.start(std::max<int>(ms, 0));
     m_waits.waitUntil([this] { return m_caliTimerTag != runningTag; }, Clock::forever);
-    QMetaObject::invokeMethod(this, &frmSBC::finishClosing, Qt::QueuedConnection);
 }
 
 void frmSBC::caliTimer_Timer()
@@ -212,33 +209,16 @@ void frmSBC::keepFocus(bool running)
     QMetaObject::invokeMethod(this, giveBack, Qt::QueuedConnection);
 }
 
-void frmSBC::closeEvent(QCloseEvent *event)
-{
-    event->accept();
-    if (m_life != Life::Open)
-        return;
-    m_life = Life::Closing;
-    Q_EMIT closing();
-    m_session.shut();
-    QMetaObject::invokeMethod(this, &frmSBC::finishClosing, Qt::QueuedConnection);
-}
-
 void frmSBC::shutDown()
 {
     m_unloadWaits.close();
     close();
 }
 
-/// Goes on when nothing of the window is left on the stack.
-void frmSBC::finishClosing()
+void frmSBC::unload()
 {
-    if (m_life != Life::Closing || m_session.isRunning() || m_waits.isWaiting())
-        return;
-    m_life = Life::Unloading;
     Form_QueryUnload();
-    m_life = Life::Closed;
     m_channels.uncheckMnuSBC();
-    Q_EMIT closed();
 }
 
 void frmSBC::Form_QueryUnload()

@@ -16,17 +16,6 @@
 
 namespace corvane {
 
-namespace {
-
-void bringToFront(QWidget &window)
-{
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
-
-} // namespace
-
 BoardWindows::BoardWindows(Main &window)
     : QObject(&window)
     , m_window(window)

@@ -14,6 +14,7 @@
 #include "windows/main/StatusLine.h"
 #include "windows/main/TcpTab.h"
 #include "windows/widgets/Accessibility.h"
+#include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/EntryRules.h"
 #include "windows/widgets/TextGrid.h"
 
@@ -239,9 +240,7 @@ void Main::mnuHelp_Click()
 {
     if (!m_guide)
         m_guide = new GuideWindow(this);
-    m_guide->show();
-    m_guide->raise();
-    m_guide->activateWindow();
+    bringToFront(*m_guide);
 }
 
 void Main::chkLog_Click(int index)
