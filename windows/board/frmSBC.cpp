@@ -1,6 +1,5 @@
 #include "windows/board/frmSBC.h"
 
-#include "core/board/BoardChannels.h"
 #include "core/board/BoardTexts.h"
 #include "core/board/UnsavedCalibrations.h"
 #include "core/text/ShownText.h"
@@ -34,9 +33,8 @@ const QString runningTag = u"runnning"_s;
 
 } // namespace
 
-frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
-    : m_channels(channels)
-    , m_waits(clock)
+frmSBC::frmSBC(ChannelSet &channels, UnsavedCalibrations &unsaved, Dialogs &dialogs, Clock &clock)
+    : m_waits(clock)
     , m_unloadWaits(clock)
     , m_link(channels, m_waits)
     , m_session(m_link, channels, dialogs, this)
@@ -56,26 +54,19 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     lblUnsaved->setWordWrap(true);
     top->addWidget(lblUnsaved, 1);
     layout->addLayout(top);
-    layout->addWidget(makePages(), 1);
+    layout->addWidget(makePages(unsaved), 1);
     makeStatusBar();
     layout->addWidget(StatusBar1);
 
     connect(calibration, &CalibrationPanel::reportRequested, this, &frmSBC::reportRequested);
     connect(&m_session, &BoardSession::runningChanged, this, &frmSBC::setProcedure);
-    connect(&channels.unsavedCalibrations(), &UnsavedCalibrations::changed, this,
-            &frmSBC::showUnsaved);
-    showUnsaved();
+    lblUnsaved->setText(unsaved.text());
+    connect(&unsaved, &UnsavedCalibrations::changed, lblUnsaved, &QLabel::setText);
     cboMeasInstAdrGpib_Change();
     resize(1000, 660);
 }
 
 frmSBC::~frmSBC() = default;
-
-void frmSBC::showUnsaved()
-{
-    lblUnsaved->setText(m_channels.unsavedCalibrations().text());
-    Q_EMIT unsavedShown(lblUnsaved->text());
-}
 
 QWidget *frmSBC::makeMethod()
 {
@@ -118,10 +109,10 @@ QWidget *frmSBC::makeMeter()
     return box;
 }
 
-QTabWidget *frmSBC::makePages()
+QTabWidget *frmSBC::makePages(UnsavedCalibrations &unsaved)
 {
     dacAdc = new DacAdcPanel(m_link, m_session);
-    calibration = new CalibrationPanel(m_link, m_session, m_channels.unsavedCalibrations());
+    calibration = new CalibrationPanel(m_link, m_session, unsaved);
     digitalIo = new DigitalIoPanel(m_link, m_session);
     identity = new IdentityPanel(m_link, m_session);
     auto *pages = named(new QTabWidget, u"tabBoard"_s, u"Board"_s);
@@ -213,12 +204,6 @@ void frmSBC::shutDown()
 {
     m_unloadWaits.close();
     close();
-}
-
-void frmSBC::unload()
-{
-    Form_QueryUnload();
-    m_channels.uncheckMnuSBC();
 }
 
 void frmSBC::Form_QueryUnload()

@@ -22,6 +22,7 @@ class CalibrationPanel;
 class DacAdcPanel;
 class DigitalIoPanel;
 class IdentityPanel;
+class UnsavedCalibrations;
 
 /// The board window: composes the pages, chooses the communication method and the meter's address,
 /// shows the last exchange, and opens and closes. The exchanges are BoardLink's, who may exchange
@@ -31,7 +32,7 @@ class frmSBC : public ClosableWindow
     Q_OBJECT
 
 public:
-    frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock);
+    frmSBC(ChannelSet &channels, UnsavedCalibrations &unsaved, Dialogs &dialogs, Clock &clock);
     ~frmSBC() override;
 
     /// Selects the method's option and stores the method; others than 0..2 are ignored.
@@ -67,19 +68,16 @@ public:
 
 Q_SIGNALS:
     void reportRequested();
-    void unsavedShown(const QString &text);
 
 private:
     QWidget *makeMethod();
     QWidget *makeMeter();
-    QTabWidget *makePages();
+    QTabWidget *makePages(UnsavedCalibrations &unsaved);
     void makeStatusBar();
     void keepFocus(bool running);
-    void showUnsaved();
     void endProcedures() override { m_session.shut(); }
-    void unload() override;
+    void unload() override { Form_QueryUnload(); }
 
-    BoardChannels &m_channels;
     WaitGroup m_waits;
     WaitGroup m_unloadWaits;
     BoardLink m_link;

@@ -49,9 +49,10 @@ Main::Main(const MainParts &parts, QWidget *parent)
     buildStatusBar();
     buildChannels();
     buildCommandList();
-    m_setup = new SetupWindows(*this);
-    m_board = new BoardWindows(*this);
     buildMenus();
+    m_setup = new SetupWindows(*this);
+    m_board = new BoardWindows(parts.channels, parts.dialogs, parts.clock, parts.remembered,
+                               *mnuSBC, this);
     connectWindows();
     resize(1024, 700);
 }
