@@ -1,7 +1,6 @@
 #include "windows/about/frmAbout.h"
 
 #include "core/text/ProductInfo.h"
-#include "windows/about/AboutHost.h"
 #include "windows/about/AboutTexts.h"
 #include "windows/about/SystemInfo.h"
 #include "windows/widgets/Naming.h"
@@ -30,10 +29,9 @@ QFrame *createRule()
 
 } // namespace
 
-frmAbout::frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent)
+frmAbout::frmAbout(SystemInfo &systemInfo, QWidget *parent)
     : ReopenedDialog(u"frmAbout"_s, text(aboutTexts::caption) + text(productInfo::title), parent)
     , m_systemInfo(systemInfo)
-    , m_host(host)
 {
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(20, 16, 20, 14);
@@ -127,7 +125,7 @@ void frmAbout::cmdSysInfo_Click()
 
 void frmAbout::cmdQBXAbout_Click()
 {
-    m_host.showGpibAbout();
+    Q_EMIT gpibAboutRequested();
 }
 
 } // namespace corvane

@@ -8,18 +8,17 @@ class QPushButton;
 
 namespace corvane {
 
-class AboutHost;
 class SystemInfo;
 
 /// The About window: who made the program and which one it is. It starts the system-information
-/// tool through SystemInfo and leaves the GPIB control's about box to its host.
+/// tool through SystemInfo and leaves the GPIB control's about box to others.
 class frmAbout : public ReopenedDialog
 {
     Q_OBJECT
 
 public:
-    /// Both must outlive the window.
-    frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent = nullptr);
+    /// `systemInfo` must outlive the window.
+    explicit frmAbout(SystemInfo &systemInfo, QWidget *parent = nullptr);
 
     // Event handlers
     void Form_Load() override;
@@ -37,6 +36,9 @@ public:
     QPushButton *cmdSysInfo = nullptr;
     QPushButton *cmdQBXAbout = nullptr;
 
+Q_SIGNALS:
+    void gpibAboutRequested();
+
 private:
     QLabel *createLabel(const QString &name);
     QPushButton *createButton(const QString &caption, const QString &name);
@@ -44,7 +46,6 @@ private:
     QLayout *createButtons();
 
     SystemInfo &m_systemInfo;
-    AboutHost &m_host;
 };
 
 } // namespace corvane

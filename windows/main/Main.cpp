@@ -50,7 +50,9 @@ Main::Main(const MainParts &parts, QWidget *parent)
     buildChannels();
     buildCommandList();
     buildMenus();
-    m_setup = new SetupWindows(*this);
+    m_setup = new SetupWindows({parts.channels, parts.clock, parts.dialogs, parts.gpibAdapters,
+                                parts.gpibAdapterFactory, parts.systemInfo},
+                               *this);
     m_board = new BoardWindows(parts.channels, parts.dialogs, parts.clock, parts.remembered,
                                *mnuSBC, this);
     connectWindows();

@@ -159,8 +159,10 @@ void Main::connectWindows()
     for (const SerialTab *each : m_serial)
         connect(each->cmdPortConfig, &QPushButton::clicked, m_setup,
                 [this, index = each->index()] { m_setup->cmdPortConfig_Click(index); });
-    connect(m_gpib->cmdSearchGPIB, &QPushButton::clicked, m_setup,
-            &SetupWindows::cmdSearchGPIB_Click);
+    connect(m_gpib->cmdSearchGPIB, &QPushButton::clicked, m_setup, [this] {
+        m_gpib->applyPendingEntries();
+        m_setup->cmdSearchGPIB_Click();
+    });
     connect(m_gpib->cmdAdapter, &QPushButton::clicked, m_setup, &SetupWindows::cmdAdapter_Click);
     connect(mnuSBC, &QAction::triggered, m_board,
             [this] { m_board->mnuSBC_Click(tabChannels->currentIndex()); });
