@@ -2,6 +2,7 @@
 
 #include "core/setup/modWinsockAPI.h"
 #include "windows/main/BenchWindow.h"
+#include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/LeanStyle.h"
 
 #include <QAction>
@@ -44,7 +45,8 @@ void WindowProgram::addBenchWindow(bench::Bench &bench)
     auto *mnuView = m_window->findChild<QMenu *>(u"mnuView"_s);
     QAction *mnuBench = mnuView->addAction(u"Simulated &Bench"_s);
     mnuBench->setObjectName(u"mnuBench"_s);
-    QObject::connect(mnuBench, &QAction::triggered, m_benchWindow.get(), &BenchWindow::openWindow);
+    QObject::connect(mnuBench, &QAction::triggered, m_benchWindow.get(),
+                     [this] { bringToFront(*m_benchWindow); });
 }
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #include "core/board/BoardLink.h"
 
 #include "core/board/BoardTexts.h"
+#include "core/channels/ChannelSet.h"
 #include "core/text/Latin1.h"
 #include "core/text/LineEnds.h"
 #include "devices/GpibControl.h"
@@ -31,7 +32,7 @@ QString answerText(const QByteArray &bytes)
 
 } // namespace
 
-BoardLink::BoardLink(BoardChannels &channels, WaitGroup &waits, QObject *parent)
+BoardLink::BoardLink(ChannelSet &channels, WaitGroup &waits, QObject *parent)
     : QObject(parent)
     , m_channels(channels)
     , m_waits(waits)
@@ -53,15 +54,17 @@ int BoardLink::channel() const
 
 int BoardLink::channelOf(Method method)
 {
-    switch (method) {
-    case Rs232:
-        return channels::rs232;
-    case TcpIp:
-        return channels::tcpIp1;
-    case Ieee:
-        break;
-    }
-    return channels::ieee488;
+    return channels::rs232 + method;
+}
+
+ChannelSession &BoardLink::sentOver() const
+{
+    return m_channels.at(channelOf(m_sentBy));
+}
+
+GpibControl &BoardLink::control() const
+{
+    return m_channels.gpib().control();
 }
 
 bool BoardLink::usesChannel(int channel) const
@@ -75,7 +78,7 @@ auto BoardLink::onGpib(Operation operation) const
 {
     ++m_gpibCalls;
     const auto done = qScopeGuard([this] { --m_gpibCalls; });
-    return operation(m_channels.QBXControl1());
+    return operation(control());
 }
 
 void BoardLink::OutputToSbc(QString &command, const Clock::Condition &isCancelled)
@@ -149,7 +152,7 @@ void BoardLink::dropLateAnswers(const Clock::Condition &isEnded)
         const auto waited = static_cast<qint32>(m_waits.clock().MS_TIMER() - unanswered.sinceMs);
         if (waited < lateAnswerMs)
             PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)), isEnded);
-        m_droppedLate = !m_channels.responseBytes(channelOf(m_sentBy)).isEmpty();
+        m_droppedLate = !sentOver().response().bytes().isEmpty();
     }
     if (isEnded())
         m_unanswered.insert(route(), unanswered); // what has not come yet may still come
@@ -159,25 +162,29 @@ void BoardLink::send(const QString &text)
 {
     if (!latin1::fits(text))
         throw PlatformError(boardTexts::notSendable);
-    const int channel = channelOf(m_sentBy);
-    if (const QString inUse = m_channels.users().refusal(channel, ChannelUse::Board);
+    ChannelSession &session = sentOver();
+    if (const QString inUse = m_channels.users().refusal(session.index(), ChannelUse::Board);
         !inUse.isEmpty())
         throw PlatformError(inUse);
     const QByteArray bytes = text.toLatin1();
     switch (m_sentBy) {
-    case Rs232:
-        m_channels.MSComm1().input();
-        m_channels.clearResponse(channels::rs232);
-        m_channels.MSComm1().output(bytes);
+    case Rs232: {
+        SerialPort &port = m_channels.serial(session.index()).port();
+        port.input();
+        session.clearResponse();
+        port.output(bytes);
         break;
+    }
     case Ieee:
         onGpib([&](GpibControl &control) { control.write(bytes); });
         break;
-    case TcpIp:
-        m_channels.tcpClient1().getData();
-        m_channels.clearResponse(channels::tcpIp1);
-        m_channels.tcpClient1().sendData(bytes);
+    case TcpIp: {
+        TcpClient &client = m_channels.tcp(session.index()).client();
+        client.getData();
+        session.clearResponse();
+        client.sendData(bytes);
         break;
+    }
     }
 }
 
@@ -223,7 +230,7 @@ QString BoardLink::readReply()
     try {
         reply = answerText(m_sentBy == Ieee
                                ? onGpib([](GpibControl &control) { return control.read(); })
-                               : m_channels.responseBytes(channelOf(m_sentBy)));
+                               : sentOver().response().bytes());
     } catch (const PlatformError &error) {
         fail(Exchange::Read, error.description());
     }
@@ -259,19 +266,19 @@ void BoardLink::addressGpib(const QString &connectString)
 
 QString BoardLink::gpibConnectString() const
 {
-    return m_channels.QBXControl1().connectString();
+    return control().connectString();
 }
 
 void BoardLink::setGpibConnectString(const QString &text)
 {
-    m_channels.QBXControl1().setConnectString(text);
+    control().setConnectString(text);
 }
 
 void BoardLink::stop()
 {
     m_waits.close();
     if (m_gpibCalls > 0)
-        m_channels.QBXControl1().cancel();
+        control().cancel();
 }
 
 void BoardLink::forgetAnswer()

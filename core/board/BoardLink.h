@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/board/BoardChannels.h"
 #include "core/board/MeterReading.h"
 #include "devices/WaitGroup.h"
 
@@ -9,6 +8,13 @@
 #include <QString>
 
 namespace corvane {
+
+class ChannelSet;
+class ChannelSession;
+class GpibControl;
+
+/// The half of an exchange that failed.
+enum class Exchange { Send, Read };
 
 /// The link to the board over a Channel that the main window has connected: sending a command,
 /// taking its answer, waiting, and addressing the reference meter on the shared GPIB control. It
@@ -24,10 +30,10 @@ class BoardLink : public QObject
     Q_OBJECT
 
 public:
-    /// Numbered as the "Communications Method" options are.
+    /// Numbered as the "Communications Method" options are, and as the Channels from RS 232 on.
     enum Method : qint16 { Rs232 = 0, Ieee = 1, TcpIp = 2 };
 
-    BoardLink(BoardChannels &channels, WaitGroup &waits, QObject *parent = nullptr);
+    BoardLink(ChannelSet &channels, WaitGroup &waits, QObject *parent = nullptr);
 
     /// 0..2; holds from the next OutputToSbc on. Others are ignored.
     void setMethod(int method);
@@ -69,6 +75,7 @@ public:
     void resume() { m_waits.reopen(); }
     /// No answer is waited for any more.
     void forgetAnswer();
+
 Q_SIGNALS:
     /// usesChannel may answer otherwise from now on.
     void channelsChanged();
@@ -82,7 +89,10 @@ Q_SIGNALS:
 private:
     template <class Operation>
     auto onGpib(Operation operation) const;
-    static int channelOf(Method method);
+    [[nodiscard]] static int channelOf(Method method);
+    /// The Channel that the last command went over.
+    [[nodiscard]] ChannelSession &sentOver() const;
+    [[nodiscard]] GpibControl &control() const;
     void send(const QString &text);
     QString readReply();
     [[nodiscard]] QString route() const;
@@ -97,7 +107,7 @@ private:
         quint32 sinceMs = 0;
     };
 
-    BoardChannels &m_channels;
+    ChannelSet &m_channels;
     WaitGroup &m_waits;
     Method m_method = Ieee;
     Method m_sentBy = Ieee;

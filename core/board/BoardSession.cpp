@@ -1,12 +1,26 @@
 #include "core/board/BoardSession.h"
 
-#include "core/board/BoardLink.h"
 #include "core/board/BoardTexts.h"
+#include "core/channels/ChannelSet.h"
+#include "core/channels/ChannelTexts.h"
 #include "core/text/Latin1.h"
 
 #include <QScopeGuard>
 
 namespace corvane {
+
+namespace {
+
+/// What the Channel's own exchange says when it fails.
+QString faultText(const ChannelSession &session, Exchange half, const QString &cause)
+{
+    if (session.isClosed())
+        return session.traits().notConnected;
+    return (half == Exchange::Send ? channelTexts::sendError : channelTexts::readError) +
+           u"\r\n"_s + cause;
+}
+
+} // namespace
 
 BoardSession::Operation::Operation(BoardSession &session)
     : m_session(&session)
@@ -26,8 +40,7 @@ BoardSession::Operation::~Operation()
         m_session->endOperation();
 }
 
-BoardSession::BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &dialogs,
-                           QObject *window)
+BoardSession::BoardSession(BoardLink &link, ChannelSet &channels, Dialogs &dialogs, QObject *window)
     : m_link(link)
     , m_channels(channels)
     , m_dialogs(dialogs)
@@ -35,6 +48,17 @@ BoardSession::BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &di
 {
     connect(&link, &BoardLink::exchangeFailed, this, &BoardSession::fail);
     connect(&link, &BoardLink::channelsChanged, this, &BoardSession::claimChannels);
+    for (const ChannelSession *each : channels.all()) {
+        connect(each, &ChannelSession::openChanged, this,
+                [this, channel = each->index()](bool open) {
+                    if (!open)
+                        channelClosed(channel);
+                });
+    }
+    // Disconnect leaves the GPIB control configured, so its Channel never closes; it ends an
+    // operation all the same.
+    connect(&channels.gpib(), &GpibSession::disconnected, this,
+            [this] { channelClosed(channels::ieee488); });
 }
 
 std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
@@ -91,7 +115,7 @@ void BoardSession::fail(int channel, Exchange half, const QString &cause)
 {
     if (!m_granted || isStopped())
         return;
-    m_fault = m_channels.faultText(channel, half, cause);
+    m_fault = faultText(m_channels.at(channel), half, cause);
     stop();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/board/BoardChannels.h"
+#include "core/board/BoardLink.h"
 #include "core/text/Dialogs.h"
 
 #include <QObject>
@@ -9,8 +9,6 @@
 #include <optional>
 
 namespace corvane {
-
-class BoardLink;
 
 /// Who may use the board: one operation at a time, none while the main window uses the Channel,
 /// none once the window closes. It also shows the operation's message boxes, so that closing the
@@ -40,14 +38,12 @@ public:
 
     enum class Uses { Board, BoardAndMeter };
 
-    BoardSession(BoardLink &link, BoardChannels &channels, Dialogs &dialogs, QObject *window);
+    BoardSession(BoardLink &link, ChannelSet &channels, Dialogs &dialogs, QObject *window);
 
     /// Starts an operation. Nothing, without a word, while another one runs or the window closes;
     /// nothing, after a message box, while the main window uses a Channel that is needed.
     [[nodiscard]] std::optional<Operation> begin(Uses uses = Uses::Board);
     [[nodiscard]] bool isRunning() const { return m_running; }
-    /// The main window's Channel is not connected any more.
-    void channelClosed(int channel);
     /// What the message box will say of the fault that has ended the running operation; empty when
     /// none has.
     [[nodiscard]] const QString &fault() const { return m_fault; }
@@ -72,12 +68,13 @@ private:
     [[nodiscard]] bool mayUse(int channel);
     [[nodiscard]] bool usesChannel(int channel) const;
     void claimChannels();
+    void channelClosed(int channel);
     void fail(int channel, Exchange half, const QString &cause);
     void stop();
     void endOperation();
 
     BoardLink &m_link;
-    BoardChannels &m_channels;
+    ChannelSet &m_channels;
     Dialogs &m_dialogs;
     QPointer<QObject> m_window;
     bool m_running = false;

@@ -9,13 +9,13 @@ namespace corvane {
 void UnsavedCalibrations::set(int channel, State state)
 {
     m_states.at(static_cast<size_t>(channel)) = state;
-    Q_EMIT changed();
+    Q_EMIT changed(text());
 }
 
 void UnsavedCalibrations::setSaved()
 {
     m_states = {};
-    Q_EMIT changed();
+    Q_EMIT changed(text());
 }
 
 bool UnsavedCalibrations::isEmpty() const

@@ -29,7 +29,8 @@ public:
     [[nodiscard]] QString unfinishedText() const;
 
 Q_SIGNALS:
-    void changed();
+    /// The text is another one.
+    void changed(const QString &text);
 
 private:
     enum class State { Saved, Changed, Unfinished };

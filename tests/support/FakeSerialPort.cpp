@@ -21,6 +21,8 @@ void FakeSerialPort::output(const QByteArray &bytes)
     if (!m_open)
         throw PlatformError(QStringLiteral("the port is closed"));
     written.push_back(bytes);
+    if (onOutput)
+        onOutput(bytes);
 }
 
 void FakeSerialPort::feed(const QByteArray &bytes)

@@ -2,6 +2,7 @@
 
 #include "devices/SerialPort.h"
 
+#include <functional>
 #include <vector>
 
 namespace corvane {
@@ -39,6 +40,8 @@ public:
 
     /// Everything written, one entry a write.
     std::vector<QByteArray> written;
+    /// Runs after each of them; may be empty.
+    std::function<void(const QByteArray &bytes)> onOutput;
     /// Not empty: opening (writing) fails with this description.
     QString failOpen;
     QString failWrite;

@@ -26,6 +26,8 @@ void FakeTcpClient::sendData(const QByteArray &bytes)
     if (m_state != SocketState::Connected)
         throw PlatformError(QStringLiteral("the socket is not connected"));
     sent.push_back(bytes);
+    if (onSend)
+        onSend(bytes);
 }
 
 void FakeTcpClient::setState(SocketState state)

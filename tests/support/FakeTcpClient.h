@@ -2,6 +2,7 @@
 
 #include "devices/TcpClient.h"
 
+#include <functional>
 #include <vector>
 
 namespace corvane {
@@ -29,6 +30,8 @@ public:
 
     /// Everything sent, one entry a call.
     std::vector<QByteArray> sent;
+    /// Runs after each of them; may be empty.
+    std::function<void(const QByteArray &bytes)> onSend;
     /// The state that connecting leads to at once.
     SocketState stateAfterConnect = SocketState::Connected;
     /// Not empty: connecting (sending) fails with this description.

@@ -1,7 +1,6 @@
 #include "windows/about/frmAbout.h"
 
 #include "core/text/ProductInfo.h"
-#include "windows/about/AboutHost.h"
 #include "windows/about/AboutTexts.h"
 #include "windows/about/SystemInfo.h"
 #include "windows/widgets/Naming.h"
@@ -30,12 +29,10 @@ QFrame *createRule()
 
 } // namespace
 
-frmAbout::frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent)
-    : QDialog(parent)
+frmAbout::frmAbout(SystemInfo &systemInfo, QWidget *parent)
+    : ReopenedDialog(u"frmAbout"_s, text(aboutTexts::caption) + text(productInfo::title), parent)
     , m_systemInfo(systemInfo)
-    , m_host(host)
 {
-    setObjectName(u"frmAbout"_s);
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(20, 16, 20, 14);
     setMinimumWidth(60 * fontMetrics().averageCharWidth());
@@ -103,20 +100,8 @@ QPushButton *frmAbout::createButton(const QString &caption, const QString &name)
     return button;
 }
 
-void frmAbout::openWindow()
-{
-    if (!isVisible()) {
-        Form_Load();
-        show();
-    }
-    raise();
-    activateWindow();
-}
-
 void frmAbout::Form_Load()
 {
-    setWindowTitle(text(aboutTexts::caption) + text(productInfo::title));
-    setAccessibleName(windowTitle());
     lblTitle->setText(text(productInfo::title));
     lblProductName->setText(text(productInfo::productName));
     lblVersion->setText(u"Version: %1.%2 Build %3"_s.arg(productInfo::versionMajor)
@@ -140,7 +125,7 @@ void frmAbout::cmdSysInfo_Click()
 
 void frmAbout::cmdQBXAbout_Click()
 {
-    m_host.showGpibAbout();
+    Q_EMIT gpibAboutRequested();
 }
 
 } // namespace corvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "windows/widgets/ReopenedDialog.h"
 
 class QLabel;
 class QLayout;
@@ -8,24 +8,20 @@ class QPushButton;
 
 namespace corvane {
 
-class AboutHost;
 class SystemInfo;
 
 /// The About window: who made the program and which one it is. It starts the system-information
-/// tool through SystemInfo and leaves the GPIB control's about box to its host.
-class frmAbout : public QDialog
+/// tool through SystemInfo and leaves the GPIB control's about box to others.
+class frmAbout : public ReopenedDialog
 {
     Q_OBJECT
 
 public:
-    /// Both must outlive the window.
-    frmAbout(SystemInfo &systemInfo, AboutHost &host, QWidget *parent = nullptr);
-
-    /// Shows the window; one that is already open comes to the front.
-    void openWindow();
+    /// `systemInfo` must outlive the window.
+    explicit frmAbout(SystemInfo &systemInfo, QWidget *parent = nullptr);
 
     // Event handlers
-    void Form_Load();
+    void Form_Load() override;
     void cmdOK_Click();
     void cmdSysInfo_Click();
     void cmdQBXAbout_Click();
@@ -40,6 +36,9 @@ public:
     QPushButton *cmdSysInfo = nullptr;
     QPushButton *cmdQBXAbout = nullptr;
 
+Q_SIGNALS:
+    void gpibAboutRequested();
+
 private:
     QLabel *createLabel(const QString &name);
     QPushButton *createButton(const QString &caption, const QString &name);
@@ -47,7 +46,6 @@ private:
     QLayout *createButtons();
 
     SystemInfo &m_systemInfo;
-    AboutHost &m_host;
 };
 
 } // namespace corvane

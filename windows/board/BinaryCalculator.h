@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QWidget>
+#include "windows/widgets/ControlArray.h"
 
-#include <array>
+#include <QWidget>
 
 class QLabel;
 class QLineEdit;
@@ -22,7 +22,7 @@ public:
     void txtBin_KeyUp();
 
     /// Index is the bit's number.
-    std::array<QLineEdit *, bits> txtBin{};
+    ControlArray<QLineEdit, bits> txtBin{};
     QLabel *lblBinVal;
     QLabel *lblHexVal;
 

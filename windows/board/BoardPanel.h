@@ -1,11 +1,10 @@
 #pragma once
 
+#include "core/board/BoardSession.h"
+
 #include <QWidget>
 
 namespace corvane {
-
-class BoardLink;
-class BoardSession;
 
 /// What the board window's pages have in common: the link, the session, and actions that cannot be
 /// used while an operation runs.
@@ -14,7 +13,7 @@ class BoardPanel : public QWidget
     Q_OBJECT
 
 public:
-    BoardPanel(BoardLink &link, BoardSession &session, QWidget *parent = nullptr);
+    BoardPanel(BoardLink &link, BoardSession &session);
 
 protected:
     /// The control is disabled while any operation of the board window runs.
@@ -23,6 +22,13 @@ protected:
     {
         connect(this, &BoardPanel::idleChanged, control, &QWidget::setEnabled);
         return control;
+    }
+    /// Does the work as an operation, when one can begin.
+    template <class Work>
+    void operate(const Work &work)
+    {
+        if (const auto operation = m_session.begin())
+            work();
     }
 
     BoardLink &m_link;

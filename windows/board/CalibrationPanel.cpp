@@ -1,7 +1,6 @@
 #include "windows/board/CalibrationPanel.h"
 
 #include "core/board/BoardLink.h"
-#include "core/board/BoardSession.h"
 #include "core/board/BoardTexts.h"
 #include "core/board/UnsavedCalibrations.h"
 #include "core/text/Numbers.h"
@@ -54,7 +53,7 @@ CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session,
         connect(panel, &ManualCalibrationPanel::calibrationSent, &m_unsaved,
                 &UnsavedCalibrations::setChanged);
     }
-    connectControls();
+    connectSequences();
 }
 
 QWidget *CalibrationPanel::makeActions()
@@ -63,27 +62,34 @@ QWidget *CalibrationPanel::makeActions()
     auto *rows = new QVBoxLayout(box);
     auto *row = new QHBoxLayout;
     rows->addLayout(row);
-    cmdDec = button(u"&< CH"_s, u"cmdDec"_s, u"Previous channel"_s);
+    using Panel = CalibrationPanel;
+    cmdDec = button(u"&< CH"_s, u"cmdDec"_s, u"Previous channel"_s, this, &Panel::cmdDec_Click);
     txtChannel = entry(3, u"txtChannel"_s, u"Channel to calibrate"_s);
     txtChannel->setText(u"0"_s);
     txtChannel->setMaximumWidth(60);
     txtChannel->setAlignment(Qt::AlignCenter);
-    cmdInc = button(u"CH &>"_s, u"cmdInc"_s, u"Next channel"_s);
-    row->addWidget(cmdDec);
-    row->addWidget(txtChannel);
-    row->addWidget(cmdInc);
-    cmdCal = exchanging(button(u"&Calibrate Channel"_s, u"cmdCal"_s, u"Calibrate the channel"_s));
-    cmdCancelCal = button(u"Cance&l Calibration"_s, u"cmdCancelCal"_s, u"Cancel the calibration"_s);
+    cmdInc = button(u"CH &>"_s, u"cmdInc"_s, u"Next channel"_s, this, &Panel::cmdInc_Click);
+    for (QWidget *control : std::initializer_list<QWidget *>{cmdDec, txtChannel, cmdInc})
+        row->addWidget(control);
+    cmdCal = exchanging(button(u"&Calibrate Channel"_s, u"cmdCal"_s, u"Calibrate the channel"_s,
+                               this, &Panel::cmdCal_Click));
+    cmdCancelCal = button(u"Cance&l Calibration"_s, u"cmdCancelCal"_s, u"Cancel the calibration"_s,
+                          this, &Panel::cmdCancelCal_Click);
     m_calPlace = place(row, cmdCal, cmdCancelCal);
     cmdScan =
-        exchanging(button(u"&Scan All"_s, u"cmdScan"_s, u"Read all calibrations and the meter"_s));
-    cmdCancelScan = button(u"Cance&l Scan"_s, u"cmdCancelScan"_s, u"Cancel the scan"_s);
+        exchanging(button(u"&Scan All"_s, u"cmdScan"_s, u"Read all calibrations and the meter"_s,
+                          this, &Panel::cmdScan_Click));
+    cmdCancelScan = button(u"Cance&l Scan"_s, u"cmdCancelScan"_s, u"Cancel the scan"_s, this,
+                           &Panel::cmdCancelScan_Click);
     m_scanPlace = place(row, cmdScan, cmdCancelScan);
     cmdScanCals = exchanging(button(u"Scan Calibrations &Only"_s, u"cmdScanCals"_s,
-                                    u"Read all calibrations without the meter"_s));
-    cmdWriteCal = exchanging(
-        button(u"Sa&ve to EEPROM"_s, u"cmdWriteCal"_s, u"Save the calibration in the board"_s));
-    cmdReport = button(u"Repor&t..."_s, u"cmdReport"_s, u"Calibration report"_s);
+                                    u"Read all calibrations without the meter"_s, this,
+                                    &Panel::cmdScanCals_Click));
+    cmdWriteCal =
+        exchanging(button(u"Sa&ve to EEPROM"_s, u"cmdWriteCal"_s,
+                          u"Save the calibration in the board"_s, this, &Panel::cmdWriteCal_Click));
+    cmdReport = button(u"Repor&t..."_s, u"cmdReport"_s, u"Calibration report"_s, this,
+                       &Panel::reportRequested);
     for (QPushButton *action : {cmdScanCals, cmdWriteCal, cmdReport})
         row->addWidget(action);
     lblProgress = progressLine(u"lblProgress"_s, u"Progress"_s);
@@ -105,19 +111,10 @@ QWidget *CalibrationPanel::makeGrid()
     return MSFlexGrid1;
 }
 
-void CalibrationPanel::connectControls()
+void CalibrationPanel::connectSequences()
 {
-    connect(cmdCal, &QPushButton::clicked, this, &CalibrationPanel::cmdCal_Click);
-    connect(cmdCancelCal, &QPushButton::clicked, this, &CalibrationPanel::cmdCancelCal_Click);
-    connect(cmdInc, &QPushButton::clicked, this, &CalibrationPanel::cmdInc_Click);
-    connect(cmdDec, &QPushButton::clicked, this, &CalibrationPanel::cmdDec_Click);
-    connect(cmdScan, &QPushButton::clicked, this, &CalibrationPanel::cmdScan_Click);
-    connect(cmdScanCals, &QPushButton::clicked, this, &CalibrationPanel::cmdScanCals_Click);
-    connect(cmdCancelScan, &QPushButton::clicked, this, &CalibrationPanel::cmdCancelScan_Click);
-    connect(cmdWriteCal, &QPushButton::clicked, this, &CalibrationPanel::cmdWriteCal_Click);
-    connect(cmdReport, &QPushButton::clicked, this, &CalibrationPanel::reportRequested);
-    for (const CalibrationSequence *sequence : {static_cast<CalibrationSequence *>(&m_calibration),
-                                                static_cast<CalibrationSequence *>(&m_scan)}) {
+    for (const CalibrationSequence *sequence :
+         std::initializer_list<CalibrationSequence *>{&m_calibration, &m_scan}) {
         connect(sequence, &CalibrationSequence::progressed, this,
                 [this](const QString &text) { showText(*lblProgress, text); });
         connect(sequence, &CalibrationSequence::cellSelected, MSFlexGrid1,

@@ -5,7 +5,6 @@
 #include "core/board/CalibrationTable.h"
 #include "windows/board/BoardPanel.h"
 
-#include <array>
 #include <functional>
 #include <optional>
 
@@ -62,7 +61,7 @@ Q_SIGNALS:
 private:
     QWidget *makeActions();
     QWidget *makeGrid();
-    void connectControls();
+    void connectSequences();
 
     /// The meter's address, or nothing after the message that it is none.
     std::optional<int> checkMeterAddress();

@@ -1,7 +1,6 @@
 #include "windows/board/DacAdcPanel.h"
 
 #include "core/board/BoardLink.h"
-#include "core/board/BoardSession.h"
 #include "core/board/BoardTexts.h"
 #include "core/board/DacUnits.h"
 #include "core/text/Numbers.h"
@@ -10,10 +9,6 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 
 #include <cmath>
 
@@ -24,11 +19,6 @@ using namespace controls;
 namespace {
 
 constexpr qint16 betweenChannelsMs = 255;
-
-bool isConverter(int channel)
-{
-    return channel >= 0 && channel < DacAdcPanel::channels;
-}
 
 /// The field's number, rounded to five decimals; nothing when it is none or too large.
 std::optional<float> fieldValue(const QStringList &fields, qsizetype index)
@@ -52,20 +42,19 @@ DacAdcPanel::DacAdcPanel(BoardLink &link, BoardSession &session)
     layout->addWidget(lblProgress, 2, 0, 1, 2);
     layout->setRowStretch(3, 1);
     connectControls();
+    chkBertanDac_Click(); // shows the names
 }
 
 QWidget *DacAdcPanel::makeUnits()
 {
     auto *box = new QGroupBox(u"Units"_s);
     auto *row = new QHBoxLayout(box);
-    const QStringList captions = {u"&Hexadecimal"_s, u"&Volts"_s};
-    for (int units = Hex; units <= Volts; ++units) {
-        auto *option = new QRadioButton(captions[units]);
-        optDacUnits[static_cast<size_t>(units)] =
-            named(option, indexed(u"optDacUnits"_s, units),
-                  u"DAC units %1"_s.arg(units == Hex ? u"hexadecimal"_s : u"volts"_s));
+    optDacUnits[Hex] = named(new QRadioButton(u"&Hexadecimal"_s), indexed(u"optDacUnits"_s, Hex),
+                             u"DAC units hexadecimal"_s);
+    optDacUnits[Volts] = named(new QRadioButton(u"&Volts"_s), indexed(u"optDacUnits"_s, Volts),
+                               u"DAC units volts"_s);
+    for (QRadioButton *option : optDacUnits)
         row->addWidget(option);
-    }
     optDacUnits[Volts]->setChecked(true);
     lblDacRange = named(new QLabel(boardTexts::dacRangeVolts), u"lblDacRange"_s,
                         u"Range of the DAC entries"_s);
@@ -83,25 +72,21 @@ QWidget *DacAdcPanel::makeDacs()
     auto *box = new QGroupBox(u"DAC"_s);
     auto *grid = new QGridLayout(box);
     for (int i = 0; i < channels; ++i) {
-        const auto at = static_cast<size_t>(i);
-        lblReadDacLabel[at] = named(new QLabel(u"DAC %1"_s.arg(i)),
-                                    indexed(u"lblReadDacLabel"_s, i), u"Name of DAC %1"_s.arg(i));
-        txtSendDac[at] = entry(10, indexed(u"txtSendDac"_s, i), u"Value for DAC %1"_s.arg(i));
-        txtSendDac[at]->setText(numbers::fixed5(0.0));
-        cmdSendDac[at] =
-            exchanging(button(u"&Send"_s, indexed(u"cmdSendDac"_s, i), u"Send to DAC %1"_s.arg(i)));
-        grid->addWidget(lblReadDacLabel[at], i, 0);
-        grid->addWidget(txtSendDac[at], i, 1);
-        grid->addWidget(cmdSendDac[at], i, 2);
+        lblReadDacLabel[i] = named(new QLabel, u"lblReadDacLabel"_s, u"Name of DAC %1"_s, i);
+        txtSendDac[i] = entry(10, u"txtSendDac"_s, u"Value for DAC %1"_s, i);
+        txtSendDac[i]->setText(numbers::fixed5(0.0));
+        cmdSendDac[i] = exchanging(button(u"&Send"_s, u"cmdSendDac"_s, u"Send to DAC %1"_s, i));
+        addRow(*grid, i, {lblReadDacLabel[i], txtSendDac[i], cmdSendDac[i]});
+        connect(txtSendDac[i], &QLineEdit::returnPressed, this, [this, i] { cmdSendDac_Click(i); });
     }
     txtSetAllDac = entry(10, u"txtSetAllDac"_s, u"Value for all DACs"_s);
     txtSetAllDac->setText(numbers::fixed5(0.0));
     cmdSetAllDac =
-        button(u"Set &All"_s, u"cmdSetAllDac"_s, u"Copy the value into all DAC entries"_s);
-    cmdSendAllDacs = exchanging(button(u"Send A&ll"_s, u"cmdSendAllDacs"_s, u"Send to all DACs"_s));
-    grid->addWidget(new QLabel(u"All"_s), channels, 0);
-    grid->addWidget(txtSetAllDac, channels, 1);
-    grid->addWidget(cmdSetAllDac, channels, 2);
+        button(u"Set &All"_s, u"cmdSetAllDac"_s, u"Copy the value into all DAC entries"_s, this,
+               &DacAdcPanel::cmdSetAllDac_Click);
+    cmdSendAllDacs = exchanging(button(u"Send A&ll"_s, u"cmdSendAllDacs"_s, u"Send to all DACs"_s,
+                                       this, &DacAdcPanel::cmdSendAllDacs_Click));
+    addRow(*grid, channels, {new QLabel(u"All"_s), txtSetAllDac, cmdSetAllDac});
     grid->addWidget(cmdSendAllDacs, channels + 1, 2);
     grid->setColumnStretch(1, 1);
     return box;
@@ -112,17 +97,13 @@ QWidget *DacAdcPanel::makeAdcs()
     auto *box = new QGroupBox(u"ADC"_s);
     auto *grid = new QGridLayout(box);
     for (int i = 0; i < channels; ++i) {
-        const auto at = static_cast<size_t>(i);
-        lblReadAdcLabel[at] = named(new QLabel(u"ADC %1"_s.arg(i)),
-                                    indexed(u"lblReadAdcLabel"_s, i), u"Name of ADC %1"_s.arg(i));
-        lblReadAdc[at] = readOut(10, indexed(u"lblReadAdc"_s, i), u"Reading of ADC %1"_s.arg(i));
-        cmdReadAdc[at] =
-            exchanging(button(u"&Read"_s, indexed(u"cmdReadAdc"_s, i), u"Read ADC %1"_s.arg(i)));
-        grid->addWidget(lblReadAdcLabel[at], i, 0);
-        grid->addWidget(lblReadAdc[at], i, 1);
-        grid->addWidget(cmdReadAdc[at], i, 2);
+        lblReadAdcLabel[i] = named(new QLabel, u"lblReadAdcLabel"_s, u"Name of ADC %1"_s, i);
+        lblReadAdc[i] = readOut(10, u"lblReadAdc"_s, u"Reading of ADC %1"_s, i);
+        cmdReadAdc[i] = exchanging(button(u"&Read"_s, u"cmdReadAdc"_s, u"Read ADC %1"_s, i));
+        addRow(*grid, i, {lblReadAdcLabel[i], lblReadAdc[i], cmdReadAdc[i]});
     }
-    cmdReadAdcAll = exchanging(button(u"Rea&d All"_s, u"cmdReadAdcAll"_s, u"Read all ADCs"_s));
+    cmdReadAdcAll = exchanging(button(u"Rea&d All"_s, u"cmdReadAdcAll"_s, u"Read all ADCs"_s, this,
+                                      &DacAdcPanel::cmdReadAdcAll_Click));
     grid->addWidget(cmdReadAdcAll, channels + 1, 2);
     grid->setRowStretch(channels, 1);
     grid->setColumnStretch(1, 1);
@@ -131,23 +112,10 @@ QWidget *DacAdcPanel::makeAdcs()
 
 void DacAdcPanel::connectControls()
 {
-    for (int i = 0; i < channels; ++i) {
-        const auto at = static_cast<size_t>(i);
-        connect(cmdSendDac[at], &QPushButton::clicked, this, [this, i] { cmdSendDac_Click(i); });
-        connect(txtSendDac[at], &QLineEdit::returnPressed, this,
-                [this, i] { cmdSendDac_Click(i); });
-        connect(cmdReadAdc[at], &QPushButton::clicked, this, [this, i] { cmdReadAdc_Click(i); });
-    }
-    connect(cmdSendAllDacs, &QPushButton::clicked, this, &DacAdcPanel::cmdSendAllDacs_Click);
-    connect(cmdReadAdcAll, &QPushButton::clicked, this, &DacAdcPanel::cmdReadAdcAll_Click);
-    connect(cmdSetAllDac, &QPushButton::clicked, this, &DacAdcPanel::cmdSetAllDac_Click);
+    cmdSendDac.connectTo(this, &DacAdcPanel::cmdSendDac_Click);
+    cmdReadAdc.connectTo(this, &DacAdcPanel::cmdReadAdc_Click);
+    optDacUnits.connectTo(this, &DacAdcPanel::optDacUnits_Click);
     connect(chkBertanDac, &QCheckBox::toggled, this, &DacAdcPanel::chkBertanDac_Click);
-    for (int units = Hex; units <= Volts; ++units)
-        connect(optDacUnits[static_cast<size_t>(units)], &QRadioButton::toggled, this,
-                [this, units](bool on) {
-                    if (on)
-                        optDacUnits_Click(units);
-                });
 }
 
 bool DacAdcPanel::isBertan() const
@@ -157,18 +125,14 @@ bool DacAdcPanel::isBertan() const
 
 void DacAdcPanel::cmdSendDac_Click(int channel)
 {
-    if (!isConverter(channel))
-        return;
-    if (const auto operation = m_session.begin())
-        sendDac(channel);
+    if (cmdSendDac.holds(channel))
+        operate([this, channel] { sendDac(channel); });
 }
 
 void DacAdcPanel::cmdReadAdc_Click(int channel)
 {
-    if (!isConverter(channel))
-        return;
-    if (const auto operation = m_session.begin())
-        readAdc(channel);
+    if (cmdReadAdc.holds(channel))
+        operate([this, channel] { readAdc(channel); });
 }
 
 void DacAdcPanel::cmdSendAllDacs_Click()
@@ -219,7 +183,7 @@ void DacAdcPanel::optDacUnits_Click(int units)
     if (units == m_units || (units != Hex && units != Volts))
         return;
     m_units = units;
-    optDacUnits[static_cast<size_t>(units)]->setChecked(true);
+    optDacUnits[units]->setChecked(true);
     lblDacRange->setText(units == Hex ? boardTexts::dacRangeHex : boardTexts::dacRangeVolts);
     const auto convert = units == Hex ? dacUnits::toHexText : dacUnits::toVoltsText;
     for (QLineEdit *box : txtSendDac)
@@ -235,9 +199,8 @@ void DacAdcPanel::chkBertanDac_Click()
 {
     const bool bertan = isBertan();
     for (int i = 0; i < channels; ++i) {
-        const auto at = static_cast<size_t>(i);
-        lblReadDacLabel[at]->setText((bertan ? u"W %1"_s : u"DAC %1"_s).arg(i));
-        lblReadAdcLabel[at]->setText((bertan ? u"M %1"_s : u"ADC %1"_s).arg(i));
+        lblReadDacLabel[i]->setText((bertan ? u"W %1"_s : u"DAC %1"_s).arg(i));
+        lblReadAdcLabel[i]->setText((bertan ? u"M %1"_s : u"ADC %1"_s).arg(i));
     }
 }
 
@@ -252,7 +215,7 @@ bool DacAdcPanel::sendDac(int channel)
 
 std::optional<QString> DacAdcPanel::dacCommand(int channel)
 {
-    const QString text = txtSendDac[static_cast<size_t>(channel)]->text();
+    const QString text = txtSendDac[channel]->text();
     if (m_units == Volts && isBertan()) {
         m_session.say(boardTexts::voltsInBertan);
         return std::nullopt;
@@ -311,9 +274,8 @@ bool DacAdcPanel::readAdc(int channel)
         text = numbers::toHex(dacUnits::countsOf(double{*reply.value}));
     else if (reply.value)
         text = numbers::fixed5(double{*reply.value});
-    const auto at = static_cast<size_t>(channel);
-    m_isBertanReading[at] = reply.bertan.has_value();
-    showText(*lblReadAdc[at], text);
+    m_isBertanReading[static_cast<size_t>(channel)] = reply.bertan.has_value();
+    showText(*lblReadAdc[channel], text);
     return !text.isEmpty();
 }
 

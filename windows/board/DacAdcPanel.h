@@ -1,6 +1,7 @@
 #pragma once
 
 #include "windows/board/BoardPanel.h"
+#include "windows/widgets/ControlArray.h"
 
 #include <array>
 #include <optional>
@@ -9,7 +10,6 @@ class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QRadioButton;
 
 namespace corvane {
 
@@ -47,17 +47,17 @@ public:
     /// Asks one ADC; waits.
     AdcReply ReadAdcChannel(int channel);
 
-    std::array<QLabel *, channels> lblReadDacLabel{};
-    std::array<QLineEdit *, channels> txtSendDac{};
-    std::array<QPushButton *, channels> cmdSendDac{};
-    std::array<QLabel *, channels> lblReadAdcLabel{};
-    std::array<QLabel *, channels> lblReadAdc{};
-    std::array<QPushButton *, channels> cmdReadAdc{};
+    ControlArray<QLabel, channels> lblReadDacLabel{};
+    ControlArray<QLineEdit, channels> txtSendDac{};
+    ControlArray<QPushButton, channels> cmdSendDac{};
+    ControlArray<QLabel, channels> lblReadAdcLabel{};
+    ControlArray<QLabel, channels> lblReadAdc{};
+    ControlArray<QPushButton, channels> cmdReadAdc{};
     QPushButton *cmdSendAllDacs;
     QPushButton *cmdReadAdcAll;
     QPushButton *cmdSetAllDac;
     QLineEdit *txtSetAllDac;
-    std::array<QRadioButton *, 2> optDacUnits{};
+    ControlArray<QRadioButton, 2> optDacUnits{};
     QCheckBox *chkBertanDac;
     QLabel *lblDacRange;
     QLabel *lblProgress;

@@ -1,7 +1,6 @@
 #include "windows/board/DigitalIoPanel.h"
 
 #include "core/board/BoardLink.h"
-#include "core/board/BoardSession.h"
 #include "core/board/BoardTexts.h"
 #include "core/text/Numbers.h"
 #include "windows/board/BinaryCalculator.h"
@@ -12,7 +11,6 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QRadioButton>
 
 namespace corvane {
 
@@ -25,11 +23,6 @@ constexpr int largestValue = 255;
 
 const QString directionRegister = u"PORT:DIR"_s;
 const QString dataRegister = u"PORT:DATA"_s;
-
-bool isPort(int port)
-{
-    return port >= 0 && port < DigitalIoPanel::ports;
-}
 
 } // namespace
 
@@ -71,14 +64,12 @@ QWidget *DigitalIoPanel::makePorts()
 QLayout *DigitalIoPanel::makeUnits()
 {
     auto *row = new QHBoxLayout;
-    const QStringList captions = {u"&Hexadecimal"_s, u"&Decimal"_s};
-    for (int units = Hex; units <= Decimal; ++units) {
-        auto *option = new QRadioButton(captions[units]);
-        optIoUnits[static_cast<size_t>(units)] =
-            named(option, indexed(u"optIoUnits"_s, units),
-                  u"Port units %1"_s.arg(units == Hex ? u"hexadecimal"_s : u"decimal"_s));
+    optIoUnits[Hex] = named(new QRadioButton(u"&Hexadecimal"_s), indexed(u"optIoUnits"_s, Hex),
+                            u"Port units hexadecimal"_s);
+    optIoUnits[Decimal] = named(new QRadioButton(u"&Decimal"_s), indexed(u"optIoUnits"_s, Decimal),
+                                u"Port units decimal"_s);
+    for (QRadioButton *option : optIoUnits)
         row->addWidget(option);
-    }
     lblIoRange = named(new QLabel, u"lblIoRange"_s, u"Range of the port entries"_s);
     row->addSpacing(16);
     row->addWidget(lblIoRange);
@@ -92,58 +83,37 @@ QLayout *DigitalIoPanel::makeUnits()
 
 void DigitalIoPanel::makePort(QGridLayout &grid, int port)
 {
-    const auto at = static_cast<size_t>(port);
-    const auto name = [port](const char16_t *control) {
-        return indexed(QString::fromUtf16(control), port);
+    const auto action = [this, port](const QString &caption, const QString &name,
+                                     const QString &accessibleName) {
+        return exchanging(smallButton(caption, name, accessibleName, port));
     };
-    txtDirIo[at] = entry(3, name(u"txtDirIo"), u"Direction to write to port %1"_s.arg(port));
-    txtDirIoRead[at] = entry(3, name(u"txtDirIoRead"), u"Direction read of port %1"_s.arg(port));
-    txtDirIoRead[at]->setReadOnly(true);
-    QPalette readOnly = txtDirIoRead[at]->palette();
+    txtDirIo[port] = entry(3, u"txtDirIo"_s, u"Direction to write to port %1"_s, port);
+    txtDirIoRead[port] = entry(3, u"txtDirIoRead"_s, u"Direction read of port %1"_s, port);
+    txtDirIoRead[port]->setReadOnly(true);
+    QPalette readOnly = txtDirIoRead[port]->palette();
     readOnly.setBrush(QPalette::Base, readOnly.window());
-    txtDirIoRead[at]->setPalette(readOnly);
-    txtWriteIo[at] = entry(3, name(u"txtWriteIo"), u"Data to write to port %1"_s.arg(port));
-    lblReadIo[at] = readOut(3, name(u"lblReadIo"), u"Data read of port %1"_s.arg(port));
-    cmdWriteDirIo[at] = exchanging(smallButton(u"&Write"_s, name(u"cmdWriteDirIo"),
-                                               u"Write the direction of port %1"_s.arg(port)));
-    cmdReadDirIo[at] = exchanging(smallButton(u"&Read"_s, name(u"cmdReadDirIo"),
-                                              u"Read the direction of port %1"_s.arg(port)));
-    cmdWriteIo[at] = exchanging(
-        smallButton(u"&Write"_s, name(u"cmdWriteIo"), u"Write the data of port %1"_s.arg(port)));
-    cmdReadIo[at] = exchanging(
-        smallButton(u"&Read"_s, name(u"cmdReadIo"), u"Read the data of port %1"_s.arg(port)));
-    const int row = port + 1;
-    grid.addWidget(new QLabel(u"Port %1"_s.arg(port)), row, 0);
-    grid.addWidget(txtDirIo[at], row, 1);
-    grid.addWidget(cmdWriteDirIo[at], row, 2);
-    grid.addWidget(txtDirIoRead[at], row, 3);
-    grid.addWidget(cmdReadDirIo[at], row, 4);
-    grid.addWidget(txtWriteIo[at], row, 6);
-    grid.addWidget(cmdWriteIo[at], row, 7);
-    grid.addWidget(lblReadIo[at], row, 8);
-    grid.addWidget(cmdReadIo[at], row, 9);
+    txtDirIoRead[port]->setPalette(readOnly);
+    txtWriteIo[port] = entry(3, u"txtWriteIo"_s, u"Data to write to port %1"_s, port);
+    lblReadIo[port] = readOut(3, u"lblReadIo"_s, u"Data read of port %1"_s, port);
+    cmdWriteDirIo[port] =
+        action(u"&Write"_s, u"cmdWriteDirIo"_s, u"Write the direction of port %1"_s);
+    cmdReadDirIo[port] = action(u"&Read"_s, u"cmdReadDirIo"_s, u"Read the direction of port %1"_s);
+    cmdWriteIo[port] = action(u"&Write"_s, u"cmdWriteIo"_s, u"Write the data of port %1"_s);
+    cmdReadIo[port] = action(u"&Read"_s, u"cmdReadIo"_s, u"Read the data of port %1"_s);
+    addRow(grid, port + 1,
+           {new QLabel(u"Port %1"_s.arg(port)), txtDirIo[port], cmdWriteDirIo[port],
+            txtDirIoRead[port], cmdReadDirIo[port]});
+    addRow(grid, port + 1, {txtWriteIo[port], cmdWriteIo[port], lblReadIo[port], cmdReadIo[port]},
+           6);
 }
 
 void DigitalIoPanel::connectControls()
 {
-    using Handler = void (DigitalIoPanel::*)(int);
-    const std::array<std::pair<const std::array<QPushButton *, ports> *, Handler>, 4> buttons = {{
-        {&cmdWriteDirIo, &DigitalIoPanel::cmdWriteDirIo_Click},
-        {&cmdReadDirIo, &DigitalIoPanel::cmdReadDirIo_Click},
-        {&cmdWriteIo, &DigitalIoPanel::cmdWriteIo_Click},
-        {&cmdReadIo, &DigitalIoPanel::cmdReadIo_Click},
-    }};
-    for (const auto &[array, handler] : buttons) {
-        for (int port = 0; port < ports; ++port)
-            connect((*array)[static_cast<size_t>(port)], &QPushButton::clicked, this,
-                    [this, handler = handler, port] { (this->*handler)(port); });
-    }
-    for (int units = Hex; units <= Decimal; ++units)
-        connect(optIoUnits[static_cast<size_t>(units)], &QRadioButton::toggled, this,
-                [this, units](bool on) {
-                    if (on)
-                        optIoUnits_Click(units);
-                });
+    cmdWriteDirIo.connectTo(this, &DigitalIoPanel::cmdWriteDirIo_Click);
+    cmdReadDirIo.connectTo(this, &DigitalIoPanel::cmdReadDirIo_Click);
+    cmdWriteIo.connectTo(this, &DigitalIoPanel::cmdWriteIo_Click);
+    cmdReadIo.connectTo(this, &DigitalIoPanel::cmdReadIo_Click);
+    optIoUnits.connectTo(this, &DigitalIoPanel::optIoUnits_Click);
 }
 
 void DigitalIoPanel::optIoUnits_Click(int units)
@@ -151,13 +121,13 @@ void DigitalIoPanel::optIoUnits_Click(int units)
     if (units != Hex && units != Decimal)
         return;
     m_units = units;
-    const QSignalBlocker once(optIoUnits[static_cast<size_t>(units)]);
-    optIoUnits[static_cast<size_t>(units)]->setChecked(true);
+    const QSignalBlocker once(optIoUnits[units]);
+    optIoUnits[units]->setChecked(true);
     lblIoRange->setText(units == Hex ? boardTexts::ioRangeHex : boardTexts::ioRangeDecimal);
     if (units == Hex)
         chkBertan->setChecked(false);
     const QString fullScale = units == Hex ? u"FF"_s : u"255"_s;
-    for (size_t port = 0; port < ports; ++port) {
+    for (int port = 0; port < ports; ++port) {
         txtDirIo[port]->setText(fullScale);
         txtDirIoRead[port]->setText(fullScale);
         txtWriteIo[port]->setText(fullScale);
@@ -167,37 +137,30 @@ void DigitalIoPanel::optIoUnits_Click(int units)
 
 void DigitalIoPanel::cmdWriteDirIo_Click(int port)
 {
-    if (isPort(port))
-        writeRegister(directionRegister, port, txtDirIo[static_cast<size_t>(port)]->text());
+    if (txtDirIo.holds(port))
+        operate([&] { writeRegister(directionRegister, port, txtDirIo[port]->text()); });
 }
 
 void DigitalIoPanel::cmdWriteIo_Click(int port)
 {
-    if (isPort(port))
-        writeRegister(dataRegister, port, txtWriteIo[static_cast<size_t>(port)]->text());
+    if (txtWriteIo.holds(port))
+        operate([&] { writeRegister(dataRegister, port, txtWriteIo[port]->text()); });
 }
 
 void DigitalIoPanel::cmdReadDirIo_Click(int port)
 {
-    if (!isPort(port))
-        return;
-    if (const auto shown = readRegister(directionRegister, port))
-        txtDirIoRead[static_cast<size_t>(port)]->setText(*shown);
+    if (txtDirIoRead.holds(port))
+        operate([&] { txtDirIoRead[port]->setText(readRegister(directionRegister, port)); });
 }
 
 void DigitalIoPanel::cmdReadIo_Click(int port)
 {
-    if (!isPort(port))
-        return;
-    if (const auto shown = readRegister(dataRegister, port))
-        lblReadIo[static_cast<size_t>(port)]->setText(*shown);
+    if (lblReadIo.holds(port))
+        operate([&] { lblReadIo[port]->setText(readRegister(dataRegister, port)); });
 }
 
 void DigitalIoPanel::writeRegister(const QString &name, int port, const QString &text)
 {
-    const auto operation = m_session.begin();
-    if (!operation)
-        return;
     const auto value = registerValue(text);
     if (!value) {
         m_session.say(boardTexts::invalidData);
@@ -221,14 +184,11 @@ std::optional<QString> DigitalIoPanel::registerValue(const QString &text) const
     return QString::number(*value);
 }
 
-std::optional<QString> DigitalIoPanel::readRegister(const QString &name, int port)
+QString DigitalIoPanel::readRegister(const QString &name, int port)
 {
-    const auto operation = m_session.begin();
-    if (!operation)
-        return std::nullopt;
     const QString reply = m_link.ask(u"%1? %2"_s.arg(name).arg(port), beforeReadMs);
-    if (!numbers::startsWithNumber(reply)) // blank: nothing was read
-        return QString();
+    if (!numbers::startsWithNumber(reply))
+        return {};
     return m_units == Hex ? numbers::toHex(numbers::leadingInteger(reply))
                           : QString::number(numbers::leadingNumber(reply), 'g', 15);
 }

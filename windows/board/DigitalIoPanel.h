@@ -1,6 +1,7 @@
 #pragma once
 
 #include "windows/board/BoardPanel.h"
+#include "windows/widgets/ControlArray.h"
 
 #include <array>
 #include <optional>
@@ -10,7 +11,6 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QRadioButton;
 
 namespace corvane {
 
@@ -38,15 +38,15 @@ public:
     void cmdWriteIo_Click(int port);
     void optIoUnits_Click(int units);
 
-    std::array<QLineEdit *, ports> txtDirIo{};
-    std::array<QLineEdit *, ports> txtDirIoRead{};
-    std::array<QLineEdit *, ports> txtWriteIo{};
-    std::array<QLabel *, ports> lblReadIo{};
-    std::array<QPushButton *, ports> cmdWriteDirIo{};
-    std::array<QPushButton *, ports> cmdReadDirIo{};
-    std::array<QPushButton *, ports> cmdWriteIo{};
-    std::array<QPushButton *, ports> cmdReadIo{};
-    std::array<QRadioButton *, 2> optIoUnits{};
+    ControlArray<QLineEdit, ports> txtDirIo{};
+    ControlArray<QLineEdit, ports> txtDirIoRead{};
+    ControlArray<QLineEdit, ports> txtWriteIo{};
+    ControlArray<QLabel, ports> lblReadIo{};
+    ControlArray<QPushButton, ports> cmdWriteDirIo{};
+    ControlArray<QPushButton, ports> cmdReadDirIo{};
+    ControlArray<QPushButton, ports> cmdWriteIo{};
+    ControlArray<QPushButton, ports> cmdReadIo{};
+    ControlArray<QRadioButton, 2> optIoUnits{};
     QLabel *lblIoRange;
     /// Set by the technician as a note, cleared by the hexadecimal units; no command depends on it.
     QCheckBox *chkBertan;
@@ -62,8 +62,8 @@ private:
     void connectControls();
 
     void writeRegister(const QString &name, int port, const QString &text);
-    /// The shown form of the register's value, or nothing when none could begin.
-    std::optional<QString> readRegister(const QString &name, int port);
+    /// The shown form of the register's value; empty when nothing was read.
+    QString readRegister(const QString &name, int port);
     /// The value as the command carries it, or nothing when the entry is refused.
     [[nodiscard]] std::optional<QString> registerValue(const QString &text) const;
 

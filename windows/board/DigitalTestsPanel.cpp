@@ -1,12 +1,6 @@
 #include "windows/board/DigitalTestsPanel.h"
 
-#include "core/board/BoardSession.h"
 #include "windows/widgets/Controls.h"
-
-#include <QGridLayout>
-#include <QGroupBox>
-
-#include <array>
 
 namespace corvane {
 
@@ -16,31 +10,27 @@ DigitalTestsPanel::DigitalTestsPanel(BoardLink &link, BoardSession &session)
     : BoardPanel(link, session)
     , m_tests(link, session)
 {
-    auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins({});
-    auto *box = new QGroupBox(u"Automatic Tests"_s);
-    outer->addWidget(box);
-    auto *grid = new QGridLayout(box);
+    QGridLayout *grid = frame(*this, u"Automatic Tests"_s);
+    using Panel = DigitalTestsPanel;
     cmdDigTestFull =
-        exchanging(button(u"&Full Test"_s, u"cmdDigTestFull"_s, u"Direction and loop-back test"_s));
-    cmdDigTestWrite =
-        exchanging(button(u"Write &Test"_s, u"cmdDigTestWrite"_s, u"Direction test"_s));
-    cmdDigTestRead =
-        exchanging(button(u"Readbac&k Test"_s, u"cmdDigTestRead"_s, u"Loop-back test"_s));
-    cmdDigTestAbort = button(u"&Cancel Test"_s, u"cmdDigTestAbort"_s, u"Cancel the test"_s);
+        exchanging(button(u"&Full Test"_s, u"cmdDigTestFull"_s, u"Direction and loop-back test"_s,
+                          this, &Panel::cmdDigTestFull_Click));
+    cmdDigTestWrite = exchanging(button(u"Write &Test"_s, u"cmdDigTestWrite"_s, u"Direction test"_s,
+                                        this, &Panel::cmdDigTestWrite_Click));
+    cmdDigTestRead = exchanging(button(u"Readbac&k Test"_s, u"cmdDigTestRead"_s,
+                                       u"Loop-back test"_s, this, &Panel::cmdDigTestRead_Click));
+    cmdDigTestAbort = button(u"&Cancel Test"_s, u"cmdDigTestAbort"_s, u"Cancel the test"_s, this,
+                             &Panel::cmdDigTestAbort_Click);
     cmdDigTestAbort->setEnabled(false);
-    const QString rest = u"0"_s;
+    addRow(*grid, 0, {cmdDigTestFull, cmdDigTestWrite, cmdDigTestRead, cmdDigTestAbort});
     lblChannel = readOut(5, u"lblChannel"_s, u"Port under test"_s);
     lblPData = readOut(5, u"lblPData"_s, u"Bit under test"_s);
     lblPortValue = readOut(5, u"lblPortValue"_s, u"Pattern written"_s);
-    const std::array<std::pair<QString, QLabel *>, 3> labels = {
-        {{u"Port"_s, lblChannel}, {u"Bit"_s, lblPData}, {u"Pattern"_s, lblPortValue}}};
     int column = 0;
-    for (QPushButton *action : {cmdDigTestFull, cmdDigTestWrite, cmdDigTestRead, cmdDigTestAbort})
-        grid->addWidget(action, 0, column++);
-    column = 0;
-    for (const auto &[caption, label] : labels) {
-        label->setText(rest);
+    for (const auto &[caption, label] :
+         {std::pair(u"Port"_s, lblChannel), std::pair(u"Bit"_s, lblPData),
+          std::pair(u"Pattern"_s, lblPortValue)}) {
+        label->setText(u"0"_s);
         auto *cell = new QHBoxLayout;
         cell->addWidget(new QLabel(caption));
         cell->addWidget(label, 1);
@@ -50,18 +40,10 @@ DigitalTestsPanel::DigitalTestsPanel(BoardLink &link, BoardSession &session)
     grid->addWidget(lblProgress, 2, 0, 1, 4);
     for (int i = 0; i < grid->columnCount(); ++i)
         grid->setColumnStretch(i, 1);
-    connect(cmdDigTestFull, &QPushButton::clicked, this, &DigitalTestsPanel::cmdDigTestFull_Click);
-    connect(cmdDigTestWrite, &QPushButton::clicked, this,
-            &DigitalTestsPanel::cmdDigTestWrite_Click);
-    connect(cmdDigTestRead, &QPushButton::clicked, this, &DigitalTestsPanel::cmdDigTestRead_Click);
-    connect(cmdDigTestAbort, &QPushButton::clicked, this,
-            &DigitalTestsPanel::cmdDigTestAbort_Click);
     connect(&m_tests, &DigitalTests::portShown, lblChannel, &QLabel::setText);
+    connect(&m_tests, &DigitalTests::stepShown, lblPData, &QLabel::setText);
     connect(&m_tests, &DigitalTests::stepShown, this,
-            [this](const QString &bit, const QString &pattern) {
-                lblPData->setText(bit);
-                lblPortValue->setText(pattern);
-            });
+            [this](const QString &, const QString &pattern) { lblPortValue->setText(pattern); });
     connect(&m_tests, &DigitalTests::progressed, this,
             [this](const QString &text) { showText(*lblProgress, text); });
     connect(&m_tests, &DigitalTests::busyChanged, this, &DigitalTestsPanel::showBusy);

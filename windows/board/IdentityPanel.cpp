@@ -1,7 +1,6 @@
 #include "windows/board/IdentityPanel.h"
 
 #include "core/board/BoardLink.h"
-#include "core/board/BoardSession.h"
 #include "core/board/BoardTexts.h"
 #include "core/text/Numbers.h"
 #include "windows/widgets/Controls.h"
@@ -35,8 +34,6 @@ IdentityPanel::IdentityPanel(BoardLink &link, BoardSession &session)
     layout->addStretch();
     connect(txtSnPassword, &QLineEdit::returnPressed, this,
             [this] { txtSnPassword_KeyDown(enterKey); });
-    connect(cmdSetSN, &QPushButton::clicked, this, &IdentityPanel::cmdSetSN_Click);
-    connect(cmdGetTcpip, &QPushButton::clicked, this, &IdentityPanel::cmdGetTcpip_Click);
     connect(this, &BoardPanel::idleChanged, this, &IdentityPanel::enableSetSN);
 }
 
@@ -52,7 +49,8 @@ QWidget *IdentityPanel::makeSerialNumber()
     txtSN->setText(u"00/0000"_s);
     txtSN->setMaximumWidth(280);
     txtSN->setEnabled(false);
-    cmdSetSN = button(u"&Set Serial Number"_s, u"cmdSetSN"_s, u"Send the new serial number"_s);
+    cmdSetSN = button(u"&Set Serial Number"_s, u"cmdSetSN"_s, u"Send the new serial number"_s, this,
+                      &IdentityPanel::cmdSetSN_Click);
     cmdSetSN->setEnabled(false);
     cmdSetSN->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     form->addRow(u"&Unlock phrase"_s, txtSnPassword);
@@ -69,7 +67,8 @@ QWidget *IdentityPanel::makeNetwork()
     lblTcpip->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     lblTcpip->setMaximumWidth(280);
     cmdGetTcpip = exchanging(button(u"Get TCP/IP Sett&ings"_s, u"cmdGetTcpip"_s,
-                                    u"Query the board's network settings"_s));
+                                    u"Query the board's network settings"_s, this,
+                                    &IdentityPanel::cmdGetTcpip_Click));
     cmdGetTcpip->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto *caption = new QLabel(u"TCP/IP"_s);
     // The field stands below those of the serial number.
@@ -120,12 +119,11 @@ void IdentityPanel::cmdSetSN_Click()
 
 void IdentityPanel::cmdGetTcpip_Click()
 {
-    const auto operation = m_session.begin();
-    if (!operation)
-        return;
-    const QString reply = m_link.ask(u"TCPIP?"_s, beforeReadMs);
-    const qsizetype comma = reply.indexOf(u',');
-    showText(*lblTcpip, comma < 0 ? boardTexts::tcpipError : reply.first(comma));
+    operate([this] {
+        const QString reply = m_link.ask(u"TCPIP?"_s, beforeReadMs);
+        const qsizetype comma = reply.indexOf(u',');
+        showText(*lblTcpip, comma < 0 ? boardTexts::tcpipError : reply.first(comma));
+    });
 }
 
 } // namespace corvane

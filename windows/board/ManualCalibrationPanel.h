@@ -3,6 +3,7 @@
 #include "windows/board/BoardPanel.h"
 
 class QComboBox;
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -46,9 +47,8 @@ Q_SIGNALS:
 private:
     [[nodiscard]] QString kindName() const;
     QComboBox *channelBox(const QString &name, const QString &accessibleName);
-    void makeEntries();
-    void makeReadOuts();
-    void arrange();
+    void makeEntries(QGridLayout &grid);
+    void makeReadOuts(QGridLayout &grid);
 
     Kind m_kind;
 };

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "windows/board/BoardPanel.h"
-
-#include <array>
+#include "windows/widgets/ControlArray.h"
 
 class QGridLayout;
 class QLabel;
@@ -28,12 +27,12 @@ public:
     void cmdPortPinRead_Click(int pin);
     void cmdReadAllIo_Click();
 
-    std::array<QPushButton *, pins> cmdH{};
-    std::array<QPushButton *, pins> cmdL{};
-    std::array<QLineEdit *, pins> txtPortPinWrite{};
-    std::array<QPushButton *, pins> cmdPortPinWrite{};
-    std::array<QLabel *, pins> lblPortPinRead{};
-    std::array<QPushButton *, pins> cmdPortPinRead{};
+    ControlArray<QPushButton, pins> cmdH{};
+    ControlArray<QPushButton, pins> cmdL{};
+    ControlArray<QLineEdit, pins> txtPortPinWrite{};
+    ControlArray<QPushButton, pins> cmdPortPinWrite{};
+    ControlArray<QLabel, pins> lblPortPinRead{};
+    ControlArray<QPushButton, pins> cmdPortPinRead{};
     QPushButton *cmdReadAllIo;
 
 private:

@@ -1,6 +1,5 @@
 #include "windows/board/frmSBC.h"
 
-#include "core/board/BoardChannels.h"
 #include "core/board/BoardTexts.h"
 #include "core/board/UnsavedCalibrations.h"
 #include "core/text/ShownText.h"
@@ -13,7 +12,6 @@
 #include "windows/widgets/ToolTip.h"
 
 #include <QAbstractButton>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QGroupBox>
@@ -35,9 +33,8 @@ const QString runningTag = u"runnning"_s;
 
 } // namespace
 
-frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
-    : m_channels(channels)
-    , m_waits(clock)
+frmSBC::frmSBC(ChannelSet &channels, UnsavedCalibrations &unsaved, Dialogs &dialogs, Clock &clock)
+    : m_waits(clock)
     , m_unloadWaits(clock)
     , m_link(channels, m_waits)
     , m_session(m_link, channels, dialogs, this)
@@ -57,28 +54,19 @@ frmSBC::frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock)
     lblUnsaved->setWordWrap(true);
     top->addWidget(lblUnsaved, 1);
     layout->addLayout(top);
-    layout->addWidget(makePages(), 1);
+    layout->addWidget(makePages(unsaved), 1);
     makeStatusBar();
     layout->addWidget(StatusBar1);
 
     connect(calibration, &CalibrationPanel::reportRequested, this, &frmSBC::reportRequested);
-    connect(
-        &m_session, &BoardSession::runningChanged, this, [this] { finishClosing(); },
-        Qt::QueuedConnection);
-    connect(&channels.unsavedCalibrations(), &UnsavedCalibrations::changed, this,
-            &frmSBC::showUnsaved);
-    showUnsaved();
+    connect(&m_session, &BoardSession::runningChanged, this, &frmSBC::setProcedure);
+    lblUnsaved->setText(unsaved.text());
+    connect(&unsaved, &UnsavedCalibrations::changed, lblUnsaved, &QLabel::setText);
     cboMeasInstAdrGpib_Change();
     resize(1000, 660);
 }
 
 frmSBC::~frmSBC() = default;
-
-void frmSBC::showUnsaved()
-{
-    lblUnsaved->setText(m_channels.unsavedCalibrations().text());
-    Q_EMIT unsavedShown(lblUnsaved->text());
-}
 
 QWidget *frmSBC::makeMethod()
 {
@@ -121,10 +109,10 @@ QWidget *frmSBC::makeMeter()
     return box;
 }
 
-QTabWidget *frmSBC::makePages()
+QTabWidget *frmSBC::makePages(UnsavedCalibrations &unsaved)
 {
     dacAdc = new DacAdcPanel(m_link, m_session);
-    calibration = new CalibrationPanel(m_link, m_session, m_channels.unsavedCalibrations());
+    calibration = new CalibrationPanel(m_link, m_session, unsaved);
     digitalIo = new DigitalIoPanel(m_link, m_session);
     identity = new IdentityPanel(m_link, m_session);
     auto *pages = named(new QTabWidget, u"tabBoard"_s, u"Board"_s);
@@ -179,11 +167,11 @@ void frmSBC::cboMeasInstAdrGpib_Change()
 
 void frmSBC::DelayMs(qint16 ms)
 {
+    const Procedure delay(*this);
     caliTimer.stop();
     m_caliTimerTag = runningTag;
     caliTimer.start(std::max<int>(ms, 0));
     m_waits.waitUntil([this] { return m_caliTimerTag != runningTag; }, Clock::forever);
-    QMetaObject::invokeMethod(this, &frmSBC::finishClosing, Qt::QueuedConnection);
 }
 
 void frmSBC::caliTimer_Timer()
@@ -212,33 +200,10 @@ void frmSBC::keepFocus(bool running)
     QMetaObject::invokeMethod(this, giveBack, Qt::QueuedConnection);
 }
 
-void frmSBC::closeEvent(QCloseEvent *event)
-{
-    event->accept();
-    if (m_life != Life::Open)
-        return;
-    m_life = Life::Closing;
-    Q_EMIT closing();
-    m_session.shut();
-    QMetaObject::invokeMethod(this, &frmSBC::finishClosing, Qt::QueuedConnection);
-}
-
 void frmSBC::shutDown()
 {
     m_unloadWaits.close();
     close();
-}
-
-/// Goes on when nothing of the window is left on the stack.
-void frmSBC::finishClosing()
-{
-    if (m_life != Life::Closing || m_session.isRunning() || m_waits.isWaiting())
-        return;
-    m_life = Life::Unloading;
-    Form_QueryUnload();
-    m_life = Life::Closed;
-    m_channels.uncheckMnuSBC();
-    Q_EMIT closed();
 }
 
 void frmSBC::Form_QueryUnload()

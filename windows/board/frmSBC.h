@@ -3,10 +3,10 @@
 #include "core/board/BoardLink.h"
 #include "core/board/BoardSession.h"
 #include "devices/WaitGroup.h"
+#include "windows/widgets/ClosableWindow.h"
 
 #include <QPointer>
 #include <QTimer>
-#include <QWidget>
 
 #include <array>
 
@@ -22,19 +22,17 @@ class CalibrationPanel;
 class DacAdcPanel;
 class DigitalIoPanel;
 class IdentityPanel;
+class UnsavedCalibrations;
 
 /// The board window: composes the pages, chooses the communication method and the meter's address,
 /// shows the last exchange, and opens and closes. The exchanges are BoardLink's, who may exchange
 /// is BoardSession's.
-///
-/// Closing hides the window and ends what it was doing; `closed` follows when nothing of it is
-/// left on the stack, and from then on it may be destroyed, with deleteLater.
-class frmSBC : public QWidget
+class frmSBC : public ClosableWindow
 {
     Q_OBJECT
 
 public:
-    frmSBC(BoardChannels &channels, Dialogs &dialogs, Clock &clock);
+    frmSBC(ChannelSet &channels, UnsavedCalibrations &unsaved, Dialogs &dialogs, Clock &clock);
     ~frmSBC() override;
 
     /// Selects the method's option and stores the method; others than 0..2 are ignored.
@@ -46,7 +44,7 @@ public:
     void DelayMs(qint16 ms);
     void caliTimer_Timer();
 
-    /// The pauses of closing, then the menu entry and `closed`.
+    /// The pauses of closing.
     void Form_QueryUnload();
     /// Closes at once, without the pauses of closing: the program ends.
     void shutDown();
@@ -70,31 +68,20 @@ public:
 
 Q_SIGNALS:
     void reportRequested();
-    void unsavedShown(const QString &text);
-    /// The window begins to close.
-    void closing();
-    void closed();
-
-protected:
-    void closeEvent(QCloseEvent *event) override;
 
 private:
     QWidget *makeMethod();
     QWidget *makeMeter();
-    QTabWidget *makePages();
+    QTabWidget *makePages(UnsavedCalibrations &unsaved);
     void makeStatusBar();
     void keepFocus(bool running);
-    void showUnsaved();
-    void finishClosing();
+    void endProcedures() override { m_session.shut(); }
+    void unload() override { Form_QueryUnload(); }
 
-    enum class Life { Open, Closing, Unloading, Closed };
-
-    BoardChannels &m_channels;
     WaitGroup m_waits;
     WaitGroup m_unloadWaits;
     BoardLink m_link;
     BoardSession m_session;
-    Life m_life = Life::Open;
     QString m_caliTimerTag;
     QPointer<QWidget> m_focusBefore;
 };

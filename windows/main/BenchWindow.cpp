@@ -142,13 +142,6 @@ QWidget *BenchWindow::createBoard()
     return frame;
 }
 
-void BenchWindow::openWindow()
-{
-    show();
-    raise();
-    activateWindow();
-}
-
 void BenchWindow::openBeside(const QWidget &main)
 {
     const QRect screen = main.screen()->availableGeometry();

@@ -27,8 +27,6 @@ public:
     /// The bench must outlive the window.
     explicit BenchWindow(bench::Bench &bench);
 
-    /// Shows the window and brings it to the front.
-    void openWindow();
     /// Shows the window beside `main`, which keeps the keys; not at all where the screen has no
     /// room for both.
     void openBeside(const QWidget &main);

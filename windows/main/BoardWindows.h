@@ -1,58 +1,66 @@
 #pragma once
 
-#include "core/board/BoardChannels.h"
 #include "core/board/UnsavedCalibrations.h"
 
 #include <QObject>
 
+#include <memory>
+
+class QAction;
+
 namespace corvane {
 
-class Main;
+class ChannelSet;
+class Clock;
+class Dialogs;
 class frmSBC;
 class frmSBCPrint;
+struct modSBC;
 
-/// Opens and closes the board window and its report, and lends them the Channels: what the board
-/// link needs of the main window is answered here.
-class BoardWindows : public QObject, public BoardChannels
+/// Opens and closes the board window and its report, and remembers what the board has not stored
+/// yet.
+class BoardWindows : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit BoardWindows(Main &window);
+    /// The check mark of `mnuSBC` says whether the board window is open.
+    BoardWindows(ChannelSet &channels, Dialogs &dialogs, Clock &clock, modSBC &remembered,
+                 QAction &mnuSBC, QObject *parent);
     ~BoardWindows() override;
 
-    /// The menu entry's toggle: opens the board window, its method set from the showing tab, or
-    /// closes it.
-    void mnuSBC_Click();
+    /// The menu entry's toggle: opens the board window, its method set from the Channel that shows,
+    /// or closes it.
+    void mnuSBC_Click(int showingChannel);
     /// Opens the report window, or brings it to the front.
     void openReport();
     /// Closes both at once; the program is closing.
     void shutDown();
     /// Null while it is closed.
-    [[nodiscard]] frmSBC *boardWindow() const { return m_board; }
+    [[nodiscard]] frmSBC *boardWindow() const { return m_board.get(); }
+    [[nodiscard]] UnsavedCalibrations &unsavedCalibrations() { return m_unsaved; }
 
-    // What the board link borrows.
-    SerialPort &MSComm1() override;
-    GpibControl &QBXControl1() override;
-    TcpClient &tcpClient1() override;
-    [[nodiscard]] QByteArray responseBytes(int channel) const override;
-    void clearResponse(int channel) override;
-    ChannelUsers &users() override;
-    [[nodiscard]] QString faultText(int channel, Exchange half,
-                                    const QString &cause) const override;
-    UnsavedCalibrations &unsavedCalibrations() override { return m_unsaved; }
-    void uncheckMnuSBC() override;
+Q_SIGNALS:
+    /// The board window is about to borrow the Channels.
+    void opening();
+    /// What is to be known of a board whose window is closed; empty: nothing.
+    void noted(const QString &note);
 
 private:
     void openBoard();
+    void boardClosed();
     void showUnsaved();
 
-    Main &m_window;
+    ChannelSet &m_channels;
+    Dialogs &m_dialogs;
+    Clock &m_clock;
+    modSBC &m_remembered;
+    QAction &m_mnuSBC;
     UnsavedCalibrations m_unsaved;
-    frmSBC *m_board = nullptr;
+    std::unique_ptr<frmSBC> m_board;
+    std::unique_ptr<frmSBCPrint> m_report; ///< reads the board window, so it goes first
     /// The menu entry was chosen again while the window was closing.
     bool m_reopen = false;
-    frmSBCPrint *m_report = nullptr;
     bool m_toldUnsaved = false;
 };
 

@@ -12,6 +12,7 @@
 #include "windows/main/StatusLine.h"
 #include "windows/main/TcpTab.h"
 #include "windows/widgets/Accessibility.h"
+#include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/EntryRules.h"
 
 #include <QApplication>
@@ -45,9 +46,12 @@ Main::Main(const MainParts &parts, QWidget *parent)
     buildStatusBar();
     buildChannels();
     buildCommandList();
-    m_setup = new SetupWindows(*this);
-    m_board = new BoardWindows(*this);
     buildMenus();
+    m_setup = new SetupWindows({parts.channels, parts.clock, parts.dialogs, parts.gpibAdapters,
+                                parts.gpibAdapterFactory, parts.systemInfo},
+                               *this);
+    m_board = new BoardWindows(parts.channels, parts.dialogs, parts.clock, parts.remembered,
+                               *mnuSBC, this);
     connectWindows();
     resize(1024, 700);
 }
@@ -196,9 +200,7 @@ void Main::mnuHelp_Click()
 {
     if (!m_guide)
         m_guide = new GuideWindow(this);
-    m_guide->show();
-    m_guide->raise();
-    m_guide->activateWindow();
+    bringToFront(*m_guide);
 }
 
 void Main::chkLog_Click(int index)

@@ -155,10 +155,17 @@ void Main::connectWindows()
     for (const SerialTab *each : m_serial)
         connect(each->cmdPortConfig, &QPushButton::clicked, m_setup,
                 [this, index = each->index()] { m_setup->cmdPortConfig_Click(index); });
-    connect(m_gpib->cmdSearchGPIB, &QPushButton::clicked, m_setup,
-            &SetupWindows::cmdSearchGPIB_Click);
+    connect(m_gpib->cmdSearchGPIB, &QPushButton::clicked, m_setup, [this] {
+        m_gpib->applyPendingEntries();
+        m_setup->cmdSearchGPIB_Click();
+    });
     connect(m_gpib->cmdAdapter, &QPushButton::clicked, m_setup, &SetupWindows::cmdAdapter_Click);
-    connect(mnuSBC, &QAction::triggered, m_board, &BoardWindows::mnuSBC_Click);
+    connect(mnuSBC, &QAction::triggered, m_board,
+            [this] { m_board->mnuSBC_Click(tabChannels->currentIndex()); });
+    for (const int borrowed : {channels::rs232, channels::ieee488, channels::tcpIp1})
+        connect(m_board, &BoardWindows::opening, channel(borrowed),
+                &ChannelTab::applyPendingEntries);
+    connect(m_board, &BoardWindows::noted, this, &Main::showNote);
     connect(mnuAboutSC, &QAction::triggered, m_setup, &SetupWindows::mnuAboutSC_Click);
     auto *hold = new InputHold(m_parts.clock, this);
     connect(&m_parts.channels.gpib().control(), &GpibControl::busyChanged, hold,

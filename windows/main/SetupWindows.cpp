@@ -1,9 +1,8 @@
 #include "windows/main/SetupWindows.h"
 
+#include "core/channels/ChannelSet.h"
 #include "core/setup/GpibSearch.h"
 #include "windows/about/frmAbout.h"
-#include "windows/main/GpibTab.h"
-#include "windows/main/Main.h"
 #include "windows/setup/GpibAboutBox.h"
 #include "windows/setup/frmGPIB.h"
 #include "windows/setup/frmGpibAdapters.h"
@@ -25,14 +24,13 @@ QStringList devices(const QList<SerialPortEntry> &ports)
 
 } // namespace
 
-SetupWindows::SetupWindows(Main &window)
+SetupWindows::SetupWindows(const SetupParts &parts, QWidget &window)
     : QObject(&window)
     , tmrSearchGPIB(new QTimer(this))
-    , m_window(window)
+    , m_parts(parts)
+    , m_window(&window)
 {
 }
-
-SetupWindows::~SetupWindows() = default;
 
 void SetupWindows::cmdPortConfig_Click(int index)
 {
@@ -40,8 +38,8 @@ void SetupWindows::cmdPortConfig_Click(int index)
         return;
     frmPortConfig *&form = m_portConfig.at(static_cast<size_t>(index));
     if (!form) {
-        SerialSession &channel = m_window.parts().channels.serial(index);
-        form = new frmPortConfig(index, channel.port(), &m_window);
+        SerialSession &channel = m_parts.channels.serial(index);
+        form = new frmPortConfig(index, channel.port(), m_window);
         connect(&channel, &ChannelSession::openChanged, form, &frmPortConfig::portOpened);
     }
     form->openWindow();
@@ -51,9 +49,9 @@ GpibSearch &SetupWindows::search()
 {
     if (m_search)
         return *m_search;
-    ChannelSet &channels = m_window.parts().channels;
-    m_search = new GpibSearch(channels.gpib(), channels.users(), channels.module(),
-                              m_window.parts().clock, this);
+    ChannelSet &channels = m_parts.channels;
+    m_search =
+        new GpibSearch(channels.gpib(), channels.users(), channels.module(), m_parts.clock, this);
     connect(m_search, &GpibSearch::ended, tmrSearchGPIB, &QTimer::stop);
     // The device that was found is connected as soon as the search has left the control.
     connect(m_search, &GpibSearch::found, &channels.gpib(), &ChannelSession::open,
@@ -63,36 +61,36 @@ GpibSearch &SetupWindows::search()
 
 void SetupWindows::cmdSearchGPIB_Click()
 {
-    m_window.gpibTab().applyPendingEntries();
     if (!m_searchWindow)
-        m_searchWindow = new frmGPIB(search(), m_window.parts().channels.module(),
-                                     m_window.parts().dialogs, &m_window);
+        m_searchWindow =
+            new frmGPIB(search(), m_parts.channels.module(), m_parts.dialogs, m_window);
     m_searchWindow->openWindow();
 }
 
 void SetupWindows::cmdAdapter_Click()
 {
-    const MainParts &parts = m_window.parts();
+    SerialSession &serial = m_parts.channels.serial(channels::rs232);
     if (!m_adapterWindow)
         m_adapterWindow = new frmGpibAdapters(
-            {parts.gpibAdapters, parts.channels.gpib().control(), parts.gpibAdapterFactory,
-             parts.dialogs,
-             [this] { return devices(m_window.parts().channels.serial(channels::rs232).ports()); }},
-            &m_window);
+            {m_parts.gpibAdapters, m_parts.channels.gpib().control(), m_parts.gpibAdapterFactory,
+             m_parts.dialogs, [&serial] { return devices(serial.ports()); }},
+            m_window);
     m_adapterWindow->openWindow();
 }
 
 void SetupWindows::mnuAboutSC_Click()
 {
-    if (!m_about)
-        m_about = new frmAbout(m_window.parts().systemInfo, *this, &m_window);
+    if (!m_about) {
+        m_about = new frmAbout(m_parts.systemInfo, m_window);
+        connect(m_about, &frmAbout::gpibAboutRequested, this, &SetupWindows::showGpibAbout);
+    }
     m_about->openWindow();
 }
 
 void SetupWindows::showGpibAbout()
 {
     if (!m_gpibAbout)
-        m_gpibAbout = new GpibAboutBox(m_window.parts().channels.gpib().control(), &m_window);
+        m_gpibAbout = new GpibAboutBox(m_parts.channels.gpib().control(), m_window);
     m_gpibAbout->openWindow();
 }
 

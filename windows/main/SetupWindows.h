@@ -1,6 +1,6 @@
 #pragma once
 
-#include "windows/about/AboutHost.h"
+#include "devices/GpibAdapterChoice.h"
 
 #include <QObject>
 
@@ -10,29 +10,46 @@ class QTimer;
 
 namespace corvane {
 
+class ChannelSet;
+class Clock;
+class Dialogs;
 class GpibAboutBox;
+class GpibAdapterFactory;
 class GpibSearch;
-class Main;
+class SystemInfo;
 class frmAbout;
 class frmGPIB;
 class frmGpibAdapters;
 class frmPortConfig;
 
-/// The main window's small windows for finding and setting up devices, and the About window. Each
-/// is made when it is first asked for and kept; what they need of the main window is answered here.
-class SetupWindows : public QObject, public AboutHost
+/// What the small windows are built on; all of it outlives them.
+struct SetupParts
+{
+    ChannelSet &channels;
+    Clock &clock;
+    Dialogs &dialogs;
+    GpibAdapterChoices &gpibAdapters;
+    const GpibAdapterFactory &gpibAdapterFactory;
+    SystemInfo &systemInfo;
+};
+
+/// The small windows for finding and setting up devices, and the About window. Each is made when it
+/// is first asked for and kept.
+class SetupWindows : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit SetupWindows(Main &window);
-    ~SetupWindows() override;
+    /// They stand over `window`.
+    SetupWindows(const SetupParts &parts, QWidget &window);
 
     /// The port configuration of a serial Channel, 0 or 1.
     void cmdPortConfig_Click(int index);
     void cmdSearchGPIB_Click();
     void cmdAdapter_Click();
     void mnuAboutSC_Click();
+    /// The GPIB control's own about box.
+    void showGpibAbout();
     /// Ends what runs in the windows and closes them; the program is closing.
     void cancel();
     /// True while a search or a question to an adapter is on the stack.
@@ -40,14 +57,12 @@ public:
     /// The search; its window is made with it.
     [[nodiscard]] GpibSearch &search();
 
-    // What the About window needs.
-    void showGpibAbout() override;
-
     /// Kept for the search to stop: it is never started, the search paces itself.
-    QTimer *tmrSearchGPIB = nullptr;
+    QTimer *tmrSearchGPIB;
 
 private:
-    Main &m_window;
+    const SetupParts m_parts;
+    QWidget *m_window;
     std::array<frmPortConfig *, 2> m_portConfig{};
     GpibSearch *m_search = nullptr;
     frmGPIB *m_searchWindow = nullptr;

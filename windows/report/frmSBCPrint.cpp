@@ -10,7 +10,6 @@
 #include "devices/WholeFile.h"
 #include "windows/widgets/Controls.h"
 
-#include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -41,28 +40,6 @@ QString todayText()
 }
 
 } // namespace
-
-class frmSBCPrint::Procedure
-{
-public:
-    explicit Procedure(frmSBCPrint &window)
-        : m_window(window)
-    {
-        if (++m_window.m_procedures == 1)
-            m_window.showBusy(true);
-    }
-    ~Procedure()
-    {
-        if (--m_window.m_procedures > 0)
-            return;
-        m_window.showBusy(false);
-        QMetaObject::invokeMethod(&m_window, &frmSBCPrint::finishClosing, Qt::QueuedConnection);
-    }
-    Q_DISABLE_COPY_MOVE(Procedure)
-
-private:
-    frmSBCPrint &m_window;
-};
 
 const std::array<frmSBCPrint::FieldRow, 12> &frmSBCPrint::fieldRows()
 {
@@ -189,7 +166,7 @@ void frmSBCPrint::remember()
 
 void frmSBCPrint::cmdAutoFill_Click()
 {
-    if (m_procedures > 0 || isClosing())
+    if (isBusy() || isClosing())
         return;
     const Procedure procedure(*this);
     fillFromBoard();
@@ -234,7 +211,7 @@ void frmSBCPrint::cmdGenFilename_Click()
 
 void frmSBCPrint::cmdAccept_Click()
 {
-    if (m_procedures > 0 || isClosing())
+    if (isBusy() || isClosing())
         return;
     const Procedure procedure(*this);
     remember();
@@ -307,25 +284,12 @@ void frmSBCPrint::tell(const QString &text)
     --m_openBoxes;
 }
 
-void frmSBCPrint::closeEvent(QCloseEvent *event)
+void frmSBCPrint::endProcedures()
 {
-    event->accept();
-    if (m_closing)
-        return;
-    m_closing = true;
     if (m_exchanging && m_session)
         m_session->interrupt();
     if (m_openBoxes > 0)
         m_dialogs.dismissAll();
-    QMetaObject::invokeMethod(this, &frmSBCPrint::finishClosing, Qt::QueuedConnection);
-}
-
-void frmSBCPrint::finishClosing()
-{
-    if (!m_closing || m_closed || m_procedures > 0)
-        return;
-    m_closed = true;
-    Q_EMIT closed();
 }
 
 } // namespace corvane

@@ -2,9 +2,9 @@
 
 #include "core/board/CalibrationTable.h"
 #include "core/board/modSBC.h"
+#include "windows/widgets/ClosableWindow.h"
 
 #include <QPointer>
-#include <QWidget>
 
 #include <array>
 
@@ -31,10 +31,7 @@ struct ReportedBoard
 /// The report window: its twelve fields, filling them from the board, and saving the report of the
 /// calibration grid. The layout of the text is CalibrationReport's. It is to be closed with the
 /// board window.
-///
-/// Closing hides the window; `closed` follows when nothing of it is left on the stack, and from
-/// then on it may be destroyed, with deleteLater.
-class frmSBCPrint : public QWidget
+class frmSBCPrint : public ClosableWindow
 {
     Q_OBJECT
 
@@ -74,16 +71,7 @@ public:
     QLabel *statusPanel;
     QLabel *lblUnsaved;
 
-Q_SIGNALS:
-    void closed();
-
-protected:
-    void closeEvent(QCloseEvent *event) override;
-
 private:
-    /// One procedure of the window that waits or asks: while it is in scope the window stays and
-    /// its other actions are disabled.
-    class Procedure;
     struct FieldRow
     {
         QString label;
@@ -96,14 +84,14 @@ private:
     QWidget *makeGroup(const QString &title, size_t first, size_t count);
     QWidget *makeButtons();
     void makeStatusBar();
-    void showBusy(bool busy);
-    void finishClosing();
+    /// Its other actions are disabled.
+    void showBusy(bool busy) override;
+    void endProcedures() override;
 
     void fillFromBoard();
     void remember();
     /// True, after a word about why, when the report cannot be saved now.
     bool refusesToSave();
-    [[nodiscard]] bool isClosing() const { return m_closing; }
     void tell(const QString &text);
     void write(const QString &path, const QByteArray &report);
 
@@ -112,9 +100,6 @@ private:
     modSBC &m_remembered;
     Dialogs &m_dialogs;
     QString m_version;
-    bool m_closing = false;
-    bool m_closed = false;
-    int m_procedures = 0;
     bool m_exchanging = false;
     int m_openBoxes = 0;
 };

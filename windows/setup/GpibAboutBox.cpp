@@ -2,7 +2,6 @@
 
 #include "devices/GpibControl.h"
 #include "devices/PlatformError.h"
-#include "windows/setup/growToFit.h"
 #include "windows/widgets/Naming.h"
 
 #include <QGridLayout>
@@ -30,12 +29,9 @@ QLabel *createText(const QString &name, int board)
 } // namespace
 
 GpibAboutBox::GpibAboutBox(GpibControl &control, QWidget *parent)
-    : QDialog(parent)
+    : ReopenedDialog(u"GpibAboutBox"_s, u"About the GPIB Control"_s, parent)
     , m_control(control)
 {
-    setObjectName(u"GpibAboutBox"_s);
-    setWindowTitle(u"About the GPIB Control"_s);
-    setAccessibleName(windowTitle());
     createControls();
     connect(tmrAsk, &QTimer::timeout, this, &GpibAboutBox::tmrAsk_Timer);
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::close);
@@ -70,16 +66,6 @@ void GpibAboutBox::createControls()
     grid->setColumnStretch(1, 2);
     grid->setColumnStretch(2, 3);
     setMinimumWidth(100 * fontMetrics().averageCharWidth());
-}
-
-void GpibAboutBox::openWindow()
-{
-    if (!isVisible()) {
-        Form_Load();
-        show();
-    }
-    raise();
-    activateWindow();
 }
 
 void GpibAboutBox::Form_Load()
@@ -117,7 +103,7 @@ bool GpibAboutBox::ask(int board)
     if (!isVisible() || tmrAsk->isActive())
         return false;
     lblVersion[static_cast<std::size_t>(board)]->setText(answer);
-    growToFit(*this);
+    growToFit();
     return true;
 }
 
@@ -126,7 +112,7 @@ void GpibAboutBox::done(int result)
     tmrAsk->stop();
     if (m_asking)
         m_control.cancel();
-    QDialog::done(result);
+    ReopenedDialog::done(result);
 }
 
 } // namespace corvane

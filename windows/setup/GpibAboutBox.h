@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "windows/widgets/ReopenedDialog.h"
 
 #include <array>
 
@@ -14,9 +14,7 @@ class GpibControl;
 
 /// The GPIB control's own about box: which adapter serves which board, and the adapter's version.
 /// It only asks; frmGpibAdapters is where an adapter is chosen.
-///
-/// The box must not be destroyed while it asks; closed meanwhile it only hides.
-class GpibAboutBox : public QDialog
+class GpibAboutBox : public ReopenedDialog
 {
     Q_OBJECT
 
@@ -26,13 +24,11 @@ public:
     /// The control must outlive the box.
     explicit GpibAboutBox(GpibControl &control, QWidget *parent = nullptr);
 
-    /// Shows the box and asks the adapters; one that is already open comes to the front.
-    void openWindow();
     /// True while an adapter is being asked.
     [[nodiscard]] bool isAsking() const { return m_asking; }
 
     // Event handlers
-    void Form_Load();
+    void Form_Load() override;
     void tmrAsk_Timer();
     void done(int result) override;
 

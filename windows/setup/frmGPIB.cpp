@@ -4,7 +4,6 @@
 #include "core/setup/GpibSearch.h"
 #include "core/setup/SetupTexts.h"
 #include "core/text/Dialogs.h"
-#include "windows/setup/growToFit.h"
 #include "windows/widgets/Naming.h"
 
 #include <QBoxLayout>
@@ -32,14 +31,11 @@ QLabel *createStatus(const QString &name)
 } // namespace
 
 frmGPIB::frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget *parent)
-    : QDialog(parent)
+    : ReopenedDialog(u"frmGPIB"_s, u"GPIB Address Search"_s, parent)
     , m_search(search)
     , m_module(module)
     , m_dialogs(dialogs)
 {
-    setObjectName(u"frmGPIB"_s);
-    setWindowTitle(u"GPIB Address Search"_s);
-    setAccessibleName(windowTitle());
     createControls();
     connectControls();
 }
@@ -84,16 +80,6 @@ void frmGPIB::connectControls()
         progress->setFormat(u"Address %v of %m"_s);
         progress->setValue(number);
     });
-}
-
-void frmGPIB::openWindow()
-{
-    if (!isVisible()) {
-        Form_Load();
-        show();
-    }
-    raise();
-    activateWindow();
 }
 
 void frmGPIB::Form_Load()
@@ -154,7 +140,7 @@ void frmGPIB::done(int result)
 {
     tmrStart->stop();
     m_search.cancel();
-    QDialog::done(result);
+    ReopenedDialog::done(result);
 }
 
 /// The window grows when the texts need it, and never shrinks under the user's hand.
@@ -163,7 +149,7 @@ void frmGPIB::showFaults(const QString &faults)
     lblFaults->setText(faults);
     lblFaults->setVisible(!faults.isEmpty());
     if (!faults.isEmpty())
-        growToFit(*this);
+        growToFit();
 }
 
 void frmGPIB::showButtons(bool searching)

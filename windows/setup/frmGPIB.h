@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "windows/widgets/ReopenedDialog.h"
 
 class QLabel;
 class QProgressBar;
@@ -15,20 +15,15 @@ struct Module1;
 
 /// The "GPIB Address Search" window: starts a search as soon as it is shown, displays its progress,
 /// cancels and repeats it. The search itself is GpibSearch's.
-///
-/// The window must not be destroyed while the search runs; closed meanwhile it only hides.
-class frmGPIB : public QDialog
+class frmGPIB : public ReopenedDialog
 {
     Q_OBJECT
 
 public:
     frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget *parent = nullptr);
 
-    /// Shows the window and starts a search; one that is already open only comes to the front.
-    void openWindow();
-
     // Event handlers
-    void Form_Load();
+    void Form_Load() override;
     void tmrStart_Timer();
     void cmdSearch_Click();
     void cmdCancel_Click();

@@ -4,7 +4,6 @@
 #include "devices/GpibAdapterFactory.h"
 #include "devices/GpibControl.h"
 #include "devices/PlatformError.h"
-#include "windows/setup/growToFit.h"
 #include "windows/widgets/EditableBox.h"
 #include "windows/widgets/Naming.h"
 
@@ -47,12 +46,9 @@ std::size_t indexOf(int board)
 } // namespace
 
 frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
-    : QDialog(parent)
+    : ReopenedDialog(u"frmGpibAdapters"_s, u"GPIB Adapters"_s, parent)
     , m_parts(std::move(parts))
 {
-    setObjectName(u"frmGpibAdapters"_s);
-    setWindowTitle(u"GPIB Adapters"_s);
-    setAccessibleName(windowTitle());
     auto *rows = new QVBoxLayout(this);
     auto *grid = new QGridLayout;
     grid->setColumnStretch(2, 1);
@@ -119,16 +115,6 @@ void frmGpibAdapters::connectControls()
     }
     connect(cmdOK, &QPushButton::clicked, this, &frmGpibAdapters::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmGpibAdapters::cmdCancel_Click);
-}
-
-void frmGpibAdapters::openWindow()
-{
-    if (!isVisible()) {
-        Form_Load();
-        show();
-    }
-    raise();
-    activateWindow();
 }
 
 void frmGpibAdapters::Form_Load()
@@ -234,7 +220,7 @@ void frmGpibAdapters::done(int result)
 {
     if (m_testing)
         m_parts.control.cancel();
-    QDialog::done(result);
+    ReopenedDialog::done(result);
 }
 
 /// The window grows when the text needs it.
@@ -243,7 +229,7 @@ void frmGpibAdapters::showResult(std::size_t board, const QString &text)
     lblResult[board]->setText(text);
     lblResult[board]->setVisible(!text.isEmpty());
     if (!text.isEmpty())
-        growToFit(*this);
+        growToFit();
 }
 
 } // namespace corvane

@@ -2,8 +2,7 @@
 
 #include "devices/GpibAdapterChoice.h"
 #include "devices/GpibAddress.h"
-
-#include <QDialog>
+#include "windows/widgets/ReopenedDialog.h"
 
 #include <array>
 
@@ -21,9 +20,7 @@ class GpibControl;
 /// The "GPIB Adapters" window: chooses for each board the kind of its adapter and its place, and
 /// asks an adapter for its version. It changes the choices and makes the control forget the
 /// adapters that are no longer chosen; making the new ones is the control's.
-///
-/// The window must not be destroyed while it tests; closed meanwhile it only hides.
-class frmGpibAdapters : public QDialog
+class frmGpibAdapters : public ReopenedDialog
 {
     Q_OBJECT
 
@@ -43,13 +40,11 @@ public:
 
     explicit frmGpibAdapters(Parts parts, QWidget *parent = nullptr);
 
-    /// Shows the window with the choices in force; one that is already open comes to the front.
-    void openWindow();
     /// True while an adapter is being asked.
     [[nodiscard]] bool isTesting() const { return m_testing; }
 
     // Event handlers; a board outside 0..3 is ignored.
-    void Form_Load();
+    void Form_Load() override;
     void cboKind_Click(int board);
     /// Stores the board's choice and asks the adapter for its version.
     void cmdTest_Click(int board);

@@ -82,13 +82,10 @@ QGroupBox *createPresets(const QString &title, const QString &name, const QStrin
 } // namespace
 
 frmPortConfig::frmPortConfig(int channel, SerialPort &port, QWidget *parent)
-    : QDialog(parent)
+    : ReopenedDialog(u"frmPortConfig"_s, u"Port Configuration"_s, parent)
     , m_channel(channel)
     , m_port(port)
 {
-    setObjectName(u"frmPortConfig"_s);
-    setWindowTitle(u"Port Configuration"_s);
-    setAccessibleName(windowTitle());
     auto *rows = new QVBoxLayout(this);
     auto *columns = new QHBoxLayout;
     columns->addWidget(createFields(), 1);
@@ -166,13 +163,10 @@ void frmPortConfig::connectControls()
 
 void frmPortConfig::openWindow()
 {
-    if (!isVisible()) {
-        Form_Load();
-        show();
+    const bool wasOpen = isVisible();
+    ReopenedDialog::openWindow();
+    if (!wasOpen)
         cboCfg[0]->setFocus();
-    }
-    raise();
-    activateWindow();
 }
 
 void frmPortConfig::Form_Load()

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "core/setup/PortSettingsText.h"
-
-#include <QDialog>
+#include "windows/widgets/ReopenedDialog.h"
 
 #include <array>
 #include <optional>
@@ -19,7 +18,7 @@ class SerialPort;
 
 /// The "Port Configuration" window of one serial Channel: edits the settings string of its port
 /// field by field. It leaves the port's opening, and any judgement of the settings, to the Channel.
-class frmPortConfig : public QDialog
+class frmPortConfig : public ReopenedDialog
 {
     Q_OBJECT
 
@@ -27,12 +26,11 @@ public:
     /// `channel` is channels::rs485 or channels::rs232; the port must outlive the window.
     frmPortConfig(int channel, SerialPort &port, QWidget *parent = nullptr);
 
-    /// Shows the window with the port's current settings; one that is already open comes to the
-    /// front and keeps what was typed.
-    void openWindow();
+    /// Of one that is already open what was typed stays.
+    void openWindow() override;
 
     // Event handlers; an index without a control is ignored.
-    void Form_Load();
+    void Form_Load() override;
     void cmdPortConfig_Click(int index);
     void cmdPreset232_Click(int index);
     void cmdPreset485_Click(int index);

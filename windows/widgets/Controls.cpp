@@ -3,6 +3,8 @@
 #include "core/text/ShownText.h"
 #include "windows/widgets/ToolTip.h"
 
+#include <QGroupBox>
+
 namespace corvane::controls {
 
 namespace {
@@ -15,29 +17,31 @@ int widthOf(const QWidget &widget, int characters)
 
 } // namespace
 
-QPushButton *button(const QString &caption, const QString &name, const QString &accessibleName)
+QPushButton *button(const QString &caption, const QString &name, const QString &accessibleName,
+                    int index)
 {
-    return named(new QPushButton(caption), name, accessibleName);
+    return named(new QPushButton(caption), name, accessibleName, index);
 }
 
-QPushButton *smallButton(const QString &caption, const QString &name, const QString &accessibleName)
+QPushButton *smallButton(const QString &caption, const QString &name, const QString &accessibleName,
+                         int index)
 {
-    QPushButton *small = button(caption, name, accessibleName);
+    QPushButton *small = button(caption, name, accessibleName, index);
     const auto letters = static_cast<int>(QString(caption).remove(u'&').size());
     small->setFixedWidth(widthOf(*small, letters) + 8);
     return small;
 }
 
-QLineEdit *entry(int characters, const QString &name, const QString &accessibleName)
+QLineEdit *entry(int characters, const QString &name, const QString &accessibleName, int index)
 {
-    auto *edit = named(new QLineEdit, name, accessibleName);
+    auto *edit = named(new QLineEdit, name, accessibleName, index);
     edit->setMinimumWidth(widthOf(*edit, characters));
     return edit;
 }
 
-QLabel *readOut(int characters, const QString &name, const QString &accessibleName)
+QLabel *readOut(int characters, const QString &name, const QString &accessibleName, int index)
 {
-    auto *label = named(new QLabel, name, accessibleName);
+    auto *label = named(new QLabel, name, accessibleName, index);
     label->setTextFormat(Qt::PlainText);
     label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -49,11 +53,9 @@ QLabel *readOut(int characters, const QString &name, const QString &accessibleNa
 
 QLabel *progressLine(const QString &name, const QString &accessibleName)
 {
-    auto *label = named(new QLabel, name, accessibleName);
+    QLabel *label = named(note(name), name, accessibleName);
     label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     label->setFixedHeight(2 * label->fontMetrics().lineSpacing());
     return label;
@@ -64,6 +66,30 @@ void showText(QLabel &label, const QString &text)
     constexpr qsizetype longest = 300; // two lines of a progress line
     label.setText(shownText(text, longest));
     label.setToolTip(label.text() == text ? QString() : plainToolTip(text));
+}
+
+QLabel *note(const QString &name)
+{
+    auto *label = new QLabel;
+    label->setObjectName(name);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+void addRow(QGridLayout &grid, int row, std::initializer_list<QWidget *> widgets, int column)
+{
+    for (QWidget *widget : widgets)
+        grid.addWidget(widget, row, column++);
+}
+
+QGridLayout *frame(QWidget &panel, const QString &title)
+{
+    auto *outer = new QVBoxLayout(&panel);
+    outer->setContentsMargins({});
+    auto *box = new QGroupBox(title);
+    outer->addWidget(box);
+    return new QGridLayout(box);
 }
 
 } // namespace corvane::controls

@@ -29,4 +29,16 @@ QString indexed(const QString &name, auto index)
     return u"%1_%2"_s.arg(name).arg(index);
 }
 
+/// The index of a control that there is once.
+inline constexpr int single = -1;
+
+/// The names of a control that may be an element of a control array: there the accessible name has
+/// a "%1" for the index.
+template <class Control>
+Control *named(Control *control, const QString &name, const QString &accessibleName, int index)
+{
+    return index == single ? named(control, name, accessibleName)
+                           : named(control, indexed(name, index), accessibleName.arg(index));
+}
+
 } // namespace corvane

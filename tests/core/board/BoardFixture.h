@@ -1,7 +1,8 @@
 #pragma once
 
-#include "core/board/BoardChannels.h"
 #include "core/board/UnsavedCalibrations.h"
+#include "core/channels/ChannelSet.h"
+#include "core/channels/Module1.h"
 #include "devices/GpibControl.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeGpibAdapter.h"
@@ -12,64 +13,40 @@
 
 namespace corvane {
 
-/// The main window's side of the board window, in memory: a board that answers on all three
-/// Channels alike, and a meter on the GPIB bus.
-class FakeBoardChannels : public BoardChannels
+/// The Channels over devices in memory: a board that answers on all three alike, and a meter on the
+/// GPIB bus.
+class FakeBoard
 {
 public:
-    static inline const QString boardAddress = QStringLiteral("GPIB0::5");
+    static inline const QString address = QStringLiteral("GPIB0::5");
     static constexpr int gpibTimeoutMs = 777; // told apart from every other wait
 
-    explicit FakeBoardChannels(Clock &clock)
+    FakeBoard(Clock &clock, Dialogs &dialogs)
         : gpib(clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); })
+        , set({rs485, serial, gpib, tcp, tcpClient2, [] { return QList<SerialPortEntry>(); }},
+              module, dialogs, clock)
     {
-        serial.setPortOpen(true);
-        tcp.setState(SocketState::Connected);
-        gpib.setConnectString(boardAddress);
+        for (const int index : {channels::rs232, channels::tcpIp1})
+            set.at(index).open();
+        set.gpib().fillIn({.address = address});
         gpib.setTimeout(gpibTimeoutMs);
-        bus.onWrite = [this](const QString &address,
+        serial.onOutput = [this](const QByteArray &text) { serial.feed(reply(text)); };
+        tcp.onSend = [this](const QByteArray &text) { tcp.feed(reply(text)); };
+        bus.onWrite = [this](const QString &to,
                              const QByteArray &text) -> std::optional<QByteArray> {
-            if (address == boardAddress)
-                return onBoard(text);
-            if (meter.empty())
+            if (to != address && meter.empty())
                 return std::nullopt;
-            const QByteArray reading = meter.front();
-            meter.pop_front();
-            return reading;
+            if (to != address)
+                return takeFirst(meter);
+            const QByteArray answered = reply(text);
+            return answered.isEmpty() ? std::nullopt : std::optional(answered);
         };
     }
-
-    SerialPort &MSComm1() override { return serial; }
-    GpibControl &QBXControl1() override { return gpib; }
-    TcpClient &tcpClient1() override { return tcp; }
-    [[nodiscard]] QByteArray responseBytes(int channel) const override
-    {
-        if (!boxText.isEmpty())
-            return boxText;
-        const auto &written = channel == channels::rs232 ? serial.written : tcp.sent;
-        return written.empty() ? QByteArray()
-                               : answer(QString::fromLatin1(written.back())).toLatin1();
-    }
-    void clearResponse(int channel) override
-    {
-        boxText.clear();
-        cleared.push_back(channel);
-    }
-    ChannelUsers &users() override { return claims; }
-    [[nodiscard]] QString faultText(int channel, Exchange half, const QString &cause) const override
-    {
-        return QStringLiteral("%1 %2: %3")
-            .arg(half == Exchange::Send ? QStringLiteral("send") : QStringLiteral("read"))
-            .arg(channel)
-            .arg(cause);
-    }
-    UnsavedCalibrations &unsavedCalibrations() override { return unsaved; }
-    void uncheckMnuSBC() override { ++unchecked; }
 
     /// Everything written to the board, on any Channel.
     [[nodiscard]] QStringList commands() const
     {
-        const QString write = QStringLiteral("write %1 ").arg(boardAddress);
+        const QString write = QStringLiteral("write %1 ").arg(address);
         QStringList result = bus.calls.filter(write).replaceInStrings(write, QString());
         for (const auto *written : {&serial.written, &tcp.sent}) {
             for (const QByteArray &bytes : *written)
@@ -83,27 +60,46 @@ public:
         tcp.sent.clear();
         bus.calls.clear();
     }
+    /// The board says something over the Channel of a method.
+    void say(int method, const QByteArray &text)
+    {
+        if (method == BoardLink::Rs232)
+            serial.feed(text);
+        else if (method == BoardLink::TcpIp)
+            tcp.feed(text);
+        else
+            bus.replies[address].push_back(text);
+    }
+    void setResponses(const QByteArray &text)
+    {
+        for (ChannelSession *each : set.all())
+            each->setResponse(text);
+    }
 
+    FakeSerialPort rs485;
     FakeSerialPort serial;
     FakeTcpClient tcp;
+    FakeTcpClient tcpClient2;
     FakeGpibBus bus;
     GpibControl gpib;
+    Module1 module;
+    ChannelSet set;
+    UnsavedCalibrations unsaved;
     /// The board's reply to a command; empty: silence.
     std::function<QString(const QString &)> answer = [](const QString &) { return QString(); };
     /// The meter's coming replies; none left: silence.
     std::deque<QByteArray> meter;
-    /// What a response box still holds.
-    QByteArray boxText;
-    std::vector<int> cleared;
-    ChannelUsers claims;
-    int unchecked = 0;
-    UnsavedCalibrations unsaved;
 
 private:
-    [[nodiscard]] std::optional<QByteArray> onBoard(const QByteArray &text) const
+    [[nodiscard]] QByteArray reply(const QByteArray &text) const
     {
-        const QString reply = answer(QString::fromLatin1(text));
-        return reply.isEmpty() ? std::nullopt : std::optional(reply.toLatin1());
+        return answer(QString::fromLatin1(text)).toLatin1();
+    }
+    static QByteArray takeFirst(std::deque<QByteArray> &replies)
+    {
+        const QByteArray first = replies.front();
+        replies.pop_front();
+        return first;
     }
 };
 
@@ -149,8 +145,8 @@ protected:
 
     FakeClock clock;
     ScriptedDialogs dialogs;
-    FakeBoardChannels channels{clock};
-    frmSBC board{channels, dialogs, clock};
+    FakeBoard channels{clock, dialogs};
+    frmSBC board{channels.set, channels.unsaved, dialogs, clock};
 };
 
 /// A QString list from plain literals.

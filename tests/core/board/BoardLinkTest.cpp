@@ -39,7 +39,7 @@ TEST_F(BoardLinkTest, AnExchangeTakes125MsAnd200MoreWhenTheBoardIsSilent)
             QString text = QStringLiteral("old");
             board.link().OutputToSbc(command);
             board.link().InputFromSbc(text);
-            std::erase(clock.waits, FakeBoardChannels::gpibTimeoutMs);
+            std::erase(clock.waits, FakeBoard::gpibTimeoutMs);
             EXPECT_EQ(clock.waits, answers ? answered : silent) << method;
             EXPECT_EQ(text, answers ? QStringLiteral("1,2\x7F") : QString());
             EXPECT_EQ(shown(board, "StatusBar1_2"), answers ? text : QStringLiteral("NO RESPONSE"));
@@ -49,9 +49,8 @@ TEST_F(BoardLinkTest, AnExchangeTakes125MsAnd200MoreWhenTheBoardIsSilent)
 
 TEST_F(BoardLinkTest, AReplyThatComesWithinTheSecondReadCounts)
 {
-    clock.after(25 + 100 + FakeBoardChannels::gpibTimeoutMs + 150, [this] {
-        channels.bus.replies[FakeBoardChannels::boardAddress].emplace_back("late");
-    });
+    clock.after(25 + 100 + FakeBoard::gpibTimeoutMs + 150,
+                [this] { channels.bus.replies[FakeBoard::address].emplace_back("late"); });
     QString text = QStringLiteral("ADC?");
     board.link().OutputToSbc(text);
     board.link().InputFromSbc(text);
@@ -60,7 +59,7 @@ TEST_F(BoardLinkTest, AReplyThatComesWithinTheSecondReadCounts)
 
 TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
 {
-    const QString address = FakeBoardChannels::boardAddress;
+    const QString address = FakeBoard::address;
     const QString dropped = QStringLiteral("A late answer to an earlier command");
     for (const int method : {0, 1, 2}) {
         board.OptSbcCommMeth_Click(method);
@@ -69,10 +68,7 @@ TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
             clock.after(!isRead       ? 130
                         : method == 1 ? 3200
                                       : 2000,
-                        [this, method, address] {
-                            channels.bus.replies[address].assign(method == 1 ? 1 : 0, "late");
-                            channels.boxText = "late";
-                        });
+                        [this, method] { channels.say(method, "late"); });
             QString command = QStringLiteral("ADC?  0");
             board.link().OutputToSbc(command);
             if (isRead) {
@@ -106,17 +102,24 @@ TEST_F(BoardLinkTest, ALoneLineEndIsNoAnswer)
 
 TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
 {
-    channels.serial.feed("unread");
-    channels.tcp.feed("unread");
+    {
+        const QSignalBlocker serial(&channels.serial);
+        const QSignalBlocker tcp(&channels.tcp);
+        channels.serial.feed("unread");
+        channels.tcp.feed("unread");
+    }
+    channels.setResponses("stale");
     for (const int method : {0, 1, 2}) {
-        channels.boxText = "stale";
         board.OptSbcCommMeth_Click(method);
         QString text = QStringLiteral("L 1");
         board.link().OutputToSbc(text);
     }
-    EXPECT_EQ(channels.cleared, (std::vector<int>{1, 3}));
+    QByteArrayList boxes;
+    for (const ChannelSession *each : channels.set.all())
+        boxes << each->response().bytes();
+    EXPECT_EQ(boxes, (QByteArrayList{"stale", "", "stale", "", "stale"}));
     EXPECT_TRUE(channels.serial.input().isEmpty() && channels.tcp.getData().isEmpty());
-    channels.boxText = "of the command before";
+    channels.setResponses("of the command before");
     QString text = QStringLiteral("ADC?");
     board.link().OutputToSbc(text, [] { return true; });
     board.link().InputFromSbc(text);
@@ -142,9 +145,9 @@ TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)
 
 TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
 {
-    channels.boxText = "the list's reply";
+    channels.setResponses("the list's reply");
     for (const int method : {0, 1, 2}) {
-        channels.claims.claim(method + channels::rs232, ChannelUse::List);
+        channels.set.users().claim(method + channels::rs232, ChannelUse::List);
         board.OptSbcCommMeth_Click(method);
         QString text = QStringLiteral("ADC?");
         board.link().OutputToSbc(text);

@@ -108,8 +108,8 @@ TEST_F(CalibrationTest, CancelledAtAnyMomentItSendsNoFurtherCommandAndReadsTheOp
         });
         act(board, "cmdCal");
         EXPECT_EQ(channels.bus.calls.filter(QStringLiteral("write")), sent) << at;
-        EXPECT_EQ(channels.gpib.connectString(), FakeBoardChannels::boardAddress) << at;
-        EXPECT_TRUE(channels.bus.replies[FakeBoardChannels::boardAddress].empty()) << at;
+        EXPECT_EQ(channels.gpib.connectString(), FakeBoard::address) << at;
+        EXPECT_TRUE(channels.bus.replies[FakeBoard::address].empty()) << at;
         EXPECT_TRUE(isIdle()) << at;
     }
 }
@@ -189,7 +189,7 @@ TEST_F(CalibrationTest, ReadingsThatDoNotFitOrAFaultOfTheMeterStopIt)
     dialogs.expectMessage(
         QStringLiteral("The meter at GPIB address 7 could not be read: no controller"));
     act(board, "cmdCal");
-    EXPECT_EQ(channels.gpib.connectString(), FakeBoardChannels::boardAddress);
+    EXPECT_EQ(channels.gpib.connectString(), FakeBoard::address);
     EXPECT_TRUE(isIdle());
 }
 
@@ -274,16 +274,18 @@ TEST_F(CalibrationTest, AnEndBeforeTheLastStepTellsTheStepAndHowTheChannelWasLef
                 .startsWith(at == 8000 ? u"Not saved to EEPROM" : u"Calibration unfinished"));
     }
     clock.after(1800, [this] { channels.bus.fault = QStringLiteral("no controller"); });
-    dialogs.expectMessage(QStringLiteral("read 2: no controller"));
+    const QString sendError = QStringLiteral("Error occurred in CmdSend");
+    const QString readError = QStringLiteral("Error occurred while trying to read.");
+    dialogs.expectMessage(readError + QStringLiteral("\r\nno controller"));
     act(board, "cmdCal");
-    const QString stopped = end + QStringLiteral(": %4 2: no controller");
+    const QString stopped = end + QStringLiteral(": %4 no controller");
     EXPECT_EQ(shown(board, "lblProgress"),
               stopped.arg(u"Stopped", u"ADC at 0.5 V",
-                          QStringLiteral("with ") + neutral("0.5") + andAdc, u"read"));
-    dialogs.expectMessage(QStringLiteral("send 2: no controller"));
+                          QStringLiteral("with ") + neutral("0.5") + andAdc, readError));
+    dialogs.expectMessage(sendError + QStringLiteral("\r\nno controller"));
     act(board, "cmdCal");
     EXPECT_EQ(shown(board, "lblProgress"),
-              stopped.arg(u"Stopped", u"settling at 0.5 V", u"as it was", u"send"));
+              stopped.arg(u"Stopped", u"settling at 0.5 V", u"as it was", sendError));
     EXPECT_TRUE(isIdle());
 }
 
@@ -383,11 +385,11 @@ TEST_F(CalibrationTest, TheWindowSaysWhatIsNotInTheEepromUntilItWasSent)
     EXPECT_EQ(unsaved(), QStringLiteral("Not saved to EEPROM: channels 0, 3, 4"));
     channels.bus.fault = QStringLiteral("no controller");
     for (int i = 0; i < 2; ++i)
-        dialogs.expectMessage(QStringLiteral("send 2: no controller"));
+        dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\nno controller"));
     act(board, "cboChannelSet_0=7;cmdSetCal_0;cmdWriteCal");
     EXPECT_EQ(unsaved(), QStringLiteral("Not saved to EEPROM: channels 0, 3, 4"));
     EXPECT_EQ(shown(board, "lblProgress"),
-              QStringLiteral("Save to EEPROM: not sent: send 2: no controller"));
+              QStringLiteral("Save to EEPROM: not sent: Error occurred in CmdSend no controller"));
     channels.bus.fault.clear();
     clock.after(700, [this] { act(board, "cmdCancelCal"); });
     act(board, "cmdCal");

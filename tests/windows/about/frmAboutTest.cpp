@@ -1,7 +1,6 @@
 #include "windows/about/frmAbout.h"
 
 #include "tests/support/ScriptedDialogs.h"
-#include "windows/about/AboutHost.h"
 #include "windows/about/ProgramLauncher.h"
 #include "windows/about/SystemInfo.h"
 
@@ -32,9 +31,8 @@ public:
     QStringList started;
 };
 
-struct About : testing::Test, AboutHost
+struct About : testing::Test
 {
-    void showGpibAbout() override { ++gpibAboutShown; }
     void expectStarted(const QStringList &programs)
     {
         launcher.started.clear();
@@ -50,8 +48,7 @@ struct About : testing::Test, AboutHost
     SystemInfo systemInfo{
         [this](const QString &key, const QString &name) { return registry[key][name]; }, launcher,
         dialogs};
-    frmAbout window{systemInfo, *this};
-    int gpibAboutShown = 0;
+    frmAbout window{systemInfo};
 };
 
 } // namespace
@@ -69,8 +66,9 @@ TEST_F(About, TheWindowShowsTheProductsFactsAndOpensItsDoors)
               u"This application provides a simple, all-in-one test of the communications "
               u"capabilities of Brennick products.");
     EXPECT_TRUE(window.lblCopyRight->text().startsWith(u"Copyright"));
+    const QSignalSpy gpibAbout(&window, &frmAbout::gpibAboutRequested);
     window.cmdQBXAbout->click();
-    EXPECT_EQ(gpibAboutShown, 1);
+    EXPECT_EQ(gpibAbout.size(), 1);
     window.cmdOK->click();
     EXPECT_FALSE(window.isVisible());
 }

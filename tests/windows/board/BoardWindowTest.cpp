@@ -49,9 +49,9 @@ struct Bench
 
     FakeClock clock;
     Answers dialogs;
-    FakeBoardChannels channels{clock};
+    FakeBoard channels{clock, dialogs};
     int asked = 0;
-    frmSBC board{channels, dialogs, clock};
+    frmSBC board{channels.set, channels.unsaved, dialogs, clock};
 };
 
 /// Its line edit or something of its list, which some versions of the toolkit make at once.
@@ -142,7 +142,7 @@ TEST_F(BoardWindowTest, AChannelThatTheMainWindowUsesIsRefusedWithAMessage)
           std::pair(ChannelUse::Search, "the GPIB search is running.  Stop it and try again."),
           std::pair(ChannelUse::Reply,
                     "the reply to its last command is still to be read.  Try again.")}) {
-        channels.claims.claim(channels::ieee488, use);
+        channels.set.users().claim(channels::ieee488, use);
         channels.forget();
         for (int i = 0; i < 2; ++i)
             dialogs.expectMessage(QStringLiteral("The IEEE 488 Channel is in use: ") +
@@ -151,7 +151,7 @@ TEST_F(BoardWindowTest, AChannelThatTheMainWindowUsesIsRefusedWithAMessage)
         // The meter is on that Channel whatever the method; the rest is not.
         act(board, "OptSbcCommMeth_0;cmdCal;cmdWriteCal");
         EXPECT_EQ(channels.commands(), latin({"CAL:PIC\r"}));
-        channels.claims.release(channels::ieee488, use);
+        channels.set.users().release(channels::ieee488, use);
     }
     EXPECT_FALSE(board.session().isRunning());
 }
@@ -161,7 +161,7 @@ TEST_F(BoardWindowTest, TellsWhichChannelsItNeedsForItself)
     const auto used = [this] {
         std::vector<bool> claimed;
         for (const int channel : {1, 2, 3})
-            claimed.push_back(channels.claims.isUsed(channel, ChannelUse::Board));
+            claimed.push_back(channels.set.users().isUsed(channel, ChannelUse::Board));
         return claimed;
     };
     EXPECT_EQ(used(), (std::vector{false, false, false}));
@@ -194,9 +194,8 @@ TEST(BoardWindow, AFaultOfItsChannelEndsAnyOperationWithOneMessage)
             quint32 end = 0;
             const auto close = [&] {
                 wasRunning = at == 0 || bench.board.session().isRunning();
-                bench.channels.serial.setPortOpen(false);
-                bench.board.session().channelClosed(channels::tcpIp1); // not this one
-                bench.board.session().channelClosed(channels::rs232);
+                bench.channels.set.tcp(channels::tcpIp1).close(); // not this one
+                bench.channels.set.serial(channels::rs232).close();
                 sent = bench.channels.commands().size();
                 end = bench.clock.MS_TIMER();
             };
@@ -206,7 +205,8 @@ TEST(BoardWindow, AFaultOfItsChannelEndsAnyOperationWithOneMessage)
                 bench.clock.after(at, close);
             act(bench.board, procedure);
             bench.clock.waitUntil([] { return false; }, 1, [] { return false; });
-            const QStringList told = bench.dialogs.texts.filter(QStringLiteral("send 1: "));
+            const QStringList told =
+                bench.dialogs.texts.filter(QStringLiteral("The RS 232 port is not"));
             if (!wasRunning)
                 break;
             EXPECT_EQ(told.size(), 1) << procedure << " at " << at;
@@ -228,7 +228,7 @@ TEST_F(BoardWindowTest, AMethodChangedDuringACalibrationSplitsNoExchange)
     // Between the first ADC query and the reading of its answer.
     clock.after(25 + 100 + 25 + 100 + 1500 + 25 + 200, [this] { board.CallOptSbcCommMeth(2); });
     act(board, "txtChannel=1;cmdCal");
-    EXPECT_TRUE(channels.bus.replies[FakeBoardChannels::boardAddress].empty());
+    EXPECT_TRUE(channels.bus.replies[FakeBoard::address].empty());
     EXPECT_EQ(channels.tcp.sent.front(), "DAC  1, 2,1.0,0.0\r");
     EXPECT_EQ(channels.tcp.sent.back(), "ADC? 1\r");
 }
@@ -247,17 +247,17 @@ TEST_F(BoardWindowTest, TheKeyboardFocusComesBackAfterAnOperation)
     }
 }
 
-TEST_F(BoardWindowTest, ClosingPausesTwiceThenUnchecksTheMenuEntry)
+TEST_F(BoardWindowTest, ClosingPausesTwiceAndThenSaysSo)
 {
     QSignalSpy closed(&board, &frmSBC::closed);
     board.caliTimer.start(1000);
     board.close();
     EXPECT_FALSE(board.isVisible());
-    EXPECT_EQ(channels.unchecked, 0);
+    EXPECT_TRUE(closed.empty());
     ASSERT_TRUE(waitFor(closed));
     EXPECT_EQ(clock.waits, (std::vector<int>{250, 250}));
     EXPECT_FALSE(board.caliTimer.isActive());
-    EXPECT_EQ(channels.unchecked, 1);
+    EXPECT_EQ(closed.count(), 1);
     board.calibration->cmdWriteCal_Click();
     EXPECT_TRUE(channels.commands().isEmpty());
 
@@ -292,7 +292,7 @@ TEST(BoardWindow, ClosedAtAnyMomentMakesNoOtherExchangeOrMessage)
             ASSERT_TRUE(waitFor(closed)) << procedure << " at " << at;
             EXPECT_EQ(bench.channels.bus.calls.size(), calls) << procedure << " at " << at;
             EXPECT_EQ(bench.dialogs.boxes, boxes) << procedure << " at " << at;
-            EXPECT_EQ(bench.channels.gpib.connectString(), FakeBoardChannels::boardAddress);
+            EXPECT_EQ(bench.channels.gpib.connectString(), FakeBoard::address);
         }
     }
 }

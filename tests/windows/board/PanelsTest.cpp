@@ -223,7 +223,7 @@ TEST_F(PanelsTest, TheSerialNumberUnlocksOnEnterWithThePhrase)
 TEST_F(PanelsTest, ASerialNumberThatCouldNotBeSentIsNotReportedAsSent)
 {
     channels.bus.fault = QStringLiteral("the adapter is gone");
-    dialogs.expectMessage(QStringLiteral("send 2: the adapter is gone"));
+    dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\nthe adapter is gone"));
     board.identity->cmdSetSN_Click();
     EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
 }
