@@ -8,6 +8,11 @@ target_compile_definitions(
   INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
             QT_DISABLE_DEPRECATED_BEFORE=0x060000)
 target_compile_options(corvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor)
+if(UNIX)
+  # The same code goes into the program and into the module with the windows; one setting everywhere, as
+  # the precompiled headers want it.
+  target_compile_options(corvane_options INTERFACE -fPIC)
+endif()
 if(CORVANE_WERROR)
   target_compile_options(corvane_options INTERFACE -Werror)
 endif()
