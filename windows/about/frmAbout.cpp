@@ -30,7 +30,7 @@ QFrame *createRule()
 } // namespace
 
 frmAbout::frmAbout(SystemInfo &systemInfo, QWidget *parent)
-    : ReopenedDialog(u"frmAbout"_s, text(aboutTexts::caption) + text(productInfo::title), parent)
+    : ReopenedDialog(u"frmAbout"_s, aboutTexts::caption + text(productInfo::title), parent)
     , m_systemInfo(systemInfo)
 {
     auto *rows = new QVBoxLayout(this);
@@ -107,8 +107,8 @@ void frmAbout::Form_Load()
     lblVersion->setText(u"Version: %1.%2 Build %3"_s.arg(productInfo::versionMajor)
                             .arg(productInfo::versionMinor)
                             .arg(productInfo::versionRevision));
-    lblFileDescription->setText(text(aboutTexts::partNumber) + text(productInfo::fileDescription));
-    lblDescription->setText(text(aboutTexts::description));
+    lblFileDescription->setText(aboutTexts::partNumber + text(productInfo::fileDescription));
+    lblDescription->setText(aboutTexts::description);
     lblCopyRight->setText(text(productInfo::legalCopyright));
     cmdOK->setFocus();
 }

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "windows/widgets/ControlArray.h"
 #include "windows/widgets/ReopenedDialog.h"
-
-#include <array>
 
 class QLabel;
 class QPushButton;
@@ -32,8 +31,8 @@ public:
     void tmrAsk_Timer();
     void done(int result) override;
 
-    std::array<QLabel *, boardCount> lblAdapter{};
-    std::array<QLabel *, boardCount> lblVersion{};
+    ControlArray<QLabel, boardCount> lblAdapter{};
+    ControlArray<QLabel, boardCount> lblVersion{};
     QPushButton *cmdClose = nullptr;
     QTimer *tmrAsk = nullptr;
 

@@ -4,12 +4,9 @@
 #include "core/setup/GpibSearch.h"
 #include "core/setup/SetupTexts.h"
 #include "core/text/Dialogs.h"
-#include "windows/widgets/Naming.h"
+#include "windows/widgets/Controls.h"
 
-#include <QBoxLayout>
-#include <QLabel>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QTimer>
 
 namespace corvane {
@@ -18,15 +15,6 @@ namespace {
 
 /// Long enough for the window to be painted before the first probe.
 constexpr int startDelayMs = 50;
-
-QLabel *createStatus(const QString &name)
-{
-    auto *label = new QLabel;
-    label->setObjectName(name);
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
 
 } // namespace
 
@@ -42,8 +30,8 @@ frmGPIB::frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget 
 
 void frmGPIB::createControls()
 {
-    lblSearch = createStatus(u"lblSearch"_s);
-    lblFaults = createStatus(u"lblFaults"_s);
+    lblSearch = controls::note(u"lblSearch"_s);
+    lblFaults = controls::note(u"lblFaults"_s);
     progress = named(new QProgressBar, u"progress"_s, u"Addresses probed"_s);
     progress->setRange(0, GpibSearch::probeCount);
     cmdSearch = named(new QPushButton(u"&Search Again"_s), u"cmdSearch"_s);
@@ -114,12 +102,11 @@ void frmGPIB::startSearch()
 {
     const QString refusal = m_search.refusal();
     if (!refusal.isEmpty()) {
-        lblSearch->setText(QString::fromUtf16(setupTexts::status) +
-                           QString::fromUtf16(setupTexts::notStarted));
+        lblSearch->setText(setupTexts::status + setupTexts::notStarted);
         m_dialogs.showMessage(this, refusal);
         return;
     }
-    lblSearch->setText(QString::fromUtf16(setupTexts::searching));
+    lblSearch->setText(setupTexts::searching);
     showButtons(true);
     m_search.SearchGPIBLoop();
     showButtons(false);
