@@ -11,6 +11,8 @@
 
 namespace corvane {
 
+using namespace controls;
+
 namespace {
 
 /// Long enough for the window to be painted before the first probe.
@@ -30,13 +32,13 @@ frmGPIB::frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget 
 
 void frmGPIB::createControls()
 {
-    lblSearch = controls::note(u"lblSearch"_s);
-    lblFaults = controls::note(u"lblFaults"_s);
+    lblSearch = note(u"lblSearch"_s);
+    lblFaults = note(u"lblFaults"_s);
     progress = named(new QProgressBar, u"progress"_s, u"Addresses probed"_s);
     progress->setRange(0, GpibSearch::probeCount);
-    cmdSearch = named(new QPushButton(u"&Search Again"_s), u"cmdSearch"_s);
-    cmdCancel = named(new QPushButton(u"&Cancel"_s), u"cmdCancel"_s);
-    cmdClose = named(new QPushButton(u"&Close"_s), u"cmdClose"_s);
+    cmdSearch = button(u"&Search Again"_s, u"cmdSearch"_s, this, &frmGPIB::cmdSearch_Click);
+    cmdCancel = button(u"&Cancel"_s, u"cmdCancel"_s, this, &frmGPIB::cmdCancel_Click);
+    cmdClose = button(u"&Close"_s, u"cmdClose"_s, this, &frmGPIB::cmdClose_Click);
     tmrStart = new QTimer(this);
     tmrStart->setObjectName(u"tmrStart"_s);
     tmrStart->setTimerType(Qt::PreciseTimer);
@@ -44,9 +46,8 @@ void frmGPIB::createControls()
 
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
-    buttons->addWidget(cmdSearch);
-    buttons->addWidget(cmdCancel);
-    buttons->addWidget(cmdClose);
+    for (QPushButton *each : {cmdSearch, cmdCancel, cmdClose})
+        buttons->addWidget(each);
     auto *rows = new QVBoxLayout(this);
     rows->addWidget(lblSearch);
     rows->addWidget(progress);
@@ -59,9 +60,6 @@ void frmGPIB::createControls()
 void frmGPIB::connectControls()
 {
     connect(tmrStart, &QTimer::timeout, this, &frmGPIB::tmrStart_Timer);
-    connect(cmdSearch, &QPushButton::clicked, this, &frmGPIB::cmdSearch_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmGPIB::cmdCancel_Click);
-    connect(cmdClose, &QPushButton::clicked, this, &frmGPIB::cmdClose_Click);
     connect(&m_search, &GpibSearch::statusChanged, lblSearch, &QLabel::setText);
     connect(&m_search, &GpibSearch::faultsChanged, this, &frmGPIB::showFaults);
     connect(&m_search, &GpibSearch::positionChanged, this, [this](int number) {

@@ -13,6 +13,8 @@
 
 namespace corvane {
 
+using namespace controls;
+
 namespace {
 
 struct Kind
@@ -51,13 +53,13 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
     for (int board = 0; board < boardCount; ++board)
         createRow(*grid, board);
     rows->addLayout(grid);
-    auto *frame = new QGroupBox(u"Installed on this computer"_s);
-    lblInstalled = controls::note(u"lblInstalled"_s);
-    (new QVBoxLayout(frame))->addWidget(lblInstalled);
-    rows->addWidget(frame);
+    auto *installed = new QGroupBox(u"Installed on this computer"_s);
+    lblInstalled = note(u"lblInstalled"_s);
+    (new QVBoxLayout(installed))->addWidget(lblInstalled);
+    rows->addWidget(installed);
     rows->addStretch();
-    cmdOK = named(new QPushButton(u"&OK"_s), u"cmdOK"_s);
-    cmdCancel = named(new QPushButton(u"&Cancel"_s), u"cmdCancel"_s);
+    cmdOK = button(u"&OK"_s, u"cmdOK"_s, this, &frmGpibAdapters::cmdOK_Click);
+    cmdCancel = button(u"&Cancel"_s, u"cmdCancel"_s, this, &frmGpibAdapters::cmdCancel_Click);
     cmdOK->setDefault(true);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -65,7 +67,7 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
     buttons->addWidget(cmdCancel);
     rows->addLayout(buttons);
     setMinimumWidth(100 * fontMetrics().averageCharWidth());
-    connectControls();
+    cmdTest.connectTo(this, &frmGpibAdapters::cmdTest_Click);
 }
 
 void frmGpibAdapters::createRow(QGridLayout &grid, int board)
@@ -82,23 +84,14 @@ void frmGpibAdapters::createRow(QGridLayout &grid, int board)
                            u"Test the adapter of "_s + name);
     cmdTest[board]->setAutoDefault(false); // Enter takes the choices over
     cmdTest[board]->setToolTip(u"Stores the choice and asks the adapter"_s);
-    lblResult[board] = controls::note(indexed(u"lblResult"_s, board));
+    lblResult[board] = note(indexed(u"lblResult"_s, board));
     cboKind[board] = kind;
+    connect(kind, &QComboBox::currentIndexChanged, this, [this, board] { cboKind_Click(board); });
     cboPlace[board] = place;
 
     const int row = board * 2;
-    controls::addRow(grid, row, {label, kind, place, cmdTest[board]});
+    addRow(grid, row, {label, kind, place, cmdTest[board]});
     grid.addWidget(lblResult[board], row + 1, 1, 1, 3);
-}
-
-void frmGpibAdapters::connectControls()
-{
-    for (int board = 0; board < boardCount; ++board)
-        connect(cboKind[board], &QComboBox::currentIndexChanged, this,
-                [this, board] { cboKind_Click(board); });
-    cmdTest.connectTo(this, &frmGpibAdapters::cmdTest_Click);
-    connect(cmdOK, &QPushButton::clicked, this, &frmGpibAdapters::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmGpibAdapters::cmdCancel_Click);
 }
 
 void frmGpibAdapters::Form_Load()

@@ -62,7 +62,6 @@ public:
 
 private:
     void createRow(QGridLayout &grid, int board);
-    void connectControls();
     void showChoice(int board);
     void showInstalled();
     void showResult(int board, const QString &text);

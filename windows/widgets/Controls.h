@@ -23,6 +23,13 @@ QPushButton *button(const QString &caption, const QString &name, const QString &
     QObject::connect(made, &QPushButton::clicked, owner, handler);
     return made;
 }
+/// The same of a button that a screen reader calls by its caption.
+template <class Owner>
+QPushButton *button(const QString &caption, const QString &name, Owner *owner,
+                    void (Owner::*handler)())
+{
+    return button(caption, name, QString(caption).remove(u'&'), owner, handler);
+}
 /// A button no wider than its short caption needs, for rows of them.
 QPushButton *smallButton(const QString &caption, const QString &name, const QString &accessibleName,
                          int index = single);
