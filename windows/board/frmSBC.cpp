@@ -160,7 +160,7 @@ void frmSBC::cboMeasInstAdrGpib_Change()
 
 void frmSBC::DelayMs(qint16 ms)
 {
-    const Procedure delay(*this);
+    const auto stays = procedure();
     caliTimer.stop();
     m_caliTimerTag = runningTag;
     caliTimer.start(std::max<int>(ms, 0));

@@ -147,7 +147,7 @@ void frmSBCPrint::showBusy(bool busy)
 
 void frmSBCPrint::Form_Load()
 {
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     m_remembered.report.date = todayText();
     m_remembered.report.appVer = m_version;
     // All before the board is asked: what the user types meanwhile stays.
@@ -168,7 +168,7 @@ void frmSBCPrint::cmdAutoFill_Click()
 {
     if (isBusy() || isClosing())
         return;
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     fillFromBoard();
 }
 
@@ -213,7 +213,7 @@ void frmSBCPrint::cmdAccept_Click()
 {
     if (isBusy() || isClosing())
         return;
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     remember();
     if (refusesToSave())
         return;
@@ -248,7 +248,7 @@ void frmSBCPrint::PrintCals()
 {
     if (!m_session)
         return;
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     const QString report = calibrationReport::text(m_remembered.report, m_board.table);
     ++m_openBoxes;
     const Dialogs::FileChoice choice =

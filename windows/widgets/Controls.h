@@ -44,7 +44,7 @@ QLabel *progressLine(const QString &name, const QString &accessibleName);
 /// Shows a text, of a long one its start, and more of it in the tool tip.
 void showText(QLabel &label, const QString &text);
 /// A text that can be selected and is broken into lines.
-QLabel *note(const QString &name);
+QLabel *note(const QString &name, const QString &accessibleName = {});
 
 /// Puts the widgets into a row of the grid, one a column from `column` on.
 void addRow(QGridLayout &grid, int row, std::initializer_list<QWidget *> widgets, int column = 0);
