@@ -4,7 +4,6 @@
 #include "devices/PlatformError.h"
 #include "windows/widgets/Controls.h"
 
-#include <QScopeGuard>
 #include <QTimer>
 
 namespace corvane {
@@ -65,11 +64,10 @@ void GpibAboutBox::Form_Load()
 
 void GpibAboutBox::tmrAsk_Timer()
 {
-    if (m_asking)
+    if (isBusy())
         return; // the box was closed and opened again inside a question that is about to end
     tmrAsk->stop();
-    m_asking = true;
-    const auto asked = qScopeGuard([this] { m_asking = false; });
+    const auto asking = procedure();
     for (int board = 0; board < boardCount; ++board) {
         if (!ask(board))
             return;
@@ -92,12 +90,11 @@ bool GpibAboutBox::ask(int board)
     return true;
 }
 
-void GpibAboutBox::done(int result)
+void GpibAboutBox::endProcedure()
 {
     tmrAsk->stop();
-    if (m_asking)
+    if (isBusy())
         m_control.cancel();
-    ReopenedDialog::done(result);
 }
 
 } // namespace corvane

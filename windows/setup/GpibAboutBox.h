@@ -23,13 +23,9 @@ public:
     /// The control must outlive the box.
     explicit GpibAboutBox(GpibControl &control, QWidget *parent = nullptr);
 
-    /// True while an adapter is being asked.
-    [[nodiscard]] bool isAsking() const { return m_asking; }
-
     // Event handlers
     void Form_Load() override;
     void tmrAsk_Timer();
-    void done(int result) override;
 
     ControlArray<QLabel, boardCount> lblAdapter{};
     ControlArray<QLabel, boardCount> lblVersion{};
@@ -38,10 +34,10 @@ public:
 
 private:
     void createControls();
+    void endProcedure() override;
     [[nodiscard]] bool ask(int board);
 
     GpibControl &m_control;
-    bool m_asking = false;
 };
 
 } // namespace corvane

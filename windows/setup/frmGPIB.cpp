@@ -121,11 +121,10 @@ void frmGPIB::cmdClose_Click()
     close();
 }
 
-void frmGPIB::done(int result)
+void frmGPIB::endProcedure()
 {
     tmrStart->stop();
     m_search.cancel();
-    ReopenedDialog::done(result);
 }
 
 /// The window grows when the texts need it, and never shrinks under the user's hand.

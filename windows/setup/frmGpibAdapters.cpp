@@ -9,7 +9,6 @@
 
 #include <QComboBox>
 #include <QGroupBox>
-#include <QScopeGuard>
 
 namespace corvane {
 
@@ -154,10 +153,9 @@ void frmGpibAdapters::store(int board, const GpibAdapterChoice &choice)
 
 void frmGpibAdapters::cmdTest_Click(int board)
 {
-    if (!cboKind.holds(board) || m_testing)
+    if (!cboKind.holds(board) || isBusy())
         return;
-    m_testing = true;
-    const auto tested = qScopeGuard([this] { m_testing = false; });
+    const auto testing = procedure();
     showResult(board, u"Asking the adapter..."_s);
     QString answer;
     try {
@@ -193,11 +191,10 @@ void frmGpibAdapters::cmdCancel_Click()
     close();
 }
 
-void frmGpibAdapters::done(int result)
+void frmGpibAdapters::endProcedure()
 {
-    if (m_testing)
+    if (isBusy())
         m_parts.control.cancel();
-    ReopenedDialog::done(result);
 }
 
 /// The window grows when the text needs it.

@@ -39,9 +39,6 @@ public:
 
     explicit frmGpibAdapters(Parts parts, QWidget *parent = nullptr);
 
-    /// True while an adapter is being asked.
-    [[nodiscard]] bool isTesting() const { return m_testing; }
-
     // Event handlers; a board outside 0..3 is ignored.
     void Form_Load() override;
     void cboKind_Click(int board);
@@ -50,7 +47,6 @@ public:
     /// Stores all choices and closes; a wrong one is told and the window stays.
     void cmdOK_Click();
     void cmdCancel_Click();
-    void done(int result) override;
 
     ControlArray<QComboBox, boardCount> cboKind{};
     ControlArray<QComboBox, boardCount> cboPlace{}; ///< host and port, device, library board
@@ -61,6 +57,7 @@ public:
     QPushButton *cmdCancel = nullptr;
 
 private:
+    void endProcedure() override;
     void createRow(QGridLayout &grid, int board);
     void showChoice(int board);
     void showInstalled();
@@ -69,7 +66,6 @@ private:
     void store(int board, const GpibAdapterChoice &choice);
 
     Parts m_parts;
-    bool m_testing = false;
 };
 
 } // namespace corvane
