@@ -22,24 +22,6 @@ QString faultText(const ChannelSession &session, Exchange half, const QString &c
 
 } // namespace
 
-BoardSession::Operation::Operation(BoardSession &session)
-    : m_session(&session)
-{
-    session.m_running = true;
-    Q_EMIT session.runningChanged(true);
-}
-
-BoardSession::Operation::Operation(Operation &&other) noexcept
-    : m_session(std::exchange(other.m_session, nullptr))
-{
-}
-
-BoardSession::Operation::~Operation()
-{
-    if (m_session)
-        m_session->endOperation();
-}
-
 BoardSession::BoardSession(BoardLink &link, ChannelSet &channels, Dialogs &dialogs, QObject *window)
     : m_link(link)
     , m_channels(channels)
@@ -61,16 +43,18 @@ BoardSession::BoardSession(BoardLink &link, ChannelSet &channels, Dialogs &dialo
             [this] { channelClosed(channels::ieee488); });
 }
 
-std::optional<BoardSession::Operation> BoardSession::begin(Uses uses)
+BoardSession::Operation BoardSession::begin(Uses uses)
 {
     if (m_running || m_shut)
-        return std::nullopt;
+        return nullptr;
     m_uses = uses;
-    std::optional<Operation> operation(std::in_place, *this);
+    m_running = true;
+    Q_EMIT runningChanged(true);
+    Operation operation(this);
     if (!mayUse(m_link.channel()))
-        return std::nullopt;
+        return nullptr;
     if (uses == Uses::BoardAndMeter && !mayUse(channels::ieee488))
-        return std::nullopt;
+        return nullptr;
     m_granted = true;
     claimChannels();
     return operation;

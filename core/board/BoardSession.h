@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QPointer>
 
-#include <optional>
+#include <memory>
 
 namespace corvane {
 
@@ -21,28 +21,20 @@ class BoardSession : public QObject
     Q_OBJECT
 
 public:
-    /// The right to use the board, until it goes out of scope.
-    class Operation
+    struct End
     {
-    public:
-        explicit Operation(BoardSession &session);
-        ~Operation();
-        Operation(Operation &&other) noexcept;
-        Operation(const Operation &) = delete;
-        Operation &operator=(const Operation &) = delete;
-        Operation &operator=(Operation &&) = delete;
-
-    private:
-        BoardSession *m_session;
+        void operator()(BoardSession *session) const { session->endOperation(); }
     };
+    /// The right to use the board, until it goes out of scope; null: there is none.
+    using Operation = std::unique_ptr<BoardSession, End>;
 
     enum class Uses { Board, BoardAndMeter };
 
     BoardSession(BoardLink &link, ChannelSet &channels, Dialogs &dialogs, QObject *window);
 
-    /// Starts an operation. Nothing, without a word, while another one runs or the window closes;
-    /// nothing, after a message box, while the main window uses a Channel that is needed.
-    [[nodiscard]] std::optional<Operation> begin(Uses uses = Uses::Board);
+    /// Starts an operation. Null, without a word, while another one runs or the window closes;
+    /// null, after a message box, while the main window uses a Channel that is needed.
+    [[nodiscard]] Operation begin(Uses uses = Uses::Board);
     [[nodiscard]] bool isRunning() const { return m_running; }
     /// What the message box will say of the fault that has ended the running operation; empty when
     /// none has.

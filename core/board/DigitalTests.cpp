@@ -28,36 +28,28 @@ DigitalTests::DigitalTests(BoardLink &link, BoardSession &session)
 
 void DigitalTests::runWriteTest()
 {
-    begin(directionExchanges);
-    directionTest();
-    finish();
+    run(directionExchanges, {&DigitalTests::directionTest});
 }
 
 void DigitalTests::runReadbackTest()
 {
-    begin(loopbackExchanges);
-    loopbackTest();
-    finish();
+    run(loopbackExchanges, {&DigitalTests::loopbackTest});
 }
 
 void DigitalTests::runFullTest()
 {
-    begin(directionExchanges + loopbackExchanges);
-    directionTest();
-    loopbackTest(); // after an abort it only cleans up
-    finish();
+    run(directionExchanges + loopbackExchanges,
+        {&DigitalTests::directionTest, &DigitalTests::loopbackTest});
 }
 
-void DigitalTests::begin(int exchanges)
+void DigitalTests::run(int exchanges, std::initializer_list<void (DigitalTests::*)()> tests)
 {
     DigTestAbort = false;
     m_exchangesLeft = exchanges;
     m_isSilent = false;
     m_verdicts.clear();
-}
-
-void DigitalTests::finish()
-{
+    for (const auto test : tests)
+        (this->*test)();
     const QString fault = m_session.fault().simplified();
     if (!fault.isEmpty())
         m_verdicts << boardTexts::stoppedAt.arg(m_place, fault);
@@ -67,9 +59,9 @@ void DigitalTests::finish()
     DigTestAbort = false;
 }
 
-void DigitalTests::noteVerdict(bool passed)
+void DigitalTests::noteVerdict()
 {
-    QString verdict = (passed ? boardTexts::testPassed : boardTexts::testFailed).arg(m_test);
+    QString verdict = (m_passed ? boardTexts::testPassed : boardTexts::testFailed).arg(m_test);
     if (m_unanswered > 0)
         verdict += boardTexts::testUnanswered.arg(m_unanswered);
     m_verdicts << verdict;
@@ -139,34 +131,41 @@ void DigitalTests::cleanUp()
     Q_EMIT busyChanged(false);
 }
 
-void DigitalTests::directionTest()
+void DigitalTests::test(const QString &name, bool (DigitalTests::*sequence)(),
+                        const QString &passed, const QString &failed)
 {
     if (!isEnded()) {
         Q_EMIT busyChanged(true);
-        m_test = m_place = boardTexts::writeTest;
+        m_test = m_place = name;
         m_unanswered = 0;
-        bool passed = true;
-        if (directionSteps(passed)) {
-            noteVerdict(passed);
-            m_session.say(passed ? boardTexts::writeTestPassed : boardTexts::writeTestFailed);
+        m_passed = true;
+        if ((this->*sequence)()) {
+            noteVerdict();
+            m_session.say(m_passed ? passed : failed);
         }
     }
     cleanUp();
 }
 
-bool DigitalTests::directionSteps(bool &passed)
+void DigitalTests::directionTest()
+{
+    test(boardTexts::writeTest, &DigitalTests::directionSteps, boardTexts::writeTestPassed,
+         boardTexts::writeTestFailed);
+}
+
+bool DigitalTests::directionSteps()
 {
     for (int port = 0; port < ports; ++port) {
         showPort(QString::number(port));
         for (int step = 0; step < steps; ++step) {
-            if (!directionStep(port, step, passed))
+            if (!directionStep(port, step))
                 return false;
         }
     }
     return true;
 }
 
-bool DigitalTests::directionStep(int port, int step, bool &passed)
+bool DigitalTests::directionStep(int port, int step)
 {
     if (isEnded())
         return false;
@@ -178,7 +177,7 @@ bool DigitalTests::directionStep(int port, int step, bool &passed)
     QString reply;
     const double value = readValue(reply);
     if (!isEnded() && value != pattern) {
-        passed = false;
+        m_passed = false;
         m_session.say(boardTexts::directionFailed.arg(QString::number(port), shownText(reply),
                                                       QString::number(step)));
     }
@@ -203,28 +202,19 @@ bool DigitalTests::loopback(int outPort, int inPort)
 
 void DigitalTests::loopbackTest()
 {
-    if (!isEnded()) {
-        Q_EMIT busyChanged(true);
-        m_test = m_place = boardTexts::readbackTest;
-        m_unanswered = 0;
-        bool passed = true;
-        showProgress(); // no end of an earlier test stands beside the box
-        m_session.say(boardTexts::installLoopBack);
-        if (loopbackSteps(passed)) {
-            noteVerdict(passed);
-            m_session.say(passed ? boardTexts::loopBackPassed : boardTexts::loopBackFailed);
-        }
-    }
-    cleanUp();
+    test(boardTexts::readbackTest, &DigitalTests::loopbackSteps, boardTexts::loopBackPassed,
+         boardTexts::loopBackFailed);
 }
 
 /// The connector joins port 0 with port 2 and port 1 with port 3; a port drives its pins at 255
 /// and reads them at 0.
-bool DigitalTests::loopbackSteps(bool &passed)
+bool DigitalTests::loopbackSteps()
 {
-    return setDirections({u"0,0"_s, u"3,0"_s, u"1,255"_s, u"2,255"_s}) && testPair(2, 0, passed) &&
-           testPair(1, 3, passed) && setDirections({u"0,255"_s, u"3,255"_s, u"1,0"_s, u"2,0"_s}) &&
-           testPair(0, 2, passed) && testPair(3, 1, passed);
+    showProgress(); // no end of an earlier test stands beside the box
+    m_session.say(boardTexts::installLoopBack);
+    return setDirections({u"0,0"_s, u"3,0"_s, u"1,255"_s, u"2,255"_s}) && testPair(2, 0) &&
+           testPair(1, 3) && setDirections({u"0,255"_s, u"3,255"_s, u"1,0"_s, u"2,0"_s}) &&
+           testPair(0, 2) && testPair(3, 1);
 }
 
 bool DigitalTests::setDirections(const QStringList &values)
@@ -235,11 +225,10 @@ bool DigitalTests::setDirections(const QStringList &values)
     });
 }
 
-bool DigitalTests::testPair(int outPort, int inPort, bool &passed)
+bool DigitalTests::testPair(int outPort, int inPort)
 {
-    const bool pairPassed = loopback(outPort, inPort);
-    if (!pairPassed && !isEnded()) {
-        passed = false;
+    if (!loopback(outPort, inPort) && !isEnded()) {
+        m_passed = false;
         m_session.say(boardTexts::loopBackError);
     }
     return !isEnded();

@@ -49,24 +49,29 @@ Q_SIGNALS:
 private:
     [[nodiscard]] bool isEnded() const;
     bool exchange(const QString &command);
-    void begin(int exchanges);
     void showPort(const QString &text);
     void showProgress();
     void showStep(int step);
     /// The reply to a step's query as a number; an answer that stayed out reads as 0.
     double readValue(QString &reply);
-    void noteVerdict(bool passed);
-    void finish();
+    void noteVerdict();
     void cleanUp();
 
+    /// Runs the tests, of so many exchanges together, and says how they ended. After an abort a
+    /// test only cleans up.
+    void run(int exchanges, std::initializer_list<void (DigitalTests::*)()> tests);
     void directionTest();
-    bool directionSteps(bool &passed);
-    bool directionStep(int port, int step, bool &passed);
+    bool directionSteps();
+    bool directionStep(int port, int step);
 
     void loopbackTest();
-    bool loopbackSteps(bool &passed);
+    bool loopbackSteps();
     bool setDirections(const QStringList &values);
-    bool testPair(int outPort, int inPort, bool &passed);
+    bool testPair(int outPort, int inPort);
+
+    /// Runs the sequence, which returns false when the test has ended, and gives the verdict.
+    void test(const QString &name, bool (DigitalTests::*sequence)(), const QString &passed,
+              const QString &failed);
 
     BoardLink &m_link;
     BoardSession &m_session;
@@ -77,6 +82,8 @@ private:
     QString m_place;
     int m_exchangesLeft = 0;
     int m_unanswered = 0;
+    /// No step of the running test has failed yet.
+    bool m_passed = true;
     /// The last query stayed unanswered: how long the next exchanges wait is not known.
     bool m_isSilent = false;
     QStringList m_verdicts;

@@ -14,11 +14,6 @@ namespace corvane {
 
 namespace {
 
-QString text(const char16_t *fixed)
-{
-    return QString::fromUtf16(fixed);
-}
-
 QString boardName(int board)
 {
     return u"GPIB%1"_s.arg(board);
@@ -174,7 +169,7 @@ bool GpibSearch::isCancelled() const
 void GpibSearch::reportFound(const QByteArray &reply)
 {
     const QString connectString = control().connectString();
-    setStatus(text(setupTexts::foundAt) + connectString);
+    setStatus(setupTexts::foundAt + connectString);
     m_channel.showFound(connectString.section(u"::"_s, 0, 0), connectString.section(u"::"_s, 1, 1),
                         lineEnds::removed(reply));
     Q_EMIT found();
@@ -184,12 +179,12 @@ void GpibSearch::reportNothing()
 {
     constexpr int first = 0;
     m_channel.showFound(boardName(first), QString::number(first), {});
-    setStatus(text(isCancelled() ? setupTexts::cancelled : setupTexts::nothingFound));
+    setStatus(isCancelled() ? setupTexts::cancelled : setupTexts::nothingFound);
 }
 
 void GpibSearch::setStatus(const QString &text)
 {
-    Q_EMIT statusChanged(QString::fromUtf16(setupTexts::status) + text);
+    Q_EMIT statusChanged(setupTexts::status + text);
 }
 
 } // namespace corvane

@@ -1,37 +1,31 @@
 #include "core/setup/PortSettingsText.h"
 
-#include <QStringList>
-
-#include <algorithm>
-
-namespace corvane {
+namespace corvane::portSettingsText {
 
 namespace {
 
-QString parityLetter(const QString &text)
-{
-    const auto &list = PortSettingsText::parities;
-    const bool listed = std::any_of(list.begin(), list.end(),
-                                    [&text](const char16_t *entry) { return text == entry; });
-    return listed ? text.first(1) : text;
-}
+constexpr int count = 4;
+constexpr int parity = 1;
 
 } // namespace
 
-PortSettingsText PortSettingsText::parse(const QString &settings)
+QStringList parts(const QString &settings)
 {
-    const QStringList parts = settings.split(u',');
-    return {.baudRate = parts.value(0),
-            .parity = parts.value(1).toUpper(),
-            .dataBits = parts.value(2),
-            .stopBits = parts.value(3)};
+    QStringList parts = settings.split(u',');
+    parts.resize(count);
+    parts[parity] = parts[parity].toUpper();
+    return parts;
 }
 
-QString PortSettingsText::toString() const
+QString joined(QStringList parts)
 {
-    return QStringList{baudRate.trimmed(), parityLetter(parity), dataBits.trimmed(),
-                       stopBits.trimmed()}
-        .join(u',');
+    for (int i = 0; i < count; ++i) {
+        if (i != parity)
+            parts[i] = parts[i].trimmed();
+        else if (parities.contains(parts[i]))
+            parts[i].truncate(1);
+    }
+    return parts.join(u',');
 }
 
-} // namespace corvane
+} // namespace corvane::portSettingsText

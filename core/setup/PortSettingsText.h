@@ -1,32 +1,22 @@
 #pragma once
 
-#include <QString>
+#include "devices/Literals.h"
 
-#include <array>
+#include <QStringList>
 
-namespace corvane {
+/// A serial settings string taken apart into the texts of its entry boxes: baud rate, parity, data
+/// bits and stop bits. It judges nothing: what the port cannot do is the port's to say.
+namespace corvane::portSettingsText {
 
-/// A serial settings string taken apart into its four texts, as the four entry boxes hold them. It
-/// judges nothing: what the port cannot do is the port's to say.
-struct PortSettingsText
-{
-    QString baudRate;
-    QString parity; ///< a letter, or an entry of the parity list
-    QString dataBits;
-    QString stopBits;
+/// The parity box's list, each entry led by its letter.
+inline const QStringList parities = {u"E - Even"_s, u"M - Mark"_s, u"N - None"_s, u"O - Odd"_s,
+                                     u"S - Space"_s};
 
-    /// The parity box's list, each entry led by its letter.
-    static constexpr std::array parities{u"E - Even", u"M - Mark", u"N - None", u"O - Odd",
-                                         u"S - Space"};
+/// Splits "9600,n,8,1" into four; the parity becomes upper case. Missing parts are empty, parts
+/// behind the fourth are dropped.
+QStringList parts(const QString &settings);
+/// "9600,N,8,1" of four parts: blanks trimmed, an entry of the parity list as its letter, any other
+/// parity text as it stands.
+QString joined(QStringList parts);
 
-    /// Splits "9600,n,8,1"; the parity becomes upper case. Missing parts are empty, parts behind
-    /// the fourth are dropped.
-    static PortSettingsText parse(const QString &settings);
-    /// "9600,N,8,1": blanks trimmed, an entry of the parity list as its letter, any other parity
-    /// text as it stands.
-    [[nodiscard]] QString toString() const;
-
-    bool operator==(const PortSettingsText &) const = default;
-};
-
-} // namespace corvane
+} // namespace corvane::portSettingsText

@@ -1,19 +1,23 @@
 #pragma once
 
+#include "devices/Literals.h"
+
+#include <QString>
+
 /// The texts of the GPIB search and of the port configuration.
 namespace corvane::setupTexts {
 
-inline constexpr auto searching = u"Searching...";
-inline constexpr auto status = u"Status: ";
-inline constexpr auto foundAt = u"Found device at: ";
-inline constexpr auto cancelled = u"User canceled search.";
-inline constexpr auto nothingFound = u"No Device Found";
-inline constexpr auto notStarted = u"Search not started.";
+inline const QString searching = u"Searching..."_s;
+inline const QString status = u"Status: "_s;
+inline const QString foundAt = u"Found device at: "_s;
+inline const QString cancelled = u"User canceled search."_s;
+inline const QString nothingFound = u"No Device Found"_s;
+inline const QString notStarted = u"Search not started."_s;
 
 /// The settings that each line is about follow.
-inline constexpr auto portUses = u"In use until Disconnect: ";
-inline constexpr auto portUsesApplied = u"Applied and in use: ";
-inline constexpr auto appliedForConnect = u"Applied, in effect from the next Connect: ";
-inline constexpr auto enteredOnly = u"Entered, not applied: ";
+inline const QString portUses = u"In use until Disconnect: "_s;
+inline const QString portUsesApplied = u"Applied and in use: "_s;
+inline const QString appliedForConnect = u"Applied, in effect from the next Connect: "_s;
+inline const QString enteredOnly = u"Entered, not applied: "_s;
 
 } // namespace corvane::setupTexts

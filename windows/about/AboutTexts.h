@@ -1,13 +1,17 @@
 #pragma once
 
+#include "devices/Literals.h"
+
+#include <QString>
+
 /// The fixed texts of the About window.
 namespace corvane::aboutTexts {
 
-inline constexpr auto caption = u"About ";
-inline constexpr auto partNumber = u"Part Number: ";
-inline constexpr auto description =
+inline const QString caption = u"About "_s;
+inline const QString partNumber = u"Part Number: "_s;
+inline const QString description =
     u"This application provides a simple, all-in-one test of the communications capabilities of "
-    u"Brennick products.";
-inline constexpr auto noSystemInfo = u"System Information Is Unavailable At This Time";
+    "Brennick products."_s;
+inline const QString noSystemInfo = u"System Information Is Unavailable At This Time"_s;
 
 } // namespace corvane::aboutTexts

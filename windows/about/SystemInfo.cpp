@@ -17,17 +17,17 @@ constexpr qsizetype longestValue = 1024;
 
 struct Tool
 {
-    const char16_t *name;
-    const char16_t *page; ///< the tool's argument, or null
+    QString name;
+    QStringList arguments{};
 };
 
 /// Where no registry names a tool: those that are known to show the computer, the most telling
 /// first.
-constexpr std::array knownTools{
-    Tool{u"hardinfo2", nullptr},
-    Tool{u"hardinfo", nullptr},
-    Tool{u"kinfocenter", nullptr},
-    Tool{u"gnome-control-center", u"info-overview"},
+const std::array knownTools{
+    Tool{u"hardinfo2"_s},
+    Tool{u"hardinfo"_s},
+    Tool{u"kinfocenter"_s},
+    Tool{u"gnome-control-center"_s, {u"info-overview"_s}},
 };
 
 } // namespace
@@ -53,7 +53,7 @@ SystemInfo::SystemInfo(RegistryReader registry, ProgramLauncher &launcher, Dialo
 void SystemInfo::StartSysInfo(QObject *asker)
 {
     if (!startRegistered() && !startInstalled())
-        m_dialogs.showMessage(asker, QString::fromUtf16(aboutTexts::noSystemInfo));
+        m_dialogs.showMessage(asker, aboutTexts::noSystemInfo);
 }
 
 bool SystemInfo::startRegistered()
@@ -71,11 +71,8 @@ bool SystemInfo::startRegistered()
 bool SystemInfo::startInstalled()
 {
     for (const Tool &tool : knownTools) {
-        const QString program = m_launcher.findProgram(QString::fromUtf16(tool.name));
-        QStringList arguments;
-        if (tool.page)
-            arguments.append(QString::fromUtf16(tool.page));
-        if (!program.isEmpty() && m_launcher.start(program, arguments))
+        const QString program = m_launcher.findProgram(tool.name);
+        if (!program.isEmpty() && m_launcher.start(program, tool.arguments))
             return true;
     }
     return false;

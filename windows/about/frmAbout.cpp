@@ -3,12 +3,9 @@
 #include "core/text/ProductInfo.h"
 #include "windows/about/AboutTexts.h"
 #include "windows/about/SystemInfo.h"
-#include "windows/widgets/Naming.h"
+#include "windows/widgets/Controls.h"
 
-#include <QBoxLayout>
 #include <QFrame>
-#include <QLabel>
-#include <QPushButton>
 
 namespace corvane {
 
@@ -30,7 +27,7 @@ QFrame *createRule()
 } // namespace
 
 frmAbout::frmAbout(SystemInfo &systemInfo, QWidget *parent)
-    : ReopenedDialog(u"frmAbout"_s, text(aboutTexts::caption) + text(productInfo::title), parent)
+    : ReopenedDialog(u"frmAbout"_s, aboutTexts::caption + text(productInfo::title), parent)
     , m_systemInfo(systemInfo)
 {
     auto *rows = new QVBoxLayout(this);
@@ -42,9 +39,6 @@ frmAbout::frmAbout(SystemInfo &systemInfo, QWidget *parent)
     rows->addWidget(lblCopyRight);
     rows->addSpacing(6);
     rows->addLayout(createButtons());
-    connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
-    connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
-    connect(cmdQBXAbout, &QPushButton::clicked, this, &frmAbout::cmdQBXAbout_Click);
 }
 
 QLayout *frmAbout::createTexts()
@@ -73,9 +67,13 @@ QLayout *frmAbout::createTexts()
 
 QLayout *frmAbout::createButtons()
 {
-    cmdSysInfo = createButton(u"&System Info..."_s, u"cmdSysInfo"_s);
-    cmdQBXAbout = createButton(u"About &GPIB..."_s, u"cmdQBXAbout"_s);
-    cmdOK = createButton(u"&OK"_s, u"cmdOK"_s);
+    cmdSysInfo =
+        controls::button(u"&System Info..."_s, u"cmdSysInfo"_s, this, &frmAbout::cmdSysInfo_Click);
+    cmdQBXAbout =
+        controls::button(u"About &GPIB..."_s, u"cmdQBXAbout"_s, this, &frmAbout::cmdQBXAbout_Click);
+    cmdOK = controls::button(u"&OK"_s, u"cmdOK"_s, this, &frmAbout::cmdOK_Click);
+    for (QPushButton *each : {cmdSysInfo, cmdQBXAbout, cmdOK})
+        each->setAutoDefault(false);
     cmdOK->setDefault(true);
     auto *row = new QHBoxLayout;
     row->addWidget(cmdSysInfo);
@@ -93,13 +91,6 @@ QLabel *frmAbout::createLabel(const QString &name)
     return label;
 }
 
-QPushButton *frmAbout::createButton(const QString &caption, const QString &name)
-{
-    auto *button = named(new QPushButton(caption, this), name);
-    button->setAutoDefault(false);
-    return button;
-}
-
 void frmAbout::Form_Load()
 {
     lblTitle->setText(text(productInfo::title));
@@ -107,8 +98,8 @@ void frmAbout::Form_Load()
     lblVersion->setText(u"Version: %1.%2 Build %3"_s.arg(productInfo::versionMajor)
                             .arg(productInfo::versionMinor)
                             .arg(productInfo::versionRevision));
-    lblFileDescription->setText(text(aboutTexts::partNumber) + text(productInfo::fileDescription));
-    lblDescription->setText(text(aboutTexts::description));
+    lblFileDescription->setText(aboutTexts::partNumber + text(productInfo::fileDescription));
+    lblDescription->setText(aboutTexts::description);
     lblCopyRight->setText(text(productInfo::legalCopyright));
     cmdOK->setFocus();
 }

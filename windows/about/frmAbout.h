@@ -41,7 +41,6 @@ Q_SIGNALS:
 
 private:
     QLabel *createLabel(const QString &name);
-    QPushButton *createButton(const QString &caption, const QString &name);
     QLayout *createTexts();
     QLayout *createButtons();
 

@@ -13,7 +13,13 @@ class BoardPanel : public QWidget
     Q_OBJECT
 
 public:
-    BoardPanel(BoardLink &link, BoardSession &session);
+    BoardPanel(BoardLink &link, BoardSession &session)
+        : m_link(link)
+        , m_session(session)
+    {
+        connect(&session, &BoardSession::runningChanged, this,
+                [this](bool running) { Q_EMIT idleChanged(!running); });
+    }
 
 protected:
     /// The control is disabled while any operation of the board window runs.

@@ -16,8 +16,6 @@
 #include <QCoreApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QRadioButton>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -75,16 +73,13 @@ QWidget *frmSBC::makeMethod()
     const QStringList captions = {u"RS-&232"_s, u"IEE&E"_s, u"TC&P/IP"_s};
     for (int method = BoardLink::Rs232; method <= BoardLink::TcpIp; ++method) {
         auto *option = new QRadioButton(captions[method]);
-        OptSbcCommMeth[static_cast<size_t>(method)] =
+        OptSbcCommMeth[method] =
             named(option, indexed(u"OptSbcCommMeth"_s, method),
                   u"Communications method %1"_s.arg(QString(captions[method]).remove(u'&')));
         option->setChecked(method == m_link.method());
         row->addWidget(option);
-        connect(option, &QRadioButton::toggled, this, [this, method](bool on) {
-            if (on)
-                OptSbcCommMeth_Click(method);
-        });
     }
+    OptSbcCommMeth.connectTo(this, &frmSBC::OptSbcCommMeth_Click);
     return box;
 }
 
@@ -132,12 +127,10 @@ void frmSBC::makeStatusBar()
 {
     StatusBar1 = named(new QStatusBar, u"StatusBar1"_s, u"Last exchange"_s);
     StatusBar1->setSizeGripEnabled(false);
-    const QStringList meanings = {u"Last command"_s, u"Last answer"_s};
-    for (int panel = 0; panel < 2; ++panel) {
-        QLabel *label = readOut(10, indexed(u"StatusBar1"_s, panel + 1), meanings[panel]);
-        statusPanels[static_cast<size_t>(panel)] = label;
-        StatusBar1->addWidget(label, 1);
-    }
+    statusPanels = {readOut(10, u"StatusBar1_1"_s, u"Last command"_s),
+                    readOut(10, u"StatusBar1_2"_s, u"Last answer"_s)};
+    for (QLabel *panel : statusPanels)
+        StatusBar1->addWidget(panel, 1);
     connect(&m_link, &BoardLink::commandShown, this,
             [this](const QString &text) { showText(*statusPanels[0], text); });
     connect(&m_link, &BoardLink::replyShown, this,
@@ -151,7 +144,7 @@ void frmSBC::CallOptSbcCommMeth(qint16 index)
 {
     if (index < BoardLink::Rs232 || index > BoardLink::TcpIp)
         return;
-    OptSbcCommMeth[static_cast<size_t>(index)]->setChecked(true);
+    OptSbcCommMeth[index]->setChecked(true);
     OptSbcCommMeth_Click(index);
 }
 
@@ -167,7 +160,7 @@ void frmSBC::cboMeasInstAdrGpib_Change()
 
 void frmSBC::DelayMs(qint16 ms)
 {
-    const Procedure delay(*this);
+    const auto stays = procedure();
     caliTimer.stop();
     m_caliTimerTag = runningTag;
     caliTimer.start(std::max<int>(ms, 0));

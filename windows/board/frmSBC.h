@@ -4,15 +4,13 @@
 #include "core/board/BoardSession.h"
 #include "devices/WaitGroup.h"
 #include "windows/widgets/ClosableWindow.h"
+#include "windows/widgets/ControlArray.h"
 
 #include <QPointer>
 #include <QTimer>
 
-#include <array>
-
 class QComboBox;
 class QLabel;
-class QRadioButton;
 class QStatusBar;
 class QTabWidget;
 
@@ -53,12 +51,12 @@ public:
     [[nodiscard]] BoardSession &session() { return m_session; }
     [[nodiscard]] const BoardSession &session() const { return m_session; }
 
-    std::array<QRadioButton *, 3> OptSbcCommMeth{};
+    ControlArray<QRadioButton, 3> OptSbcCommMeth{};
     QComboBox *cboMeasInstAdrGpib;
     /// Which channels' calibration is not in the EEPROM yet.
     QLabel *lblUnsaved;
     QStatusBar *StatusBar1;
-    std::array<QLabel *, 2> statusPanels{};
+    ControlArray<QLabel, 2> statusPanels{};
     QTimer caliTimer;
 
     DacAdcPanel *dacAdc;

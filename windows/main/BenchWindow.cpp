@@ -3,14 +3,11 @@
 #include "bench/Bench.h"
 #include "bench/BenchOrders.h"
 #include "windows/main/OrderEntry.h"
-#include "windows/widgets/Naming.h"
+#include "windows/widgets/Controls.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QTreeWidget>
@@ -18,6 +15,7 @@
 
 namespace corvane {
 
+using namespace controls;
 using bench::BenchOrders;
 using bench::BoardAnalog;
 using bench::Fault;
@@ -58,13 +56,10 @@ BenchWindow::BenchWindow(bench::Bench &bench)
 {
     setObjectName(u"BenchWindow"_s);
     setWindowTitle(u"Simulated bench"_s);
-    lblState = named(new QLabel, u"lblState"_s, u"State of the bench"_s);
-    lblAnswer = named(new QLabel, u"lblAnswer"_s, u"The bench's answer"_s);
-    for (QLabel *label : {lblState, lblAnswer}) {
-        label->setWordWrap(true);
+    lblState = note(u"lblState"_s, u"State of the bench"_s);
+    lblAnswer = note(u"lblAnswer"_s, u"The bench's answer"_s);
+    for (QLabel *label : {lblState, lblAnswer})
         label->setTextFormat(Qt::PlainText);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    }
     auto *rows = new QVBoxLayout(this);
     rows->addWidget(createFaults(), 1);
     rows->addWidget(createBoard());
@@ -83,19 +78,18 @@ QWidget *BenchWindow::createFaults()
     lstPlaces->setUniformRowHeights(true);
     fillPlaces();
     fault = new OrderEntry(u"Fault"_s, u"Fault"_s, Fault::choices(), faultPresets);
-    cmdFault = named(new QPushButton(u"&Order"_s), u"cmdFault"_s,
-                     u"Order the fault at the selected place"_s);
-    cmdClear = named(new QPushButton(u"C&lear All"_s), u"cmdClear"_s, u"Clear all faults"_s);
-    auto *frame = new QGroupBox(u"Faults: select a place and order one"_s);
-    auto *grid = new QGridLayout(frame);
+    cmdFault = button(u"&Order"_s, u"cmdFault"_s, u"Order the fault at the selected place"_s, this,
+                      &BenchWindow::cmdFault_Click);
+    cmdClear = button(u"C&lear All"_s, u"cmdClear"_s, u"Clear all faults"_s, this,
+                      &BenchWindow::cmdClear_Click);
+    auto *box = new QGroupBox(u"Faults: select a place and order one"_s);
+    auto *grid = new QGridLayout(box);
     grid->addWidget(lstPlaces, 0, 0, 1, 3);
     grid->addWidget(fault, 1, 0);
     grid->addWidget(cmdFault, 1, 1, Qt::AlignTop);
     grid->addWidget(cmdClear, 1, 2, Qt::AlignTop);
     grid->setColumnStretch(0, 1);
-    connect(cmdFault, &QPushButton::clicked, this, &BenchWindow::cmdFault_Click);
-    connect(cmdClear, &QPushButton::clicked, this, &BenchWindow::cmdClear_Click);
-    return frame;
+    return box;
 }
 
 void BenchWindow::fillPlaces()
@@ -122,8 +116,9 @@ QWidget *BenchWindow::createBoard()
     auto *sensorLabel = new QLabel(u"Meter's &sensor:"_s);
     sensorLabel->setBuddy(cboSensor);
     order = new OrderEntry(u"Order"_s, u"Order"_s, otherOrders());
-    cmdOrder = named(new QPushButton(u"O&rder"_s), u"cmdOrder"_s, u"Give the order"_s);
-    auto *frame = new QGroupBox(u"Board and meter"_s);
+    cmdOrder =
+        button(u"O&rder"_s, u"cmdOrder"_s, u"Give the order"_s, this, &BenchWindow::cmdOrder_Click);
+    auto *box = new QGroupBox(u"Board and meter"_s);
     auto *first = new QHBoxLayout;
     first->addWidget(chkConnector);
     first->addStretch();
@@ -132,14 +127,13 @@ QWidget *BenchWindow::createBoard()
     auto *second = new QHBoxLayout;
     second->addWidget(order, 1);
     second->addWidget(cmdOrder, 0, Qt::AlignTop);
-    auto *rows = new QVBoxLayout(frame);
+    auto *rows = new QVBoxLayout(box);
     rows->addLayout(first);
     rows->addLayout(second);
     rows->addWidget(lblState);
     connect(chkConnector, &QCheckBox::clicked, this, &BenchWindow::chkConnector_Click);
     connect(cboSensor, &QComboBox::activated, this, &BenchWindow::cboSensor_Click);
-    connect(cmdOrder, &QPushButton::clicked, this, &BenchWindow::cmdOrder_Click);
-    return frame;
+    return box;
 }
 
 void BenchWindow::openBeside(const QWidget &main)

@@ -33,24 +33,19 @@ GuideWindow::GuideWindow(QWidget *parent)
     setWindowTitle(u"Corvane - User's Guide"_s);
     resize(900, 640);
 
-    txtFind = new QLineEdit(this);
+    txtFind = named(new QLineEdit(this), u"txtFind"_s, u"Find in the guide"_s);
     txtFind->setClearButtonEnabled(true);
     txtFind->setPlaceholderText(u"Find in the guide"_s);
-    auto *next = new QPushButton(u"Find &next"_s, this);
-    txtGuide = new QTextBrowser(this);
+    auto *next = named(new QPushButton(u"Find &next"_s, this), u"cmdFindNext"_s);
+    txtGuide = named(new QTextBrowser(this), u"txtGuide"_s, u"User's guide"_s);
     txtGuide->setOpenExternalLinks(false);
     QFile guide(u":/guide.md"_s);
     if (guide.open(QIODevice::ReadOnly))
         txtGuide->setMarkdown(QString::fromUtf8(guide.readAll()));
 
-    lstOutline = new QListWidget(this);
+    lstOutline = named(new QListWidget(this), u"lstOutline"_s, u"Outline of the guide"_s);
     lstOutline->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     fillOutline();
-
-    named(lstOutline, u"lstOutline"_s, u"Outline of the guide"_s);
-    named(txtFind, u"txtFind"_s, u"Find in the guide"_s);
-    named(next, u"cmdFindNext"_s, u"Find next"_s);
-    named(txtGuide, u"txtGuide"_s, u"User's guide"_s);
 
     auto *findRow = new QHBoxLayout;
     findRow->addWidget(txtFind, 1);

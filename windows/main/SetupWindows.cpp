@@ -108,8 +108,8 @@ void SetupWindows::cancel()
 bool SetupWindows::isBusy() const
 {
     return (m_search != nullptr && m_search->isRunning()) ||
-           (m_adapterWindow != nullptr && m_adapterWindow->isTesting()) ||
-           (m_gpibAbout != nullptr && m_gpibAbout->isAsking());
+           (m_adapterWindow != nullptr && m_adapterWindow->isBusy()) ||
+           (m_gpibAbout != nullptr && m_gpibAbout->isBusy());
 }
 
 } // namespace corvane

@@ -112,20 +112,20 @@ QWidget *frmSBCPrint::makeButtons()
     auto *box = new QWidget;
     auto *row = new QHBoxLayout(box);
     row->setContentsMargins({});
-    cmdAutoFill = button(u"Auto &Fill"_s, u"cmdAutoFill"_s, u"Fill in from the board"_s);
-    cmdGenFilename =
-        button(u"&Generate Filename"_s, u"cmdGenFilename"_s, u"Generate the file name"_s);
-    cmdAccept = button(u"&Accept"_s, u"cmdAccept"_s, u"Save the report"_s);
-    cmdCAncel = button(u"&Cancel"_s, u"cmdCAncel"_s, u"Close without saving"_s);
+    using W = frmSBCPrint;
+    cmdAutoFill = button(u"Auto &Fill"_s, u"cmdAutoFill"_s, u"Fill in from the board"_s, this,
+                         &W::cmdAutoFill_Click);
+    cmdGenFilename = button(u"&Generate Filename"_s, u"cmdGenFilename"_s,
+                            u"Generate the file name"_s, this, &W::cmdGenFilename_Click);
+    cmdAccept =
+        button(u"&Accept"_s, u"cmdAccept"_s, u"Save the report"_s, this, &W::cmdAccept_Click);
+    cmdCAncel =
+        button(u"&Cancel"_s, u"cmdCAncel"_s, u"Close without saving"_s, this, &W::cmdCAncel_Click);
     row->addWidget(cmdAutoFill);
     row->addWidget(cmdGenFilename);
     row->addStretch();
     row->addWidget(cmdAccept);
     row->addWidget(cmdCAncel);
-    connect(cmdAutoFill, &QPushButton::clicked, this, &frmSBCPrint::cmdAutoFill_Click);
-    connect(cmdGenFilename, &QPushButton::clicked, this, &frmSBCPrint::cmdGenFilename_Click);
-    connect(cmdAccept, &QPushButton::clicked, this, &frmSBCPrint::cmdAccept_Click);
-    connect(cmdCAncel, &QPushButton::clicked, this, &frmSBCPrint::cmdCAncel_Click);
     auto *escape = new QShortcut(Qt::Key_Escape, this);
     connect(escape, &QShortcut::activated, this, &frmSBCPrint::cmdCAncel_Click);
     return box;
@@ -147,7 +147,7 @@ void frmSBCPrint::showBusy(bool busy)
 
 void frmSBCPrint::Form_Load()
 {
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     m_remembered.report.date = todayText();
     m_remembered.report.appVer = m_version;
     // All before the board is asked: what the user types meanwhile stays.
@@ -168,7 +168,7 @@ void frmSBCPrint::cmdAutoFill_Click()
 {
     if (isBusy() || isClosing())
         return;
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     fillFromBoard();
 }
 
@@ -213,7 +213,7 @@ void frmSBCPrint::cmdAccept_Click()
 {
     if (isBusy() || isClosing())
         return;
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     remember();
     if (refusesToSave())
         return;
@@ -248,7 +248,7 @@ void frmSBCPrint::PrintCals()
 {
     if (!m_session)
         return;
-    const Procedure procedure(*this);
+    const auto stays = procedure();
     const QString report = calibrationReport::text(m_remembered.report, m_board.table);
     ++m_openBoxes;
     const Dialogs::FileChoice choice =

@@ -2,12 +2,8 @@
 
 #include "devices/GpibControl.h"
 #include "devices/PlatformError.h"
-#include "windows/widgets/Naming.h"
+#include "windows/widgets/Controls.h"
 
-#include <QGridLayout>
-#include <QLabel>
-#include <QPushButton>
-#include <QScopeGuard>
 #include <QTimer>
 
 namespace corvane {
@@ -16,15 +12,6 @@ namespace {
 
 /// Long enough for the box to be painted before an adapter is asked.
 constexpr int askDelayMs = 50;
-
-QLabel *createText(const QString &name, int board)
-{
-    auto *label = new QLabel;
-    label->setObjectName(indexed(name, board));
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
 
 } // namespace
 
@@ -48,19 +35,17 @@ void GpibAboutBox::createControls()
     grid->setHorizontalSpacing(18);
     grid->setVerticalSpacing(8);
     int column = 0;
-    for (const char16_t *title : {u"Board", u"Adapter", u"Version"})
-        grid->addWidget(new QLabel(u"<b>%1</b>"_s.arg(QString::fromUtf16(title))), 0, column++);
+    for (const QString &title : {u"Board"_s, u"Adapter"_s, u"Version"_s})
+        grid->addWidget(new QLabel(u"<b>%1</b>"_s.arg(title)), 0, column++);
     for (int board = 0; board < boardCount; ++board) {
-        const auto at = static_cast<std::size_t>(board);
-        lblAdapter[at] = createText(u"lblAdapter"_s, board);
-        lblVersion[at] = createText(u"lblVersion"_s, board);
-        grid->addWidget(new QLabel(u"GPIB%1"_s.arg(board)), board + 1, 0, Qt::AlignTop);
-        grid->addWidget(lblAdapter[at], board + 1, 1, Qt::AlignTop);
-        grid->addWidget(lblVersion[at], board + 1, 2, Qt::AlignTop);
+        lblAdapter[board] = controls::note(indexed(u"lblAdapter"_s, board));
+        lblVersion[board] = controls::note(indexed(u"lblVersion"_s, board));
+        int cell = 0;
+        for (QLabel *label :
+             {new QLabel(u"GPIB%1"_s.arg(board)), lblAdapter[board], lblVersion[board]})
+            grid->addWidget(label, board + 1, cell++, Qt::AlignTop);
     }
-    cmdClose = new QPushButton(u"&Close"_s);
-    cmdClose->setObjectName(u"cmdClose"_s);
-    cmdClose->setAccessibleName(u"Close"_s);
+    cmdClose = named(new QPushButton(u"&Close"_s), u"cmdClose"_s);
     grid->addWidget(cmdClose, boardCount + 2, 0, 1, 3, Qt::AlignRight);
     grid->setRowStretch(boardCount + 1, 1);
     grid->setColumnStretch(1, 2);
@@ -71,20 +56,18 @@ void GpibAboutBox::createControls()
 void GpibAboutBox::Form_Load()
 {
     for (int board = 0; board < boardCount; ++board) {
-        const auto at = static_cast<std::size_t>(board);
-        lblAdapter[at]->setText(m_control.adapterDescription(board));
-        lblVersion[at]->setText(u"..."_s);
+        lblAdapter[board]->setText(m_control.adapterDescription(board));
+        lblVersion[board]->setText(u"..."_s);
     }
     tmrAsk->start();
 }
 
 void GpibAboutBox::tmrAsk_Timer()
 {
-    if (m_asking)
+    if (isBusy())
         return; // the box was closed and opened again inside a question that is about to end
     tmrAsk->stop();
-    m_asking = true;
-    const auto asked = qScopeGuard([this] { m_asking = false; });
+    const auto asking = procedure();
     for (int board = 0; board < boardCount; ++board) {
         if (!ask(board))
             return;
@@ -102,17 +85,16 @@ bool GpibAboutBox::ask(int board)
     }
     if (!isVisible() || tmrAsk->isActive())
         return false;
-    lblVersion[static_cast<std::size_t>(board)]->setText(answer);
+    lblVersion[board]->setText(answer);
     growToFit();
     return true;
 }
 
-void GpibAboutBox::done(int result)
+void GpibAboutBox::endProcedure()
 {
     tmrAsk->stop();
-    if (m_asking)
+    if (isBusy())
         m_control.cancel();
-    ReopenedDialog::done(result);
 }
 
 } // namespace corvane

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "windows/widgets/ControlArray.h"
 #include "windows/widgets/ReopenedDialog.h"
-
-#include <array>
 
 class QLabel;
 class QPushButton;
@@ -24,25 +23,21 @@ public:
     /// The control must outlive the box.
     explicit GpibAboutBox(GpibControl &control, QWidget *parent = nullptr);
 
-    /// True while an adapter is being asked.
-    [[nodiscard]] bool isAsking() const { return m_asking; }
-
     // Event handlers
     void Form_Load() override;
     void tmrAsk_Timer();
-    void done(int result) override;
 
-    std::array<QLabel *, boardCount> lblAdapter{};
-    std::array<QLabel *, boardCount> lblVersion{};
+    ControlArray<QLabel, boardCount> lblAdapter{};
+    ControlArray<QLabel, boardCount> lblVersion{};
     QPushButton *cmdClose = nullptr;
     QTimer *tmrAsk = nullptr;
 
 private:
     void createControls();
+    void endProcedure() override;
     [[nodiscard]] bool ask(int board);
 
     GpibControl &m_control;
-    bool m_asking = false;
 };
 
 } // namespace corvane

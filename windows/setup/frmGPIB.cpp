@@ -4,29 +4,19 @@
 #include "core/setup/GpibSearch.h"
 #include "core/setup/SetupTexts.h"
 #include "core/text/Dialogs.h"
-#include "windows/widgets/Naming.h"
+#include "windows/widgets/Controls.h"
 
-#include <QBoxLayout>
-#include <QLabel>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QTimer>
 
 namespace corvane {
+
+using namespace controls;
 
 namespace {
 
 /// Long enough for the window to be painted before the first probe.
 constexpr int startDelayMs = 50;
-
-QLabel *createStatus(const QString &name)
-{
-    auto *label = new QLabel;
-    label->setObjectName(name);
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
 
 } // namespace
 
@@ -42,13 +32,13 @@ frmGPIB::frmGPIB(GpibSearch &search, Module1 &module, Dialogs &dialogs, QWidget 
 
 void frmGPIB::createControls()
 {
-    lblSearch = createStatus(u"lblSearch"_s);
-    lblFaults = createStatus(u"lblFaults"_s);
+    lblSearch = note(u"lblSearch"_s);
+    lblFaults = note(u"lblFaults"_s);
     progress = named(new QProgressBar, u"progress"_s, u"Addresses probed"_s);
     progress->setRange(0, GpibSearch::probeCount);
-    cmdSearch = named(new QPushButton(u"&Search Again"_s), u"cmdSearch"_s);
-    cmdCancel = named(new QPushButton(u"&Cancel"_s), u"cmdCancel"_s);
-    cmdClose = named(new QPushButton(u"&Close"_s), u"cmdClose"_s);
+    cmdSearch = button(u"&Search Again"_s, u"cmdSearch"_s, this, &frmGPIB::cmdSearch_Click);
+    cmdCancel = button(u"&Cancel"_s, u"cmdCancel"_s, this, &frmGPIB::cmdCancel_Click);
+    cmdClose = button(u"&Close"_s, u"cmdClose"_s, this, &frmGPIB::cmdClose_Click);
     tmrStart = new QTimer(this);
     tmrStart->setObjectName(u"tmrStart"_s);
     tmrStart->setTimerType(Qt::PreciseTimer);
@@ -56,9 +46,8 @@ void frmGPIB::createControls()
 
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
-    buttons->addWidget(cmdSearch);
-    buttons->addWidget(cmdCancel);
-    buttons->addWidget(cmdClose);
+    for (QPushButton *each : {cmdSearch, cmdCancel, cmdClose})
+        buttons->addWidget(each);
     auto *rows = new QVBoxLayout(this);
     rows->addWidget(lblSearch);
     rows->addWidget(progress);
@@ -71,9 +60,6 @@ void frmGPIB::createControls()
 void frmGPIB::connectControls()
 {
     connect(tmrStart, &QTimer::timeout, this, &frmGPIB::tmrStart_Timer);
-    connect(cmdSearch, &QPushButton::clicked, this, &frmGPIB::cmdSearch_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmGPIB::cmdCancel_Click);
-    connect(cmdClose, &QPushButton::clicked, this, &frmGPIB::cmdClose_Click);
     connect(&m_search, &GpibSearch::statusChanged, lblSearch, &QLabel::setText);
     connect(&m_search, &GpibSearch::faultsChanged, this, &frmGPIB::showFaults);
     connect(&m_search, &GpibSearch::positionChanged, this, [this](int number) {
@@ -114,12 +100,11 @@ void frmGPIB::startSearch()
 {
     const QString refusal = m_search.refusal();
     if (!refusal.isEmpty()) {
-        lblSearch->setText(QString::fromUtf16(setupTexts::status) +
-                           QString::fromUtf16(setupTexts::notStarted));
+        lblSearch->setText(setupTexts::status + setupTexts::notStarted);
         m_dialogs.showMessage(this, refusal);
         return;
     }
-    lblSearch->setText(QString::fromUtf16(setupTexts::searching));
+    lblSearch->setText(setupTexts::searching);
     showButtons(true);
     m_search.SearchGPIBLoop();
     showButtons(false);
@@ -136,11 +121,10 @@ void frmGPIB::cmdClose_Click()
     close();
 }
 
-void frmGPIB::done(int result)
+void frmGPIB::endProcedure()
 {
     tmrStart->stop();
     m_search.cancel();
-    ReopenedDialog::done(result);
 }
 
 /// The window grows when the texts need it, and never shrinks under the user's hand.

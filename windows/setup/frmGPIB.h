@@ -29,9 +29,6 @@ public:
     void cmdCancel_Click();
     void cmdClose_Click();
 
-    /// Every way of closing ends here: a running search is cancelled.
-    void done(int result) override;
-
     QLabel *lblSearch = nullptr;
     QProgressBar *progress = nullptr; ///< addresses probed, of 124
     QLabel *lblFaults = nullptr;      ///< what was passed over, and why
@@ -42,6 +39,7 @@ public:
 
 private:
     void createControls();
+    void endProcedure() override;
     void connectControls();
     void startSearch();
     void showFaults(const QString &faults);

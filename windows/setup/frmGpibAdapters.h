@@ -2,9 +2,8 @@
 
 #include "devices/GpibAdapterChoice.h"
 #include "devices/GpibAddress.h"
+#include "windows/widgets/ControlArray.h"
 #include "windows/widgets/ReopenedDialog.h"
-
-#include <array>
 
 class QComboBox;
 class QGridLayout;
@@ -25,7 +24,7 @@ class frmGpibAdapters : public ReopenedDialog
     Q_OBJECT
 
 public:
-    static constexpr std::size_t boardCount = GpibAddress::boardCount;
+    static constexpr int boardCount = GpibAddress::boardCount;
 
     /// What the window works on; all of it outlives the window.
     struct Parts
@@ -40,9 +39,6 @@ public:
 
     explicit frmGpibAdapters(Parts parts, QWidget *parent = nullptr);
 
-    /// True while an adapter is being asked.
-    [[nodiscard]] bool isTesting() const { return m_testing; }
-
     // Event handlers; a board outside 0..3 is ignored.
     void Form_Load() override;
     void cboKind_Click(int board);
@@ -51,27 +47,25 @@ public:
     /// Stores all choices and closes; a wrong one is told and the window stays.
     void cmdOK_Click();
     void cmdCancel_Click();
-    void done(int result) override;
 
-    std::array<QComboBox *, boardCount> cboKind{};
-    std::array<QComboBox *, boardCount> cboPlace{}; ///< host and port, device, library board
-    std::array<QPushButton *, boardCount> cmdTest{};
-    std::array<QLabel *, boardCount> lblResult{}; ///< the adapter's version, or why there is none
+    ControlArray<QComboBox, boardCount> cboKind{};
+    ControlArray<QComboBox, boardCount> cboPlace{}; ///< host and port, device, library board
+    ControlArray<QPushButton, boardCount> cmdTest{};
+    ControlArray<QLabel, boardCount> lblResult{}; ///< the adapter's version, or why there is none
     QLabel *lblInstalled = nullptr;
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdCancel = nullptr;
 
 private:
-    void createRow(QGridLayout &grid, std::size_t board);
-    void connectControls();
-    void showChoice(std::size_t board);
+    void endProcedure() override;
+    void createRow(QGridLayout &grid, int board);
+    void showChoice(int board);
     void showInstalled();
-    void showResult(std::size_t board, const QString &text);
-    [[nodiscard]] GpibAdapterChoice choiceOf(std::size_t board) const;
-    void store(std::size_t board, const GpibAdapterChoice &choice);
+    void showResult(int board, const QString &text);
+    [[nodiscard]] GpibAdapterChoice choiceOf(int board) const;
+    void store(int board, const GpibAdapterChoice &choice);
 
     Parts m_parts;
-    bool m_testing = false;
 };
 
 } // namespace corvane

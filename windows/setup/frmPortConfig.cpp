@@ -1,13 +1,13 @@
 #include "windows/setup/frmPortConfig.h"
 
-#include "core/channels/Module1.h"
+#include "core/channels/ChannelTraits.h"
+#include "core/setup/PortSettingsText.h"
 #include "core/setup/SetupTexts.h"
 #include "devices/SerialPort.h"
 #include "windows/widgets/EditableBox.h"
 #include "windows/widgets/Naming.h"
 
 #include <QBoxLayout>
-#include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -19,40 +19,32 @@ namespace {
 
 struct Field
 {
-    const char16_t *caption;
-    const char16_t *name;
-    std::vector<const char16_t *> choices;
+    QString caption;
+    QStringList choices;
 };
 
-const std::array<Field, 4> &fieldTable()
-{
-    static const std::array<Field, 4> table{{
-        {u"&Baud Rate",
-         u"Baud Rate",
-         {u"1200", u"2400", u"4800", u"9600", u"14400", u"19200", u"28800", u"38400", u"56000",
-          u"57600", u"115200", u"128000", u"256000"}},
-        {u"&Parity",
-         u"Parity",
-         {PortSettingsText::parities.begin(), PortSettingsText::parities.end()}},
-        {u"&Data Bits", u"Data Bits", {u"5", u"6", u"7", u"8"}},
-        {u"&Stop Bits", u"Stop Bits", {u"1", u"1.5", u"2"}},
-    }};
-    return table;
-}
+const std::array fieldTable{
+    Field{u"&Baud Rate"_s,
+          {u"1200"_s, u"2400"_s, u"4800"_s, u"9600"_s, u"14400"_s, u"19200"_s, u"28800"_s,
+           u"38400"_s, u"56000"_s, u"57600"_s, u"115200"_s, u"128000"_s, u"256000"_s}},
+    Field{u"&Parity"_s, portSettingsText::parities},
+    Field{u"&Data Bits"_s, {u"5"_s, u"6"_s, u"7"_s, u"8"_s}},
+    Field{u"&Stop Bits"_s, {u"1"_s, u"1.5"_s, u"2"_s}},
+};
 
 struct Preset
 {
-    const char16_t *caption;
-    const char16_t *settings;
+    QString caption;
+    QString settings;
 };
 
-constexpr std::array presets232{
-    Preset{u"&VXM250E", u"19200,N,8,1"},
-    Preset{u"&Zephyrine", u"57600,N,8,1"},
-    Preset{u"&Marlo", u"19200,N,8,1"},
-    Preset{u"KM&X", u"19200,N,8,1"},
+const std::array presets232{
+    Preset{u"&VXM250E"_s, u"19200,N,8,1"_s},
+    Preset{u"&Zephyrine"_s, u"57600,N,8,1"_s},
+    Preset{u"&Marlo"_s, u"19200,N,8,1"_s},
+    Preset{u"KM&X"_s, u"19200,N,8,1"_s},
 };
-constexpr std::array presets485{Preset{u"De&fault", u"9600,N,8,1"}};
+const std::array presets485{Preset{u"De&fault"_s, u"9600,N,8,1"_s}};
 
 constexpr int applyAndClose = 0;
 constexpr int cancel = 1;
@@ -61,19 +53,16 @@ constexpr int applyAndStay = 2;
 template <std::size_t count>
 QGroupBox *createPresets(const QString &title, const QString &name, const QString &buttonName,
                          const std::array<Preset, count> &presets,
-                         std::array<QPushButton *, count> &buttons)
+                         ControlArray<QPushButton, count> &buttons)
 {
     auto *frame = new QGroupBox(title);
     frame->setObjectName(name);
     auto *column = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < count; ++i) {
-        const QString settings = QString::fromUtf16(presets[i].settings);
-        auto *button =
-            named(new QPushButton(QString::fromUtf16(presets[i].caption)), indexed(buttonName, i));
-        button->setToolTip(settings);
-        button->setAutoDefault(false);
-        column->addWidget(button);
-        buttons[i] = button;
+        buttons[i] = named(new QPushButton(presets[i].caption), indexed(buttonName, i));
+        buttons[i]->setToolTip(presets[i].settings);
+        buttons[i]->setAutoDefault(false);
+        column->addWidget(buttons[i]);
     }
     column->addStretch();
     return frame;
@@ -116,13 +105,12 @@ QWidget *frmPortConfig::createFields()
     auto *form = new QFormLayout(frame);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (std::size_t i = 0; i < cboCfg.size(); ++i) {
-        const Field &field = fieldTable()[i];
-        auto *box = named(new EditableBox, indexed(u"cboCfg"_s, i), QString::fromUtf16(field.name));
-        for (const char16_t *choice : field.choices)
-            box->addItem(QString::fromUtf16(choice));
-        box->setMaxVisibleItems(box->count());
-        form->addRow(QString::fromUtf16(field.caption), box);
-        cboCfg[i] = box;
+        const Field &field = fieldTable[i];
+        cboCfg[i] =
+            named(new EditableBox, indexed(u"cboCfg"_s, i), QString(field.caption).remove(u'&'));
+        cboCfg[i]->addItems(field.choices);
+        cboCfg[i]->setMaxVisibleItems(cboCfg[i]->count());
+        form->addRow(field.caption, cboCfg[i]);
     }
     cboCfg[0]->setCurrentText(u"9600"_s);
     return frame;
@@ -130,12 +118,11 @@ QWidget *frmPortConfig::createFields()
 
 QLayout *frmPortConfig::createButtons()
 {
-    static constexpr std::array captions{u"&Apply", u"&Cancel", u"Apply, &Keep Open"};
-    for (std::size_t i = 0; i < cmdPortConfig.size(); ++i) {
-        auto *button = named(new QPushButton(QString::fromUtf16(captions[i]), this),
-                             indexed(u"cmdPortConfig"_s, i));
+    int index = 0;
+    for (const QString &caption : {u"&Apply"_s, u"&Cancel"_s, u"Apply, &Keep Open"_s}) {
+        auto *button = named(new QPushButton(caption, this), indexed(u"cmdPortConfig"_s, index));
         button->setAutoDefault(false);
-        cmdPortConfig[i] = button;
+        cmdPortConfig[index++] = button;
     }
     cmdPortConfig[applyAndClose]->setDefault(true);
     cmdPortConfig[applyAndStay]->setToolTip(u"Can be pressed once a setting was changed"_s);
@@ -151,14 +138,9 @@ void frmPortConfig::connectControls()
 {
     for (QComboBox *box : cboCfg)
         connect(box, &QComboBox::editTextChanged, this, &frmPortConfig::cboCfg_Change);
-    const auto connectArray = [this](const auto &buttons, void (frmPortConfig::*handler)(int)) {
-        for (std::size_t i = 0; i < buttons.size(); ++i)
-            connect(buttons[i], &QPushButton::clicked, this,
-                    [this, handler, i] { (this->*handler)(static_cast<int>(i)); });
-    };
-    connectArray(cmdPortConfig, &frmPortConfig::cmdPortConfig_Click);
-    connectArray(cmdPreset232, &frmPortConfig::cmdPreset232_Click);
-    connectArray(cmdPreset485, &frmPortConfig::cmdPreset485_Click);
+    cmdPortConfig.connectTo(this, &frmPortConfig::cmdPortConfig_Click);
+    cmdPreset232.connectTo(this, &frmPortConfig::cmdPreset232_Click);
+    cmdPreset485.connectTo(this, &frmPortConfig::cmdPreset485_Click);
 }
 
 void frmPortConfig::openWindow()
@@ -173,8 +155,8 @@ void frmPortConfig::Form_Load()
 {
     fraPresets232->setVisible(m_channel == channels::rs232);
     fraPresets485->setVisible(m_channel == channels::rs485);
-    setFields(PortSettingsText::parse(m_port.settings()));
-    m_applied = fields().toString();
+    enter(m_port.settings());
+    m_applied = entered();
     cmdPortConfig[applyAndClose]->setEnabled(true);
     cmdPortConfig[cancel]->setEnabled(true);
     cmdPortConfig[applyAndStay]->setEnabled(false);
@@ -191,42 +173,40 @@ void frmPortConfig::cmdPortConfig_Click(int index)
 
 void frmPortConfig::cmdPreset232_Click(int index)
 {
-    if (index >= 0 && index < static_cast<int>(presets232.size()))
-        setFields(PortSettingsText::parse(
-            QString::fromUtf16(presets232[static_cast<std::size_t>(index)].settings)));
+    if (cmdPreset232.holds(index))
+        enter(presets232[static_cast<std::size_t>(index)].settings);
 }
 
 void frmPortConfig::cmdPreset485_Click(int index)
 {
-    if (index == 0)
-        setFields(PortSettingsText::parse(QString::fromUtf16(presets485[0].settings)));
+    if (cmdPreset485.holds(index))
+        enter(presets485[static_cast<std::size_t>(index)].settings);
 }
 
 void frmPortConfig::cboCfg_Change()
 {
-    cmdPortConfig[applyAndStay]->setEnabled(fields().toString() != m_applied);
+    cmdPortConfig[applyAndStay]->setEnabled(entered() != m_applied);
     showState();
 }
 
-PortSettingsText frmPortConfig::fields() const
+QString frmPortConfig::entered() const
 {
-    return {.baudRate = cboCfg[0]->currentText(),
-            .parity = cboCfg[1]->currentText(),
-            .dataBits = cboCfg[2]->currentText(),
-            .stopBits = cboCfg[3]->currentText()};
+    QStringList parts;
+    for (const QComboBox *box : cboCfg)
+        parts.append(box->currentText());
+    return portSettingsText::joined(parts);
 }
 
-void frmPortConfig::setFields(const PortSettingsText &fields)
+void frmPortConfig::enter(const QString &settings)
 {
-    cboCfg[0]->setEditText(fields.baudRate);
-    cboCfg[1]->setEditText(fields.parity);
-    cboCfg[2]->setEditText(fields.dataBits);
-    cboCfg[3]->setEditText(fields.stopBits);
+    int part = 0;
+    for (const QString &text : portSettingsText::parts(settings))
+        cboCfg[part++]->setEditText(text);
 }
 
 void frmPortConfig::apply()
 {
-    m_applied = fields().toString();
+    m_applied = entered();
     m_port.setSettings(m_applied);
     cboCfg_Change();
 }
@@ -241,19 +221,16 @@ void frmPortConfig::portOpened(bool open)
 void frmPortConfig::showState()
 {
     QStringList lines;
-    const auto add = [&lines](const char16_t *meaning, const QString &settings) {
-        lines.append(QString::fromUtf16(meaning) + settings);
-    };
     const QString applied = m_port.settings();
     if (m_inUse == applied) {
-        add(setupTexts::portUsesApplied, applied);
+        lines << setupTexts::portUsesApplied + applied;
     } else {
         if (m_inUse)
-            add(setupTexts::portUses, *m_inUse);
-        add(setupTexts::appliedForConnect, applied);
+            lines << setupTexts::portUses + *m_inUse;
+        lines << setupTexts::appliedForConnect + applied;
     }
     if (cmdPortConfig[applyAndStay]->isEnabled())
-        add(setupTexts::enteredOnly, fields().toString());
+        lines << setupTexts::enteredOnly + entered();
     lblSummary->setText(lines.join(u'\n'));
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "core/setup/PortSettingsText.h"
+#include "windows/widgets/ControlArray.h"
 #include "windows/widgets/ReopenedDialog.h"
 
-#include <array>
 #include <optional>
 
 class QComboBox;
@@ -38,10 +37,10 @@ public:
     /// The port was opened, with its settings of now, or closed.
     void portOpened(bool open);
 
-    std::array<QComboBox *, 4> cboCfg{};          ///< baud rate, parity, data bits, stop bits
-    std::array<QPushButton *, 3> cmdPortConfig{}; ///< apply, cancel, apply and keep open
-    std::array<QPushButton *, 4> cmdPreset232{};
-    std::array<QPushButton *, 1> cmdPreset485{};
+    ControlArray<QComboBox, 4> cboCfg{};          ///< baud rate, parity, data bits, stop bits
+    ControlArray<QPushButton, 3> cmdPortConfig{}; ///< apply, cancel, apply and keep open
+    ControlArray<QPushButton, 4> cmdPreset232{};
+    ControlArray<QPushButton, 1> cmdPreset485{};
     QGroupBox *fraPresets232 = nullptr;
     QGroupBox *fraPresets485 = nullptr;
     QLabel *lblSummary = nullptr;
@@ -50,8 +49,9 @@ private:
     QWidget *createFields();
     QLayout *createButtons();
     void connectControls();
-    [[nodiscard]] PortSettingsText fields() const;
-    void setFields(const PortSettingsText &fields);
+    /// The settings as the boxes have them.
+    [[nodiscard]] QString entered() const;
+    void enter(const QString &settings);
     void apply();
     void showState();
 

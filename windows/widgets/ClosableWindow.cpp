@@ -11,17 +11,6 @@ void bringToFront(QWidget &window)
     window.activateWindow();
 }
 
-ClosableWindow::Procedure::Procedure(ClosableWindow &window)
-    : m_window(window)
-{
-    m_window.setProcedure(true);
-}
-
-ClosableWindow::Procedure::~Procedure()
-{
-    m_window.setProcedure(false);
-}
-
 void ClosableWindow::setProcedure(bool running)
 {
     const bool wasBusy = isBusy();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QScopeGuard>
 #include <QWidget>
 
 namespace corvane {
@@ -20,18 +21,13 @@ Q_SIGNALS:
     void closed();
 
 protected:
-    /// One procedure of the window that waits or asks: while it is in scope the window stays.
-    class Procedure
+    /// One procedure of the window that waits or asks: while the result is in scope the window
+    /// stays.
+    [[nodiscard]] auto procedure()
     {
-    public:
-        explicit Procedure(ClosableWindow &window);
-        ~Procedure();
-        Q_DISABLE_COPY_MOVE(Procedure)
-
-    private:
-        ClosableWindow &m_window;
-    };
-
+        setProcedure(true);
+        return qScopeGuard([this] { setProcedure(false); });
+    }
     [[nodiscard]] bool isClosing() const { return m_life != Life::Open; }
     [[nodiscard]] bool isBusy() const { return m_procedures > 0; }
     /// A procedure has begun, or has returned, where no scope can tell.

@@ -53,7 +53,7 @@ QLabel *readOut(int characters, const QString &name, const QString &accessibleNa
 
 QLabel *progressLine(const QString &name, const QString &accessibleName)
 {
-    QLabel *label = named(note(name), name, accessibleName);
+    QLabel *label = note(name, accessibleName);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -68,10 +68,9 @@ void showText(QLabel &label, const QString &text)
     label.setToolTip(label.text() == text ? QString() : plainToolTip(text));
 }
 
-QLabel *note(const QString &name)
+QLabel *note(const QString &name, const QString &accessibleName)
 {
-    auto *label = new QLabel;
-    label->setObjectName(name);
+    auto *label = named(new QLabel, name, accessibleName);
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;

@@ -23,6 +23,13 @@ QPushButton *button(const QString &caption, const QString &name, const QString &
     QObject::connect(made, &QPushButton::clicked, owner, handler);
     return made;
 }
+/// The same of a button that a screen reader calls by its caption.
+template <class Owner>
+QPushButton *button(const QString &caption, const QString &name, Owner *owner,
+                    void (Owner::*handler)())
+{
+    return button(caption, name, QString(caption).remove(u'&'), owner, handler);
+}
 /// A button no wider than its short caption needs, for rows of them.
 QPushButton *smallButton(const QString &caption, const QString &name, const QString &accessibleName,
                          int index = single);
@@ -37,7 +44,7 @@ QLabel *progressLine(const QString &name, const QString &accessibleName);
 /// Shows a text, of a long one its start, and more of it in the tool tip.
 void showText(QLabel &label, const QString &text);
 /// A text that can be selected and is broken into lines.
-QLabel *note(const QString &name);
+QLabel *note(const QString &name, const QString &accessibleName = {});
 
 /// Puts the widgets into a row of the grid, one a column from `column` on.
 void addRow(QGridLayout &grid, int row, std::initializer_list<QWidget *> widgets, int column = 0);

@@ -23,6 +23,12 @@ void ReopenedDialog::openWindow()
     bringToFront(*this);
 }
 
+void ReopenedDialog::done(int result)
+{
+    endProcedure();
+    QDialog::done(result);
+}
+
 void ReopenedDialog::growToFit()
 {
     layout()->activate();

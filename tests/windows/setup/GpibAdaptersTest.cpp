@@ -110,7 +110,7 @@ TEST_F(GpibAdapters, ClosingTheWindowEndsATestAndNoSecondOneStartsInside)
     };
     window.cmdTest_Click(0);
     EXPECT_EQ(made, QList<int>{0});
-    EXPECT_FALSE(window.isTesting());
+    EXPECT_FALSE(window.isBusy());
 }
 
 TEST_F(GpibAdapters, TheAboutBoxSaysWhatServesEachBoardAndAsksNoMoreOnceClosed)
@@ -127,5 +127,5 @@ TEST_F(GpibAdapters, TheAboutBoxSaysWhatServesEachBoardAndAsksNoMoreOnceClosed)
     buses[0].whileAsked = [this] { about.close(); };
     about.tmrAsk_Timer();
     EXPECT_EQ(buses[0].calls.size() + buses[2].calls.size(), 1);
-    EXPECT_FALSE(about.isAsking());
+    EXPECT_FALSE(about.isBusy());
 }
