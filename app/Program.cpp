@@ -14,7 +14,7 @@
 namespace corvane {
 
 Program::Program(const CommandLine &line, Dialogs &dialogs, GpibAdapterFactory::Reader reader)
-    : m_gpibAdapterFactory(reader)
+    : m_gpibAdapterFactory({}, reader)
     , m_systemInfo(systemRegistry(), m_launcher, dialogs)
 {
     QApplication::setStyle(new LeanStyle);

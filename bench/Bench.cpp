@@ -1,7 +1,5 @@
 #include "bench/Bench.h"
 
-#include "bench/BenchOrders.h"
-
 #include <QDir>
 
 #include <utility>
@@ -134,16 +132,6 @@ QString Bench::Place::state() const
 {
     const QString plugged = plug->state();
     return faults->fault().toString() + (plugged.isEmpty() ? QString() : u", "_s + plugged);
-}
-
-QString Bench::state()
-{
-    return BenchOrders(*this).state();
-}
-
-QString Bench::order(const QString &text)
-{
-    return BenchOrders(*this).run(text);
 }
 
 } // namespace corvane::bench

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bench/BenchOrders.h"
 #include "bench/Board.h"
 #include "bench/ChamberController.h"
 #include "bench/DeviceLink.h"
@@ -68,8 +69,6 @@ public:
     [[nodiscard]] QString rs485Device() const { return m_rs485.path(); }
     [[nodiscard]] QString rs232Device() const { return m_rs232.path(); }
     [[nodiscard]] QString boardDevice() const { return m_boardSerial.path(); }
-    /// A "++" controller on a serial port, with the same instruments as the one on TCP.
-    [[nodiscard]] QString gpibDevice() const { return m_gpibPty.path(); }
     /// The host and the ports on it; the second controller's is 0 when there is none.
     [[nodiscard]] static QString host() { return u"127.0.0.1"_s; }
     [[nodiscard]] quint16 chamberPort() const { return m_chamberTcp.port(); }
@@ -78,7 +77,6 @@ public:
     [[nodiscard]] quint16 secondGpibPort() const { return m_secondGpibTcp.port(); }
 
     [[nodiscard]] ChamberController &chamber() { return m_chamber; }
-    [[nodiscard]] ChamberController &secondChamber() { return m_secondChamber; }
     [[nodiscard]] Board &board() { return m_board; }
     [[nodiscard]] Meter &meter() { return m_meter; }
 
@@ -87,9 +85,9 @@ public:
     [[nodiscard]] QStringList programArguments() const;
 
     /// Does what one order says ("rs485 silent", "connector on", "help") and returns the answer.
-    QString order(const QString &text);
+    QString order(const QString &text) { return benchOrders::run(*this, text); }
     /// What the orders have made of the board and the meter, in a line.
-    [[nodiscard]] QString state();
+    [[nodiscard]] QString state() { return benchOrders::state(*this); }
 
 private:
     [[nodiscard]] QString link(const QString &name) const;

@@ -26,14 +26,6 @@ double towards(double value, double target, double ratePerMinute, qint64 ms)
     return value + std::clamp(target - value, -reach, reach);
 }
 
-std::pair<QByteArray, QByteArray> nameAndRest(const QByteArray &text)
-{
-    const qsizetype blank = text.indexOf(' ');
-    if (blank < 0)
-        return {text, {}};
-    return {text.first(blank), text.sliced(blank).trimmed()};
-}
-
 } // namespace
 
 ChamberController::ChamberController(TimeSource time, int address, QByteArray serial)
@@ -54,7 +46,7 @@ std::optional<QByteArray> ChamberController::answer(const QByteArray &line)
 {
     if (!line.startsWith('>'))
         return ScpiDevice::answer(line);
-    const auto [address, command] = nameAndRest(line.sliced(1));
+    const auto [address, command] = text::wordAndRest(line.sliced(1));
     const int own = static_cast<int>(m_settings.number("ADDR"));
     if (text::whole(address, 1, 30) != own)
         return std::nullopt;
@@ -73,11 +65,11 @@ ScpiDevice::Reply ChamberController::execute(const QByteArray &header, const QBy
 {
     moveOn();
     if (header == "?") {
-        const auto [name, rest] = nameAndRest(arguments);
-        return query(name == "=" ? nameAndRest(rest).first : name);
+        const auto [name, rest] = text::wordAndRest(arguments);
+        return query(name == "=" ? text::wordAndRest(rest).first : name);
     }
     if (header == "=") {
-        const auto [name, value] = nameAndRest(arguments);
+        const auto [name, value] = text::wordAndRest(arguments);
         return set(name, value);
     }
     if (arguments.isEmpty() || arguments.compare("x", Qt::CaseInsensitive) == 0)

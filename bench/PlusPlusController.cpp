@@ -81,9 +81,7 @@ void PlusPlusController::work()
 
 void PlusPlusController::command(const QByteArray &line)
 {
-    const qsizetype blank = line.indexOf(' ');
-    const QByteArray name = blank < 0 ? line : line.first(blank);
-    const QByteArray arguments = blank < 0 ? QByteArray() : line.sliced(blank).trimmed();
+    const auto [name, arguments] = text::wordAndRest(line);
     bool understood = false;
     for (const Number &number : numbers()) {
         if (name == number.name)

@@ -20,16 +20,16 @@ struct Spelling
     Value value;
 };
 
-using Parity = SerialSettings::Parity;
-using StopBits = SerialSettings::StopBits;
+using Parity = QSerialPort::Parity;
+using StopBits = QSerialPort::StopBits;
 
-constexpr Spelling<Parity> parities[] = {{"N"_L1, Parity::None},
-                                         {"E"_L1, Parity::Even},
-                                         {"O"_L1, Parity::Odd},
-                                         {"M"_L1, Parity::Mark},
-                                         {"S"_L1, Parity::Space}};
+constexpr Spelling<Parity> parities[] = {{"N"_L1, Parity::NoParity},
+                                         {"E"_L1, Parity::EvenParity},
+                                         {"O"_L1, Parity::OddParity},
+                                         {"M"_L1, Parity::MarkParity},
+                                         {"S"_L1, Parity::SpaceParity}};
 constexpr Spelling<StopBits> stops[] = {
-    {"1"_L1, StopBits::One}, {"1.5"_L1, StopBits::OneAndHalf}, {"2"_L1, StopBits::Two}};
+    {"1"_L1, StopBits::OneStop}, {"1.5"_L1, StopBits::OneAndHalfStop}, {"2"_L1, StopBits::TwoStop}};
 
 template <typename Value>
 std::optional<Value> valueOf(std::span<const Spelling<Value>> table, const QString &text)
@@ -78,8 +78,8 @@ SerialSettings SerialSettings::parse(const QString &text)
                              parts[0], "baud rate", "a positive whole number");
     settings.parity = required(valueOf<Parity>(parities, parts[1]), text, parts[1], "parity",
                                "E (even), M (mark), N (none), O (odd) or S (space)");
-    settings.dataBits =
-        required(digits(parts[2], 5, 8), text, parts[2], "number of data bits", "5, 6, 7 or 8");
+    settings.dataBits = static_cast<QSerialPort::DataBits>(
+        required(digits(parts[2], 5, 8), text, parts[2], "number of data bits", "5, 6, 7 or 8"));
     settings.stopBits = required(valueOf<StopBits>(stops, parts[3]), text, parts[3],
                                  "number of stop bits", "1, 1.5 or 2");
     return settings;
