@@ -36,8 +36,6 @@ struct BenchOptions
 /// the board on RS-232, on TCP and at GPIB0::9. The meter at GPIB0::16 measures the board.
 class Bench : public QObject
 {
-    Q_OBJECT
-
 public:
     /// One place where a fault can be ordered.
     struct Place
@@ -59,7 +57,7 @@ public:
     static constexpr int meterGpibAddress = 16;
     static constexpr int secondBoardGpibAddress = 0;
 
-    explicit Bench(BenchOptions options = {}, QObject *parent = nullptr);
+    explicit Bench(BenchOptions options = {});
 
     /// Starts everything. False when a part could not; errorString() says which, and the rest runs.
     bool start();
@@ -92,7 +90,6 @@ public:
 private:
     [[nodiscard]] QString link(const QString &name) const;
     void wire();
-    void startSerial(PtyPort &port);
     void startTcp(TcpPort &port, quint16 preferred);
     void listPlaces();
 

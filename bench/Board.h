@@ -25,7 +25,6 @@ class Board : public ScpiDevice
 public:
     Board();
 
-    [[nodiscard]] BoardAnalog &analog() { return m_analog; }
     [[nodiscard]] const BoardAnalog &analog() const { return m_analog; }
     [[nodiscard]] BoardPorts &ports() { return m_ports; }
     /// The channel whose DAC was set or asked for last, 0 to 7.

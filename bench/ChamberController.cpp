@@ -9,14 +9,6 @@ namespace corvane::bench {
 
 namespace {
 
-constexpr ChamberController::ReadOnly readOnly[] = {
-    {"PV", "temperature now, degrees C"},
-    {"HPV", "humidity now, % RH"},
-    {"ALARM", "1 while an alarm limit is passed"},
-    {"ID", "model"},
-    {"SN", "serial number"},
-};
-
 constexpr const char *model = "KT2000";
 
 /// Exact for any way of cutting the time into steps, so the value depends on the clock alone.
@@ -35,11 +27,6 @@ ChamberController::ChamberController(TimeSource time, int address, QByteArray se
     , m_movedAt(m_time())
 {
     m_settings.write("ADDR", QByteArray::number(address));
-}
-
-std::span<const ChamberController::ReadOnly> ChamberController::readOnlyTable()
-{
-    return readOnly;
 }
 
 std::optional<QByteArray> ChamberController::answer(const QByteArray &line)

@@ -38,11 +38,6 @@ const Row rows[] = {
     {{"unplug"_L1, ""_L1, "gone, until the fault is cleared"_L1}, {.kind = Kind::Unplug}},
 };
 
-const Row &rowOf(Kind kind)
-{
-    return rows[static_cast<size_t>(kind)];
-}
-
 bool takesMs(Kind kind)
 {
     return kind == Kind::Slow || kind == Kind::Split || kind == Kind::Twice;
@@ -112,7 +107,7 @@ std::optional<Fault> Fault::parse(const QString &text)
 
 QString Fault::toString() const
 {
-    const Row &row = rowOf(kind);
+    const Row &row = rows[static_cast<size_t>(kind)];
     QString written = row.text.word;
     if (takesMs(kind))
         written += u" %1"_s.arg(ms);

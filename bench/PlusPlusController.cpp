@@ -8,8 +8,7 @@
 
 namespace corvane::bench {
 
-PlusPlusController::PlusPlusController(QObject *parent)
-    : QObject(parent)
+PlusPlusController::PlusPlusController()
 {
     m_gap.setSingleShot(true);
     m_gap.setTimerType(Qt::PreciseTimer);

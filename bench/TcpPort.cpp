@@ -32,8 +32,7 @@ void TcpStream::send(const QByteArray &bytes)
     m_socket->flush();
 }
 
-TcpPort::TcpPort(QObject *parent)
-    : QObject(parent)
+TcpPort::TcpPort()
 {
     m_server.setProxy(QNetworkProxy::NoProxy);
     connect(&m_server, &QTcpServer::newConnection, this, [this] {

@@ -30,7 +30,7 @@ class TcpPort : public QObject, public Plug
     Q_OBJECT
 
 public:
-    explicit TcpPort(QObject *parent = nullptr);
+    TcpPort();
 
     /// Listens on the preferred port, or on a free one when that is taken or 0.
     bool listen(quint16 preferred);

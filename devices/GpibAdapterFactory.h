@@ -24,8 +24,6 @@ public:
     {
         QString kind; ///< "ib*", "VISA"
         QString file; ///< with its version where the name tells it
-
-        bool operator==(const Installed &) const = default;
     };
 
     /// Where its faults are read, and so how they say that an adapter is chosen.

@@ -1,6 +1,6 @@
 #include "devices/LibraryAdapter.h"
 
-#include "devices/PlatformError.h"
+#include "devices/DeviceAbsent.h"
 #include "devices/WaitGroup.h"
 
 namespace corvane {
@@ -38,7 +38,14 @@ void LibraryAdapter::open(const GpibAddress &address, WaitGroup &waits)
 
 void LibraryAdapter::clear(const GpibAddress &address, WaitGroup &waits)
 {
-    require([bus = m_bus, address] { bus->clear(address); }, controlLimitMs, waits);
+    const auto job = [bus = m_bus, address] {
+        try {
+            bus->clear(address);
+        } catch (const DeviceAbsent &) {
+            // nothing to clear
+        }
+    };
+    require(job, controlLimitMs, waits);
 }
 
 void LibraryAdapter::write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs,

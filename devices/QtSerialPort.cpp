@@ -59,7 +59,10 @@ QtSerialPort::QtSerialPort(const SerialPortList &list)
     m_lineCheck.setInterval(1s);
     m_lineCheck.setTimerType(Qt::PreciseTimer);
     connect(&m_lineCheck, &QTimer::timeout, this, &QtSerialPort::checkLine);
-    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::readArrived);
+    connect(&m_port, &QSerialPort::readyRead, this, [this] {
+        if (m_open && rThreshold() > 0 && m_port.bytesAvailable() >= rThreshold())
+            Q_EMIT onComm(CommEvent::receive);
+    });
     connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::handleError);
 }
 
@@ -169,12 +172,6 @@ QByteArray QtSerialPort::input()
         m_port.read(inputLen() > 0 ? std::min<qint64>(inputLen(), waiting) : waiting);
     m_port.setReadBufferSize(mostAtOnce); // lets a driver that stopped at a full buffer go on
     return bytes;
-}
-
-void QtSerialPort::readArrived()
-{
-    if (m_open && rThreshold() > 0 && m_port.bytesAvailable() >= rThreshold())
-        Q_EMIT onComm(CommEvent::receive);
 }
 
 void QtSerialPort::handleError(QSerialPort::SerialPortError error)

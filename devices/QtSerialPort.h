@@ -17,8 +17,6 @@ struct SerialSettings;
 /// shows a box.
 class QtSerialPort : public SerialPort
 {
-    Q_OBJECT
-
 public:
     /// Bytes that one arrival holds at most.
     static constexpr qint64 mostAtOnce = qint64{64} * 1024;
@@ -41,7 +39,6 @@ private:
     void close();
     void applySettings(const SerialSettings &settings);
     [[nodiscard]] QString openFault(const QString &device) const;
-    void readArrived();
     void handleError(QSerialPort::SerialPortError error);
     void checkLine();
     void lose();

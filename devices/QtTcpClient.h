@@ -18,8 +18,6 @@ namespace corvane {
 /// and neither waits nor shows a box.
 class QtTcpClient : public TcpClient
 {
-    Q_OBJECT
-
 public:
     static constexpr int defaultConnectTimeoutMs = 10'000;
     /// Bytes that one arrival holds at most.
