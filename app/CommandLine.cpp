@@ -2,6 +2,7 @@
 
 #include "devices/GpibAdapterChoice.h"
 #include "devices/PlatformError.h"
+#include "devices/WholeNumber.h"
 
 #include <QCommandLineParser>
 
@@ -73,25 +74,22 @@ void addOptions(QCommandLineParser &parser)
     parser.addPositionalArgument(u"LIST"_s, u"A list file to load into the window."_s, u"[LIST]"_s);
 }
 
-int wholeNumber(const QCommandLineParser &parser, const QString &option, int first, int last)
+int numberOf(const QCommandLineParser &parser, const QString &option, int first, int last)
 {
     const QString text = parser.value(option);
-    bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    if (!isNumber || number < first || number > last)
-        refuse(option, text, u"a whole number from %1 to %2 is expected"_s.arg(first).arg(last));
-    return number;
+    if (const auto number = wholeNumber(text, first, last))
+        return *number;
+    refuse(option, text, u"a whole number from %1 to %2 is expected"_s.arg(first).arg(last));
 }
 
 /// Splits "N=TEXT".
 std::pair<int, QString> numbered(const QString &option, const QString &value, int first, int last)
 {
     const qsizetype equals = value.indexOf(u'=');
-    bool isNumber = false;
-    const int number = value.left(equals).toInt(&isNumber);
-    if (equals < 0 || !isNumber || number < first || number > last || equals + 1 == value.size())
+    const auto number = wholeNumber(value.left(equals), first, last);
+    if (equals < 0 || !number || equals + 1 == value.size())
         refuse(option, value, u"N=... with N from %1 to %2 is expected"_s.arg(first).arg(last));
-    return {number, value.mid(equals + 1)};
+    return {*number, value.mid(equals + 1)};
 }
 
 void readRun(const QCommandLineParser &parser, CommandLine &line)
@@ -104,11 +102,11 @@ void readRun(const QCommandLineParser &parser, CommandLine &line)
     line.channel = static_cast<int>(found - channelNames.begin());
     line.list = parser.value(u"run"_s);
     if (parser.isSet(u"timeout"_s))
-        line.timeoutMs = wholeNumber(parser, u"timeout"_s, 1, 59999);
+        line.timeoutMs = numberOf(parser, u"timeout"_s, 1, 59999);
     if (parser.isSet(u"loop"_s))
-        line.loopMs = wholeNumber(parser, u"loop"_s, 10, 3'600'000);
+        line.loopMs = numberOf(parser, u"loop"_s, 10, 3'600'000);
     if (parser.isSet(u"patience"_s))
-        line.patienceSeconds = wholeNumber(parser, u"patience"_s, 1, 86'400);
+        line.patienceSeconds = numberOf(parser, u"patience"_s, 1, 86'400);
     line.port = parser.value(u"port"_s);
     line.host = parser.value(u"host"_s);
     line.address = parser.value(u"address"_s);

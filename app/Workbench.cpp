@@ -6,7 +6,7 @@
 namespace corvane {
 
 Workbench::Workbench(CommandLine line, Dialogs &dialogs, GpibAdapterFactory::Reader reader)
-    : m_gpibAdapterFactory(reader)
+    : m_gpibAdapterFactory({}, reader)
 {
     if (line.demo)
         startBench(line);

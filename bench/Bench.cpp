@@ -1,16 +1,13 @@
 #include "bench/Bench.h"
 
-#include "bench/BenchOrders.h"
-
 #include <QDir>
 
 #include <utility>
 
 namespace corvane::bench {
 
-Bench::Bench(BenchOptions options, QObject *parent)
-    : QObject(parent)
-    , m_options(std::move(options))
+Bench::Bench(BenchOptions options)
+    : m_options(std::move(options))
     , m_temporaryLinks(QDir::tempPath() + u"/corvane-bench-XXXXXX"_s)
     , m_chamber(m_options.time, 5, "CH-10421")
     , m_secondChamber(m_options.time, 1, "CH-10422")
@@ -63,8 +60,10 @@ void Bench::wire()
 bool Bench::start()
 {
     m_errors.clear();
-    for (PtyPort *port : {&m_rs485, &m_rs232, &m_boardSerial, &m_gpibPty})
-        startSerial(*port);
+    for (PtyPort *port : {&m_rs485, &m_rs232, &m_boardSerial, &m_gpibPty}) {
+        if (!port->replug())
+            m_errors.append(u"%1: %2"_s.arg(port->path(), port->errorString()));
+    }
     startTcp(m_chamberTcp, m_options.chamberPort);
     startTcp(m_boardTcp, m_options.boardPort);
     startTcp(m_gpibTcp, m_options.gpibPort);
@@ -72,12 +71,6 @@ bool Bench::start()
         startTcp(m_secondGpibTcp, *m_options.secondGpibPort);
     listPlaces();
     return m_errors.isEmpty();
-}
-
-void Bench::startSerial(PtyPort &port)
-{
-    if (!port.replug())
-        m_errors.append(u"%1: %2"_s.arg(port.path(), port.errorString()));
 }
 
 void Bench::startTcp(TcpPort &port, quint16 preferred)
@@ -134,16 +127,6 @@ QString Bench::Place::state() const
 {
     const QString plugged = plug->state();
     return faults->fault().toString() + (plugged.isEmpty() ? QString() : u", "_s + plugged);
-}
-
-QString Bench::state()
-{
-    return BenchOrders(*this).state();
-}
-
-QString Bench::order(const QString &text)
-{
-    return BenchOrders(*this).run(text);
 }
 
 } // namespace corvane::bench

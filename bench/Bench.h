@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bench/BenchOrders.h"
 #include "bench/Board.h"
 #include "bench/ChamberController.h"
 #include "bench/DeviceLink.h"
@@ -35,8 +36,6 @@ struct BenchOptions
 /// the board on RS-232, on TCP and at GPIB0::9. The meter at GPIB0::16 measures the board.
 class Bench : public QObject
 {
-    Q_OBJECT
-
 public:
     /// One place where a fault can be ordered.
     struct Place
@@ -58,7 +57,7 @@ public:
     static constexpr int meterGpibAddress = 16;
     static constexpr int secondBoardGpibAddress = 0;
 
-    explicit Bench(BenchOptions options = {}, QObject *parent = nullptr);
+    explicit Bench(BenchOptions options = {});
 
     /// Starts everything. False when a part could not; errorString() says which, and the rest runs.
     bool start();
@@ -68,8 +67,6 @@ public:
     [[nodiscard]] QString rs485Device() const { return m_rs485.path(); }
     [[nodiscard]] QString rs232Device() const { return m_rs232.path(); }
     [[nodiscard]] QString boardDevice() const { return m_boardSerial.path(); }
-    /// A "++" controller on a serial port, with the same instruments as the one on TCP.
-    [[nodiscard]] QString gpibDevice() const { return m_gpibPty.path(); }
     /// The host and the ports on it; the second controller's is 0 when there is none.
     [[nodiscard]] static QString host() { return u"127.0.0.1"_s; }
     [[nodiscard]] quint16 chamberPort() const { return m_chamberTcp.port(); }
@@ -78,7 +75,6 @@ public:
     [[nodiscard]] quint16 secondGpibPort() const { return m_secondGpibTcp.port(); }
 
     [[nodiscard]] ChamberController &chamber() { return m_chamber; }
-    [[nodiscard]] ChamberController &secondChamber() { return m_secondChamber; }
     [[nodiscard]] Board &board() { return m_board; }
     [[nodiscard]] Meter &meter() { return m_meter; }
 
@@ -87,14 +83,13 @@ public:
     [[nodiscard]] QStringList programArguments() const;
 
     /// Does what one order says ("rs485 silent", "connector on", "help") and returns the answer.
-    QString order(const QString &text);
+    QString order(const QString &text) { return benchOrders::run(*this, text); }
     /// What the orders have made of the board and the meter, in a line.
-    [[nodiscard]] QString state();
+    [[nodiscard]] QString state() { return benchOrders::state(*this); }
 
 private:
     [[nodiscard]] QString link(const QString &name) const;
     void wire();
-    void startSerial(PtyPort &port);
     void startTcp(TcpPort &port, quint16 preferred);
     void listPlaces();
 

@@ -13,8 +13,6 @@ namespace corvane::bench {
 /// and ends on "quit", SIGINT and SIGTERM.
 class BenchConsole : public QObject
 {
-    Q_OBJECT
-
 public:
     explicit BenchConsole(BenchOptions options);
     ~BenchConsole() override;

@@ -78,12 +78,12 @@ std::span<const Board::Command> Board::commands()
         {"ADC?", 1, 1, &Board::readAdc},
         {"CALibrate:PIC", 0, 0, &Board::saveCalibration},
         {"CALibrate:PICSerialNumber", 1, 1, &Board::storeSerial},
-        {"PORT:DIRection", 2, 2, &Board::setDirection},
-        {"PORT:DIRection?", 1, 1, &Board::readDirection},
-        {"PORT:DATA", 2, 2, &Board::setData},
-        {"PORT:DATA?", 1, 1, &Board::readData},
-        {"H", 1, 1, &Board::setPinHigh},
-        {"L", 1, 1, &Board::setPinLow},
+        {"PORT:DIRection", 2, 2, &Board::setPort<&BoardPorts::setDirection>},
+        {"PORT:DIRection?", 1, 1, &Board::readPort<&BoardPorts::direction>},
+        {"PORT:DATA", 2, 2, &Board::setPort<&BoardPorts::setData>},
+        {"PORT:DATA?", 1, 1, &Board::readPort<&BoardPorts::data>},
+        {"H", 1, 1, &Board::setPin<true>},
+        {"L", 1, 1, &Board::setPin<false>},
         {"H?", 1, 1, &Board::readPin},
         {"TCPIP?", 0, 0, &Board::readNetwork},
     };
@@ -168,39 +168,26 @@ ScpiDevice::Reply Board::storeSerial(const Arguments &arguments)
     return setSerial(arguments[0]) ? done() : refuseParameter();
 }
 
-ScpiDevice::Reply Board::setDirection(const Arguments &arguments)
+template <auto set>
+ScpiDevice::Reply Board::setPort(const Arguments &arguments)
 {
     const auto port = text::whole(arguments[0], 0, lastPort);
     const auto value = text::whole(arguments[1], 0, lastByte);
     if (!port || !value)
         return refuseParameter();
-    m_ports.setDirection(*port, *value);
+    (m_ports.*set)(*port, *value);
     return done();
 }
 
-ScpiDevice::Reply Board::readDirection(const Arguments &arguments)
+template <auto get>
+ScpiDevice::Reply Board::readPort(const Arguments &arguments)
 {
     const auto port = text::whole(arguments[0], 0, lastPort);
-    return port ? Reply(QByteArray::number(m_ports.direction(*port))) : refuseParameter();
+    return port ? Reply(QByteArray::number((m_ports.*get)(*port))) : refuseParameter();
 }
 
-ScpiDevice::Reply Board::setData(const Arguments &arguments)
-{
-    const auto port = text::whole(arguments[0], 0, lastPort);
-    const auto value = text::whole(arguments[1], 0, lastByte);
-    if (!port || !value)
-        return refuseParameter();
-    m_ports.setData(*port, *value);
-    return done();
-}
-
-ScpiDevice::Reply Board::readData(const Arguments &arguments)
-{
-    const auto port = text::whole(arguments[0], 0, lastPort);
-    return port ? Reply(QByteArray::number(m_ports.data(*port))) : refuseParameter();
-}
-
-ScpiDevice::Reply Board::setPin(const Arguments &arguments, bool high)
+template <bool high>
+ScpiDevice::Reply Board::setPin(const Arguments &arguments)
 {
     const auto pin = text::whole(arguments[0], 0, lastPin);
     if (!pin)

@@ -25,7 +25,6 @@ class Board : public ScpiDevice
 public:
     Board();
 
-    [[nodiscard]] BoardAnalog &analog() { return m_analog; }
     [[nodiscard]] const BoardAnalog &analog() const { return m_analog; }
     [[nodiscard]] BoardPorts &ports() { return m_ports; }
     /// The channel whose DAC was set or asked for last, 0 to 7.
@@ -58,17 +57,17 @@ private:
     Reply readDac(const Arguments &arguments);
     Reply readAdc(const Arguments &arguments);
     Reply saveCalibration(const Arguments &arguments);
-    Reply setDirection(const Arguments &arguments);
-    Reply readDirection(const Arguments &arguments);
-    Reply setData(const Arguments &arguments);
-    Reply readData(const Arguments &arguments);
-    Reply setPinHigh(const Arguments &arguments) { return setPin(arguments, true); }
-    Reply setPinLow(const Arguments &arguments) { return setPin(arguments, false); }
+    /// The register of a port that this member of the ports sets.
+    template <auto set>
+    Reply setPort(const Arguments &arguments);
+    template <auto get>
+    Reply readPort(const Arguments &arguments);
+    template <bool high>
+    Reply setPin(const Arguments &arguments);
     Reply readPin(const Arguments &arguments);
     Reply storeSerial(const Arguments &arguments);
     Reply readNetwork(const Arguments &arguments);
 
-    Reply setPin(const Arguments &arguments, bool high);
     Reply writeCounts(const QByteArray &channelAndCounts);
     Reply readCounts(const QByteArray &channel);
 

@@ -17,7 +17,6 @@ struct Calibration
     double offset = 0;
 
     [[nodiscard]] double corrected(double value) const { return (value + offset) * gain; }
-    bool operator==(const Calibration &) const = default;
 };
 
 /// What the parts of one channel really do: true = ideal * gain + offset.

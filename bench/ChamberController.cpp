@@ -9,14 +9,6 @@ namespace corvane::bench {
 
 namespace {
 
-constexpr ChamberController::ReadOnly readOnly[] = {
-    {"PV", "temperature now, degrees C"},
-    {"HPV", "humidity now, % RH"},
-    {"ALARM", "1 while an alarm limit is passed"},
-    {"ID", "model"},
-    {"SN", "serial number"},
-};
-
 constexpr const char *model = "KT2000";
 
 /// Exact for any way of cutting the time into steps, so the value depends on the clock alone.
@@ -24,14 +16,6 @@ double towards(double value, double target, double ratePerMinute, qint64 ms)
 {
     const double reach = ratePerMinute * static_cast<double>(ms) / 60000;
     return value + std::clamp(target - value, -reach, reach);
-}
-
-std::pair<QByteArray, QByteArray> nameAndRest(const QByteArray &text)
-{
-    const qsizetype blank = text.indexOf(' ');
-    if (blank < 0)
-        return {text, {}};
-    return {text.first(blank), text.sliced(blank).trimmed()};
 }
 
 } // namespace
@@ -45,16 +29,11 @@ ChamberController::ChamberController(TimeSource time, int address, QByteArray se
     m_settings.write("ADDR", QByteArray::number(address));
 }
 
-std::span<const ChamberController::ReadOnly> ChamberController::readOnlyTable()
-{
-    return readOnly;
-}
-
 std::optional<QByteArray> ChamberController::answer(const QByteArray &line)
 {
     if (!line.startsWith('>'))
         return ScpiDevice::answer(line);
-    const auto [address, command] = nameAndRest(line.sliced(1));
+    const auto [address, command] = text::wordAndRest(line.sliced(1));
     const int own = static_cast<int>(m_settings.number("ADDR"));
     if (text::whole(address, 1, 30) != own)
         return std::nullopt;
@@ -73,11 +52,11 @@ ScpiDevice::Reply ChamberController::execute(const QByteArray &header, const QBy
 {
     moveOn();
     if (header == "?") {
-        const auto [name, rest] = nameAndRest(arguments);
-        return query(name == "=" ? nameAndRest(rest).first : name);
+        const auto [name, rest] = text::wordAndRest(arguments);
+        return query(name == "=" ? text::wordAndRest(rest).first : name);
     }
     if (header == "=") {
-        const auto [name, value] = nameAndRest(arguments);
+        const auto [name, value] = text::wordAndRest(arguments);
         return set(name, value);
     }
     if (arguments.isEmpty() || arguments.compare("x", Qt::CaseInsensitive) == 0)

@@ -16,6 +16,9 @@ namespace corvane::bench {
 ///     SP 25       the same without the operator: gives it a value
 ///     >05 ? SP    any of them by RS-485 address: answered with "<05:" in front, and only when the
 ///                 address is its own
+///
+/// Beside its settings it can be asked for PV and HPV (temperature and humidity now), ALARM (1
+/// while an alarm limit is passed), ID (model) and SN (serial number).
 class ChamberController : public ScpiDevice
 {
 public:
@@ -23,14 +26,6 @@ public:
     ChamberController(TimeSource time, int address, QByteArray serial);
 
     std::optional<QByteArray> answer(const QByteArray &line) override;
-
-    /// The settings that can be read but not written, with what they are.
-    struct ReadOnly
-    {
-        const char *name;
-        const char *about;
-    };
-    static std::span<const ReadOnly> readOnlyTable();
 
 protected:
     [[nodiscard]] QByteArray identity() const override;

@@ -10,13 +10,10 @@ namespace corvane::bench {
 /// ended by CR LF, to the stream that asked, as the fault in force leaves them.
 class DeviceLink : public QObject
 {
-    Q_OBJECT
-
 public:
     /// The device outlives the link.
-    explicit DeviceLink(BenchDevice &device, QObject *parent = nullptr)
-        : QObject(parent)
-        , m_device(device)
+    explicit DeviceLink(BenchDevice &device)
+        : m_device(device)
     {
     }
 

@@ -13,38 +13,30 @@ using Kind = Fault::Kind;
 
 struct Row
 {
-    Kind kind;
-    const char *word;
-    /// What follows the word, and the numbers in force when it is left out.
-    const char *arguments;
-    int ms;
-    qint64 bytes;
-    int piece;
-    bool once;
-    const char *about;
+    OrderText text;
+    /// What is in force when its arguments are left out.
+    Fault fault;
 };
 
-constexpr Row rows[] = {
-    {Kind::None, "none", "", 0, 0, 0, false, "no fault; what was unplugged is back"},
-    {Kind::Silent, "silent", "[once]", 0, 0, 0, false, "no reply"},
-    {Kind::Slow, "slow", "[MS] [once]", 500, 0, 0, false, "the reply comes MS milliseconds late"},
-    {Kind::Late, "late", "[once]", 0, 0, 0, false, "the reply comes with the next command"},
-    {Kind::Split, "split", "[MS] [once]", 20, 0, 0, false,
-     "the reply in pieces MS apart, CR and LF each by itself"},
-    {Kind::Garbage, "garbage", "[TEXT] [once]", 0, 0, 0, false,
-     R"(TEXT (\r \n \xHH) or all 256 byte values as the reply)"},
-    {Kind::Twice, "twice", "[MS] [once]", 0, 0, 0, false, "the reply, and again after MS"},
-    {Kind::NoEnd, "noend", "[once]", 0, 0, 0, false, "the reply without its line end"},
-    {Kind::Drop, "drop", "", 0, 0, 0, true, "the connection drops at the next command"},
-    {Kind::Flood, "flood", "[BYTES [PIECE]]", 0, 10'000'000, 4096, true,
-     "the next reply is BYTES bytes, PIECE at a time"},
-    {Kind::Unplug, "unplug", "", 0, 0, 0, false, "gone, until the fault is cleared"},
+const Row rows[] = {
+    {{"none"_L1, ""_L1, "no fault; what was unplugged is back"_L1}, {.kind = Kind::None}},
+    {{"silent"_L1, "[once]"_L1, "no reply"_L1}, {.kind = Kind::Silent}},
+    {{"slow"_L1, "[MS] [once]"_L1, "the reply comes MS milliseconds late"_L1},
+     {.kind = Kind::Slow, .ms = 500}},
+    {{"late"_L1, "[once]"_L1, "the reply comes with the next command"_L1}, {.kind = Kind::Late}},
+    {{"split"_L1, "[MS] [once]"_L1, "the reply in pieces MS apart, CR and LF each by itself"_L1},
+     {.kind = Kind::Split, .ms = 20}},
+    {{"garbage"_L1, "[TEXT] [once]"_L1,
+      "TEXT (\\r \\n \\xHH) or all 256 byte values as the reply"_L1},
+     {.kind = Kind::Garbage}},
+    {{"twice"_L1, "[MS] [once]"_L1, "the reply, and again after MS"_L1}, {.kind = Kind::Twice}},
+    {{"noend"_L1, "[once]"_L1, "the reply without its line end"_L1}, {.kind = Kind::NoEnd}},
+    {{"drop"_L1, ""_L1, "the connection drops at the next command"_L1},
+     {.kind = Kind::Drop, .once = true}},
+    {{"flood"_L1, "[BYTES [PIECE]]"_L1, "the next reply is BYTES bytes, PIECE at a time"_L1},
+     {.kind = Kind::Flood, .bytes = 10'000'000, .piece = 4096, .once = true}},
+    {{"unplug"_L1, ""_L1, "gone, until the fault is cleared"_L1}, {.kind = Kind::Unplug}},
 };
-
-const Row &rowOf(Kind kind)
-{
-    return rows[static_cast<size_t>(kind)];
-}
 
 bool takesMs(Kind kind)
 {
@@ -91,23 +83,18 @@ QByteArray escaped(const QByteArray &text)
 std::optional<Fault> Fault::parse(const QString &text)
 {
     QString rest = text.trimmed();
-    Fault fault;
     const QString onceWord = u" once"_s;
-    if (rest.endsWith(onceWord, Qt::CaseInsensitive)) {
-        fault.once = true;
+    const bool once = rest.endsWith(onceWord, Qt::CaseInsensitive);
+    if (once)
         rest = rest.chopped(onceWord.size()).trimmed();
-    }
     const QString word = rest.section(u' ', 0, 0);
     rest = rest.section(u' ', 1).trimmed();
     for (const Row &row : rows) {
-        if (word.compare(QLatin1String(row.word), Qt::CaseInsensitive) != 0)
+        if (word.compare(row.text.word, Qt::CaseInsensitive) != 0)
             continue;
-        fault.kind = row.kind;
-        fault.ms = row.ms;
-        fault.bytes = row.bytes;
-        fault.piece = row.piece;
-        fault.once = fault.once || row.once;
-        if (row.kind == Kind::Garbage) {
+        Fault fault = row.fault;
+        fault.once = fault.once || once;
+        if (fault.kind == Kind::Garbage) {
             fault.text = text::unescaped(rest.toLatin1());
             return fault;
         }
@@ -120,15 +107,15 @@ std::optional<Fault> Fault::parse(const QString &text)
 
 QString Fault::toString() const
 {
-    const Row &row = rowOf(kind);
-    QString written = QLatin1String(row.word);
+    const Row &row = rows[static_cast<size_t>(kind)];
+    QString written = row.text.word;
     if (takesMs(kind))
         written += u" %1"_s.arg(ms);
     if (kind == Kind::Flood)
         written += u" %1 %2"_s.arg(bytes).arg(piece);
     if (kind == Kind::Garbage && !text.isEmpty())
         written += u' ' + QString::fromLatin1(escaped(text));
-    if (once && !row.once)
+    if (once && !row.fault.once)
         written += u" once"_s;
     return written;
 }
@@ -137,8 +124,7 @@ std::vector<OrderText> Fault::choices()
 {
     std::vector<OrderText> choices;
     for (const Row &row : rows)
-        choices.push_back(
-            {QLatin1String(row.word), QLatin1String(row.arguments), QLatin1String(row.about)});
+        choices.push_back(row.text);
     return choices;
 }
 

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace corvane::bench {
 
@@ -33,7 +34,7 @@ struct Fault
     int ms = 0;
     qint64 bytes = 0;
     int piece = 0;
-    QByteArray text;
+    QByteArray text{};
     bool once = false;
 
     bool operator==(const Fault &) const = default;

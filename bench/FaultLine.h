@@ -14,8 +14,6 @@ struct TimedPiece
     QByteArray bytes;
     /// The reply's end: where a GPIB device marks its last byte.
     bool end = false;
-
-    bool operator==(const TimedPiece &) const = default;
 };
 
 /// What becomes of one reply.

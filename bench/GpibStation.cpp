@@ -4,9 +4,8 @@
 
 namespace corvane::bench {
 
-GpibStation::GpibStation(BenchDevice &device, QObject *parent)
-    : QObject(parent)
-    , m_device(device)
+GpibStation::GpibStation(BenchDevice &device)
+    : m_device(device)
     , m_pieces([this](const TimedPiece &piece) {
         if (piece.bytes.isEmpty())
             return;

@@ -15,7 +15,7 @@ class GpibStation : public QObject, public Plug
 
 public:
     /// The device outlives the station.
-    explicit GpibStation(BenchDevice &device, QObject *parent = nullptr);
+    explicit GpibStation(BenchDevice &device);
 
     /// Bytes for the device; `end`: the last one came with END, which ends a command like a line
     /// end. A new message discards a reply that nobody read, as instruments do that are asked

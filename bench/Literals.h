@@ -4,7 +4,7 @@
 
 namespace corvane::bench {
 
-/// u"text"_s is a QString, made when the program is built.
+/// u"text"_s is a QString, "text"_L1 a QLatin1StringView, both made when the program is built.
 using namespace Qt::StringLiterals;
 
 } // namespace corvane::bench

@@ -2,8 +2,6 @@
 
 #include <QLatin1String>
 
-#include <vector>
-
 namespace corvane::bench {
 
 /// What people are told of one order or fault; the console's help and a window show the same.

@@ -4,13 +4,12 @@
 
 namespace corvane::bench {
 
-PieceQueue::PieceQueue(Sink sink, QObject *parent)
-    : QObject(parent)
-    , m_sink(std::move(sink))
+PieceQueue::PieceQueue(Sink sink)
+    : m_sink(std::move(sink))
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, &QTimer::timeout, this, [this] {
+    m_timer.callOnTimeout([this] {
         m_pieces.front().afterMs = 0;
         run();
     });

@@ -2,7 +2,6 @@
 
 #include "bench/FaultLine.h"
 
-#include <QObject>
 #include <QTimer>
 
 #include <deque>
@@ -11,12 +10,12 @@
 namespace corvane::bench {
 
 /// Hands on the pieces of replies in order, each at its time.
-class PieceQueue : public QObject
+class PieceQueue
 {
 public:
     using Sink = std::function<void(const TimedPiece &)>;
 
-    explicit PieceQueue(Sink sink, QObject *parent = nullptr);
+    explicit PieceQueue(Sink sink);
 
     void add(const std::vector<TimedPiece> &pieces);
     void clear();

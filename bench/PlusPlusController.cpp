@@ -8,8 +8,7 @@
 
 namespace corvane::bench {
 
-PlusPlusController::PlusPlusController(QObject *parent)
-    : QObject(parent)
+PlusPlusController::PlusPlusController()
 {
     m_gap.setSingleShot(true);
     m_gap.setTimerType(Qt::PreciseTimer);
@@ -81,9 +80,7 @@ void PlusPlusController::work()
 
 void PlusPlusController::command(const QByteArray &line)
 {
-    const qsizetype blank = line.indexOf(' ');
-    const QByteArray name = blank < 0 ? line : line.first(blank);
-    const QByteArray arguments = blank < 0 ? QByteArray() : line.sliced(blank).trimmed();
+    const auto [name, arguments] = text::wordAndRest(line);
     bool understood = false;
     for (const Number &number : numbers()) {
         if (name == number.name)

@@ -17,10 +17,8 @@ class ReplySender;
 /// Commands that come while a read is on wait for its end; a read that finds nothing is silent.
 class PlusPlusController : public QObject
 {
-    Q_OBJECT
-
 public:
-    explicit PlusPlusController(QObject *parent = nullptr);
+    PlusPlusController();
 
     /// Puts an instrument on the bus at a primary address, 0 to 30. It outlives the controller.
     void connectStation(int address, GpibStation &station);

@@ -12,8 +12,6 @@ struct PlusPlusLine
 {
     bool command = false;
     QByteArray text;
-
-    bool operator==(const PlusPlusLine &) const = default;
 };
 
 /// Cuts the bytes of a "++" controller's input into lines and takes the escapes out: ESC makes the

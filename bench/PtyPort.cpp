@@ -20,9 +20,8 @@
 
 namespace corvane::bench {
 
-PtyPort::PtyPort(QString link, QObject *parent)
-    : ByteStream(parent)
-    , m_link(std::move(link))
+PtyPort::PtyPort(QString link)
+    : m_link(std::move(link))
 {
 }
 

@@ -12,11 +12,9 @@ namespace corvane::bench {
 /// hang-up.
 class PtyPort : public ByteStream, public Plug
 {
-    Q_OBJECT
-
 public:
     /// The link appears at `link`; a link that is there already is replaced.
-    explicit PtyPort(QString link, QObject *parent = nullptr);
+    explicit PtyPort(QString link);
     ~PtyPort() override;
 
     /// The path to open. Stays the same over unplug() and replug().

@@ -11,8 +11,6 @@ namespace corvane::bench {
 /// dropping the connection.
 class ReplySender : public QObject
 {
-    Q_OBJECT
-
 public:
     /// A flood ends after this many milliseconds even when nobody takes it.
     static constexpr qint64 longestFloodMs = 60'000;

@@ -47,9 +47,7 @@ std::optional<QByteArray> ScpiDevice::answer(const QByteArray &line)
 
 ScpiDevice::Reply ScpiDevice::run(const QByteArray &command)
 {
-    const qsizetype blank = command.indexOf(' ');
-    const QByteArray header = blank < 0 ? command : command.first(blank);
-    const QByteArray arguments = blank < 0 ? QByteArray() : command.sliced(blank).trimmed();
+    const auto [header, arguments] = text::wordAndRest(command);
     if (text::matches(header, "*IDN?"))
         return identity();
     if (text::matches(header, "SYSTem:ERRor?")) {

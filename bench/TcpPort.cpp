@@ -32,12 +32,17 @@ void TcpStream::send(const QByteArray &bytes)
     m_socket->flush();
 }
 
+TcpPort::TcpPort()
+{
+    m_server.setProxy(QNetworkProxy::NoProxy);
+    connect(&m_server, &QTcpServer::newConnection, this, [this] {
+        while (QTcpSocket *socket = m_server.nextPendingConnection())
+            Q_EMIT opened(*new TcpStream(socket, this));
+    });
+}
+
 bool TcpPort::listen(quint16 preferred)
 {
-    if (!m_connected)
-        connect(&m_server, &QTcpServer::newConnection, this, &TcpPort::accept);
-    m_connected = true;
-    m_server.setProxy(QNetworkProxy::NoProxy);
     const bool listening = m_server.listen(QHostAddress::LocalHost, preferred) ||
                            m_server.listen(QHostAddress::LocalHost, 0);
     if (listening)
@@ -61,12 +66,6 @@ bool TcpPort::replug()
 QString TcpPort::state() const
 {
     return u"%1 connected"_s.arg(findChildren<TcpStream *>().size());
-}
-
-void TcpPort::accept()
-{
-    while (QTcpSocket *socket = m_server.nextPendingConnection())
-        Q_EMIT opened(*new TcpStream(socket, this));
 }
 
 } // namespace corvane::bench

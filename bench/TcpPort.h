@@ -30,7 +30,7 @@ class TcpPort : public QObject, public Plug
     Q_OBJECT
 
 public:
-    using QObject::QObject;
+    TcpPort();
 
     /// Listens on the preferred port, or on a free one when that is taken or 0.
     bool listen(quint16 preferred);
@@ -51,11 +51,8 @@ Q_SIGNALS:
     void opened(corvane::bench::ByteStream &stream);
 
 private:
-    void accept();
-
     QTcpServer m_server;
     quint16 m_port = 0;
-    bool m_connected = false;
 };
 
 } // namespace corvane::bench

@@ -78,6 +78,14 @@ bool matches(QByteArrayView header, QByteArrayView pattern)
     }
 }
 
+std::pair<QByteArray, QByteArray> wordAndRest(const QByteArray &text)
+{
+    const qsizetype blank = text.indexOf(' ');
+    if (blank < 0)
+        return {text, {}};
+    return {text.first(blank), text.sliced(blank).trimmed()};
+}
+
 QList<QByteArray> pieces(const QByteArray &text, char separator)
 {
     QList<QByteArray> result = text.split(separator);

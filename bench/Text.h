@@ -5,6 +5,7 @@
 #include <QList>
 
 #include <optional>
+#include <utility>
 
 /// How the devices of the bench read and write numbers and command headers. They are other
 /// people's machines: nothing here is shared with the program that tests them.
@@ -23,6 +24,9 @@ QByteArray fixed(double value, int decimals);
 /// True when the header is the pattern ("SYSTem:ERRor?") in any letter case, each part in its long
 /// form or in its short one (the capitals), with or without a colon in front.
 bool matches(QByteArrayView header, QByteArrayView pattern);
+
+/// The text up to its first blank, and what follows that, trimmed.
+std::pair<QByteArray, QByteArray> wordAndRest(const QByteArray &text);
 
 /// The text cut at every `separator`, each piece trimmed.
 QList<QByteArray> pieces(const QByteArray &text, char separator);

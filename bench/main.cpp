@@ -20,9 +20,8 @@ std::optional<quint16> portOf(const QCommandLineParser &parser, const QCommandLi
 {
     const QString text = parser.value(option);
     bool ok = false;
-    const uint port = text.toUInt(&ok);
-    if (ok && port <= 65535)
-        return static_cast<quint16>(port);
+    if (const quint16 port = text.toUShort(&ok); ok)
+        return port;
     std::fprintf(stderr, "corvane-bench: \"%s\" is no port for --%s.\n", qPrintable(text),
                  qPrintable(option.names().constFirst()));
     return std::nullopt;

@@ -19,7 +19,7 @@ public:
     [[nodiscard]] virtual QString description() const = 0;
 
     virtual void open(const GpibAddress &address) = 0;
-    /// Clears the device; one that is not there is no fault.
+    /// Clears the device. Throws DeviceAbsent when there is none.
     virtual void clear(const GpibAddress &address) = 0;
     /// Writes bytes, the last one with END. Throws DeviceAbsent when no device takes them.
     virtual void write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs) = 0;

@@ -1,6 +1,7 @@
 #include "devices/GpibAdapterChoice.h"
 
 #include "devices/PlatformError.h"
+#include "devices/WholeNumber.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,20 +18,14 @@ constexpr std::pair<QLatin1String, Kind> kinds[] = {
 
 constexpr int highestLibraryBoard = 15;
 
-[[noreturn]] void refuse(const QString &text, const QString &why)
+QString named(const QString &text)
 {
-    throw PlatformError(u"GPIB adapter \"%1\": %2"_s.arg(text, why));
+    return u"GPIB adapter \"%1\""_s.arg(text);
 }
 
-int numberIn(const QString &text, const QString &part, const QString &what, int first, int last)
+[[noreturn]] void refuse(const QString &text, const QString &why)
 {
-    bool ok = false;
-    const int value = part.toInt(&ok);
-    if (!ok || value < first || value > last)
-        refuse(
-            text,
-            u"the %1 \"%2\" is not a number from %3 to %4"_s.arg(what, part).arg(first).arg(last));
-    return value;
+    throw PlatformError(named(text) + u": "_s + why);
 }
 
 /// Splits "HOST[:PORT]"; a host in brackets may hold colons.
@@ -42,7 +37,7 @@ void readPeer(GpibAdapterChoice &choice, const QString &text, const QString &pee
     if (choice.host.isEmpty())
         refuse(text, u"a host is needed, as in tcp:192.168.0.5:1234"_s);
     if (colon >= 0)
-        choice.port = numberIn(text, peer.mid(colon + 1), u"port"_s, 1, 65535);
+        choice.port = requiredNumber(named(text), u"port"_s, peer.mid(colon + 1), 1, 65535);
 }
 
 } // namespace
@@ -66,7 +61,8 @@ GpibAdapterChoice GpibAdapterChoice::parse(const QString &text)
         if (rest.isEmpty())
             refuse(text, u"a device is needed, as in serial:/dev/ttyUSB0"_s);
     } else if (choice.kind == Kind::Library && !rest.isEmpty()) {
-        choice.libraryBoard = numberIn(text, rest, u"board number"_s, 0, highestLibraryBoard);
+        choice.libraryBoard =
+            requiredNumber(named(text), u"board number"_s, rest, 0, highestLibraryBoard);
     } else if (!rest.isEmpty()) {
         refuse(text, u"nothing may follow \"%1\""_s.arg(word));
     }

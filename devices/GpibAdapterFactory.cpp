@@ -2,7 +2,6 @@
 
 #include "devices/IbBus.h"
 #include "devices/LibraryAdapter.h"
-#include "devices/NoGpibAdapter.h"
 #include "devices/PlatformError.h"
 #include "devices/PlusPlusAdapter.h"
 #include "devices/SerialGpibStream.h"
@@ -11,16 +10,41 @@
 
 namespace corvane {
 
-GpibAdapterFactory::GpibAdapterFactory(Libraries libraries, Reader reader)
-    : m_libraries(std::move(libraries))
-    , m_reader(reader)
+namespace {
+
+/// A board that nothing serves: every call says why and what to do.
+class NoGpibAdapter : public GpibAdapter
 {
+public:
+    explicit NoGpibAdapter(QString reason)
+        : m_reason(std::move(reason))
+    {
+    }
+
+    [[nodiscard]] QString description() const override { return u"no adapter"_s; }
+    QString version(WaitGroup &) override { refuse(); }
+    void open(const GpibAddress &, WaitGroup &) override { refuse(); }
+    void clear(const GpibAddress &, WaitGroup &) override { refuse(); }
+    void write(const GpibAddress &, const QByteArray &, int, WaitGroup &) override { refuse(); }
+    QByteArray read(const GpibAddress &, int, WaitGroup &) override { refuse(); }
+
+private:
+    [[noreturn]] void refuse() const { throw PlatformError(m_reason); }
+
+    QString m_reason;
+};
+
+std::shared_ptr<IbBus> ibBus(const QString &file, int board)
+{
+    return std::make_shared<IbBus>(std::make_shared<const IbLibrary>(file), board);
 }
 
-GpibAdapterFactory::GpibAdapterFactory(Reader reader)
-    : m_reader(reader)
+std::shared_ptr<VisaBus> visaBus(const QString &file, int board)
 {
+    return std::make_shared<VisaBus>(std::make_shared<const VisaLibrary>(file), board);
 }
+
+} // namespace
 
 QString GpibAdapterFactory::chosenBy(int board, const QString &adapter) const
 {
@@ -46,11 +70,9 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::make(const GpibAdapterChoice &c
                 std::make_unique<SerialGpibStream>(choice.device), another);
         case Kind::Library:
             return std::make_unique<LibraryAdapter>(
-                std::make_shared<IbBus>(std::make_shared<const IbLibrary>(m_libraries.ib),
-                                        choice.libraryBoard.value_or(board)));
+                ibBus(m_libraries.ib, choice.libraryBoard.value_or(board)));
         case Kind::Visa:
-            return std::make_unique<LibraryAdapter>(std::make_shared<VisaBus>(
-                std::make_shared<const VisaLibrary>(m_libraries.visa), board));
+            return std::make_unique<LibraryAdapter>(visaBus(m_libraries.visa, board));
         case Kind::None:
             break;
         }
@@ -65,8 +87,7 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) co
 {
     QString why;
     try {
-        auto bus =
-            std::make_shared<IbBus>(std::make_shared<const IbLibrary>(m_libraries.ib), board);
+        auto bus = ibBus(m_libraries.ib, board);
         why = bus->missing();
         if (why.isEmpty())
             return std::make_unique<LibraryAdapter>(std::move(bus));
@@ -74,8 +95,7 @@ std::unique_ptr<GpibAdapter> GpibAdapterFactory::makeFromLibraries(int board) co
         why = u"no GPIB library is installed"_s;
     }
     try {
-        return std::make_unique<LibraryAdapter>(std::make_shared<VisaBus>(
-            std::make_shared<const VisaLibrary>(m_libraries.visa), board));
+        return std::make_unique<LibraryAdapter>(visaBus(m_libraries.visa, board));
     } catch (const PlatformError &) {
         return std::make_unique<NoGpibAdapter>(
             u"nothing serves board GPIB%1: %2, and no VISA library. Install the "

@@ -24,16 +24,16 @@ public:
     {
         QString kind; ///< "ib*", "VISA"
         QString file; ///< with its version where the name tells it
-
-        bool operator==(const Installed &) const = default;
     };
 
     /// Where its faults are read, and so how they say that an adapter is chosen.
     enum class Reader { Window, CommandLine };
 
-    GpibAdapterFactory() = default;
-    explicit GpibAdapterFactory(Libraries libraries, Reader reader = Reader::Window);
-    explicit GpibAdapterFactory(Reader reader);
+    explicit GpibAdapterFactory(Libraries libraries = {}, Reader reader = Reader::Window)
+        : m_libraries(std::move(libraries))
+        , m_reader(reader)
+    {
+    }
 
     /// The adapter of a board (0..3). Never null and never throws: where nothing serves the board,
     /// the adapter's calls say so and what to do. Loads libraries, which may take a moment.
@@ -49,7 +49,7 @@ private:
     [[nodiscard]] QString chosenBy(int board, const QString &adapter) const;
 
     Libraries m_libraries;
-    Reader m_reader = Reader::Window;
+    Reader m_reader;
 };
 
 } // namespace corvane

@@ -1,27 +1,11 @@
 #include "devices/GpibAddress.h"
 
 #include "devices/PlatformError.h"
+#include "devices/WholeNumber.h"
 
 #include <QStringList>
 
 namespace corvane {
-
-namespace {
-
-int partInRange(const QString &connectString, const QString &part, const QString &what, int first,
-                int last)
-{
-    bool ok = false;
-    const int value = part.trimmed().toInt(&ok);
-    if (!ok || value < first || value > last)
-        throw PlatformError(
-            u"%1: the %2 \"%3\" is not a number from %4 to %5"_s.arg(connectString, what, part)
-                .arg(first)
-                .arg(last));
-    return value;
-}
-
-} // namespace
 
 GpibAddress GpibAddress::parse(const QString &connectString)
 {
@@ -31,11 +15,12 @@ GpibAddress GpibAddress::parse(const QString &connectString)
         throw PlatformError(
             u"\"%1\" is no GPIB address; it has the form GPIB0::5"_s.arg(connectString));
     GpibAddress address;
-    address.board = partInRange(connectString, parts[0].mid(prefix.size()), u"board number"_s, 0,
-                                boardCount - 1);
-    address.primary = partInRange(connectString, parts[1], u"device address"_s, 0, 30);
+    address.board = requiredNumber(connectString, u"board number"_s, parts[0].mid(prefix.size()), 0,
+                                   boardCount - 1);
+    address.primary = requiredNumber(connectString, u"device address"_s, parts[1], 0, 30);
     if (parts.size() == 3)
-        address.secondary = partInRange(connectString, parts[2], u"secondary address"_s, 96, 126);
+        address.secondary =
+            requiredNumber(connectString, u"secondary address"_s, parts[2], 96, 126);
     return address;
 }
 

@@ -31,9 +31,8 @@ private:
     GpibControl &m_control;
 };
 
-GpibControl::GpibControl(Clock &clock, AdapterFactory factory, QObject *parent)
-    : QObject(parent)
-    , m_waits(clock)
+GpibControl::GpibControl(Clock &clock, AdapterFactory factory)
+    : m_waits(clock)
     , m_factory(std::move(factory))
 {
 }

@@ -30,7 +30,7 @@ public:
 
     static constexpr int defaultTimeoutMs = 1000;
 
-    GpibControl(Clock &clock, AdapterFactory factory, QObject *parent = nullptr);
+    GpibControl(Clock &clock, AdapterFactory factory);
     ~GpibControl() override;
 
     /// Where write and read go, as in "GPIB0::5". Any text may be set; a wrong one is a fault of

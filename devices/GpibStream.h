@@ -14,8 +14,6 @@ class WaitGroup;
 /// bytes mean.
 class GpibStream : public QObject
 {
-    Q_OBJECT
-
 public:
     /// Where the controller is, for messages ("127.0.0.1:1234").
     [[nodiscard]] virtual QString place() const = 0;

@@ -2,6 +2,8 @@
 
 #include <QUrl>
 
+#include <memory>
+
 #ifdef Q_OS_WIN
 #include <winsock2.h>
 #include <ws2tcpip.h>
@@ -12,7 +14,7 @@
 
 namespace corvane {
 
-QList<QHostAddress> HostLookup::systemResolver(const QString &name)
+QList<QHostAddress> hostLookup::systemResolver(const QString &name)
 {
     // A name of other letters than ASCII's is asked for in its encoded form.
     const QByteArray host = QUrl::toAce(name);
@@ -30,13 +32,6 @@ QList<QHostAddress> HostLookup::systemResolver(const QString &name)
             found.append(address);
     }
     return found;
-}
-
-void HostLookup::start(const QString &name, Found found)
-{
-    m_call.start([resolver = m_resolver, name, found = std::move(found)] {
-        return [found, addresses = resolver(name)] { found(addresses); };
-    });
 }
 
 } // namespace corvane

@@ -106,12 +106,8 @@ void IbBus::open(const GpibAddress &address)
 
 void IbBus::clear(const GpibAddress &address)
 {
-    try {
-        if (failed(m_library->ibclr(deviceAt(address, controlTimeoutMs))))
-            fail(address);
-    } catch (const DeviceAbsent &) {
-        // nothing to clear
-    }
+    if (failed(m_library->ibclr(deviceAt(address, controlTimeoutMs))))
+        fail(address);
 }
 
 void IbBus::write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs)

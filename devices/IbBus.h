@@ -13,12 +13,10 @@ namespace corvane {
 class IbBus : public BlockingBus
 {
 public:
-    static QString defaultDeviceFiles() { return u"/dev/gpib"_s; }
-
     /// `board` is the library's number of it. `deviceFiles` is what stands before that number in
     /// the name of the board's device file, where the library has such files.
     IbBus(std::shared_ptr<const IbLibrary> library, int board,
-          const QString &deviceFiles = defaultDeviceFiles());
+          const QString &deviceFiles = u"/dev/gpib"_s);
 
     /// Why the board cannot be there, or an empty text; asks the device file only.
     [[nodiscard]] QString missing() const;

@@ -1,6 +1,6 @@
 #include "devices/LibraryAdapter.h"
 
-#include "devices/PlatformError.h"
+#include "devices/DeviceAbsent.h"
 #include "devices/WaitGroup.h"
 
 namespace corvane {
@@ -33,22 +33,19 @@ QString LibraryAdapter::version(WaitGroup &)
 
 void LibraryAdapter::open(const GpibAddress &address, WaitGroup &waits)
 {
-    require(
-        [bus = m_bus, address] {
-            bus->open(address);
-            return QByteArray();
-        },
-        controlLimitMs, waits);
+    require([bus = m_bus, address] { bus->open(address); }, controlLimitMs, waits);
 }
 
 void LibraryAdapter::clear(const GpibAddress &address, WaitGroup &waits)
 {
-    require(
-        [bus = m_bus, address] {
+    const auto job = [bus = m_bus, address] {
+        try {
             bus->clear(address);
-            return QByteArray();
-        },
-        controlLimitMs, waits);
+        } catch (const DeviceAbsent &) {
+            // nothing to clear
+        }
+    };
+    require(job, controlLimitMs, waits);
 }
 
 void LibraryAdapter::write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs,
@@ -56,12 +53,8 @@ void LibraryAdapter::write(const GpibAddress &address, const QByteArray &bytes, 
 {
     if (bytes.isEmpty()) // some libraries answer it with whatever lies around
         return;
-    require(
-        [bus = m_bus, address, bytes, timeoutMs] {
-            bus->write(address, bytes, timeoutMs);
-            return QByteArray();
-        },
-        timeoutMs + marginMs, waits);
+    require([bus = m_bus, address, bytes, timeoutMs] { bus->write(address, bytes, timeoutMs); },
+            timeoutMs + marginMs, waits);
 }
 
 QByteArray LibraryAdapter::read(const GpibAddress &address, int timeoutMs, WaitGroup &waits)
@@ -80,9 +73,13 @@ QByteArray LibraryAdapter::read(const GpibAddress &address, int timeoutMs, WaitG
     return *reply;
 }
 
-void LibraryAdapter::require(LibraryWorker::Job job, int limitMs, WaitGroup &waits)
+void LibraryAdapter::require(const std::function<void()> &work, int limitMs, WaitGroup &waits)
 {
-    if (!m_worker.call(std::move(job), limitMs, waits) && !waits.isClosed())
+    const auto job = [work] {
+        work();
+        return QByteArray();
+    };
+    if (!m_worker.call(job, limitMs, waits) && !waits.isClosed())
         throw PlatformError(u"%1 has not come back within %2 ms; check the devices "
                             "and cables on the bus"_s.arg(m_bus->description())
                                 .arg(limitMs));

@@ -23,7 +23,7 @@ public:
     QByteArray read(const GpibAddress &address, int timeoutMs, WaitGroup &waits) override;
 
 private:
-    void require(LibraryWorker::Job job, int limitMs, WaitGroup &waits);
+    void require(const std::function<void()> &work, int limitMs, WaitGroup &waits);
 
     std::shared_ptr<BlockingBus> m_bus; ///< shared with a call that is stuck
     LibraryWorker m_worker;

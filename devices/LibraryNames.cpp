@@ -16,32 +16,20 @@ constexpr LibraryName visaLinux[] = {
 constexpr LibraryName visaWindows64[] = {{"visa64", -1}, {"visa32", -1}};
 constexpr LibraryName visaWindows32[] = {{"visa32", -1}};
 
+// In the order of System.
+constexpr std::span<const LibraryName> ibNames[] = {ibLinux, ibWindows64, ibWindows32};
+constexpr std::span<const LibraryName> visaNames[] = {visaLinux, visaWindows64, visaWindows32};
+
 } // namespace
 
 std::span<const LibraryName> ib(System system)
 {
-    switch (system) {
-    case System::Windows64:
-        return ibWindows64;
-    case System::Windows32:
-        return ibWindows32;
-    case System::Linux:
-        break;
-    }
-    return ibLinux;
+    return ibNames[static_cast<int>(system)];
 }
 
 std::span<const LibraryName> visa(System system)
 {
-    switch (system) {
-    case System::Windows64:
-        return visaWindows64;
-    case System::Windows32:
-        return visaWindows32;
-    case System::Linux:
-        break;
-    }
-    return visaLinux;
+    return visaNames[static_cast<int>(system)];
 }
 
 } // namespace corvane::libraryNames

@@ -19,13 +19,6 @@ using namespace std::chrono_literals;
 
 constexpr auto joinLimit = 2s;
 
-struct Result
-{
-    bool done = false;
-    QByteArray bytes;
-    std::exception_ptr fault;
-};
-
 } // namespace
 
 /// What the two threads share; whichever ends last destroys it.
@@ -33,7 +26,7 @@ struct LibraryWorker::State
 {
     std::mutex mutex;
     std::condition_variable changed;
-    std::deque<std::function<void()>> jobs;
+    std::deque<std::packaged_task<QByteArray()>> jobs;
     bool running = false; ///< a job is being worked on
     bool ending = false;
     bool ended = false;
@@ -48,7 +41,7 @@ struct LibraryWorker::State
             changed.wait(lock, [this] { return ending || !jobs.empty(); });
             if (jobs.empty())
                 break;
-            const auto job = std::move(jobs.front());
+            auto job = std::move(jobs.front());
             jobs.pop_front();
             running = true;
             lock.unlock();
@@ -86,46 +79,23 @@ std::optional<QByteArray> LibraryWorker::call(Job job, int limitMs, WaitGroup &w
     if (isBusy())
         throw PlatformError(u"the GPIB library has not come back from an earlier call; check the "
                             "devices and cables on the bus, and try again"_s);
-    const auto result = std::make_shared<Result>();
-    const auto state = m_state;
-    post([job = std::move(job), result, state] {
-        QByteArray bytes;
-        std::exception_ptr fault;
-        try {
-            bytes = job();
-        } catch (const PlatformError &) {
-            fault = std::current_exception();
-        }
-        const std::lock_guard lock(state->mutex);
-        *result = {true, bytes, fault};
-        return QByteArray();
-    });
-    const auto isDone = [&] {
-        const std::lock_guard lock(m_state->mutex);
-        return result->done;
-    };
+    auto result = post(std::move(job));
+    const auto isDone = [&result] { return result.wait_for(0s) == std::future_status::ready; };
     if (waits.waitUntil(isDone, limitMs) != WaitEnd::Done)
         return {};
-    if (result->fault)
-        std::rethrow_exception(result->fault);
-    return result->bytes;
+    return result.get();
 }
 
-void LibraryWorker::post(Job job)
+std::future<QByteArray> LibraryWorker::post(Job job)
 {
     const std::lock_guard lock(m_state->mutex);
-    m_state->jobs.emplace_back([job = std::move(job)] {
-        try {
-            job();
-        } catch (const PlatformError &) {
-            // nobody waits for it
-        }
-    });
+    auto result = m_state->jobs.emplace_back(std::move(job)).get_future();
     if (!m_state->started) {
         m_state->started = true;
         std::thread([state = m_state] { state->work(); }).detach();
     }
     m_state->changed.notify_all();
+    return result;
 }
 
 bool LibraryWorker::isBusy() const

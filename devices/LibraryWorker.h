@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 
@@ -30,8 +31,8 @@ public:
     /// throws PlatformError when that one is still stuck then.
     std::optional<QByteArray> call(Job job, int limitMs, WaitGroup &waits);
 
-    /// Runs the job when the ones before have ended; nobody waits for it. Faults are dropped.
-    void post(Job job);
+    /// Runs the job when the ones before have ended. Nobody need wait for it.
+    std::future<QByteArray> post(Job job);
 
     [[nodiscard]] bool isBusy() const;
 

@@ -20,7 +20,7 @@ QByteArray dataLine(const QByteArray &bytes)
     QByteArray line;
     line.reserve(bytes.size() + 16);
     for (const char byte : bytes) {
-        if (byte == '\r' || byte == '\n' || byte == '\x1b' || byte == '+')
+        if (QByteArrayView("\r\n\x1b+").contains(byte))
             line += '\x1b';
         line += byte;
     }

@@ -42,36 +42,6 @@ QString permissionFault(const QString &device)
            "for access"_s.arg(file.owner());
 }
 
-QSerialPort::Parity toQt(SerialSettings::Parity parity)
-{
-    switch (parity) {
-    case SerialSettings::Parity::Even:
-        return QSerialPort::EvenParity;
-    case SerialSettings::Parity::Odd:
-        return QSerialPort::OddParity;
-    case SerialSettings::Parity::Mark:
-        return QSerialPort::MarkParity;
-    case SerialSettings::Parity::Space:
-        return QSerialPort::SpaceParity;
-    case SerialSettings::Parity::None:
-        break;
-    }
-    return QSerialPort::NoParity;
-}
-
-QSerialPort::StopBits toQt(SerialSettings::StopBits stopBits)
-{
-    switch (stopBits) {
-    case SerialSettings::StopBits::OneAndHalf:
-        return QSerialPort::OneAndHalfStop;
-    case SerialSettings::StopBits::Two:
-        return QSerialPort::TwoStop;
-    case SerialSettings::StopBits::One:
-        break;
-    }
-    return QSerialPort::OneStop;
-}
-
 /// One device, one spelling: the lock against a second opening goes by the name.
 QString canonical(const QString &device)
 {
@@ -89,7 +59,10 @@ QtSerialPort::QtSerialPort(const SerialPortList &list)
     m_lineCheck.setInterval(1s);
     m_lineCheck.setTimerType(Qt::PreciseTimer);
     connect(&m_lineCheck, &QTimer::timeout, this, &QtSerialPort::checkLine);
-    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::readArrived);
+    connect(&m_port, &QSerialPort::readyRead, this, [this] {
+        if (m_open && rThreshold() > 0 && m_port.bytesAvailable() >= rThreshold())
+            Q_EMIT onComm(CommEvent::receive);
+    });
     connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::handleError);
 }
 
@@ -110,13 +83,12 @@ void QtSerialPort::setPortOpen(bool open)
 
 void QtSerialPort::open()
 {
-    const auto wanted = SerialSettings::parse(m_settings);
-    const bool isNumbered = m_device.isEmpty();
-    const QString device = isNumbered ? m_list.device(m_commPort) : m_list.device(m_device);
-    m_label = isNumbered && m_commPort > 0 ? u"serial port %1 (%2)"_s.arg(m_commPort).arg(device)
-                                           : device;
+    const auto wanted = SerialSettings::parse(settings());
+    const int number = device().isEmpty() ? commPort() : 0;
+    const QString found = device().isEmpty() ? m_list.device(number) : m_list.device(device());
+    m_label = number > 0 ? u"serial port %1 (%2)"_s.arg(number).arg(found) : found;
     m_port.clearError();
-    const QString path = canonical(device);
+    const QString path = canonical(found);
     m_port.setPortName(path);
     applySettings(wanted);
     // The toolkit takes another program's lock for a left-over and deletes it.
@@ -124,7 +96,7 @@ void QtSerialPort::open()
         throw PlatformError(
             u"%1: in use by %2; close it there first"_s.arg(m_label, holder->toString()));
     if (!m_port.open(QIODevice::ReadWrite))
-        throw PlatformError(u"%1: %2"_s.arg(m_label, openFault(device)));
+        throw PlatformError(u"%1: %2"_s.arg(m_label, openFault(found)));
     const QString refused = serialLine::refusedSetting(m_port, wanted);
     if (!refused.isEmpty()) {
         m_port.close();
@@ -133,7 +105,7 @@ void QtSerialPort::open()
     m_port.setDataTerminalReady(true); // a line without that wire is as good
     m_port.clearError();
     m_open = true;
-    m_place = device + u", "_s + wanted.toString();
+    m_place = found + u", "_s + wanted.toString();
     m_lineCheck.start();
 }
 
@@ -153,11 +125,9 @@ void QtSerialPort::applySettings(const SerialSettings &settings)
             throw PlatformError(u"%1: the port cannot do %2"_s.arg(m_label, what));
     };
     require(m_port.setBaudRate(settings.baud), u"the baud rate %1"_s.arg(settings.baud));
-    require(m_port.setParity(toQt(settings.parity)),
-            u"the parity in %1"_s.arg(settings.toString()));
-    require(m_port.setDataBits(static_cast<QSerialPort::DataBits>(settings.dataBits)),
-            u"%1 data bits"_s.arg(settings.dataBits));
-    require(m_port.setStopBits(toQt(settings.stopBits)),
+    require(m_port.setParity(settings.parity), u"the parity in %1"_s.arg(settings.toString()));
+    require(m_port.setDataBits(settings.dataBits), u"%1 data bits"_s.arg(settings.dataBits));
+    require(m_port.setStopBits(settings.stopBits),
             u"the stop bits in %1"_s.arg(settings.toString()));
     m_port.setFlowControl(QSerialPort::NoFlowControl);
 }
@@ -176,7 +146,7 @@ QString QtSerialPort::openFault(const QString &device) const
         return u"in use by another Channel or program (%1); close it there first"_s.arg(
             m_port.errorString());
     case QSerialPort::UnsupportedOperationError:
-        return u"no serial port, or one that cannot do %1 (%2)"_s.arg(m_settings,
+        return u"no serial port, or one that cannot do %1 (%2)"_s.arg(settings(),
                                                                       m_port.errorString());
     default:
         return u"cannot be opened: %1"_s.arg(m_port.errorString());
@@ -199,15 +169,9 @@ QByteArray QtSerialPort::input()
         return {};
     const qint64 waiting = m_port.bytesAvailable();
     QByteArray bytes =
-        m_port.read(m_inputLen > 0 ? std::min<qint64>(m_inputLen, waiting) : waiting);
+        m_port.read(inputLen() > 0 ? std::min<qint64>(inputLen(), waiting) : waiting);
     m_port.setReadBufferSize(mostAtOnce); // lets a driver that stopped at a full buffer go on
     return bytes;
-}
-
-void QtSerialPort::readArrived()
-{
-    if (m_open && m_rThreshold > 0 && m_port.bytesAvailable() >= m_rThreshold)
-        Q_EMIT onComm(CommEvent::receive);
 }
 
 void QtSerialPort::handleError(QSerialPort::SerialPortError error)

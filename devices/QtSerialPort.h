@@ -1,6 +1,5 @@
 #pragma once
 
-#include "devices/Literals.h"
 #include "devices/SerialPort.h"
 #include "devices/SerialPortList.h"
 
@@ -18,8 +17,6 @@ struct SerialSettings;
 /// shows a box.
 class QtSerialPort : public SerialPort
 {
-    Q_OBJECT
-
 public:
     /// Bytes that one arrival holds at most.
     static constexpr qint64 mostAtOnce = qint64{64} * 1024;
@@ -31,19 +28,9 @@ public:
     explicit QtSerialPort(const SerialPortList &list);
     ~QtSerialPort() override;
 
-    [[nodiscard]] int commPort() const override { return m_commPort; }
-    void setCommPort(int number) override { m_commPort = number; }
-    [[nodiscard]] QString device() const override { return m_device; }
-    void setDevice(const QString &name) override { m_device = name; }
-    [[nodiscard]] QString settings() const override { return m_settings; }
-    void setSettings(const QString &settings) override { m_settings = settings; }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;
     [[nodiscard]] QString place() const override { return m_open ? m_place : QString(); }
-    [[nodiscard]] int inputLen() const override { return m_inputLen; }
-    void setInputLen(int bytes) override { m_inputLen = bytes; }
-    [[nodiscard]] int rThreshold() const override { return m_rThreshold; }
-    void setRThreshold(int bytes) override { m_rThreshold = bytes; }
     void output(const QByteArray &bytes) override;
     QByteArray input() override;
 
@@ -52,7 +39,6 @@ private:
     void close();
     void applySettings(const SerialSettings &settings);
     [[nodiscard]] QString openFault(const QString &device) const;
-    void readArrived();
     void handleError(QSerialPort::SerialPortError error);
     void checkLine();
     void lose();
@@ -60,14 +46,9 @@ private:
     const SerialPortList &m_list;
     QSerialPort m_port;
     QTimer m_lineCheck;
-    int m_commPort = 1;
-    QString m_device;
-    QString m_settings = u"9600,N,8,1"_s;
     QString m_label; ///< what messages call the open port
     QString m_place;
     bool m_open = false;
-    int m_inputLen = 0;
-    int m_rThreshold = 0;
 };
 
 } // namespace corvane

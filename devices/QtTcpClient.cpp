@@ -44,8 +44,8 @@ constexpr int otherFailures = 10000;
 
 } // namespace
 
-QtTcpClient::QtTcpClient(int connectTimeoutMs, HostLookup::Resolver resolver)
-    : m_lookup(std::move(resolver))
+QtTcpClient::QtTcpClient(int connectTimeoutMs, hostLookup::Resolver resolver)
+    : m_resolver(std::move(resolver))
 {
     m_socket.setProxy(QNetworkProxy::NoProxy); // devices stand in the workshop, not behind a proxy
     m_socket.setReadBufferSize(mostAtOnce);
@@ -60,7 +60,10 @@ QtTcpClient::QtTcpClient(int connectTimeoutMs, HostLookup::Resolver resolver)
     });
     connect(&m_socket, &QAbstractSocket::stateChanged, this, &QtTcpClient::followSocket);
     connect(&m_socket, &QAbstractSocket::errorOccurred, this, &QtTcpClient::handleError);
-    connect(&m_socket, &QIODevice::readyRead, this, &QtTcpClient::readArrived);
+    connect(&m_socket, &QIODevice::readyRead, this, [this] {
+        if (m_state == SocketState::Connected)
+            Q_EMIT dataArrived();
+    });
 }
 
 QtTcpClient::~QtTcpClient()
@@ -71,15 +74,15 @@ QtTcpClient::~QtTcpClient()
 
 void QtTcpClient::connectToPeer()
 {
-    const QString host = m_host.trimmed();
+    const QString host = remoteHost().trimmed();
     if (m_state != SocketState::Closed)
         throw PlatformError(u"the socket is still in use; disconnect it first"_s);
     if (host.isEmpty())
         throw PlatformError(u"the host is empty; enter its name or IP address"_s);
-    if (m_port < 1 || m_port > 65535)
-        throw PlatformError(u"the port \"%1\" is not a number from 1 to 65535"_s.arg(m_port));
+    if (remotePort() < 1 || remotePort() > 65535)
+        throw PlatformError(u"the port \"%1\" is not a number from 1 to 65535"_s.arg(remotePort()));
     const int attempt = ++m_attempt;
-    m_peer = u"%1 port %2"_s.arg(host).arg(m_port);
+    m_peer = u"%1 port %2"_s.arg(host).arg(remotePort());
     m_connectLimit.start();
     m_rest.clear();
     m_wasReset = false;
@@ -89,7 +92,9 @@ void QtTcpClient::connectToPeer()
     if (const QHostAddress address(host); !address.isNull())
         connectToOneOf({address});
     else
-        m_lookup.start(host, [this](const auto &addresses) { connectToOneOf(addresses); });
+        m_lookup.start([this, resolver = m_resolver, host] {
+            return [this, addresses = resolver(host)] { connectToOneOf(addresses); };
+        });
 }
 
 /// Tries the addresses of the host one after the other until one takes the connection.
@@ -102,7 +107,7 @@ void QtTcpClient::connectToOneOf(QList<QHostAddress> addresses)
     const QHostAddress next = addresses.takeFirst();
     m_addresses = addresses;
     m_socket.abort();
-    m_socket.connectToHost(next, static_cast<quint16>(m_port));
+    m_socket.connectToHost(next, static_cast<quint16>(remotePort()));
 }
 
 void QtTcpClient::close()
@@ -186,12 +191,6 @@ void QtTcpClient::handleError(QAbstractSocket::SocketError error)
             Qt::QueuedConnection);
     else
         fail(error);
-}
-
-void QtTcpClient::readArrived()
-{
-    if (m_state == SocketState::Connected)
-        Q_EMIT dataArrived();
 }
 
 void QtTcpClient::peerClosed()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "devices/DetachedCall.h"
 #include "devices/HostLookup.h"
 #include "devices/TcpClient.h"
 #include "devices/TcpLine.h"
@@ -17,8 +18,6 @@ namespace corvane {
 /// and neither waits nor shows a box.
 class QtTcpClient : public TcpClient
 {
-    Q_OBJECT
-
 public:
     static constexpr int defaultConnectTimeoutMs = 10'000;
     /// Bytes that one arrival holds at most.
@@ -28,13 +27,9 @@ public:
     static constexpr qint64 mostUnsent = 16'000'000;
 
     explicit QtTcpClient(int connectTimeoutMs = defaultConnectTimeoutMs,
-                         HostLookup::Resolver resolver = HostLookup::systemResolver);
+                         hostLookup::Resolver resolver = hostLookup::systemResolver);
     ~QtTcpClient() override;
 
-    [[nodiscard]] QString remoteHost() const override { return m_host; }
-    void setRemoteHost(const QString &host) override { m_host = host; }
-    [[nodiscard]] qint32 remotePort() const override { return m_port; }
-    void setRemotePort(qint32 port) override { m_port = port; }
     [[nodiscard]] SocketState state() const override { return m_state; }
     [[nodiscard]] bool wasReset() const override { return m_wasReset; }
     void connectToPeer() override;
@@ -48,7 +43,6 @@ private:
     void setState(SocketState state);
     void followSocket(QAbstractSocket::SocketState state);
     void handleError(QAbstractSocket::SocketError error);
-    void readArrived();
     void peerClosed();
     void fail(QAbstractSocket::SocketError error);
 
@@ -57,10 +51,9 @@ private:
     QByteArray m_rest; ///< what the socket left behind when the peer closed
     bool m_wasReset = false;
     QTimer m_connectLimit;
-    HostLookup m_lookup;
+    hostLookup::Resolver m_resolver;
+    DetachedCall m_lookup;
     QList<QHostAddress> m_addresses; ///< of the running attempt, still to be tried
-    QString m_host;
-    qint32 m_port = 0;
     SocketState m_state = SocketState::Closed;
     QString m_peer;    ///< host and port of the running attempt, for messages
     int m_attempt = 0; ///< tells reports of an earlier attempt from this one's

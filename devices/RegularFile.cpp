@@ -1,7 +1,5 @@
 #include "devices/RegularFile.h"
 
-#include "devices/Literals.h"
-
 #include <QFileInfo>
 
 #ifdef Q_OS_UNIX
@@ -42,7 +40,7 @@ QString openWithoutWaiting(QFile &file, QIODevice::OpenMode mode)
     struct stat opened = {};
     if (fstat(handle, &opened) != 0 || !S_ISREG(opened.st_mode)) {
         close(handle);
-        return regularFile::refusal();
+        return regularFile::refusal;
     }
     if (file.open(handle, mode, QFileDevice::AutoCloseHandle))
         return {};
@@ -66,7 +64,7 @@ QString regularFile::open(QFile &file, QIODevice::OpenMode mode)
     // A device is not even opened to be looked at: that alone sets some of them going.
     const QFileInfo there(file.fileName());
     if (there.exists() && !there.isFile())
-        return refusal();
+        return refusal;
     return openWithoutWaiting(file, mode);
 }
 
@@ -91,11 +89,6 @@ QString regularFile::sync(const QFileDevice &file)
     Q_UNUSED(file)
 #endif
     return {};
-}
-
-QString regularFile::refusal()
-{
-    return u"it is no regular file"_s;
 }
 
 } // namespace corvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QByteArrayView>
 #include <QFile>
 #include <QString>
@@ -20,6 +22,6 @@ QString write(QFileDevice &file, QByteArrayView bytes);
 QString sync(const QFileDevice &file);
 
 /// What is said of something that is there and is no regular file.
-QString refusal();
+inline const QString refusal = u"it is no regular file"_s;
 
 } // namespace corvane::regularFile

@@ -10,8 +10,6 @@ namespace corvane {
 /// many hold no more than 64 bytes that they have not yet put on the bus.
 class SerialGpibStream : public GpibStream
 {
-    Q_OBJECT
-
 public:
     explicit SerialGpibStream(const QString &device);
 

@@ -2,8 +2,6 @@
 
 #include "devices/Literals.h"
 
-#include <QSerialPort>
-
 #ifdef Q_OS_LINUX
 // The kernel's own header: the C library's termios has no arbitrary rates, and the two clash.
 #include <asm/termbits.h>
@@ -13,6 +11,7 @@
 #include <sys/sysmacros.h>
 #endif
 
+#include <array>
 #include <cmath>
 
 namespace corvane::serialLine {
@@ -33,41 +32,32 @@ bool isPseudoTerminal(int descriptor)
     return major >= 136 && major <= 143;
 }
 
-bool parityTaken(const termios2 &line, SerialSettings::Parity parity, bool pseudo)
+bool parityTaken(const termios2 &line, QSerialPort::Parity parity, bool pseudo)
 {
-    using Parity = SerialSettings::Parity;
     const bool on = (line.c_cflag & PARENB) != 0;
-    if (!pseudo && on != (parity != Parity::None))
+    if (!pseudo && on != (parity != QSerialPort::NoParity))
         return false;
     const bool odd = (line.c_cflag & PARODD) != 0;
     const bool sticky = (line.c_cflag & CMSPAR) != 0;
     switch (parity) {
-    case Parity::None:
+    case QSerialPort::NoParity:
         return true;
-    case Parity::Even:
+    case QSerialPort::EvenParity:
         return !odd && !sticky;
-    case Parity::Odd:
+    case QSerialPort::OddParity:
         return odd && !sticky;
-    case Parity::Mark:
+    case QSerialPort::MarkParity:
         return odd && sticky;
-    case Parity::Space:
+    case QSerialPort::SpaceParity:
         return !odd && sticky;
     }
     return false;
 }
 
-int dataBitsOf(const termios2 &line)
+tcflag_t sizeFlag(QSerialPort::DataBits dataBits)
 {
-    switch (line.c_cflag & CSIZE) {
-    case CS5:
-        return 5;
-    case CS6:
-        return 6;
-    case CS7:
-        return 7;
-    default:
-        return 8;
-    }
+    constexpr std::array flags = {CS5, CS6, CS7, CS8};
+    return flags.at(static_cast<size_t>(dataBits) - QSerialPort::Data5);
 }
 
 } // namespace
@@ -80,7 +70,6 @@ bool isHungUp(const QSerialPort &port)
 
 QString refusedSetting(const QSerialPort &port, const SerialSettings &wanted)
 {
-    using StopBits = SerialSettings::StopBits;
     termios2 line = {};
     if (ioctl(port.handle(), TCGETS2, &line) != 0)
         return {};
@@ -91,11 +80,11 @@ QString refusedSetting(const QSerialPort &port, const SerialSettings &wanted)
             .arg(line.c_ospeed);
     if (!parityTaken(line, wanted.parity, pseudo))
         return u"the parity in %1"_s.arg(wanted.toString());
-    if (!pseudo && dataBitsOf(line) != wanted.dataBits)
+    if (!pseudo && (line.c_cflag & CSIZE) != sizeFlag(wanted.dataBits))
         return u"%1 data bits"_s.arg(wanted.dataBits);
-    if (wanted.stopBits == StopBits::OneAndHalf)
+    if (wanted.stopBits == QSerialPort::OneAndHalfStop)
         return u"1.5 stop bits"_s;
-    if (wanted.stopBits == StopBits::Two && (line.c_cflag & CSTOPB) == 0)
+    if (wanted.stopBits == QSerialPort::TwoStop && (line.c_cflag & CSTOPB) == 0)
         return u"2 stop bits"_s;
     return {};
 }

@@ -4,8 +4,6 @@
 
 #include <QString>
 
-class QSerialPort;
-
 /// What the operating system knows about a serial line and the toolkit does not tell. Systems
 /// without the means answer as if all were well.
 namespace corvane::serialLine {

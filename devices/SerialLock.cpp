@@ -10,6 +10,7 @@
 #include <unistd.h>
 #endif
 
+#include <charconv>
 #include <cstring>
 
 namespace corvane::serialLock {
@@ -32,10 +33,9 @@ qint64 processIn(const QByteArray &content)
         return process;
     }
     const QByteArray text = content.trimmed();
-    qsizetype digits = 0;
-    while (digits < text.size() && text[digits] >= '0' && text[digits] <= '9')
-        ++digits;
-    return text.first(digits).toLongLong();
+    qint64 process = 0;
+    std::from_chars(text.begin(), text.end(), process);
+    return process;
 }
 
 #ifdef Q_OS_UNIX

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QString>
@@ -22,18 +24,18 @@ public:
     /// The port's number: COMn on Windows, elsewhere the n-th port that the system lists, unless a
     /// number was pinned to a device. Any whole number may be set; one without a port is a fault
     /// at opening.
-    [[nodiscard]] virtual int commPort() const = 0;
-    virtual void setCommPort(int number) = 0;
+    [[nodiscard]] int commPort() const { return m_commPort; }
+    void setCommPort(int number) { m_commPort = number; }
 
     /// A device by its name ("/dev/ttyUSB0", "ttyUSB0") that counts instead of the number; empty:
     /// the number does. One that is not there is a fault at opening.
-    [[nodiscard]] virtual QString device() const = 0;
-    virtual void setDevice(const QString &name) = 0;
+    [[nodiscard]] QString device() const { return m_device; }
+    void setDevice(const QString &name) { m_device = name; }
 
     /// Baud rate, parity letter, data bits and stop bits, as in "9600,N,8,1". Any text may be set;
     /// a wrong one is a fault at opening that names the wrong part.
-    [[nodiscard]] virtual QString settings() const = 0;
-    virtual void setSettings(const QString &settings) = 0;
+    [[nodiscard]] QString settings() const { return m_settings; }
+    void setSettings(const QString &settings) { m_settings = settings; }
 
     [[nodiscard]] virtual bool isPortOpen() const = 0;
     /// The open device and the settings it was opened with, "/dev/ttyUSB0, 9600,N,8,1"; empty while
@@ -45,11 +47,11 @@ public:
     virtual void setPortOpen(bool open) = 0;
 
     /// Bytes that one input() returns at most; 0 (the default): everything that is buffered.
-    [[nodiscard]] virtual int inputLen() const = 0;
-    virtual void setInputLen(int bytes) = 0;
+    [[nodiscard]] int inputLen() const { return m_inputLen; }
+    void setInputLen(int bytes) { m_inputLen = bytes; }
     /// Buffered bytes from which commEvent is signalled; 0 (the default): never.
-    [[nodiscard]] virtual int rThreshold() const = 0;
-    virtual void setRThreshold(int bytes) = 0;
+    [[nodiscard]] int rThreshold() const { return m_rThreshold; }
+    void setRThreshold(int bytes) { m_rThreshold = bytes; }
 
     /// Queues the bytes for sending; returns at once. Throws PlatformError when the port is closed
     /// or has failed.
@@ -63,6 +65,13 @@ Q_SIGNALS:
     /// The port went away while open (unplugged, hung up) and has been closed. Queued, never inside
     /// a driver's slot, once for each loss.
     void lost(const QString &description);
+
+private:
+    int m_commPort = 1;
+    QString m_device;
+    QString m_settings = u"9600,N,8,1"_s;
+    int m_inputLen = 0;
+    int m_rThreshold = 0;
 };
 
 } // namespace corvane

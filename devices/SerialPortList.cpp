@@ -1,6 +1,7 @@
 #include "devices/SerialPortList.h"
 
 #include "devices/PlatformError.h"
+#include "devices/WholeNumber.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -165,15 +166,10 @@ std::optional<int> SerialPortList::numberIn(const QString &entry)
 {
     const QString text = entry.trimmed();
     const QString prefix = u"COM"_s;
-    bool isNumber = false;
-    const int number =
-        (text.startsWith(prefix, Qt::CaseInsensitive) ? text.mid(prefix.size()) : text)
-            .toInt(&isNumber);
-    if (isNumber)
+    const bool isNamed = text.startsWith(prefix, Qt::CaseInsensitive);
+    if (const auto number = wholeNumber(isNamed ? text.mid(prefix.size()) : text))
         return number;
-    const bool isTooLarge = !text.isEmpty() && std::ranges::all_of(text, [](QChar c) {
-        return c >= u'0' && c <= u'9';
-    });
+    const bool isTooLarge = !text.isEmpty() && std::ranges::all_of(text, isDigit);
     if (isTooLarge)
         throw PlatformError(u"serial port %1: there is no such port; the numbers go "
                             "from 1 to %2"_s.arg(text)

@@ -1,6 +1,7 @@
 #include "devices/SerialSettings.h"
 
 #include "devices/PlatformError.h"
+#include "devices/WholeNumber.h"
 
 #include <QStringList>
 
@@ -19,16 +20,16 @@ struct Spelling
     Value value;
 };
 
-using Parity = SerialSettings::Parity;
-using StopBits = SerialSettings::StopBits;
+using Parity = QSerialPort::Parity;
+using StopBits = QSerialPort::StopBits;
 
-constexpr Spelling<Parity> parities[] = {{"N"_L1, Parity::None},
-                                         {"E"_L1, Parity::Even},
-                                         {"O"_L1, Parity::Odd},
-                                         {"M"_L1, Parity::Mark},
-                                         {"S"_L1, Parity::Space}};
+constexpr Spelling<Parity> parities[] = {{"N"_L1, Parity::NoParity},
+                                         {"E"_L1, Parity::EvenParity},
+                                         {"O"_L1, Parity::OddParity},
+                                         {"M"_L1, Parity::MarkParity},
+                                         {"S"_L1, Parity::SpaceParity}};
 constexpr Spelling<StopBits> stops[] = {
-    {"1"_L1, StopBits::One}, {"1.5"_L1, StopBits::OneAndHalf}, {"2"_L1, StopBits::Two}};
+    {"1"_L1, StopBits::OneStop}, {"1.5"_L1, StopBits::OneAndHalfStop}, {"2"_L1, StopBits::TwoStop}};
 
 template <typename Value>
 std::optional<Value> valueOf(std::span<const Spelling<Value>> table, const QString &text)
@@ -45,14 +46,10 @@ QLatin1String textOf(std::span<const Spelling<Value>> table, Value value)
     return std::ranges::find(table, value, &Spelling<Value>::value)->text;
 }
 
-std::optional<qint32> wholeNumber(const QString &text, qint32 first, qint32 last)
+/// Without a sign.
+std::optional<int> digits(const QString &text, int first, int last)
 {
-    bool ok = false;
-    const qint32 value = text.toInt(&ok);
-    const bool digitsOnly =
-        std::ranges::all_of(text, [](QChar c) { return c >= u'0' && c <= u'9'; });
-    return ok && digitsOnly && value >= first && value <= last ? std::optional(value)
-                                                               : std::nullopt;
+    return std::ranges::all_of(text, isDigit) ? wholeNumber(text, first, last) : std::nullopt;
 }
 
 /// Gives the value of one part, or the fault that names the part and what it may be.
@@ -77,12 +74,12 @@ SerialSettings SerialSettings::parse(const QString &text)
     for (QString &part : parts)
         part = part.trimmed();
     SerialSettings settings;
-    settings.baud = required(wholeNumber(parts[0], 1, std::numeric_limits<qint32>::max()), text,
+    settings.baud = required(digits(parts[0], 1, std::numeric_limits<qint32>::max()), text,
                              parts[0], "baud rate", "a positive whole number");
     settings.parity = required(valueOf<Parity>(parities, parts[1]), text, parts[1], "parity",
                                "E (even), M (mark), N (none), O (odd) or S (space)");
-    settings.dataBits = required(wholeNumber(parts[2], 5, 8), text, parts[2], "number of data bits",
-                                 "5, 6, 7 or 8");
+    settings.dataBits = static_cast<QSerialPort::DataBits>(
+        required(digits(parts[2], 5, 8), text, parts[2], "number of data bits", "5, 6, 7 or 8"));
     settings.stopBits = required(valueOf<StopBits>(stops, parts[3]), text, parts[3],
                                  "number of stop bits", "1, 1.5 or 2");
     return settings;

@@ -26,11 +26,11 @@ class TcpClient : public QObject
     Q_OBJECT
 
 public:
-    [[nodiscard]] virtual QString remoteHost() const = 0;
-    virtual void setRemoteHost(const QString &host) = 0;
+    [[nodiscard]] QString remoteHost() const { return m_host; }
+    void setRemoteHost(const QString &host) { m_host = host; }
     /// Any number may be set; one outside 1..65535 is a fault at connecting.
-    [[nodiscard]] virtual qint32 remotePort() const = 0;
-    virtual void setRemotePort(qint32 port) = 0;
+    [[nodiscard]] qint32 remotePort() const { return m_port; }
+    void setRemotePort(qint32 port) { m_port = port; }
 
     [[nodiscard]] virtual SocketState state() const = 0;
     /// The peer broke the connection off instead of ending it. Known while the state is
@@ -57,6 +57,10 @@ Q_SIGNALS:
     /// Connecting or the connection failed; the state is Error until closed. Queued, never inside a
     /// driver's slot, once for each failure. A peer that closes is no error.
     void errorOccurred(int number, const QString &description);
+
+private:
+    QString m_host;
+    qint32 m_port = 0;
 };
 
 } // namespace corvane

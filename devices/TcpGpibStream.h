@@ -8,8 +8,6 @@ namespace corvane {
 /// A controller on the network.
 class TcpGpibStream : public GpibStream
 {
-    Q_OBJECT
-
 public:
     TcpGpibStream(const QString &host, int port);
 

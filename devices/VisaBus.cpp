@@ -73,13 +73,9 @@ void VisaBus::open(const GpibAddress &address)
 
 void VisaBus::clear(const GpibAddress &address)
 {
-    try {
-        const Status status = m_library->viClear(sessionOf(address));
-        if (status < 0)
-            fail(address, status);
-    } catch (const DeviceAbsent &) {
-        // nothing to clear
-    }
+    const Status status = m_library->viClear(sessionOf(address));
+    if (status < 0)
+        fail(address, status);
 }
 
 void VisaBus::write(const GpibAddress &address, const QByteArray &bytes, int timeoutMs)

@@ -26,7 +26,7 @@ QString refusalOfPath(const QString &path)
 {
     const QFileInfo there(path);
     if (there.isSymbolicLink() || (there.exists() && !there.isFile()))
-        return regularFile::refusal();
+        return regularFile::refusal;
 #ifdef Q_OS_WIN
     if (fileQuestions::isReservedOnWindows(there.fileName()))
         return u"the name belongs to a device"_s;

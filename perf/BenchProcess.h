@@ -17,8 +17,9 @@ class BenchProcess
 public:
     /// Throws std::runtime_error when it does not start.
     BenchProcess()
-        : m_child({programBeside("corvane-bench"), "--chamber-port", "0", "--board-port", "0",
-                   "--gpib-port", "0", "--links", m_links.path().toStdString()},
+        : m_child({programBeside(u"corvane-bench"_s), u"--chamber-port"_s, u"0"_s,
+                   u"--board-port"_s, u"0"_s, u"--gpib-port"_s, u"0"_s, u"--links"_s,
+                   m_links.path()},
                   Child::Input::Told)
     {
         if (!m_child.waitForOutput("\"quit\" ends."))
@@ -36,7 +37,7 @@ public:
         return said(QStringLiteral("port (\\d+) \\(chamber\\)"));
     }
     /// Gives an order, as in "connector on". `answer` is in what it says when it is done.
-    void order(const std::string &text, const std::string &answer)
+    void order(const QByteArray &text, const QByteArray &answer)
     {
         m_child.tell(text);
         if (!m_child.waitForOutput(answer))
@@ -46,7 +47,7 @@ public:
 private:
     [[nodiscard]] QString said(const QString &pattern) const
     {
-        const QString output = QString::fromStdString(m_child.output());
+        const QString output = QString::fromLocal8Bit(m_child.output());
         return QRegularExpression(pattern).match(output).captured(1);
     }
 

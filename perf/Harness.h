@@ -32,20 +32,16 @@ inline double secondsOf(const std::function<void()> &work)
     return now() - start;
 }
 
-inline double secondsIn(const rusage &usage)
+/// Processor seconds, user's and system's, that this process has taken so far, or with
+/// RUSAGE_CHILDREN those that it started and that have ended.
+inline double processorSeconds(decltype(RUSAGE_SELF) whose = RUSAGE_SELF)
 {
+    rusage usage{};
+    getrusage(whose, &usage);
     const auto seconds = [](const timeval &time) {
         return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
     };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-/// Processor seconds, user's and system's, that this process has taken so far.
-inline double processorSeconds()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return secondsIn(usage);
 }
 
 /// Bytes of memory that this process has resident now.

@@ -50,10 +50,10 @@ private:
 };
 
 /// Runs a reader: the command, the device and the number of bytes as its last arguments.
-inline Reading runReader(std::vector<std::string> command, const Load &load)
+inline Reading runReader(QStringList command, const Load &load)
 {
     PtyFeeder feeder;
-    command.insert(command.end(), {feeder.path(), std::to_string(load.bytes)});
+    command << QString::fromStdString(feeder.path()) << QString::number(load.bytes);
     Child reader(command);
     if (!reader.waitForOutput("ready"))
         return {};
@@ -69,12 +69,13 @@ inline Reading runReader(std::vector<std::string> command, const Load &load)
 inline Reading runPicocom(const Load &load)
 {
     PtyFeeder feeder;
-    Child terminal({"sh", "-c", "exec picocom -q -l -r -x 1000 \"$0\" >/dev/null", feeder.path()});
+    Child terminal({u"sh"_s, u"-c"_s, u"exec picocom -q -l -r -x 1000 \"$0\" >/dev/null"_s,
+                    QString::fromStdString(feeder.path())});
     std::this_thread::sleep_for(std::chrono::milliseconds(300)); // it says nothing when it is open
     feeder.start(load.bytes, load.piece, load.bytesPerSecond);
     const double seconds = feeder.join();
     const Usage usage = terminal.finish();
-    return {seconds, usage.processorSeconds, 0, usage.exitCode == 0};
+    return {seconds, usage.processorSeconds, 0, usage.succeeded};
 }
 
 } // namespace corvane::perf

@@ -141,15 +141,15 @@ bool hasPicocom()
     return !QStandardPaths::findExecutable(QStringLiteral("picocom")).isEmpty();
 }
 
-void measureStream(Table &table, const std::string &program)
+void measureStream(Table &table, const QString &program)
 {
     const bool besidePicocom = hasPicocom();
-    const std::string bareReader = programBeside("peers/BarePtyReader");
+    const QString bareReader = programBeside(u"peers/BarePtyReader"_s);
     bool whole = true;
     std::vector<double> memory;
     std::vector<double> overPicocom;
     const auto window = [&] {
-        const Reading reading = runReader({program, "--read"}, bulk);
+        const Reading reading = runReader({program, u"--read"_s}, bulk);
         whole = whole && reading.whole;
         memory.push_back(reading.memoryBytes / static_cast<double>(bulk.bytes));
         if (besidePicocom)
@@ -170,9 +170,9 @@ void measureStream(Table &table, const std::string &program)
     table.atMost("memory a byte kept", median(memory), 3, "bytes");
 }
 
-void measureTrickle(Table &table, const std::string &program)
+void measureTrickle(Table &table, const QString &program)
 {
-    const auto window = [&] { return runReader({program, "--read"}, trickle).processorSeconds; };
+    const auto window = [&] { return runReader({program, u"--read"_s}, trickle).processorSeconds; };
     if (!hasPicocom()) {
         table.note("1 MB at 92 kB/s, the window", window(), "s CPU");
         table.skip("the window over picocom", "picocom is not installed");
@@ -184,7 +184,7 @@ void measureTrickle(Table &table, const std::string &program)
     table.atMost("the window over picocom", cost.ratio, 2, "times");
 }
 
-int measure(const std::string &program)
+int measure(const QString &program)
 {
     Table table("Receiving");
     measureGrowth(table);
@@ -201,6 +201,6 @@ int main(int argc, char **argv)
     return runApplication(argc, argv, [argc, argv] {
         return argc == 4
                    ? readInWindow(QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toLongLong())
-                   : measure(argv[0]);
+                   : measure(QString::fromLocal8Bit(argv[0]));
     });
 }

@@ -27,13 +27,13 @@ struct Start
     double megabytes;
 };
 
-Start start(const std::vector<std::string> &command)
+Start start(const QStringList &command)
 {
     const double begin = now();
     const Usage usage = Child(command).finish();
     const auto painted = figure(usage.output, "painted");
     if (!painted)
-        throw std::runtime_error(command.front() + " did not paint");
+        throw std::runtime_error(command.front().toStdString() + " did not paint");
     return {(*painted - begin) * 1000, figure(usage.output, "memory").value_or(0) / 1e6};
 }
 
@@ -42,11 +42,11 @@ class VirtualScreen
 {
 public:
     VirtualScreen()
-        : m_server({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24"})
+        : m_server({u"Xvfb"_s, u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x1024x24"_s})
     {
         if (!m_server.waitForOutput("\n"))
             throw std::runtime_error("Xvfb does not start; scripts/install-packages perf");
-        qputenv("DISPLAY", ':' + QByteArray::fromStdString(m_server.output()).trimmed());
+        qputenv("DISPLAY", ':' + m_server.output().trimmed());
         qputenv("QT_QPA_PLATFORM", "xcb");
     }
 
@@ -54,11 +54,11 @@ private:
     Child m_server;
 };
 
-int measure(const std::string &program)
+int measure(const QString &program)
 {
     const VirtualScreen screen;
     std::vector<double> memory[2];
-    const auto run = [&](size_t which, const std::vector<std::string> &command) {
+    const auto run = [&](size_t which, const QStringList &command) {
         const Start figures = start(command);
         memory[which].push_back(figures.megabytes);
         return figures.ms;
@@ -66,9 +66,9 @@ int measure(const std::string &program)
     const Comparison time = compare(
         61,
         [&] {
-            return run(0, {program, "--show"});
+            return run(0, {program, u"--show"_s});
         },
-        [&] { return run(1, {programBeside("peers/EmptyWindow")}); });
+        [&] { return run(1, {programBeside(u"peers/EmptyWindow"_s)}); });
     Table table("Start");
     table.note("to the first paint, the window", time.a, "ms");
     table.note("to the first paint, an empty window", time.b, "ms");
@@ -88,7 +88,7 @@ int main(int argc, char **argv)
     if (argc == 2)
         return runApplication(argc, argv, showWindow);
     try {
-        return measure(argv[0]);
+        return measure(QString::fromLocal8Bit(argv[0]));
     } catch (const std::exception &fault) {
         std::fprintf(stderr, "%s\n", fault.what());
         return 2;

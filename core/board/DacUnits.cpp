@@ -3,7 +3,6 @@
 #include "core/text/Numbers.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace corvane::dacUnits {
 
@@ -14,8 +13,8 @@ double voltsOf(double counts)
 
 int countsOf(double volts)
 {
-    const double counts = std::nearbyint(volts / fullScaleVolts * fullScaleCounts);
-    return static_cast<int>(std::clamp(counts, 0.0, double{fullScaleCounts}));
+    return std::clamp(numbers::nearest(volts / fullScaleVolts * fullScaleCounts), 0,
+                      fullScaleCounts);
 }
 
 std::optional<int> countsFromHex(const QString &text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "devices/PlatformError.h"
+#include "devices/WholeNumber.h"
 
 #include <QString>
 
@@ -17,13 +18,12 @@ inline void refuse(const QString &channel, const QString &entry, const QString &
 /// The number with two digits. Throws PlatformError when it is none of `first` to `last`.
 inline QString number(const QString &value, int first, int last)
 {
-    bool isNumber = false;
-    const int number = value.toInt(&isNumber);
+    const auto number = wholeNumber(value, first, last);
     const auto twoDigits = [](int n) { return u"%1"_s.arg(n, 2, 10, QLatin1Char('0')); };
-    if (!isNumber || number < first || number > last)
+    if (!number)
         throw PlatformError(
             u"%1 is not one of %2 to %3"_s.arg(value, twoDigits(first), twoDigits(last)));
-    return twoDigits(number);
+    return twoDigits(*number);
 }
 
 } // namespace corvane::entryFaults

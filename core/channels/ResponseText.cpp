@@ -1,5 +1,7 @@
 #include "core/channels/ResponseText.h"
 
+#include "core/text/LineEnds.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -11,12 +13,11 @@ constexpr qsizetype smallText = qsizetype{1024} * 1024;
 
 void appendWithoutLineEnds(QByteArray &text, QByteArrayView arrival)
 {
-    const auto isLineEnd = [](char c) { return c == '\r' || c == '\n'; };
     auto from = arrival.begin();
     while (from != arrival.end()) {
-        const auto lineEnd = std::find_if(from, arrival.end(), isLineEnd);
+        const auto lineEnd = std::find_if(from, arrival.end(), lineEnds::isOne);
         text.append(from, lineEnd - from);
-        from = std::find_if_not(lineEnd, arrival.end(), isLineEnd);
+        from = std::find_if_not(lineEnd, arrival.end(), lineEnds::isOne);
     }
 }
 

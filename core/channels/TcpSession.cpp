@@ -3,6 +3,7 @@
 #include "core/channels/ChannelTexts.h"
 #include "core/channels/EntryFaults.h"
 #include "devices/TcpClient.h"
+#include "devices/WholeNumber.h"
 
 #include <QScopedValueRollback>
 #include <QTime>
@@ -54,17 +55,9 @@ void TcpSession::setPortEntry(const QString &entry)
     m_portEntry = entry;
     if (isOpen())
         showMessage(channelTexts::alreadyConnected);
-    else if (const auto port = enteredPort())
+    else if (const auto port = wholeNumber(m_portEntry))
         m_client.setRemotePort(*port);
     Q_EMIT entriesChanged();
-}
-
-/// The port entry when it is a whole number.
-std::optional<qint32> TcpSession::enteredPort() const
-{
-    bool isNumber = false;
-    const qint32 port = m_portEntry.trimmed().toInt(&isNumber);
-    return isNumber ? std::optional(port) : std::nullopt;
 }
 
 void TcpSession::fillIn(const ChannelEntries &entries)
@@ -87,7 +80,7 @@ void TcpSession::openTransport()
 {
     if (isOpen())
         return;
-    const auto port = enteredPort();
+    const auto port = wholeNumber(m_portEntry);
     if (!port)
         throw PlatformError(channelTexts::noTcpPort.arg(m_portEntry));
     m_client.setRemoteHost(m_host);

@@ -50,7 +50,6 @@ protected:
     [[nodiscard]] QString statusText() const override;
 
 private:
-    [[nodiscard]] std::optional<qint32> enteredPort() const;
     [[nodiscard]] QString enteredPlace() const;
     void closeUntilClosed();
     /// The pieces that wait are not sent any more; says `fault` when there are any.

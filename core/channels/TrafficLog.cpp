@@ -1,6 +1,7 @@
 #include "core/channels/TrafficLog.h"
 
 #include "core/channels/ChannelTexts.h"
+#include "core/text/LineEnds.h"
 #include "devices/RegularFile.h"
 
 #include <QDate>
@@ -9,13 +10,6 @@
 namespace corvane {
 
 namespace {
-
-QString withoutBreaksAndTabs(QString text)
-{
-    for (const QChar c : {u'\r', u'\n', u'\t'})
-        text.remove(c);
-    return text;
-}
 
 QString quotedRecord(const QString &text)
 {
@@ -84,7 +78,7 @@ void TrafficLog::PrintLog(Selector selector)
     case Selector::TcpIp1: {
         if (first.isEmpty())
             return;
-        fileLine = withoutBreaksAndTabs(first);
+        fileLine = lineEnds::removed(first).remove(u'\t');
         record += u" , "_s + fileLine;
         break;
     }

@@ -1,6 +1,7 @@
 #include "core/lists/CheckRow.h"
 
 #include "core/lists/Blanks.h"
+#include "core/text/LineEnds.h"
 #include "core/text/Numbers.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ using Cell = CheckRow::Cell;
 
 QString oneLine(QString text)
 {
-    return trimBlanks(text.remove(u'\r').remove(u'\n'));
+    return trimBlanks(lineEnds::removed(text));
 }
 
 QString withoutQuotes(QString text)

@@ -1,6 +1,7 @@
 #include "core/lists/LineReader.h"
 
 #include "core/lists/ListTexts.h"
+#include "core/text/LineEnds.h"
 
 #include <QIODevice>
 
@@ -15,8 +16,7 @@ constexpr qsizetype chunk = 1 << 18;
 
 qsizetype lineLength(QByteArrayView rest, qsizetype from)
 {
-    const auto end = std::find_if(rest.begin() + from, rest.end(),
-                                  [](char c) { return c == '\n' || c == '\r'; });
+    const auto end = std::find_if(rest.begin() + from, rest.end(), lineEnds::isOne);
     return end == rest.end() ? -1 : end - rest.begin();
 }
 

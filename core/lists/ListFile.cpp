@@ -4,6 +4,7 @@
 #include "core/lists/ListKinds.h"
 #include "core/lists/ListLine.h"
 #include "core/lists/ListTexts.h"
+#include "core/text/Latin1.h"
 #include "devices/RegularFile.h"
 #include "devices/WholeFile.h"
 
@@ -103,14 +104,14 @@ constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
 
 QString firstThatDoesNotFit(const QString &text)
 {
-    const auto found = std::ranges::find_if(text, [](QChar c) { return c.unicode() > 0xff; });
-    if (found == text.end())
+    const QString misfit = latin1::misfit(text);
+    if (misfit.isEmpty())
         return {};
-    const qsizetype at = found - text.begin();
-    const bool pair = found->isHighSurrogate() && at + 1 < text.size();
-    const uint code = pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : found->unicode();
-    return listTexts::noCharacterOfLists.arg(QStringView(text).first(at).count(u'\n') + 1)
-        .arg(text.mid(at, pair ? 2 : 1))
+    const uint code =
+        misfit.size() > 1 ? QChar::surrogateToUcs4(misfit[0], misfit[1]) : misfit[0].unicode();
+    const QStringView before = QStringView(text).first(latin1::misfitAt(text));
+    return listTexts::noCharacterOfLists.arg(before.count(u'\n') + 1)
+        .arg(misfit)
         .arg(code, 4, 16, QLatin1Char('0'));
 }
 

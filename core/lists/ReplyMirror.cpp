@@ -1,5 +1,7 @@
 #include "core/lists/ReplyMirror.h"
 
+#include "core/text/LineEnds.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -7,13 +9,6 @@ namespace corvane {
 namespace {
 
 constexpr qsizetype endKept = 32768; // more than a piece ever takes back
-
-QByteArray withoutLineEnds(QByteArrayView text)
-{
-    QByteArray line = text.toByteArray();
-    line.removeIf([](char c) { return c == '\r' || c == '\n'; });
-    return line;
-}
 
 } // namespace
 
@@ -28,7 +23,7 @@ std::optional<ReplyMirror::Change> ReplyMirror::follow(qsizetype keep, QByteArra
     if (keep == 0)
         return show(tail, tail.size());
     const qsizetype back = m_box - keep;
-    const qsizetype taken = withoutLineEnds(QByteArrayView(m_end).last(back)).size();
+    const qsizetype taken = lineEnds::removed(m_end.last(back)).size();
     m_end.chop(back);
     auto change = write(m_line - taken, tail);
     remember(tail, keep + tail.size());
@@ -45,7 +40,7 @@ std::optional<ReplyMirror::Change> ReplyMirror::show(QByteArrayView box, qsizety
 
 std::optional<ReplyMirror::Change> ReplyMirror::write(qsizetype keep, QByteArrayView piece)
 {
-    Change change{.keep = keep, .text = withoutLineEnds(piece)};
+    Change change{.keep = keep, .text = lineEnds::removed(piece.toByteArray())};
     m_line = keep + change.text.size();
     if (keep >= longestCell)
         return std::nullopt;

@@ -1,6 +1,8 @@
 #include "core/report/CalibrationReport.h"
 
 #include "core/report/ReportTexts.h"
+#include "core/text/Latin1.h"
+#include "core/text/LineEnds.h"
 #include "core/text/Numbers.h"
 
 #include <QRegularExpression>
@@ -55,11 +57,9 @@ std::optional<Misfit> firstMisfit(const ReportFields &fields)
     for (const reportTexts::Line &line : reportTexts::lines) {
         if (!line.field)
             continue;
-        const QString value = fieldValue(fields.*line.field);
-        for (qsizetype i = 0; i < value.size(); ++i) {
-            if (value[i].unicode() > 0xFF)
-                return Misfit{line.field, value.mid(i, value[i].isHighSurrogate() ? 2 : 1)};
-        }
+        const QString misfit = latin1::misfit(fieldValue(fields.*line.field));
+        if (!misfit.isEmpty())
+            return Misfit{line.field, misfit};
     }
     return std::nullopt;
 }
@@ -71,7 +71,7 @@ std::optional<BoardIdentity> parseIdentity(const QString &reply)
     for (const QStringView field : QStringView(reply).tokenize(u',')) {
         if (field.size() > longestField)
             return std::nullopt;
-        fields.append(field.toString().remove(u'\r').remove(u'\n'));
+        fields.append(lineEnds::removed(field.toString()));
         if (fields.size() == needed)
             break;
     }

@@ -1,15 +1,17 @@
 #include "core/report/ReportTexts.h"
 
+#include "core/text/Numbers.h"
+
 #include <QList>
 
 namespace corvane::reportTexts {
 
 QString notWritable(const QString &field, const QString &character)
 {
-    const uint code = character.toUcs4().value(0);
+    const auto code = static_cast<int>(character.toUcs4().value(0));
     return u"The field \"%1\" holds a character that cannot be written to the report: "
            "\"%2\" (U+%3).  Nothing was written."_s.arg(
-               field, character, QString::number(code, 16).toUpper().rightJustified(4, u'0'));
+               field, character, numbers::toHex(code).rightJustified(4, u'0'));
 }
 
 QString printErrorText(PrintError error, const QString &path, const QString &description)

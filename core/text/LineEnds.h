@@ -1,29 +1,16 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-
 /// Carriage returns and line feeds, which end the lines of devices and files.
 namespace corvane::lineEnds {
 
-[[nodiscard]] inline bool isOne(char c)
-{
-    return c == '\r' || c == '\n';
-}
-[[nodiscard]] inline bool isOne(QChar c)
-{
-    return c == u'\r' || c == u'\n';
-}
+/// Of a char or a QChar.
+inline constexpr auto isOne = [](auto c) { return c == u'\r' || c == u'\n'; };
 
-/// The text without any.
-[[nodiscard]] inline QByteArray removed(QByteArray text)
+/// The QString or QByteArray without any.
+template <typename Text>
+[[nodiscard]] Text removed(Text text)
 {
-    text.removeIf([](char c) { return isOne(c); });
-    return text;
-}
-[[nodiscard]] inline QString removed(QString text)
-{
-    text.removeIf([](QChar c) { return isOne(c); });
+    text.removeIf(isOne);
     return text;
 }
 

@@ -1,5 +1,7 @@
 #include "core/text/Numbers.h"
 
+#include "devices/WholeNumber.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -7,11 +9,6 @@
 namespace corvane::numbers {
 
 namespace {
-
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
 
 qsizetype digitsFrom(QStringView text, qsizetype at)
 {
@@ -68,11 +65,16 @@ bool startsWithNumber(QStringView text)
     return numberLength(text.trimmed()) > 0;
 }
 
+int nearest(double value)
+{
+    return static_cast<int>(std::clamp(std::nearbyint(value),
+                                       double{std::numeric_limits<int>::min()},
+                                       double{std::numeric_limits<int>::max()}));
+}
+
 int leadingInteger(QStringView text)
 {
-    const double rounded = std::nearbyint(leadingNumber(text));
-    return static_cast<int>(std::clamp(rounded, double{std::numeric_limits<int>::min()},
-                                       double{std::numeric_limits<int>::max()}));
+    return nearest(leadingNumber(text));
 }
 
 std::optional<double> numericValue(QStringView text)

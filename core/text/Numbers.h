@@ -18,7 +18,9 @@ double leadingNumber(QStringView text);
 /// want of one.
 bool startsWithNumber(QStringView text);
 
-/// The leading number rounded towards nearest even to a whole number and clamped to 32 bits.
+/// The nearest whole number, of two the even one, clamped to 32 bits.
+int nearest(double value);
+/// The leading number as the nearest whole one.
 int leadingInteger(QStringView text);
 
 /// True when the whole text, blanks at its ends aside, is one finite decimal number.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/text/LineEnds.h"
 #include "devices/Literals.h"
 
 #include <QString>
@@ -11,8 +12,7 @@ namespace corvane {
 inline QString shownText(const QString &text, qsizetype longest = 200)
 {
     const bool isCut = text.size() > longest;
-    QString line = isCut ? text.left(longest) : text;
-    line.remove(u'\r').remove(u'\n');
+    const QString line = lineEnds::removed(text.left(longest));
     return isCut ? line + u"..."_s : line;
 }
 

@@ -81,8 +81,8 @@ TEST_F(Chamber, EverySettingReadsBackAsItIsWrittenAndTakesItsOwnValueAgain)
         EXPECT_EQ(ask(chamber, QByteArray("= ") + setting.name + ' ' + setting.initial), "OK");
         EXPECT_EQ(ask(chamber, query), setting.initial);
     }
-    for (const ChamberController::ReadOnly &value : ChamberController::readOnlyTable())
-        EXPECT_NE(ask(chamber, QByteArray("? ") + value.name).substr(0, 5), "ERROR") << value.name;
+    for (const char *name : {"PV", "HPV", "ALARM", "ID", "SN"})
+        EXPECT_NE(ask(chamber, QByteArray("? ") + name).substr(0, 5), "ERROR") << name;
 }
 
 TEST_F(Chamber, TemperatureAndHumidityMoveToTheirSetPointsAtTheRampRate)

@@ -7,10 +7,9 @@ using namespace corvane;
 
 TEST(SerialSettings, AreReadWithBlanksAndSmallLettersAndWrittenBack)
 {
-    using Parity = SerialSettings::Parity;
-    using StopBits = SerialSettings::StopBits;
-    EXPECT_EQ(SerialSettings::parse(QStringLiteral("19200,E,7,2")),
-              (SerialSettings{19200, Parity::Even, 7, StopBits::Two}));
+    EXPECT_EQ(
+        SerialSettings::parse(QStringLiteral("19200,E,7,2")),
+        (SerialSettings{19200, QSerialPort::EvenParity, QSerialPort::Data7, QSerialPort::TwoStop}));
     const char *const rows[][2] = {{"9600,N,8,1", "9600,N,8,1"},
                                    {" 115200 , m , 5 , 1.5 ", "115200,M,5,1.5"},
                                    {"1,o,6,2", "1,O,6,2"},

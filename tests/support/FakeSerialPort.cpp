@@ -28,7 +28,7 @@ void FakeSerialPort::output(const QByteArray &bytes)
 void FakeSerialPort::feed(const QByteArray &bytes)
 {
     m_buffer += bytes;
-    if (m_rThreshold > 0 && m_buffer.size() >= m_rThreshold)
+    if (rThreshold() > 0 && m_buffer.size() >= rThreshold())
         Q_EMIT onComm(CommEvent::receive);
 }
 

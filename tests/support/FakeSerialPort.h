@@ -12,24 +12,17 @@ namespace corvane {
 class FakeSerialPort : public SerialPort
 {
 public:
-    [[nodiscard]] int commPort() const override { return m_commPort; }
-    void setCommPort(int number) override { m_commPort = number; }
-    [[nodiscard]] QString device() const override { return m_device; }
-    void setDevice(const QString &name) override { m_device = name; }
+    /// With an InputLen that nobody asks for, so that a Channel has to set it.
+    FakeSerialPort() { setInputLen(-1); }
+
     [[nodiscard]] QString place() const override
     {
         return m_open ? QStringLiteral("fake port ") +
-                            (m_device.isEmpty() ? QString::number(m_commPort) : m_device)
+                            (device().isEmpty() ? QString::number(commPort()) : device())
                       : QString();
     }
-    [[nodiscard]] QString settings() const override { return m_settings; }
-    void setSettings(const QString &settings) override { m_settings = settings; }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;
-    [[nodiscard]] int inputLen() const override { return m_inputLen; }
-    void setInputLen(int bytes) override { m_inputLen = bytes; }
-    [[nodiscard]] int rThreshold() const override { return m_rThreshold; }
-    void setRThreshold(int bytes) override { m_rThreshold = bytes; }
     void output(const QByteArray &bytes) override;
     QByteArray input() override { return std::exchange(m_buffer, {}); }
 
@@ -50,12 +43,7 @@ public:
     int closed = 0;
 
 private:
-    int m_commPort = 0;
-    QString m_device;
-    QString m_settings;
     bool m_open = false;
-    int m_inputLen = -1;
-    int m_rThreshold = 0;
     QByteArray m_buffer;
 };
 

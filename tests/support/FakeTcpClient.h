@@ -11,10 +11,6 @@ namespace corvane {
 class FakeTcpClient : public TcpClient
 {
 public:
-    [[nodiscard]] QString remoteHost() const override { return m_host; }
-    void setRemoteHost(const QString &host) override { m_host = host; }
-    [[nodiscard]] qint32 remotePort() const override { return m_port; }
-    void setRemotePort(qint32 port) override { m_port = port; }
     [[nodiscard]] SocketState state() const override { return m_state; }
     [[nodiscard]] bool wasReset() const override { return reset; }
     void connectToPeer() override;
@@ -43,8 +39,6 @@ public:
     int closes = 0;
 
 private:
-    QString m_host;
-    qint32 m_port = 0;
     SocketState m_state = SocketState::Closed;
     QByteArray m_buffer;
 };

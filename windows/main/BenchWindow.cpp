@@ -16,7 +16,6 @@
 namespace corvane {
 
 using namespace controls;
-using bench::BenchOrders;
 using bench::BoardAnalog;
 using bench::Fault;
 using bench::OrderText;
@@ -36,7 +35,7 @@ const QString clearWord = u"clear"_s;
 /// The orders that have no control of their own here.
 std::vector<OrderText> otherOrders()
 {
-    std::vector<OrderText> orders = BenchOrders::choices();
+    std::vector<OrderText> orders = bench::benchOrders::choices();
     std::erase_if(orders, [](const OrderText &order) {
         return order.word == connectorWord || order.word == sensorWord || order.word == clearWord;
     });

@@ -2,6 +2,7 @@
 
 #include "core/channels/ChannelSession.h"
 #include "core/channels/ChannelTexts.h"
+#include "devices/WholeNumber.h"
 #include "windows/widgets/ToolTip.h"
 
 namespace corvane {
@@ -124,10 +125,8 @@ void ChannelTab::chkLog_Click()
 
 void ChannelTab::cboMs_Change()
 {
-    bool isNumber = false;
-    const int ms = cboMs->currentText().trimmed().toInt(&isNumber);
-    if (isNumber)
-        m_session.setPeriod(ms);
+    if (const auto ms = wholeNumber(cboMs->currentText()))
+        m_session.setPeriod(*ms);
     cboMs->setEditText(QString::number(m_session.periodMs()));
 }
 

@@ -1,5 +1,7 @@
 #include "windows/widgets/OneLine.h"
 
+#include "core/text/LineEnds.h"
+
 #include <QLineEdit>
 #include <QValidator>
 
@@ -11,7 +13,7 @@ namespace {
 
 bool isLineEnd(QChar c)
 {
-    return c == u'\r' || c == u'\n' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+    return lineEnds::isOne(c) || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
 }
 
 /// Accepts every text and cleans it on the way: an entry asks its validator at each change.
