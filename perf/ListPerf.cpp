@@ -55,9 +55,9 @@ qsizetype splitOnly(const QString &path)
     return lines.size();
 }
 
-void load(TextGrid &grid, const QString &path)
+void load(GridModel &cells, const QString &path)
 {
-    grid.setTable(listFile::read(path).table);
+    cells.setTable(listFile::read(path).table);
 }
 
 /// Processor seconds, so that what else the machine does stays out of the ratios.
@@ -79,10 +79,11 @@ void measureLoading(Table &table)
     constexpr int rounds = 9;
     const TestListFile file(shortList);
     const TestListFile twice(2 * shortList);
-    TextGrid grid;
+    GridModel cells;
+    TextGrid grid(cells);
     grid.show();
-    const auto loadOnce = [&] { return cost([&] { load(grid, file.path()); }); };
-    const auto loadTwice = [&] { return cost([&] { load(grid, twice.path()); }); };
+    const auto loadOnce = [&] { return cost([&] { load(cells, file.path()); }); };
+    const auto loadTwice = [&] { return cost([&] { load(cells, twice.path()); }); };
     qsizetype lines = 0;
     const Comparison loading =
         compare(rounds, loadOnce, [&] { return cost([&] { lines = splitOnly(file.path()); }); });
@@ -100,37 +101,38 @@ void measureMemory(Table &table)
 {
     const TestListFile file(shortList);
     const std::size_t before = heapInUse();
-    TextGrid grid;
-    load(grid, file.path());
+    GridModel cells;
+    TextGrid grid(cells);
+    load(cells, file.path());
     grid.show();
     grid.grab();
-    for (int row = 2; row < grid.rowCount(); row += 2) {
-        grid.setText(row - 1, 5, QStringLiteral("25.3"));
-        grid.setText(row, 5, QStringLiteral("PASSED"));
-        grid.setVerdict(row, 5, TextGrid::Verdict::Passed);
+    for (int row = 2; row < cells.table().rowCount(); row += 2) {
+        cells.setText(row - 1, 5, QStringLiteral("25.3"));
+        cells.setText(row, 5, QStringLiteral("PASSED"));
+        cells.setVerdict(row, 5, GridModel::Verdict::Passed);
     }
     const auto bytes = static_cast<double>(heapInUse() - before);
     table.atMost("memory a row, run", bytes / shortList, 400, "bytes");
 }
 
-void replyInPieces(TextGrid &grid, int pieces)
+void replyInPieces(GridModel &cells, int pieces)
 {
     const QByteArray piece(64, 'x');
-    grid.setText(1, 5, QString());
+    cells.setText(1, 5, QString());
     for (int i = 0; i < pieces; ++i)
-        grid.replaceTail(1, 5, i * piece.size(), QLatin1StringView(piece.data(), piece.size()));
+        cells.replaceTail(1, 5, i * piece.size(), QLatin1StringView(piece.data(), piece.size()));
 }
 
 void measureLongReply(Table &table)
 {
     constexpr int pieces = 65'536; // 4 MB
-    TextGrid grid;
-    grid.setColCount(6);
-    grid.setRowCount(2);
+    GridModel cells;
+    cells.setTable(TextTable(2, 6));
+    TextGrid grid(cells);
     grid.show();
     const Comparison growth = compare(
-        5, [&] { return cost([&] { replyInPieces(grid, 2 * pieces); }); },
-        [&] { return cost([&] { replyInPieces(grid, pieces); }); });
+        5, [&] { return cost([&] { replyInPieces(cells, 2 * pieces); }); },
+        [&] { return cost([&] { replyInPieces(cells, pieces); }); });
     table.note("a reply of 4 MB in 64-byte pieces", growth.b, "s");
     table.atMost("8 MB over 4 MB", growth.ratio, 2.2, "times");
 }

@@ -37,9 +37,7 @@ void CommandList::initialise()
 {
     setKind(listKinds::chamberSettings);
     m_constants.clear();
-    TextTable table = listFile::emptyTable(listKinds::chamberSettings, startRows);
-    table.setColumnCount(startColumns);
-    setTable(std::move(table));
+    setTable(listFile::emptyTable(listKinds::chamberSettings, startRows, startColumns));
     setCurrentCell(1, 0);
 }
 
@@ -91,7 +89,7 @@ void CommandList::addRow()
     const int row = table().rowCount();
     if (row >= mostRowsByHand)
         return;
-    setRowTotal(row + 1);
+    appendRow();
     setText(row, listKinds::lineColumn, QString::number(row));
     setCurrentCell(row, std::max(currentCol(), 1));
 }

@@ -117,12 +117,12 @@ QString firstThatDoesNotFit(const QString &text)
 
 } // namespace
 
-TextTable listFile::emptyTable(int kind, int rows)
+TextTable listFile::emptyTable(int kind, int rows, int columns)
 {
     const QStringList &titles = listKinds::layout(kind).titles;
-    TextTable table(rows, static_cast<int>(titles.size()));
+    TextTable table(rows, std::max(columns, static_cast<int>(titles.size())));
     for (int column = 0; column < table.columnCount(); ++column)
-        table.setText(0, column, titles[column]);
+        table.setText(0, column, titles.value(column));
     return table;
 }
 

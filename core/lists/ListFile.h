@@ -70,8 +70,9 @@ inline constexpr qsizetype maximumLine = 65536;
 /// The rows that the grid is given at first, and each time they are used up.
 inline constexpr int rowStep = 100;
 
-/// An empty list of the kind, with `rows` rows, the header among them.
-TextTable emptyTable(int kind, int rows);
+/// An empty list of the kind, with `rows` rows, the header among them, and at least as many
+/// columns.
+TextTable emptyTable(int kind, int rows, int columns = 0);
 
 /// Reads the file. What was read before a failure is kept.
 ListContents read(const QString &path);

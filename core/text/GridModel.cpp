@@ -99,51 +99,23 @@ void GridModel::replaceTail(int row, int column, qsizetype keep, QLatin1StringVi
     cellChanged(row, column);
 }
 
-void GridModel::clearColumns(int first, int last)
+void GridModel::clearColumn(int column)
 {
-    for (int row = 1; row < m_table.rowCount(); ++row) {
-        for (int column = first; column <= last; ++column)
-            m_table.setText(row, column, {});
-    }
+    for (int row = 1; row < m_table.rowCount(); ++row)
+        m_table.setText(row, column, {});
     for (JudgedCell &judged : m_judged) {
-        if (judged.column >= first && judged.column <= last)
+        if (judged.column == column)
             judged = {};
     }
     if (rowCount() > 0)
-        Q_EMIT dataChanged(index(0, first), index(rowCount() - 1, last));
+        Q_EMIT dataChanged(index(0, column), index(rowCount() - 1, column));
 }
 
-void GridModel::setRowTotal(int rows)
+void GridModel::appendRow()
 {
-    const int old = m_table.rowCount();
-    if (rows < 1)
-        return;
-    if (rows > old) {
-        beginInsertRows({}, old - 1, rows - 2);
-        m_table.setRowCount(rows);
-        endInsertRows();
-    } else if (rows < old) {
-        beginRemoveRows({}, rows - 1, old - 2);
-        m_table.setRowCount(rows);
-        m_judged.resize(std::min(m_judged.size(), static_cast<std::size_t>(rows)));
-        endRemoveRows();
-    }
-    if (m_markedRow >= rows)
-        m_markedRow = 0;
-    if (m_currentRow >= rows)
-        setCurrentCell(0, m_currentCol);
-}
-
-void GridModel::setColumnTotal(int columns)
-{
-    if (columns < 1)
-        return;
-    if (columns != m_table.columnCount()) {
-        beginResetModel();
-        m_table.setColumnCount(columns);
-        endResetModel();
-    }
-    setCurrentCell(0, 0);
+    beginInsertRows({}, rowCount(), rowCount());
+    m_table.appendRow({});
+    endInsertRows();
 }
 
 void GridModel::removeRow(int row)

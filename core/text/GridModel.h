@@ -45,11 +45,10 @@ public:
     void setText(int row, int column, QStringView text);
     /// The cell's first `keep` characters stand, then `tail` follows; the work is the tail's.
     void replaceTail(int row, int column, qsizetype keep, QLatin1StringView tail);
-    /// Empties the columns in every row below the header.
-    void clearColumns(int first, int last);
-    /// All rows, the header too; new ones are empty. Below 1 it is ignored.
-    void setRowTotal(int rows);
-    void setColumnTotal(int columns);
+    /// Empties the column in every row below the header.
+    void clearColumn(int column);
+    /// Adds an empty row at the end.
+    void appendRow();
     /// Removes a row below the header.
     void removeRow(int row);
 

@@ -115,16 +115,6 @@ void TextTable::setRowCount(int rows)
     m_ends.resize(count * static_cast<std::size_t>(m_columns), 0);
 }
 
-void TextTable::setColumnCount(int columns)
-{
-    TextTable other(rowCount(), columns);
-    for (int row = 0; row < rowCount(); ++row) {
-        for (int column = 0; column < std::min(m_columns, other.m_columns); ++column)
-            other.setText(row, column, text(row, column));
-    }
-    *this = std::move(other);
-}
-
 void TextTable::reserve(int rows)
 {
     m_rows.reserve(static_cast<std::size_t>(rows));

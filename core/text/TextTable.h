@@ -37,9 +37,8 @@ public:
     /// Adds a row at the end; cells that are not given are empty, those too many are dropped.
     void appendRow(std::span<const QLatin1StringView> cells);
     void removeRow(int row);
-    /// New rows and columns are empty; those beyond the count are dropped.
+    /// New rows are empty; those beyond the count are dropped.
     void setRowCount(int rows);
-    void setColumnCount(int columns);
     void reserve(int rows);
 
 private:

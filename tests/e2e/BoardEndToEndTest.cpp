@@ -72,7 +72,7 @@ TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
     }
     board.calibration->txtChannel->setText(QStringLiteral("2"));
     board.calibration->cmdCal_Click();
-    EXPECT_NEAR(board.calibration->MSFlexGrid1->text(7, 3).toDouble(), 2.0, 0.002);
+    EXPECT_NEAR(board.calibration->MSFlexGrid1->cells().text(7, 3).toDouble(), 2.0, 0.002);
     EXPECT_EQ(main.parts().channels.gpib().control().connectString(), u"GPIB0::9")
         << "addressed to the board again";
     EXPECT_EQ(desk.messages, QString());

@@ -99,13 +99,14 @@ QWidget *CalibrationPanel::makeActions()
 
 QWidget *CalibrationPanel::makeGrid()
 {
-    MSFlexGrid1 = named(new TextGrid, u"MSFlexGrid1"_s, u"Calibration of the channels"_s);
-    MSFlexGrid1->setRowCount(CalibrationTable::rows);
-    MSFlexGrid1->setColCount(CalibrationTable::columns);
-    for (int row = 0; row < CalibrationTable::rows; ++row) {
-        for (int column = 0; column < CalibrationTable::columns; ++column)
-            MSFlexGrid1->setText(row, column, m_table.text(row, column));
+    auto *cells = new GridModel(this);
+    TextTable start(CalibrationTable::rows, CalibrationTable::columns);
+    for (int row = 0; row < start.rowCount(); ++row) {
+        for (int column = 0; column < start.columnCount(); ++column)
+            start.setText(row, column, m_table.text(row, column));
     }
+    cells->setTable(std::move(start));
+    MSFlexGrid1 = named(new TextGrid(*cells), u"MSFlexGrid1"_s, u"Calibration of the channels"_s);
     MSFlexGrid1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     MSFlexGrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     return MSFlexGrid1;
@@ -117,12 +118,12 @@ void CalibrationPanel::connectSequences()
          std::initializer_list<CalibrationSequence *>{&m_calibration, &m_scan}) {
         connect(sequence, &CalibrationSequence::progressed, this,
                 [this](const QString &text) { showText(*lblProgress, text); });
-        connect(sequence, &CalibrationSequence::cellSelected, MSFlexGrid1,
-                &TextGrid::setCurrentCell);
+        connect(sequence, &CalibrationSequence::cellSelected, &MSFlexGrid1->cells(),
+                &GridModel::setCurrentCell);
         connect(sequence, &CalibrationSequence::cellChanged, this,
                 [this](int row, int column, const QString &remark) {
-                    MSFlexGrid1->setText(row, column, m_table.text(row, column));
-                    MSFlexGrid1->setRemark(row, column, remark);
+                    MSFlexGrid1->cells().setText(row, column, m_table.text(row, column));
+                    MSFlexGrid1->cells().setRemark(row, column, remark);
                 });
     }
     connect(&m_calibration, &Calibration::begun, &m_unsaved, &UnsavedCalibrations::setUnfinished);

@@ -184,7 +184,7 @@ void CommandListArea::cmdClearCol_Click()
     const int column = m_list.currentCol();
     if (column < 1 || m_module.GetMode)
         return;
-    m_list.clearColumns(column, column);
+    m_list.clearColumn(column);
     m_list.setCurrentCell(0, 0);
 }
 

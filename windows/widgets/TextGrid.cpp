@@ -108,22 +108,10 @@ protected:
 
 } // namespace
 
-TextGrid::TextGrid(QWidget *parent)
-    : TextGrid(nullptr, new GridModel, parent)
-{
-}
-
 TextGrid::TextGrid(GridModel &model, QWidget *parent)
-    : TextGrid(&model, nullptr, parent)
-{
-}
-
-TextGrid::TextGrid(GridModel *model, GridModel *owned, QWidget *parent)
     : QTableView(parent)
-    , m_model(owned ? *owned : *model)
+    , m_model(model)
 {
-    if (owned)
-        owned->setParent(this);
     setHorizontalHeader(new TitleRow(this));
     setModel(&m_model);
     setItemDelegate(new CellPainter(this));
@@ -137,7 +125,7 @@ TextGrid::TextGrid(GridModel *model, GridModel *owned, QWidget *parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &TextGrid::acted);
-    showCurrentCell(currentRow(), currentCol());
+    showCurrentCell(m_model.currentRow(), m_model.currentCol());
 }
 
 TextGrid::~TextGrid()
@@ -146,28 +134,18 @@ TextGrid::~TextGrid()
     horizontalHeader()->disconnect(this);
 }
 
-void TextGrid::clearColumn(int column)
-{
-    if (column >= 0 && column < colCount())
-        m_model.clearColumns(column, column);
-}
-
 void TextGrid::showCurrentCell(int row, int column)
 {
-    const bool moved =
-        row != std::exchange(m_shownRow, row) || column != std::exchange(m_shownCol, column);
     if (row == 0) {
         clearSelection();
         setCurrentIndex({});
-    } else {
-        const QModelIndex index = m_model.index(row - 1, column);
-        // A run that walks down goes on by pages: the view would paint all of itself at every row.
-        if (visualRect(index).bottom() >= viewport()->height())
-            scrollTo(index, PositionAtTop);
-        setCurrentIndex(index);
+        return;
     }
-    if (moved)
-        Q_EMIT currentCellChanged(row, column);
+    const QModelIndex index = m_model.index(row - 1, column);
+    // A run that walks down goes on by pages: the view would paint all of itself at every row.
+    if (visualRect(index).bottom() >= viewport()->height())
+        scrollTo(index, PositionAtTop);
+    setCurrentIndex(index);
 }
 
 void TextGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
@@ -175,8 +153,8 @@ void TextGrid::currentChanged(const QModelIndex &current, const QModelIndex &pre
     QTableView::currentChanged(current, previous);
     Q_EMIT acted();
     if (current.isValid() &&
-        (current.row() + 1 != currentRow() || current.column() != currentCol()))
-        setCurrentCell(current.row() + 1, current.column());
+        (current.row() + 1 != m_model.currentRow() || current.column() != m_model.currentCol()))
+        m_model.setCurrentCell(current.row() + 1, current.column());
 }
 
 QRect TextGrid::cellRect(int row, int column) const
@@ -193,7 +171,8 @@ void TextGrid::keyPressEvent(QKeyEvent *event)
     const int key = event->key();
     const QString typed = event->text();
     if (event->matches(QKeySequence::Copy)) {
-        QGuiApplication::clipboard()->setText(text(currentRow(), currentCol()));
+        QGuiApplication::clipboard()->setText(
+            m_model.text(m_model.currentRow(), m_model.currentCol()));
     } else if (key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter) {
         Q_EMIT editRequested({});
     } else if (types && !typed.isEmpty() && typed.front().isPrint()) {

@@ -346,7 +346,7 @@ TEST_F(CalibrationTest, AnswersThatDidNotComeAndImpossibleFiguresAreNotPassedOff
         EXPECT_EQ(shown(board, "lblProgress"), shownText(end, 300));
         QList<int> marked;
         for (int cell = 1; cell < CalibrationTable::rows; ++cell) {
-            const QString remark = panel.MSFlexGrid1->remark(cell, 4);
+            const QString remark = panel.MSFlexGrid1->cells().remark(cell, 4);
             if (remark.isEmpty())
                 continue;
             marked << cell;

@@ -48,7 +48,7 @@ protected:
         m_area.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_area, 30000));
         m_grid.setFocus();
-        m_grid.setCurrentCell(1, 1);
+        m_list.setCurrentCell(1, 1);
     }
 
     void save(Outcome outcome, QPushButton *button)
@@ -60,10 +60,10 @@ protected:
     /// The grid's size and current cell, the name and the caption.
     QString shown() const
     {
-        return u"%1x%2 at %3.%4, %5, %6"_s.arg(m_grid.rowCount())
-            .arg(m_grid.colCount())
-            .arg(m_grid.currentRow())
-            .arg(m_grid.currentCol())
+        return u"%1x%2 at %3.%4, %5, %6"_s.arg(m_list.table().rowCount())
+            .arg(m_list.columnCount())
+            .arg(m_list.currentRow())
+            .arg(m_list.currentCol())
             .arg(m_area.lblFileName->text(), m_caption);
     }
 
@@ -92,7 +92,7 @@ protected:
 TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailableAndAClearTheStart)
 {
     EXPECT_EQ(shown(), u"2x5 at 1.0, , ");
-    m_grid.setCurrentCell(1, 2);
+    m_list.setCurrentCell(1, 2);
     load("sub.tst", "// c\n? SP x\n");
     EXPECT_EQ(
         m_dialogs.questions[0].filter,
@@ -111,7 +111,7 @@ TEST_F(Area, ALoadShowsTheListItsNameAndWhatIsAvailableAndAClearTheStart)
     m_area.cmdClear->click();
     EXPECT_EQ(shown(), u"2x5 at 1.0, , Corvane");
     EXPECT_EQ(m_module.ListKind, 0);
-    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_list.ListFileName, QString());
+    EXPECT_EQ(m_list.text(1, 0) + m_list.text(1, 1) + m_list.ListFileName, QString());
 }
 
 TEST_F(Area, AFailedLoadSaysSoAndTheNameBeforeStaysWhenNothingWasOpened)
@@ -138,7 +138,7 @@ TEST_F(Area, AFailedLoadSaysSoAndTheNameBeforeStaysWhenNothingWasOpened)
 TEST_F(Area, SavingWritesSettingsUnderTheChosenNameAndTheCaptionKeepsTheOldOne)
 {
     load("a.kms", "// one\n= SP 50\nSP\nA B C D\nT\n"); // saved down to the row without a command
-    m_grid.setCurrentCell(1, 2);
+    m_list.setCurrentCell(1, 2);
     save(Outcome::Cancelled, m_area.cmdSave);
     EXPECT_FALSE(QFile::exists(path("b.kms")));
     EXPECT_EQ(shown(), u"5x4 at 1.2, a.kms, Corvane - a.kms");
@@ -150,7 +150,7 @@ TEST_F(Area, SavingWritesSettingsUnderTheChosenNameAndTheCaptionKeepsTheOldOne)
     EXPECT_EQ(saved(), "\\\\\xa0one\r\n\\\\two\r\n= SP 50\r\nSP \r\n");
     EXPECT_EQ(m_note, u"Row 3 has no command: it and the rows below it were not saved");
     EXPECT_EQ(shown(), u"5x4 at 0.0, b.kms, Corvane - a.kms");
-    m_grid.setText(1, 2, u"\u20ac"_s);
+    m_list.setText(1, 2, u"\u20ac"_s);
     for (const Outcome outcome : {Outcome::Chosen, Outcome::InvalidName}) {
         m_dialogs.expectMessage(u"Error occurred while trying to save file."_s);
         save(outcome, m_area.cmdSave);
@@ -172,13 +172,13 @@ TEST_F(Area, RowsAreAddedUpToAHundredAndDeletedWithTheirNumbers)
     }
     load("b.kms", "A\nB\nC\n");
     m_area.cmdDeleteRow->click(); // no row is selected
-    m_grid.setCurrentCell(1, 1);
+    m_list.setCurrentCell(1, 1);
     m_module.SendMode = true;
     m_area.cmdDeleteRow_Click();
-    EXPECT_EQ(m_grid.rowCount(), 4);
+    EXPECT_EQ(m_list.table().rowCount(), 4);
     m_module.SendMode = false;
     m_area.cmdDeleteRow->click();
-    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 1) + m_grid.text(2, 0), u"1B2");
+    EXPECT_EQ(m_list.text(1, 0) + m_list.text(1, 1) + m_list.text(2, 0), u"1B2");
     for (int row = 0; row < 3; ++row)
         m_area.cmdDeleteRow->click(); // also the last one
     EXPECT_EQ(shown(), u"1x4 at 0.1, b.kms, Corvane - b.kms");
@@ -187,15 +187,15 @@ TEST_F(Area, RowsAreAddedUpToAHundredAndDeletedWithTheirNumbers)
 TEST_F(Area, AColumnIsClearedUnlessGetListRuns)
 {
     load("a.kms", "= SP 50\n= T 5\n");
-    m_grid.setCurrentCell(2, 2);
+    m_list.setCurrentCell(2, 2);
     m_module.GetMode = true;
     m_area.cmdClearCol->click();
-    EXPECT_EQ(m_grid.text(1, 2), u"50");
+    EXPECT_EQ(m_list.text(1, 2), u"50");
     m_module = {.SendMode = true};
     m_area.cmdClearCol->click();
     m_area.cmdClearCol->click(); // the numbers stay
     EXPECT_EQ(shown(), u"3x4 at 0.0, a.kms, Corvane - a.kms");
-    EXPECT_EQ(m_grid.text(1, 0) + m_grid.text(1, 2) + m_grid.text(2, 2) + m_grid.text(0, 2),
+    EXPECT_EQ(m_list.text(1, 0) + m_list.text(1, 2) + m_list.text(2, 2) + m_list.text(0, 2),
               u"1Value");
 }
 
@@ -209,8 +209,8 @@ TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
     EXPECT_TRUE(m_area.txtFlexText->geometry().contains(m_grid.cellRect(1, 2).center()));
     key(Qt::Key_5);
     key(Qt::Key_Return);
-    EXPECT_EQ(m_grid.text(1, 2), u"75");
-    EXPECT_EQ(m_grid.currentRow(), 2);
+    EXPECT_EQ(m_list.text(1, 2), u"75");
+    EXPECT_EQ(m_list.currentRow(), 2);
     // What the box does not use is not the grid's.
     const int unused[] = {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt,      Qt::Key_Meta,
                           Qt::Key_Up,    Qt::Key_F2,      Qt::Key_PageDown, Qt::Key_CapsLock};
@@ -220,15 +220,15 @@ TEST_F(Area, ACellIsEditedInPlaceWithTheKeyboardAlone)
         key(code);
     EXPECT_TRUE(editing() && m_area.txtFlexText->text() == u"9");
     key(Qt::Key_Escape);
-    EXPECT_EQ(m_grid.text(2, 2), u"5");
+    EXPECT_EQ(m_list.text(2, 2), u"5");
     for (const int code : {Qt::Key_Enter, Qt::Key_8, Qt::Key_Enter})
         key(code);
-    EXPECT_EQ(m_grid.text(2, 2), u"8");
-    EXPECT_EQ(m_grid.currentRow(), 2); // the last row
+    EXPECT_EQ(m_list.text(2, 2), u"8");
+    EXPECT_EQ(m_list.currentRow(), 2); // the last row
     key(Qt::Key_F2);
     m_area.txtFlexText->setText(u"a\r\nb"_s); // as a paste brings it
     key(Qt::Key_Enter);
-    EXPECT_EQ(m_grid.text(2, 2), u"a b");
+    EXPECT_EQ(m_list.text(2, 2), u"a b");
 }
 
 TEST_F(Area, TextLeftInTheCellBoxIsLost)
@@ -238,17 +238,17 @@ TEST_F(Area, TextLeftInTheCellBoxIsLost)
     const std::function<void()> leavings[] = {
         [this] { m_area.cmdLoad->setFocus(); },
         [this] { QTest::mouseClick(m_grid.viewport(), Qt::LeftButton); },
-        [this] { m_grid.setCurrentCell(2, 1); },
+        [this] { m_list.setCurrentCell(2, 1); },
         [this] { m_grid.setColumnWidth(1, 50); },
     };
     for (const auto &leave : leavings) {
         m_grid.setFocus();
-        m_grid.setCurrentCell(1, 1);
+        m_list.setCurrentCell(1, 1);
         key(Qt::Key_X);
         ASSERT_TRUE(editing());
         leave();
         EXPECT_FALSE(editing());
-        EXPECT_EQ(m_grid.text(1, 1) + m_grid.text(2, 1), u"= SP= T");
+        EXPECT_EQ(m_list.text(1, 1) + m_list.text(2, 1), u"= SP= T");
     }
     m_module.SendMode = true;
     m_area.flexgridVDL_EditRequested(u"x"_s); // a list that runs is not edited

@@ -139,7 +139,7 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
             EXPECT_EQ(users.refusal(each, ChannelUse::Send),
                       each == channel ? ChannelUsers::told(each, use) : QString());
     };
-    desk.main.commandList->flexgridVDL->setText(1, 1, QStringLiteral("A"));
+    desk.main.commandList->flexgridVDL->cells().setText(1, 1, QStringLiteral("A"));
     for (const int channel : {channels::rs232, channels::ieee488, channels::tcpIp1}) {
         main.channel(channel)->chkLoop->setChecked(true);
         expectUse(channel, ChannelUse::Loop);
