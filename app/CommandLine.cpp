@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "core/channels/ChannelTraits.h"
 #include "devices/GpibAdapterChoice.h"
 #include "devices/PlatformError.h"
 #include "devices/WholeNumber.h"
@@ -9,8 +10,6 @@
 namespace corvane {
 
 namespace {
-
-const std::array channelNames = {u"rs485"_s, u"rs232"_s, u"gpib"_s, u"tcp1"_s, u"tcp2"_s};
 
 [[noreturn]] void refuse(const QString &option, const QString &value, const QString &expected)
 {
@@ -23,6 +22,7 @@ struct Option
     const char *name;
     const char *value;
     const char *help;
+    bool isOfRun = false; ///< means nothing without --run
 };
 
 constexpr Option options[] = {
@@ -34,19 +34,19 @@ constexpr Option options[] = {
      "GPIB board N: auto | none | tcp:HOST[:PORT] | serial:DEVICE | library[:BOARD] | visa "
      "(repeatable)."},
     {"run", "LIST", "Run LIST without a display."},
-    {"channel", "NAME", "Channel of the run: rs485 | rs232 | gpib | tcp1 | tcp2."},
-    {"port", "P", "Port entry: serial port number, or TCP port."},
-    {"host", "H", "Remote host of a TCP Channel."},
-    {"address", "A", "RS-485 address, or GPIB address (5, or GPIB0::5)."},
-    {"settings", "S", "Serial settings, as in 9600,N,8,1."},
-    {"timeout", "MS", "GPIB time-out, 1 to 59999 ms."},
-    {"loop", "MS", "Loop time, 10 to 3600000 ms."},
-    {"strip-operator", "", R"(Send "=" and "?" commands without their operator.)"},
-    {"get", "", "Get list: fill the list with the device's values."},
-    {"save", "FILE", "Write the list back to FILE after --get (\"-\": standard output)."},
-    {"patience", "SECONDS", "Give up when a reply stays out so long (default 30)."},
-    {"csv", "FILE", "Write the grid as run as comma-separated values (\"-\": as above)."},
-    {"junit", "FILE", "Write the checks as run as a JUnit report (\"-\": as above)."},
+    {"channel", "NAME", "Channel of the run: rs485 | rs232 | gpib | tcp1 | tcp2.", true},
+    {"port", "P", "Port entry: serial port number, or TCP port.", true},
+    {"host", "H", "Remote host of a TCP Channel.", true},
+    {"address", "A", "RS-485 address, or GPIB address (5, or GPIB0::5).", true},
+    {"settings", "S", "Serial settings, as in 9600,N,8,1.", true},
+    {"timeout", "MS", "GPIB time-out, 1 to 59999 ms.", true},
+    {"loop", "MS", "Loop time, 10 to 3600000 ms.", true},
+    {"strip-operator", "", R"(Send "=" and "?" commands without their operator.)", true},
+    {"get", "", "Get list: fill the list with the device's values.", true},
+    {"save", "FILE", "Write the list back to FILE after --get (\"-\": standard output).", true},
+    {"patience", "SECONDS", "Give up when a reply stays out so long (default 30).", true},
+    {"csv", "FILE", "Write the grid as run as comma-separated values (\"-\": as above).", true},
+    {"junit", "FILE", "Write the checks as run as a JUnit report (\"-\": as above).", true},
     {"list-ports", "", "Print number, device, maker and description of each serial port."},
     {"version", "", "Print the version."},
     {"help", "", "Print this text."},
@@ -95,11 +95,11 @@ std::pair<int, QString> numbered(const QString &option, const QString &value, in
 void readRun(const QCommandLineParser &parser, CommandLine &line)
 {
     const QString name = parser.value(u"channel"_s);
-    const auto found = std::find(channelNames.begin(), channelNames.end(), name.toLower());
-    if (found == channelNames.end())
+    const auto found = std::ranges::find(channelTraits(), name.toLower(), &ChannelTraits::option);
+    if (found == channelTraits().end())
         refuse(u"channel"_s, name, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
     line.task = CommandLine::Task::Run;
-    line.channel = static_cast<int>(found - channelNames.begin());
+    line.channel = found->index;
     line.list = parser.value(u"run"_s);
     if (parser.isSet(u"timeout"_s))
         line.timeoutMs = numberOf(parser, u"timeout"_s, 1, 59999);
@@ -126,16 +126,6 @@ bool isSwitch(const Option &option)
     return *option.value == '\0';
 }
 
-/// The value that an option was given; empty for a switch.
-QString given(const QCommandLineParser &parser, const char *name)
-{
-    const auto *option =
-        std::find_if(std::begin(options), std::end(options), [name](const Option &each) {
-            return QLatin1String(each.name) == QLatin1String(name);
-        });
-    return isSwitch(*option) ? QString() : parser.value(QLatin1String(name));
-}
-
 /// A value that is empty, or of which only the last would count, is a slip worth telling.
 void refuseEmptyAndRepeated(const QCommandLineParser &parser)
 {
@@ -154,10 +144,10 @@ void refuseEmptyAndRepeated(const QCommandLineParser &parser)
 /// An option of the unattended run without it is a slip worth telling.
 void refuseStrayRunOptions(const QCommandLineParser &parser)
 {
-    for (const char *name : {"channel", "port", "host", "address", "settings", "timeout", "loop",
-                             "strip-operator", "get", "save", "patience", "csv", "junit"}) {
-        if (parser.isSet(QLatin1String(name)))
-            refuse(QLatin1String(name), given(parser, name), u"needs --run LIST"_s);
+    for (const Option &option : options) {
+        const QString name = QLatin1String(option.name);
+        if (option.isOfRun && parser.isSet(name))
+            refuse(name, isSwitch(option) ? QString() : parser.value(name), u"needs --run LIST"_s);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "app/Workbench.h"
 #include "core/channels/ChannelSet.h"
 #include "core/lists/ListKinds.h"
+#include "core/lists/ListTexts.h"
 #include "core/text/PrintableText.h"
 #include "core/text/ProductInfo.h"
 #include "devices/GpibControl.h"
@@ -26,34 +27,20 @@ constexpr int patienceStepMs = 200;
 
 QString verdictText(TransferEngine::RowVerdict verdict)
 {
-    switch (verdict) {
-    case TransferEngine::RowVerdict::Passed:
-        return u"PASSED"_s;
-    case TransferEngine::RowVerdict::Failed:
-        return u"FAILED"_s;
-    case TransferEngine::RowVerdict::None:
-        break;
-    }
-    return {};
+    return QList{QString(), listTexts::passed, listTexts::failed}.at(static_cast<int>(verdict));
 }
 
 /// Why an outcome is neither passed nor failed.
 QString outcomeFault(TransferEngine::Outcome outcome)
 {
-    switch (outcome) {
-    case TransferEngine::Outcome::SyntaxError:
-        return u"a cell that is needed is empty"_s;
-    case TransferEngine::Outcome::Empty:
-        return u"the list is empty"_s;
-    case TransferEngine::Outcome::Incomplete:
-        return u"the list is incomplete"_s;
-    case TransferEngine::Outcome::TimedOut:
-        return u"no reply within the GPIB time-out"_s;
-    case TransferEngine::Outcome::Stopped:
-        return u"the run was stopped"_s;
-    default:
-        return {};
-    }
+    using Outcome = TransferEngine::Outcome;
+    static const QMap<Outcome, QString> faults = {
+        {Outcome::SyntaxError, u"a cell that is needed is empty"_s},
+        {Outcome::Empty, u"the list is empty"_s},
+        {Outcome::Incomplete, u"the list is incomplete"_s},
+        {Outcome::TimedOut, u"no reply within the GPIB time-out"_s},
+        {Outcome::Stopped, u"the run was stopped"_s}};
+    return faults.value(outcome);
 }
 
 double secondsOf(const QElapsedTimer &timer)

@@ -39,20 +39,18 @@ public:
             m_module, m_dialogs, clock);
         m_list = std::make_unique<CommandList>(m_module, m_dialogs);
         m_engine = std::make_unique<TransferEngine>(*m_channels, *m_list, m_dialogs);
-        m_window =
-            std::make_unique<Main>(MainParts{.clock = clock,
-                                             .dialogs = m_dialogs,
-                                             .channels = *m_channels,
-                                             .list = *m_list,
-                                             .engine = *m_engine,
-                                             .programFolder = QDir::tempPath(),
-                                             .gpibAdapters = m_choices,
-                                             .gpibAdapterFactory = m_factory,
-                                             .systemInfo = m_systemInfo,
-                                             .remembered = m_remembered,
-                                             .findLocalAddress = [](const auto &found) {
-                                                 found({.text = QStringLiteral("127.0.0.1")});
-                                             }});
+        m_window = std::make_unique<Main>(MainParts{
+            .clock = clock,
+            .dialogs = m_dialogs,
+            .channels = *m_channels,
+            .list = *m_list,
+            .engine = *m_engine,
+            .programFolder = QDir::tempPath(),
+            .gpibAdapters = m_choices,
+            .gpibAdapterFactory = m_factory,
+            .systemInfo = m_systemInfo,
+            .remembered = m_remembered,
+            .findLocalAddress = [](const auto &found) { found({.text = u"127.0.0.1"_s}); }});
         m_window->Form_Load();
         m_window->show();
     }

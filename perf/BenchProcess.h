@@ -29,13 +29,10 @@ public:
     /// The program's arguments against it, as it says them itself.
     [[nodiscard]] CommandLine commandLine() const
     {
-        return CommandLine::parse(said(QStringLiteral("\n  (corvane .*)\n")).split(u' '));
+        return CommandLine::parse(said(u"\n  (corvane .*)\n"_s).split(u' '));
     }
     /// The TCP port of the chamber controller.
-    [[nodiscard]] QString chamberPort() const
-    {
-        return said(QStringLiteral("port (\\d+) \\(chamber\\)"));
-    }
+    [[nodiscard]] QString chamberPort() const { return said(u"port (\\d+) \\(chamber\\)"_s); }
     /// Gives an order, as in "connector on". `answer` is in what it says when it is done.
     void order(const QByteArray &text, const QByteArray &answer)
     {

@@ -77,7 +77,7 @@ void measureWork(Table &table, RecordingClock &clock, const Work &work)
 /// The board window, its method IEEE.
 frmSBC &openBoard(Main &window)
 {
-    connectChannel(window, channels::ieee488, {.address = QStringLiteral("GPIB0::9")});
+    connectChannel(window, channels::ieee488, {.address = u"GPIB0::9"_s});
     window.showChannel(channels::ieee488);
     window.mnuSBC->trigger();
     return *window.boardWindows().boardWindow();

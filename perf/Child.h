@@ -81,7 +81,7 @@ private:
 /// The path of a program that was built beside this one.
 inline QString programBeside(const QString &name)
 {
-    return QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).path() + u'/' + name;
+    return QFileInfo(QFile::symLinkTarget(u"/proc/self/exe"_s)).path() + u'/' + name;
 }
 
 /// The number that follows "name=" in a program's output.

@@ -44,12 +44,11 @@ int measure()
         table.atMost(what, growth(window, index, entries, cycles), mostGrowth, "MB");
     };
     judge("TCP/IP-1, 10,000 cycles: growth after 500", channels::tcpIp1,
-          {.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")}, 10'000);
+          {.port = bench.chamberPort(), .host = u"127.0.0.1"_s}, 10'000);
     judge("TCP/IP-2 by name, 2,000 cycles", channels::tcpIp2,
-          {.port = bench.chamberPort(), .host = QStringLiteral("localhost")}, 2'000);
-    judge("RS-232 on a pty, 5,000 cycles", channels::rs232, {.port = QStringLiteral("2")}, 5'000);
-    judge("IEEE 488, 1,000 connects", channels::ieee488, {.address = QStringLiteral("GPIB0::5")},
-          1'000);
+          {.port = bench.chamberPort(), .host = u"localhost"_s}, 2'000);
+    judge("RS-232 on a pty, 5,000 cycles", channels::rs232, {.port = u"2"_s}, 5'000);
+    judge("IEEE 488, 1,000 connects", channels::ieee488, {.address = u"GPIB0::5"_s}, 1'000);
     table.note("memory at the end", residentBytes() / 1e6, "MB");
     return table.exitCode();
 }

@@ -155,7 +155,7 @@ void floodGpib(Table &table)
 void floodList(Table &table)
 {
     const QTemporaryDir folder;
-    QFile list(folder.filePath(QStringLiteral("flood.kms")));
+    QFile list(folder.filePath(u"flood.kms"_s));
     if (!list.open(QIODevice::WriteOnly) || list.write("= SP 1\n= SP 2\n") < 0)
         throw std::runtime_error("no list file");
     list.close();

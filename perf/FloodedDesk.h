@@ -106,11 +106,10 @@ public:
         , m_program(line(), m_dialogs)
     {
         window().show();
-        const QString host = QStringLiteral("127.0.0.1");
+        const QString host = u"127.0.0.1"_s;
         const std::array<ChannelEntries, channelCount> entries{
-            ChannelEntries{.port = QStringLiteral("1"), .address = QStringLiteral("05")},
-            ChannelEntries{.port = QStringLiteral("2")},
-            ChannelEntries{.address = QStringLiteral("GPIB0::5")},
+            ChannelEntries{.port = u"1"_s, .address = u"05"_s}, ChannelEntries{.port = u"2"_s},
+            ChannelEntries{.address = u"GPIB0::5"_s},
             ChannelEntries{.port = tcpPort(channels::tcpIp1), .host = host},
             ChannelEntries{.port = tcpPort(channels::tcpIp2), .host = host}};
         for (int index = 0; index < channelCount; ++index) {

@@ -15,11 +15,10 @@ namespace {
 
 void connectAll(Main &window, const BenchProcess &bench)
 {
-    const ChannelEntries tcp{.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")};
-    connectChannel(window, channels::rs485,
-                   {.port = QStringLiteral("1"), .address = QStringLiteral("05")});
-    connectChannel(window, channels::rs232, {.port = QStringLiteral("2")});
-    connectChannel(window, channels::ieee488, {.address = QStringLiteral("GPIB0::5")});
+    const ChannelEntries tcp{.port = bench.chamberPort(), .host = u"127.0.0.1"_s};
+    connectChannel(window, channels::rs485, {.port = u"1"_s, .address = u"05"_s});
+    connectChannel(window, channels::rs232, {.port = u"2"_s});
+    connectChannel(window, channels::ieee488, {.address = u"GPIB0::5"_s});
     connectChannel(window, channels::tcpIp1, tcp);
     connectChannel(window, channels::tcpIp2, tcp);
 }

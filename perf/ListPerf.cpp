@@ -22,7 +22,7 @@ class TestListFile
 {
 public:
     explicit TestListFile(int rows)
-        : m_path(m_folder.filePath(QStringLiteral("long.tst")))
+        : m_path(m_folder.filePath(u"long.tst"_s))
     {
         QByteArray text;
         for (int row = 0; row < rows; row += 2) {
@@ -107,8 +107,8 @@ void measureMemory(Table &table)
     grid.show();
     grid.grab();
     for (int row = 2; row < cells.table().rowCount(); row += 2) {
-        cells.setText(row - 1, 5, QStringLiteral("25.3"));
-        cells.setText(row, 5, QStringLiteral("PASSED"));
+        cells.setText(row - 1, 5, u"25.3"_s);
+        cells.setText(row, 5, u"PASSED"_s);
         cells.setVerdict(row, 5, GridModel::Verdict::Passed);
     }
     const auto bytes = static_cast<double>(heapInUse() - before);

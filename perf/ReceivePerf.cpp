@@ -117,7 +117,7 @@ int readInWindow(const QString &device, qsizetype bytes)
     UnattendedDialogs dialogs(messages);
     WindowProgram program(line, dialogs);
     Main &window = program.window();
-    window.serialTab(channels::rs232).txtPort->setText(QStringLiteral("2"));
+    window.serialTab(channels::rs232).txtPort->setText(u"2"_s);
     window.showChannel(channels::rs232);
     window.show();
     window.cmdConnect_Click(channels::rs232);
@@ -138,7 +138,7 @@ int readInWindow(const QString &device, qsizetype bytes)
 
 bool hasPicocom()
 {
-    return !QStandardPaths::findExecutable(QStringLiteral("picocom")).isEmpty();
+    return !QStandardPaths::findExecutable(u"picocom"_s).isEmpty();
 }
 
 void measureStream(Table &table, const QString &program)

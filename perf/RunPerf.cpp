@@ -31,7 +31,7 @@ const QByteArray command = "? SP x";
 /// A test list of queries, in a file.
 QString writeList(const QTemporaryDir &folder, int rows)
 {
-    QString path = folder.filePath(QStringLiteral("queries.tst"));
+    QString path = folder.filePath(u"queries.tst"_s);
     QFile file(path);
     const QByteArray text = (command + "\r\n").repeated(rows);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
@@ -44,7 +44,7 @@ QString writeList(const QTemporaryDir &folder, int rows)
 double roundTripMs(quint16 port)
 {
     QTcpSocket socket;
-    socket.connectToHost(QStringLiteral("127.0.0.1"), port);
+    socket.connectToHost(u"127.0.0.1"_s, port);
     socket.waitForConnected();
     socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     std::vector<double> trips;
@@ -135,8 +135,7 @@ int measure()
     Main &window = program.window();
     window.showChannel(channels::tcpIp1);
     window.show();
-    connectChannel(window, channels::tcpIp1,
-                   {.port = bench.chamberPort(), .host = QStringLiteral("127.0.0.1")});
+    connectChannel(window, channels::tcpIp1, {.port = bench.chamberPort(), .host = u"127.0.0.1"_s});
     if (program.workbench().list().OpenFile(writeList(folder, longList)) !=
         ListContents::End::Complete)
         throw std::runtime_error("cannot load the list");

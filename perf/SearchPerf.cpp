@@ -33,7 +33,7 @@ public:
     [[nodiscard]] CommandLine commandLine() const
     {
         CommandLine line;
-        line.gpibAdapters.fill(QStringLiteral("tcp:127.0.0.1:%1").arg(m_port.port()));
+        line.gpibAdapters.fill(u"tcp:127.0.0.1:%1"_s.arg(m_port.port()));
         return line;
     }
 

@@ -396,9 +396,4 @@ bool TransferEngine::showMessage(const QString &text)
     return isOn(start);
 }
 
-bool TransferEngine::isOn(quint64 start) const
-{
-    return m_run != Run::None && m_starts == start;
-}
-
 } // namespace corvane

@@ -9,8 +9,7 @@ namespace {
 
 CommandLine parse(const QString &arguments)
 {
-    return CommandLine::parse(
-        (QStringLiteral("corvane ") + arguments).split(u' ', Qt::SkipEmptyParts));
+    return CommandLine::parse((u"corvane "_s + arguments).split(u' ', Qt::SkipEmptyParts));
 }
 
 } // namespace
@@ -18,13 +17,12 @@ CommandLine parse(const QString &arguments)
 TEST(CommandLine, ReadsTheWindowsOptions)
 {
     const CommandLine line =
-        parse(QStringLiteral("--demo --com 1=/dev/ttyUSB0 --com 12=COM3 --gpib 0=tcp:10.0.0.5:1234 "
-                             "--gpib 3=visa a.tst"));
+        parse(u"--demo --com 1=/dev/ttyUSB0 --com 12=COM3 --gpib 0=tcp:10.0.0.5:1234 "
+              "--gpib 3=visa a.tst"_s);
     EXPECT_EQ(line.task, CommandLine::Task::Window);
     EXPECT_TRUE(line.demo);
     EXPECT_EQ(line.list, u"a.tst");
-    EXPECT_EQ(line.serialDevices, (QMap<int, QString>{{1, QStringLiteral("/dev/ttyUSB0")},
-                                                      {12, QStringLiteral("COM3")}}));
+    EXPECT_EQ(line.serialDevices, (QMap<int, QString>{{1, u"/dev/ttyUSB0"_s}, {12, u"COM3"_s}}));
     EXPECT_EQ(line.gpibAdapters[0], u"tcp:10.0.0.5:1234");
     EXPECT_EQ(line.gpibAdapters[1], QString());
     EXPECT_EQ(line.gpibAdapters[3], u"visa");
@@ -32,9 +30,9 @@ TEST(CommandLine, ReadsTheWindowsOptions)
 
 TEST(CommandLine, ReadsAnUnattendedRun)
 {
-    const CommandLine line = parse(QStringLiteral(
-        "--run a.kms --channel GPIB --address 5 --timeout 500 --loop 10 --get --save b.kms "
-        "--patience 3 --csv c.csv --junit j.xml --strip-operator"));
+    const CommandLine line =
+        parse(u"--run a.kms --channel GPIB --address 5 --timeout 500 --loop 10 --get --save b.kms "
+              "--patience 3 --csv c.csv --junit j.xml --strip-operator"_s);
     EXPECT_EQ(line.task, CommandLine::Task::Run);
     EXPECT_EQ(line.list, u"a.kms");
     EXPECT_EQ(line.channel, 2);

@@ -3,6 +3,8 @@
 #include "app/JUnitReport.h"
 #include "tests/support/Testing.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane;
 
 namespace {
@@ -10,13 +12,11 @@ namespace {
 /// What xmllint finds against the schema beside this file; nothing where it is not installed.
 QByteArray findings(const QByteArray &junit)
 {
-    if (QStandardPaths::findExecutable(QStringLiteral("xmllint")).isEmpty())
+    if (QStandardPaths::findExecutable(u"xmllint"_s).isEmpty())
         return {};
-    const QString schema =
-        QFileInfo(QStringLiteral(__FILE__)).dir().filePath(QStringLiteral("junit.xsd"));
+    const QString schema = QFileInfo(QStringLiteral(__FILE__)).dir().filePath(u"junit.xsd"_s);
     QProcess lint;
-    lint.start(QStringLiteral("xmllint"), {QStringLiteral("--noout"), QStringLiteral("--schema"),
-                                           schema, QStringLiteral("-")});
+    lint.start(u"xmllint"_s, {u"--noout"_s, u"--schema"_s, schema, u"-"_s});
     lint.write(junit);
     lint.closeWriteChannel();
     EXPECT_TRUE(lint.waitForFinished());
@@ -28,9 +28,9 @@ QByteArray findings(const QByteArray &junit)
 TEST(RunReport, ASpreadsheetTakesNoCellForAFormulaAndReadsEveryCharacter)
 {
     RunReport report;
-    report.rows = {{QStringLiteral("= SP"), QStringLiteral("="), QStringLiteral("-70.5")}};
+    report.rows = {{u"= SP"_s, u"="_s, u"-70.5"_s}};
     EXPECT_EQ(report.toCsv(), "\" = SP\",=,-70.5\r\n");
-    report.rows = {{QStringLiteral("\"\u00b5,"), QStringLiteral("+a")}};
+    report.rows = {{u"\"\u00b5,"_s, u"+a"_s}};
     EXPECT_EQ(report.toCsv(), "\xef\xbb\xbf\"\"\"\xc2\xb5,\",\" +a\"\r\n");
 }
 
@@ -38,20 +38,20 @@ TEST(JUnitReport, IsValidWhateverAListAndADeviceHold)
 {
     using enum RunReport::Check::Result;
     RunReport report;
-    report.listName = QStringLiteral("a \"b\" <c>&\n.tst");
+    report.listName = u"a \"b\" <c>&\n.tst"_s;
     report.began = QDateTime(QDate(2026, 3, 1), QTime(0, 30), QTimeZone(3600));
     EXPECT_EQ(findings(junitReport(report)), "");
     EXPECT_TRUE(junitReport(report).contains("name=\"run\" time=\"0.000\"/>")); // and has passed
 
-    report.properties = {{QStringLiteral("device"), QStringLiteral("10.0.0.5:5000")}};
+    report.properties = {{u"device"_s, u"10.0.0.5:5000"_s}};
     report.seconds = 3.5;
-    const QString anything = QStringLiteral("\x1b[2J\t\uffff") + QChar(0xd800);
+    const QString anything = u"\x1b[2J\t\uffff"_s + QChar(0xd800);
     report.checks = {{1, anything, anything, anything, anything, Failed, 1.25}, {}, {}};
     report.checks[2].result = Passed;
     report.checks[2].seconds = 1;
     EXPECT_EQ(findings(junitReport(report)), "");
     EXPECT_FALSE(junitReport(report).contains("name=\"run\""));
-    report.fault = QStringLiteral("no reply");
+    report.fault = u"no reply"_s;
     const QByteArray junit = junitReport(report);
     EXPECT_EQ(findings(junit), "");
     for (const char *part :

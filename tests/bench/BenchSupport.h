@@ -2,6 +2,7 @@
 
 #include "bench/BenchDevice.h"
 #include "bench/Fault.h"
+#include "devices/Literals.h"
 #include "tests/support/Soon.h"
 
 #include <QTcpSocket>
@@ -56,7 +57,7 @@ class TcpUser
 public:
     explicit TcpUser(quint16 port)
     {
-        m_socket.connectToHost(QStringLiteral("127.0.0.1"), port);
+        m_socket.connectToHost(u"127.0.0.1"_s, port);
         EXPECT_TRUE(soon([&] { return connected(); }));
     }
 

@@ -4,6 +4,8 @@
 
 #include <QTcpServer>
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane::bench;
 
 namespace {
@@ -49,13 +51,13 @@ TEST_F(WholeBench, OrdersChangeTheDevices)
         bench.board().answer(command);
         EXPECT_EQ(bench.meter().sensorChannel(), channel) << command;
     }
-    EXPECT_TRUE(bench.state().contains(QStringLiteral("no stuck bit, sensor follows, on channel")));
+    EXPECT_TRUE(bench.state().contains(u"no stuck bit, sensor follows, on channel"_s));
     for (const char *text : {"connector", "stuck data 4 0 0", "stuck data 0 8 0", "stuck up 0 0 0",
                              "sensor 8", "sensor", "meter loud", "serial", "serial 1,2",
                              "serial 1 2", "free 1", "connector on off"})
         EXPECT_EQ(order(text).substr(0, 5), "Use: ") << text;
     EXPECT_NE(order("rs486 silent").find("no place \"rs486\""), std::string::npos);
-    EXPECT_NE(bench.order(QStringLiteral("rs485 garbage \u03A9")).indexOf(u"8-bit"), -1);
+    EXPECT_NE(bench.order(u"rs485 garbage \u03A9"_s).indexOf(u"8-bit"), -1);
     EXPECT_NE(order("").find("help"), std::string::npos);
     EXPECT_NE(order("rs485 loud").find("no fault \"loud\""), std::string::npos);
 }
@@ -94,13 +96,12 @@ TEST(Bench, SaysWhatCouldNotStartAndRunsTheRest)
 {
     BenchOptions options = anyPorts();
     const QTemporaryDir folder;
-    options.linkFolder = folder.filePath(QStringLiteral("missing"));
+    options.linkFolder = folder.filePath(u"missing"_s);
     Bench bench(options);
     EXPECT_FALSE(bench.start());
-    EXPECT_TRUE(bench.errorString().contains(options.linkFolder + QStringLiteral("/rs485")));
+    EXPECT_TRUE(bench.errorString().contains(options.linkFolder + u"/rs485"_s));
     TcpUser tcp(bench.chamberPort());
     tcp.send("? SN\r");
     tcp.expect("CH-10421\r\n");
-    EXPECT_EQ(bench.order(QStringLiteral("rs485 none")).toStdString(),
-              "rs485 cannot come back now.");
+    EXPECT_EQ(bench.order(u"rs485 none"_s).toStdString(), "rs485 cannot come back now.");
 }

@@ -2,6 +2,8 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane::bench;
 
 namespace {
@@ -16,9 +18,8 @@ protected:
     }
     void start(const QStringList &more = {})
     {
-        QStringList arguments = {QStringLiteral("--chamber-port"), QStringLiteral("0"),
-                                 QStringLiteral("--board-port"),   QStringLiteral("0"),
-                                 QStringLiteral("--gpib-port"),    QStringLiteral("0")};
+        QStringList arguments = {u"--chamber-port"_s, u"0"_s, u"--board-port"_s, u"0"_s,
+                                 u"--gpib-port"_s,    u"0"_s};
         process.start(QStringLiteral(BENCH_PROGRAM), arguments + more);
     }
     bool prints(const char *text)
@@ -47,8 +48,7 @@ protected:
 
 TEST_F(Console, SaysWhatIsWhereAndTakesOrdersUntilItQuits)
 {
-    start(
-        {QStringLiteral("--links"), folder.path(), QStringLiteral("--gpib2"), QStringLiteral("0")});
+    start({u"--links"_s, folder.path(), u"--gpib2"_s, u"0"_s});
     ASSERT_TRUE(prints("\"quit\" ends."));
     EXPECT_EQ(links().size(), 4);
     const QByteArray com = "corvane --com 1=" + folder.path().toLocal8Bit() + "/rs485 ";
@@ -67,10 +67,10 @@ TEST_F(Console, SignalsEndItCleanlyAndTheEndOfItsInputDoesNot)
 {
     for (const int signal : {SIGINT, SIGTERM}) {
         output.clear();
-        start({QStringLiteral("--links"), folder.path()});
+        start({u"--links"_s, folder.path()});
         ASSERT_TRUE(prints("\"quit\" ends."));
         process.closeWriteChannel();
-        PtyUser user(folder.filePath(QStringLiteral("rs232"))); // still served
+        PtyUser user(folder.filePath(u"rs232"_s)); // still served
         user.send("? SN\r");
         user.expect("CH-10421\r\n");
         ASSERT_EQ(process.state(), QProcess::Running);
@@ -84,12 +84,12 @@ TEST_F(Console, SignalsEndItCleanlyAndTheEndOfItsInputDoesNot)
 TEST_F(Console, WrongOptionsAreRefusedAndHelpExplains)
 {
     for (const char *port : {"70000", "abc", "-1", ""}) {
-        start({QStringLiteral("--gpib2"), QLatin1String(port)});
+        start({u"--gpib2"_s, QLatin1String(port)});
         ASSERT_TRUE(process.waitForFinished());
         EXPECT_EQ(process.exitCode(), 2) << port;
         EXPECT_TRUE(process.readAllStandardError().contains("is no port for --gpib2"));
     }
-    start({QStringLiteral("--help")});
+    start({u"--help"_s});
     ASSERT_TRUE(process.waitForFinished());
     EXPECT_TRUE(process.readAllStandardOutput().contains("Orders on its standard"));
 }

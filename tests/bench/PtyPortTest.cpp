@@ -4,6 +4,8 @@
 
 #include <termios.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane::bench;
 
 namespace {
@@ -19,7 +21,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    PtyPort port{folder.filePath(QStringLiteral("port"))};
+    PtyPort port{folder.filePath(u"port"_s)};
     QByteArray received;
 };
 
@@ -72,7 +74,7 @@ TEST_F(Pty, KeepsWhatTheOtherEndIsSlowToTakeAndSaysWhenItIsGone)
 
 TEST_F(Pty, NeitherReplacesAFileNorRemovesAnothersLink)
 {
-    const QString path = folder.filePath(QStringLiteral("file"));
+    const QString path = folder.filePath(u"file"_s);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     PtyPort onFile(path);

@@ -64,7 +64,7 @@ protected:
     GpibControl control{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
     InputHold hold{clock};
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
-    QPushButton *button = new QPushButton(QStringLiteral("Send"));
+    QPushButton *button = new QPushButton(u"Send"_s);
     QAction *shortcut = new QAction(window.get());
     QLineEdit *edit = new QLineEdit;
     std::string happened;
@@ -82,7 +82,7 @@ TEST_F(GpibControlTest, ASecondUseIsRefusedAndCancellingEndsTheReadAtOnce)
         },
         longMs);
     EXPECT_FALSE(control.isBusy());
-    bus.replies[QStringLiteral("GPIB0::0")].push_back("next");
+    bus.replies[u"GPIB0::0"_s].push_back("next");
     EXPECT_EQ(control.read(), "next");
     readAnd([this] { control.shutDown(); }, longMs);
     EXPECT_LT(clock.MS_TIMER() - start, quint32{longMs});
@@ -127,7 +127,7 @@ TEST_F(GpibControlTest, ABoxOrAnotherWaitInsideACallGetsItsInput)
 {
     int answer = 0;
     readAnd([&] {
-        QMessageBox box(QMessageBox::NoIcon, {}, QStringLiteral("text"), QMessageBox::Ok);
+        QMessageBox box(QMessageBox::NoIcon, {}, u"text"_s, QMessageBox::Ok);
         QTimer::singleShot(50, &box, [&box] {
             const QAbstractButton *ok = box.button(QMessageBox::Ok);
             QTest::mouseClick(box.windowHandle(), Qt::LeftButton, {},

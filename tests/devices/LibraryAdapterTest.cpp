@@ -16,14 +16,14 @@ protected:
         for (const char *name : {"STANDIN_REPLY", "STANDIN_FAIL"})
             qunsetenv(name);
         qputenv("STANDIN_HOLD", holding.toUtf8());
-        qputenv("STANDIN_LOG", folder.filePath(QStringLiteral("log")).toUtf8());
+        qputenv("STANDIN_LOG", folder.filePath(u"log"_s).toUtf8());
         EXPECT_TRUE(QFile(deviceFiles + u'2').open(QIODevice::WriteOnly));
         makeIb(2);
     }
 
     static QString standIns()
     {
-        return QCoreApplication::applicationDirPath() + QStringLiteral("/libstandins.so");
+        return QCoreApplication::applicationDirPath() + u"/libstandins.so"_s;
     }
 
     void makeIb(int board)
@@ -41,7 +41,7 @@ protected:
     /// The calls since the last time.
     QByteArrayList calls()
     {
-        QFile file(folder.filePath(QStringLiteral("log")));
+        QFile file(folder.filePath(u"log"_s));
         EXPECT_TRUE(file.open(QIODevice::ReadWrite));
         const QByteArrayList lines = file.readAll().trimmed().split('\n');
         file.resize(0);
@@ -58,8 +58,8 @@ protected:
     static constexpr int longMs = 30000;
 
     QTemporaryDir folder;
-    const QString holding = folder.filePath(QStringLiteral("hold"));
-    QString deviceFiles = folder.filePath(QStringLiteral("gpib"));
+    const QString holding = folder.filePath(u"hold"_s);
+    QString deviceFiles = folder.filePath(u"gpib"_s);
     SystemClock clock;
     WaitGroup waits{clock};
     std::unique_ptr<GpibAdapter> adapter;
@@ -194,7 +194,7 @@ TEST_F(LibraryAdapterTest, AStuckCallKeepsItsCallerNoLongerThanItsTimeAndBlocksT
 TEST_F(LibraryAdapterTest, AMissingLibraryIsAFaultThatSaysWhatToDo)
 {
     using Kind = GpibAdapterChoice::Kind;
-    const QString none = folder.filePath(QStringLiteral("none.so"));
+    const QString none = folder.filePath(u"none.so"_s);
     using Reader = GpibAdapterFactory::Reader;
     struct Row
     {
@@ -223,5 +223,5 @@ TEST_F(LibraryAdapterTest, AMissingLibraryIsAFaultThatSaysWhatToDo)
     const GpibAdapterFactory found({.ib = standIns(), .visa = standIns()});
     EXPECT_EQ(found.installed().value(0).file, standIns());
     // The ib* library is there, its board is not.
-    EXPECT_TRUE(found.make({}, 1)->description().startsWith(QStringLiteral("GPIB1 of the VISA")));
+    EXPECT_TRUE(found.make({}, 1)->description().startsWith(u"GPIB1 of the VISA"_s));
 }

@@ -45,7 +45,7 @@ TEST_F(PlusPlusAdapterTest, SetsTheControllerUpOnceAndEscapesWhatHasAMeaning)
                         "++addr 5", "a\x1b+\x1b\r\x1b\n\x1b\x1b\xff", "++read_tmo_ms 300",
                         "++read eoi", "++ver", "++addr 7 96", "++clr", "++ver"}));
     EXPECT_EQ(controller.connections, 1);
-    EXPECT_EQ(adapter.description(), QStringLiteral("\"++\" controller at memory"));
+    EXPECT_EQ(adapter.description(), u"\"++\" controller at memory"_s);
 }
 
 TEST_F(PlusPlusAdapterTest, LongTimeOutsAreReadInSlicesThatEveryControllerTakes)
@@ -180,12 +180,12 @@ TEST(PlusPlusOverTcp, AControllerThatGoesAwayOrRefusesIsAFaultThatSaysSo)
         });
     });
     const auto adapter = GpibAdapterFactory().make({.kind = GpibAdapterChoice::Kind::Tcp,
-                                                    .host = QStringLiteral("127.0.0.1"),
+                                                    .host = u"127.0.0.1"_s,
                                                     .port = controller.serverPort()},
                                                    0);
     EXPECT_EQ(adapter->version(waits), u"V1");
     EXPECT_EQ(adapter->description(),
-              QStringLiteral("\"++\" controller at 127.0.0.1:%1").arg(controller.serverPort()));
+              u"\"++\" controller at 127.0.0.1:%1"_s.arg(controller.serverPort()));
     const auto read = [&] { adapter->read({0, 5, {}}, 30000, waits); };
     EXPECT_TRUE(failsSaying("went away during a read", read));
     controller.close();
@@ -216,10 +216,8 @@ TEST(PlusPlusOverSerialLine, AControllerIsGivenTimeToStartAndSmallPieces)
     EXPECT_TRUE(sent.startsWith("++ver\n++mode 1\n"));
     EXPECT_TRUE(sent.contains("++addr 5\n" + QByteArray(200, 'x') + '\n'));
     const QTemporaryDir folder;
-    const auto missing =
-        GpibAdapterFactory().make({.kind = GpibAdapterChoice::Kind::Serial,
-                                   .device = folder.filePath(QStringLiteral("gone"))},
-                                  0);
+    const auto missing = GpibAdapterFactory().make(
+        {.kind = GpibAdapterChoice::Kind::Serial, .device = folder.filePath(u"gone"_s)}, 0);
     EXPECT_TRUE(
         failsSaying("/gone: there is no such device", [&] { missing->open(meter, waits); }));
 }
@@ -227,10 +225,9 @@ TEST(PlusPlusOverSerialLine, AControllerIsGivenTimeToStartAndSmallPieces)
 TEST(GpibAdapterChoice, IsReadAndWrittenAsText)
 {
     using Kind = GpibAdapterChoice::Kind;
-    EXPECT_EQ(
-        GpibAdapterChoice::parse(QStringLiteral("tcp:[fe80::1]:99")),
-        (GpibAdapterChoice{.kind = Kind::Tcp, .host = QStringLiteral("fe80::1"), .port = 99}));
-    EXPECT_EQ(GpibAdapterChoice::parse(QStringLiteral("library:3")),
+    EXPECT_EQ(GpibAdapterChoice::parse(u"tcp:[fe80::1]:99"_s),
+              (GpibAdapterChoice{.kind = Kind::Tcp, .host = u"fe80::1"_s, .port = 99}));
+    EXPECT_EQ(GpibAdapterChoice::parse(u"library:3"_s),
               (GpibAdapterChoice{.kind = Kind::Library, .libraryBoard = 3}));
     // The setup window's test takes every other kind through its text and back.
     const char *const rows[][2] = {{" Auto ", "auto"},

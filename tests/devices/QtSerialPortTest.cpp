@@ -92,7 +92,7 @@ TEST_F(QtSerialPortTest, SettingsReachTheDriver)
     for (const unsigned rate : {1200u, 2400u, 4800u, 9600u, 14400u, 19200u, 28800u, 38400u, 56000u,
                                 57600u, 115200u, 128000u, 256000u}) {
         for (const auto &[rest, flags] : rows) {
-            port.setSettings(QStringLiteral("%1,%2").arg(rate).arg(QLatin1String(rest)));
+            port.setSettings(u"%1,%2"_s.arg(rate).arg(QLatin1String(rest)));
             port.setPortOpen(true);
             EXPECT_EQ(far.line().c_ospeed, rate) << rest;
             EXPECT_EQ(far.line().c_cflag & (odd | sticky | twoStops), flags) << rate << rest;
@@ -104,8 +104,8 @@ TEST_F(QtSerialPortTest, SettingsReachTheDriver)
 TEST_F(QtSerialPortTest, AFaultAtOpeningSaysWhatIsWrongAndLeavesThePortClosed)
 {
     const QTemporaryDir folder;
-    const QString plain = folder.filePath(QStringLiteral("plain"));
-    const QString missing = folder.filePath(QStringLiteral("missing"));
+    const QString plain = folder.filePath(u"plain"_s);
+    const QString missing = folder.filePath(u"missing"_s);
     EXPECT_TRUE(QFile(plain).open(QIODevice::WriteOnly));
     const std::tuple<QString, const char *, const char *> rows[] = {
         {far.device(), "9600,N,8", "as in 9600,N,8,1"},
@@ -142,7 +142,7 @@ TEST_F(QtSerialPortTest, AForbiddenDeviceNamesTheGroupToJoin)
 TEST_F(QtSerialPortTest, ADeviceIsOpenedOnceUnderAnyOfItsNames)
 {
     const QTemporaryDir folder;
-    const QString link = folder.filePath(QStringLiteral("link"));
+    const QString link = folder.filePath(u"link"_s);
     QFile::link(far.device(), link);
     list.pin(2, link);
     port.setPortOpen(true);
@@ -156,11 +156,11 @@ TEST_F(QtSerialPortTest, ADeviceIsOpenedOnceUnderAnyOfItsNames)
 
 TEST_F(QtSerialPortTest, ALockOfALivingProgramIsRespectedAndALeftOverTakenOver)
 {
-    QFile lock(QStringLiteral("/var/lock/LCK..") + far.device().mid(5).replace(u'/', u'_'));
-    if (!QFileInfo(QStringLiteral("/var/lock")).isWritable())
+    QFile lock(u"/var/lock/LCK.."_s + far.device().mid(5).replace(u'/', u'_'));
+    if (!QFileInfo(u"/var/lock"_s).isWritable())
         GTEST_SKIP() << "no lock folder";
     QProcess holder;
-    holder.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+    holder.start(u"sleep"_s, {u"60"_s});
     ASSERT_TRUE(holder.waitForStarted());
     const auto process = static_cast<int>(holder.processId());
     const QByteArray text = QByteArray::number(process).rightJustified(10) + '\n';
@@ -194,10 +194,10 @@ TEST_F(QtSerialPortTest, ADeviceIsFoundByItsName)
     for (const QString &given : {far.device(), name, far.device().mid(5)}) {
         port.setDevice(given);
         port.setPortOpen(true);
-        EXPECT_EQ(port.place(), far.device() + QStringLiteral(", 9600,N,8,1"));
+        EXPECT_EQ(port.place(), far.device() + u", 9600,N,8,1"_s);
         port.setPortOpen(false);
     }
-    port.setDevice(QStringLiteral("abc"));
+    port.setDevice(u"abc"_s);
     EXPECT_TRUE(failsSaying("the port \"abc\" is neither a number nor a device; the system lists 1",
                             [this] { port.setPortOpen(true); }));
 }

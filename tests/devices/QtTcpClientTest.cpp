@@ -15,7 +15,7 @@ protected:
     QtTcpClientTest()
     {
         EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
-        client.setRemoteHost(QStringLiteral(" 127.0.0.1 "));
+        client.setRemoteHost(u" 127.0.0.1 "_s);
         client.setRemotePort(server.serverPort());
         QObject::connect(&client, &TcpClient::stateChanged, &client,
                          [this] { states.push_back(static_cast<int>(client.state())); });
@@ -151,7 +151,7 @@ TEST_F(QtTcpClientTest, TriesEachAddressOfAHost)
         return QList{QHostAddress(QHostAddress::LocalHostIPv6),
                      QHostAddress(QHostAddress::LocalHost)};
     });
-    named.setRemoteHost(QStringLiteral("chamber"));
+    named.setRemoteHost(u"chamber"_s);
     named.setRemotePort(server.serverPort()); // it listens at the second address only
     named.connectToPeer();
     EXPECT_TRUE(soon([&] { return named.state() == SocketState::Connected; }));
@@ -169,7 +169,7 @@ TEST_F(QtTcpClientTest, ASilentNameServerIsSaidAndHoldsNothingUp)
     {
         QtTcpClient waiting(200, silent);
         QSignalSpy reports(&waiting, &TcpClient::errorOccurred);
-        waiting.setRemoteHost(QStringLiteral("chamber"));
+        waiting.setRemoteHost(u"chamber"_s);
         waiting.setRemotePort(1);
         waiting.connectToPeer();
         EXPECT_TRUE(soon([&] { return !reports.empty(); }));
@@ -200,7 +200,7 @@ TEST_F(QtTcpClientTest, APeerThatCannotBeTriedIsRefusedAtOnce)
         EXPECT_TRUE(failsSaying("1 to 65535", [this] { client.connectToPeer(); }));
     }
     client.setRemotePort(1);
-    client.setRemoteHost(QStringLiteral("  "));
+    client.setRemoteHost(u"  "_s);
     EXPECT_TRUE(failsSaying("host is empty", [this] { client.connectToPeer(); }));
     EXPECT_EQ(client.state(), SocketState::Closed);
     EXPECT_EQ(client.getData(), "");

@@ -32,7 +32,7 @@ public:
     {
     }
 
-    [[nodiscard]] QString place() const override { return QStringLiteral("memory"); }
+    [[nodiscard]] QString place() const override { return u"memory"_s; }
     bool connectToController(WaitGroup &) override
     {
         ++connections;
@@ -45,7 +45,7 @@ public:
     void write(const QByteArray &bytes, WaitGroup &) override
     {
         if (!m_connected)
-            throw PlatformError(QStringLiteral("not connected"));
+            throw PlatformError(u"not connected"_s);
         QByteArray line;
         for (qsizetype at = 0; at < bytes.size(); ++at) {
             if (bytes[at] == '\n') {

@@ -8,7 +8,7 @@ using namespace corvane;
 TEST(SerialSettings, AreReadWithBlanksAndSmallLettersAndWrittenBack)
 {
     EXPECT_EQ(
-        SerialSettings::parse(QStringLiteral("19200,E,7,2")),
+        SerialSettings::parse(u"19200,E,7,2"_s),
         (SerialSettings{19200, QSerialPort::EvenParity, QSerialPort::Data7, QSerialPort::TwoStop}));
     const char *const rows[][2] = {{"9600,N,8,1", "9600,N,8,1"},
                                    {" 115200 , m , 5 , 1.5 ", "115200,M,5,1.5"},
@@ -41,7 +41,7 @@ TEST(SerialSettings, AFaultNamesTheWrongPart)
 TEST(SerialPortList, NumbersPortsInNaturalOrderAndPinnedNumbersWin)
 {
     const auto port = [](const char *device) {
-        return SerialPortEntry{0, QLatin1String(device), QStringLiteral("maker"), {}};
+        return SerialPortEntry{0, QLatin1String(device), u"maker"_s, {}};
     };
     SerialPortList list([&port] {
         return QList{port("/dev/ttyUSB10"), port("/dev/ttyS0"), port("/dev/ttyUSB2")};
@@ -49,11 +49,10 @@ TEST(SerialPortList, NumbersPortsInNaturalOrderAndPinnedNumbersWin)
     EXPECT_EQ(list.device(1), u"/dev/ttyS0");
     EXPECT_EQ(list.device(2), u"/dev/ttyUSB2");
     EXPECT_EQ(list.device(3), u"/dev/ttyUSB10");
-    list.pin({{2, QStringLiteral("/dev/serial/by-id/a=b")}, {7, QStringLiteral("/dev/ttyS0")}});
+    list.pin({{2, u"/dev/serial/by-id/a=b"_s}, {7, u"/dev/ttyS0"_s}});
     EXPECT_EQ(list.device(2), u"/dev/serial/by-id/a=b");
     EXPECT_EQ(list.entries().size(), 4);
-    EXPECT_EQ(list.entries().last(),
-              (SerialPortEntry{7, QStringLiteral("/dev/ttyS0"), QStringLiteral("maker"), {}}));
+    EXPECT_EQ(list.entries().last(), (SerialPortEntry{7, u"/dev/ttyS0"_s, u"maker"_s, {}}));
     EXPECT_TRUE(
         failsSaying("serial port 0: there is no such port; the system lists 4 (1 = /dev/ttyS0, 2 = "
                     "/dev/serial/by-id/a=b, 3 = /dev/ttyUSB10, 7 = /dev/ttyS0)",
@@ -65,8 +64,8 @@ TEST(SerialPortList, NumbersPortsInNaturalOrderAndPinnedNumbersWin)
 TEST(SerialPortList, PortsWithNumbersInTheirNamesKeepThem)
 {
     const SerialPortList list([] {
-        return QList{SerialPortEntry{0, QStringLiteral("\\\\.\\COM12"), {}, {}},
-                     SerialPortEntry{0, QStringLiteral("\\\\.\\COM3"), {}, {}}};
+        return QList{SerialPortEntry{0, u"\\\\.\\COM12"_s, {}, {}},
+                     SerialPortEntry{0, u"\\\\.\\COM3"_s, {}, {}}};
     });
     EXPECT_EQ(list.device(12), u"\\\\.\\COM12");
     EXPECT_THROW((void)list.device(1), PlatformError);

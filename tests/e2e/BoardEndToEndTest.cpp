@@ -24,10 +24,10 @@ frmSBCPrint *openReport(EndToEndDesk &desk)
 void saveReport(EndToEndDesk &desk)
 {
     const QTemporaryDir folder;
-    desk.dialogs.savePath = folder.filePath(QStringLiteral("r.txt"));
+    desk.dialogs.savePath = folder.filePath(u"r.txt"_s);
     QPointer<frmSBCPrint> report = openReport(desk);
     ASSERT_TRUE(report);
-    report->txtYourName->setText(QStringLiteral("A. Tester"));
+    report->txtYourName->setText(u"A. Tester"_s);
     report->cmdAccept_Click();
     QFile file(desk.dialogs.savePath);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -55,8 +55,8 @@ TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
     const QString boardPort = QString::number(desk.program.workbench().bench()->boardPort());
     main.cmdDisconnect_Click(1);
     main.cmdDisconnect_Click(3);
-    desk.channels.at(1).fillIn({.port = QStringLiteral("3")});
-    desk.channels.at(2).fillIn({.address = QStringLiteral("9")});
+    desk.channels.at(1).fillIn({.port = u"3"_s});
+    desk.channels.at(2).fillIn({.address = u"9"_s});
     desk.channels.at(3).fillIn({.port = boardPort});
     for (const int index : {1, 2, 3})
         ASSERT_TRUE(desk.open(index));
@@ -70,7 +70,7 @@ TEST(EndToEndBoard, SetsReadsCalibratesAndReportsAChannel)
         board.dacAdc->cmdReadAdc_Click(2);
         EXPECT_NEAR(board.dacAdc->lblReadAdc[2]->text().toDouble(), volts, 0.15) << method;
     }
-    board.calibration->txtChannel->setText(QStringLiteral("2"));
+    board.calibration->txtChannel->setText(u"2"_s);
     board.calibration->cmdCal_Click();
     EXPECT_NEAR(board.calibration->MSFlexGrid1->cells().text(7, 3).toDouble(), 2.0, 0.002);
     EXPECT_EQ(main.parts().channels.gpib().control().connectString(), u"GPIB0::9")

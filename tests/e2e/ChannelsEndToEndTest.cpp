@@ -54,11 +54,11 @@ TEST(EndToEnd, EveryChannelOfTheBenchAnswers)
     QString printed;
     QTextStream out(&printed);
     EXPECT_EQ(greetTheBench(desk.channels, out), 0) << printed.toStdString();
-    EXPECT_EQ(printed.count(QStringLiteral("BRENNICK,")), 5) << printed.toStdString();
-    EXPECT_EQ(printed.count(QStringLiteral("\"No error\"")), 5);
+    EXPECT_EQ(printed.count(u"BRENNICK,"_s), 5) << printed.toStdString();
+    EXPECT_EQ(printed.count(u"\"No error\""_s), 5);
     desk.order("tcp-chamber silent");
     desk.open(3);
-    EXPECT_EQ(desk.ask(3, QStringLiteral("*IDN?"), 300), std::nullopt);
+    EXPECT_EQ(desk.ask(3, u"*IDN?"_s, 300), std::nullopt);
     EXPECT_EQ(desk.messages, QString());
 }
 
@@ -70,7 +70,7 @@ TEST(EndToEnd, AFaultOnOneChannelLeavesTheOthersLooping)
     for (const auto &[fault, struck] : faults) {
         EndToEndDesk desk;
         ReplyCounter counter(desk.main);
-        loopAll(desk.main, QStringLiteral("20"));
+        loopAll(desk.main, u"20"_s);
         ASSERT_TRUE(desk.waitFor([&] { return counter.allAbove({}); })) << fault;
         desk.order(fault);
         for (int round = 0; round < 3; ++round) {
@@ -90,19 +90,19 @@ TEST(EndToEnd, APortThatComesBackIsConnectedAgain)
         desk.waitFor([&] { return desk.main.channel(1)->lblStatus->text() == u"Port Closed"; }));
     desk.order("rs232 none");
     ASSERT_TRUE(desk.open(1));
-    EXPECT_TRUE(desk.ask(1, QStringLiteral("*IDN?")));
+    EXPECT_TRUE(desk.ask(1, u"*IDN?"_s));
 }
 
 TEST(EndToEnd, TheSearchFindsTheFirstInstrumentAndConnectsIt)
 {
     EndToEndDesk desk;
     desk.program.window().parts().channels.gpib().control().setTimeout(30);
-    desk.channels.at(2).fillIn({.address = QStringLiteral("30")});
+    desk.channels.at(2).fillIn({.address = u"30"_s});
     desk.main.setupWindows().search().SearchGPIBLoop();
     EXPECT_EQ(desk.main.parts().channels.gpib().control().connectString(), u"GPIB0::5");
     EXPECT_TRUE(desk.main.channel(2)->txtIn->text().startsWith(u"BRENNICK,"));
     desk.main.parts().channels.gpib().control().setTimeout(1000);
-    EXPECT_TRUE(desk.ask(2, QStringLiteral("*IDN?")));
+    EXPECT_TRUE(desk.ask(2, u"*IDN?"_s));
 }
 
 TEST(EndToEnd, TheWindowClosesWithEveryChannelLoopingAndAReadOut)
@@ -110,8 +110,8 @@ TEST(EndToEnd, TheWindowClosesWithEveryChannelLoopingAndAReadOut)
     for (const char *fault : {"clear", "gpib:5 silent", "tcp-chamber silent"}) {
         EndToEndDesk desk;
         desk.main.parts().channels.gpib().control().setTimeout(59999); // longer than a test waits
-        loopAll(desk.main, QStringLiteral("50"));
-        desk.channels.at(4).setCommand(QStringLiteral("A;B;C"));
+        loopAll(desk.main, u"50"_s);
+        desk.channels.at(4).setCommand(u"A;B;C"_s);
         desk.order(fault);
         QTimer::singleShot(300, &desk.main, &QWidget::close);
         bool closed = false;

@@ -68,7 +68,7 @@ TEST(EndToEndLists, GetSendPassAndFailOnEveryChannel)
         line.list = pass;
         EXPECT_EQ(run(desk, line).messages, u"Test Passed.\n") << index;
         line.list = fail;
-        line.junitFile = files.folder.filePath(QStringLiteral("f.xml"));
+        line.junitFile = files.folder.filePath(u"f.xml"_s);
         const ListRun failed = run(desk, line);
         EXPECT_EQ(failed.exitCode, 1) << index;
         EXPECT_EQ(failed.messages, u"Test Failed.\n");
@@ -77,8 +77,8 @@ TEST(EndToEndLists, GetSendPassAndFailOnEveryChannel)
                                                  "&quot;0.5&quot;, reply &quot;31.0&quot;"));
         line.list = settings;
         line.get = true;
-        line.saveFile = files.folder.filePath(QStringLiteral("saved.kms"));
-        line.csvFile = files.folder.filePath(QStringLiteral("grid.csv"));
+        line.saveFile = files.folder.filePath(u"saved.kms"_s);
+        line.csvFile = files.folder.filePath(u"grid.csv"_s);
         EXPECT_EQ(run(desk, line).exitCode, 0) << index;
         EXPECT_TRUE(files.read("saved.kms").startsWith("SP 31.0\r\nTHI ")) << index;
         EXPECT_TRUE(files.read("grid.csv").startsWith("Line,Command,Value,Response\r\n1,SP,31.0,"));
@@ -93,13 +93,13 @@ TEST(EndToEndLists, WhatCannotRunEndsWithTwoAndTheReason)
     CommandLine line;
     line.channel = 3;
     line.patienceSeconds = 1;
-    line.list = files.folder.filePath(QStringLiteral("none.tst"));
+    line.list = files.folder.filePath(u"none.tst"_s);
     EXPECT_EQ(run(desk, line).exitCode, 2);
     line.list = list;
     desk.order("tcp-chamber silent");
     const ListRun silent = run(desk, line);
     EXPECT_EQ(silent.exitCode, 2);
-    EXPECT_TRUE(silent.messages.contains(QStringLiteral("row 1: no reply within 1 s")));
+    EXPECT_TRUE(silent.messages.contains(u"row 1: no reply within 1 s"_s));
     desk.order("clear");
     line.loopMs = 1200; // longer than the patience, and no reply is out
     EXPECT_EQ(run(desk, line).exitCode, 0);
@@ -107,12 +107,12 @@ TEST(EndToEndLists, WhatCannotRunEndsWithTwoAndTheReason)
     line.list = files.write("s.kms", "= SP 25\r\nSP\r\n");
     const ListRun syntax = run(desk, line);
     EXPECT_EQ(syntax.exitCode, 2);
-    EXPECT_TRUE(syntax.messages.contains(QStringLiteral("row 2: a cell that is needed is empty")));
+    EXPECT_TRUE(syntax.messages.contains(u"row 2: a cell that is needed is empty"_s));
     line.list = files.write("p.tst", "? SP x\r\n");
     line.get = true;
     EXPECT_EQ(run(desk, line).exitCode, 2);
     line.get = false;
-    line.port = QStringLiteral("70000");
+    line.port = u"70000"_s;
     desk.main.cmdDisconnect_Click(3);
     EXPECT_EQ(run(desk, line).exitCode, 2);
 }
@@ -136,14 +136,14 @@ TEST(EndToEndLists, ResultsThatCannotBeKeptAreRefusedBeforeAnythingIsSent)
     line.list = files.write("a.tst", "= SP 29\r\n");
     const QString report = files.write("old.xml", "old");
     const QString folder = files.folder.path();
-    ASSERT_TRUE(QFile::link(QStringLiteral("n"), folder + QStringLiteral("/l")));
+    ASSERT_TRUE(QFile::link(u"n"_s, folder + u"/l"_s));
     const std::array<QString, 3> refused[] = {
-        {folder + QStringLiteral("/x/a.csv"), report, QStringLiteral("No such file")},
-        {report, folder, QStringLiteral("regular file")},
-        {QStringLiteral("/dev/full"), report, QStringLiteral("regular file")},
-        {report, folder + QStringLiteral("/./a.tst"), QStringLiteral("the list itself")},
-        {folder + QStringLiteral("/l"), folder + QStringLiteral("/./n"), QStringLiteral("--csv")},
-        {QStringLiteral("-"), QStringLiteral("-"), QStringLiteral("--csv goes there")},
+        {folder + u"/x/a.csv"_s, report, u"No such file"_s},
+        {report, folder, u"regular file"_s},
+        {u"/dev/full"_s, report, u"regular file"_s},
+        {report, folder + u"/./a.tst"_s, u"the list itself"_s},
+        {folder + u"/l"_s, folder + u"/./n"_s, u"--csv"_s},
+        {u"-"_s, u"-"_s, u"--csv goes there"_s},
     };
     EndToEndDesk desk;
     for (const auto &[csv, junit, reason] : refused) {
@@ -156,7 +156,7 @@ TEST(EndToEndLists, ResultsThatCannotBeKeptAreRefusedBeforeAnythingIsSent)
     }
     EXPECT_EQ(files.read("old.xml"), "old");
     EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden).size(), 2);
-    line.csvFile = QStringLiteral("-");
+    line.csvFile = u"-"_s;
     line.junitFile.clear();
     const ListRun printed = run(desk, line);
     EXPECT_TRUE(printed.rows.startsWith(u"Line,Operator,")) << printed.rows.toStdString();
@@ -171,8 +171,8 @@ TEST(EndToEndLists, AFailedCheckIsToldAlsoWhenTheRowsCannotBePrinted)
     line.loopMs = 20;
     line.channel = 3;
     line.list = files.write("a.tst", "? SP x\r\n! SP 99 1\r\n");
-    line.junitFile = files.folder.filePath(QStringLiteral("a.xml"));
-    QFile full(QStringLiteral("/dev/full"));
+    line.junitFile = files.folder.filePath(u"a.xml"_s);
+    QFile full(u"/dev/full"_s);
     ASSERT_TRUE(full.open(QIODevice::WriteOnly));
     QTextStream out(&full);
     EndToEndDesk desk;

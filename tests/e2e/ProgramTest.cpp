@@ -1,5 +1,7 @@
 #include "tests/support/Testing.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Ended
@@ -17,10 +19,9 @@ Ended shell(const QString &command)
     for (const char *name :
          {"QT_QPA_PLATFORM", "QT_LOGGING_RULES", "DISPLAY", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"})
         environment.remove(QLatin1String(name));
-    environment.insert(QStringLiteral("corvane"),
-                       QCoreApplication::applicationDirPath() + QStringLiteral("/corvane"));
+    environment.insert(u"corvane"_s, QCoreApplication::applicationDirPath() + u"/corvane"_s);
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), command});
+    process.start(u"/bin/sh"_s, {u"-c"_s, command});
     EXPECT_TRUE(process.waitForFinished(60'000));
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
@@ -63,13 +64,10 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
         {"{ $corvane --demo --run $folder/a.tst --channel tcp2; echo $? >&2; } | true", 0, "",
          "Test Passed.\ncorvane: standard output cannot be written\n2\n"},
     };
-    shell(
-        QStringLiteral("printf '= SP 25\\n' > %1/a.kms; printf '? SP x\\n! SP 25 9\\n' > %1/a.tst; "
-                       "yes SP | head -20000 > %1/n.kms")
-            .arg(folder.path()));
+    shell(u"printf '= SP 25\\n' > %1/a.kms; printf '? SP x\\n! SP 25 9\\n' > %1/a.tst; "
+          "yes SP | head -20000 > %1/n.kms"_s.arg(folder.path()));
     for (const auto &row : rows) {
-        const Ended ended =
-            shell(QStringLiteral("folder=%1; ").arg(folder.path()) + QLatin1String(row.command));
+        const Ended ended = shell(u"folder=%1; "_s.arg(folder.path()) + QLatin1String(row.command));
         EXPECT_EQ(ended.exitCode, row.exitCode) << row.command;
         EXPECT_EQ(ended.output, row.output) << row.command;
         EXPECT_EQ(QByteArray(ended.errors).replace(folder.path().toLocal8Bit(), "FOLDER"),

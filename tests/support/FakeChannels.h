@@ -11,23 +11,40 @@
 
 namespace corvane {
 
-/// The five Channels over fake devices.
-struct FakeChannels
+/// The five Channels over devices in memory.
+struct FakeDevices
 {
-    FakeClock clock;
-    ScriptedDialogs dialogs;
+    FakeDevices(Clock &clock, Dialogs &dialogs)
+        : gpib(clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); })
+        , channels(
+              {rs485, rs232, gpib, tcpClient1, tcpClient2, [] { return QList<SerialPortEntry>(); }},
+              module, dialogs, clock)
+    {
+    }
+
     Module1 module;
     FakeSerialPort rs485;
     FakeSerialPort rs232;
     FakeTcpClient tcpClient1;
     FakeTcpClient tcpClient2;
     FakeGpibBus bus;
-    GpibControl gpib{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
-    ChannelSet channels{
-        {rs485, rs232, gpib, tcpClient1, tcpClient2, [] { return QList<SerialPortEntry>(); }},
-        module,
-        dialogs,
-        clock};
+    GpibControl gpib;
+    ChannelSet channels;
+};
+
+struct FakeUser
+{
+    FakeClock clock;
+    ScriptedDialogs dialogs;
+};
+
+/// The same with a clock and dialogs of their own.
+struct FakeChannels : FakeUser, FakeDevices
+{
+    FakeChannels()
+        : FakeDevices(clock, dialogs)
+    {
+    }
 };
 
 } // namespace corvane

@@ -39,27 +39,27 @@ public:
     {
     }
 
-    [[nodiscard]] QString description() const override { return QStringLiteral("fake adapter"); }
+    [[nodiscard]] QString description() const override { return u"fake adapter"_s; }
     QString version(WaitGroup &) override
     {
-        record(QStringLiteral("version"));
+        record(u"version"_s);
         if (m_bus.whileAsked)
             m_bus.whileAsked();
-        return QStringLiteral("fake 1.0");
+        return u"fake 1.0"_s;
     }
     void open(const GpibAddress &address, WaitGroup &) override
     {
         if (m_bus.onOpen)
             m_bus.onOpen();
-        record(QStringLiteral("open ") + address.toString());
+        record(u"open "_s + address.toString());
     }
     void clear(const GpibAddress &address, WaitGroup &) override
     {
-        record(QStringLiteral("clear ") + address.toString());
+        record(u"clear "_s + address.toString());
     }
     void write(const GpibAddress &address, const QByteArray &bytes, int, WaitGroup &) override
     {
-        record(QStringLiteral("write %1 %2").arg(address.toString(), QString::fromLatin1(bytes)));
+        record(u"write %1 %2"_s.arg(address.toString(), QString::fromLatin1(bytes)));
         if (!m_bus.onWrite)
             return;
         if (const auto reply = m_bus.onWrite(address.toString(), bytes))
@@ -67,7 +67,7 @@ public:
     }
     QByteArray read(const GpibAddress &address, int timeoutMs, WaitGroup &waits) override
     {
-        record(QStringLiteral("read ") + address.toString());
+        record(u"read "_s + address.toString());
         const auto over = qScopeGuard([this] {
             if (m_bus.afterRead)
                 m_bus.afterRead();

@@ -19,7 +19,7 @@ void FakeSerialPort::output(const QByteArray &bytes)
     if (!failWrite.isEmpty())
         throw PlatformError(failWrite);
     if (!m_open)
-        throw PlatformError(QStringLiteral("the port is closed"));
+        throw PlatformError(u"the port is closed"_s);
     written.push_back(bytes);
     if (onOutput)
         onOutput(bytes);

@@ -17,9 +17,9 @@ public:
 
     [[nodiscard]] QString place() const override
     {
-        return m_open ? QStringLiteral("fake port ") +
-                            (device().isEmpty() ? QString::number(commPort()) : device())
-                      : QString();
+        return m_open
+                   ? u"fake port "_s + (device().isEmpty() ? QString::number(commPort()) : device())
+                   : QString();
     }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;

@@ -24,7 +24,7 @@ void FakeTcpClient::sendData(const QByteArray &bytes)
     if (!failSend.isEmpty())
         throw PlatformError(failSend);
     if (m_state != SocketState::Connected)
-        throw PlatformError(QStringLiteral("the socket is not connected"));
+        throw PlatformError(u"the socket is not connected"_s);
     sent.push_back(bytes);
     if (onSend)
         onSend(bytes);

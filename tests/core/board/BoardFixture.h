@@ -1,37 +1,28 @@
 #pragma once
 
 #include "core/board/UnsavedCalibrations.h"
-#include "core/channels/ChannelSet.h"
-#include "core/channels/Module1.h"
-#include "devices/GpibControl.h"
-#include "tests/support/FakeClock.h"
-#include "tests/support/FakeGpibAdapter.h"
-#include "tests/support/FakeSerialPort.h"
-#include "tests/support/FakeTcpClient.h"
-#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/FakeChannels.h"
 #include "windows/board/frmSBC.h"
 
 namespace corvane {
 
 /// The Channels over devices in memory: a board that answers on all three alike, and a meter on the
 /// GPIB bus.
-class FakeBoard
+class FakeBoard : public FakeDevices
 {
 public:
-    static inline const QString address = QStringLiteral("GPIB0::5");
+    static inline const QString address = u"GPIB0::5"_s;
     static constexpr int gpibTimeoutMs = 777; // told apart from every other wait
 
     FakeBoard(Clock &clock, Dialogs &dialogs)
-        : gpib(clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); })
-        , set({rs485, serial, gpib, tcp, tcpClient2, [] { return QList<SerialPortEntry>(); }},
-              module, dialogs, clock)
+        : FakeDevices(clock, dialogs)
     {
-        for (const int index : {channels::rs232, channels::tcpIp1})
+        for (const int index : {corvane::channels::rs232, corvane::channels::tcpIp1})
             set.at(index).open();
         set.gpib().fillIn({.address = address});
         gpib.setTimeout(gpibTimeoutMs);
-        serial.onOutput = [this](const QByteArray &text) { serial.feed(reply(text)); };
-        tcp.onSend = [this](const QByteArray &text) { tcp.feed(reply(text)); };
+        rs232.onOutput = [this](const QByteArray &text) { rs232.feed(reply(text)); };
+        tcpClient1.onSend = [this](const QByteArray &text) { tcpClient1.feed(reply(text)); };
         bus.onWrite = [this](const QString &to,
                              const QByteArray &text) -> std::optional<QByteArray> {
             if (to != address && meter.empty())
@@ -46,9 +37,9 @@ public:
     /// Everything written to the board, on any Channel.
     [[nodiscard]] QStringList commands() const
     {
-        const QString write = QStringLiteral("write %1 ").arg(address);
+        const QString write = u"write %1 "_s.arg(address);
         QStringList result = bus.calls.filter(write).replaceInStrings(write, QString());
-        for (const auto *written : {&serial.written, &tcp.sent}) {
+        for (const auto *written : {&rs232.written, &tcpClient1.sent}) {
             for (const QByteArray &bytes : *written)
                 result << QString::fromLatin1(bytes);
         }
@@ -56,17 +47,17 @@ public:
     }
     void forget()
     {
-        serial.written.clear();
-        tcp.sent.clear();
+        rs232.written.clear();
+        tcpClient1.sent.clear();
         bus.calls.clear();
     }
     /// The board says something over the Channel of a method.
     void say(int method, const QByteArray &text)
     {
         if (method == BoardLink::Rs232)
-            serial.feed(text);
+            rs232.feed(text);
         else if (method == BoardLink::TcpIp)
-            tcp.feed(text);
+            tcpClient1.feed(text);
         else
             bus.replies[address].push_back(text);
     }
@@ -76,14 +67,7 @@ public:
             each->setResponse(text);
     }
 
-    FakeSerialPort rs485;
-    FakeSerialPort serial;
-    FakeTcpClient tcp;
-    FakeTcpClient tcpClient2;
-    FakeGpibBus bus;
-    GpibControl gpib;
-    Module1 module;
-    ChannelSet set;
+    ChannelSet &set = channels;
     UnsavedCalibrations unsaved;
     /// The board's reply to a command; empty: silence.
     std::function<QString(const QString &)> answer = [](const QString &) { return QString(); };

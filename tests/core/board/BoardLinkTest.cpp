@@ -35,14 +35,14 @@ TEST_F(BoardLinkTest, AnExchangeTakes125MsAnd200MoreWhenTheBoardIsSilent)
         for (const bool answers : {true, false}) {
             answerQueriesWith(answers ? "1,2\x7F" : "");
             clock.waits.clear();
-            QString command = QStringLiteral("ADC?");
-            QString text = QStringLiteral("old");
+            QString command = u"ADC?"_s;
+            QString text = u"old"_s;
             board.link().OutputToSbc(command);
             board.link().InputFromSbc(text);
             std::erase(clock.waits, FakeBoard::gpibTimeoutMs);
             EXPECT_EQ(clock.waits, answers ? answered : silent) << method;
-            EXPECT_EQ(text, answers ? QStringLiteral("1,2\x7F") : QString());
-            EXPECT_EQ(shown(board, "StatusBar1_2"), answers ? text : QStringLiteral("NO RESPONSE"));
+            EXPECT_EQ(text, answers ? u"1,2\x7F"_s : QString());
+            EXPECT_EQ(shown(board, "StatusBar1_2"), answers ? text : u"NO RESPONSE"_s);
         }
     }
 }
@@ -51,16 +51,16 @@ TEST_F(BoardLinkTest, AReplyThatComesWithinTheSecondReadCounts)
 {
     clock.after(25 + 100 + FakeBoard::gpibTimeoutMs + 150,
                 [this] { channels.bus.replies[FakeBoard::address].emplace_back("late"); });
-    QString text = QStringLiteral("ADC?");
+    QString text = u"ADC?"_s;
     board.link().OutputToSbc(text);
     board.link().InputFromSbc(text);
-    EXPECT_EQ(text, QStringLiteral("late"));
+    EXPECT_EQ(text, u"late"_s);
 }
 
 TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
 {
     const QString address = FakeBoard::address;
-    const QString dropped = QStringLiteral("A late answer to an earlier command");
+    const QString dropped = u"A late answer to an earlier command"_s;
     for (const int method : {0, 1, 2}) {
         board.OptSbcCommMeth_Click(method);
         for (const bool isRead : {true, false}) { // false: its exchange was cancelled
@@ -69,25 +69,24 @@ TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
                         : method == 1 ? 3200
                                       : 2000,
                         [this, method] { channels.say(method, "late"); });
-            QString command = QStringLiteral("ADC?  0");
+            QString command = u"ADC?  0"_s;
             board.link().OutputToSbc(command);
             if (isRead) {
-                EXPECT_EQ(board.link().ask(QStringLiteral("ADC?  1"), 0), QString());
+                EXPECT_EQ(board.link().ask(u"ADC?  1"_s, 0), QString());
             }
             answerQueriesWith("2");
-            EXPECT_EQ(board.link().ask(QStringLiteral("DAC?  2"), 0), QStringLiteral("2"))
-                << method;
+            EXPECT_EQ(board.link().ask(u"DAC?  2"_s, 0), u"2"_s) << method;
             EXPECT_TRUE(board.statusPanels[1]->toolTip().contains(dropped)) << method;
             EXPECT_TRUE(channels.bus.replies[address].empty());
             const quint32 before = clock.MS_TIMER();
-            EXPECT_EQ(board.link().ask(QStringLiteral("DAC?  3"), 0), QStringLiteral("2"));
+            EXPECT_EQ(board.link().ask(u"DAC?  3"_s, 0), u"2"_s);
             EXPECT_EQ(clock.MS_TIMER() - before, 125U) << "an answered exchange waits for nothing";
         }
     }
     EXPECT_EQ(board.link().readMeter(16), QString());
-    channels.bus.replies[QStringLiteral("GPIB0::16")].emplace_back("0.5");
+    channels.bus.replies[u"GPIB0::16"_s].emplace_back("0.5");
     channels.meter = {"2.0"};
-    EXPECT_EQ(board.link().readMeter(16), QStringLiteral("2.0"));
+    EXPECT_EQ(board.link().readMeter(16), u"2.0"_s);
 }
 
 TEST_F(BoardLinkTest, ALoneLineEndIsNoAnswer)
@@ -95,32 +94,32 @@ TEST_F(BoardLinkTest, ALoneLineEndIsNoAnswer)
     answerQueriesWith("\r\n");
     for (const int method : {0, 1, 2}) {
         board.OptSbcCommMeth_Click(method);
-        EXPECT_EQ(board.link().ask(QStringLiteral("ADC?"), 0), QString());
-        EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
+        EXPECT_EQ(board.link().ask(u"ADC?"_s, 0), QString());
+        EXPECT_EQ(shown(board, "StatusBar1_2"), u"NO RESPONSE"_s);
     }
 }
 
 TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
 {
     {
-        const QSignalBlocker serial(&channels.serial);
-        const QSignalBlocker tcp(&channels.tcp);
-        channels.serial.feed("unread");
-        channels.tcp.feed("unread");
+        const QSignalBlocker serial(&channels.rs232);
+        const QSignalBlocker tcp(&channels.tcpClient1);
+        channels.rs232.feed("unread");
+        channels.tcpClient1.feed("unread");
     }
     channels.setResponses("stale");
     for (const int method : {0, 1, 2}) {
         board.OptSbcCommMeth_Click(method);
-        QString text = QStringLiteral("L 1");
+        QString text = u"L 1"_s;
         board.link().OutputToSbc(text);
     }
     QByteArrayList boxes;
     for (const ChannelSession *each : channels.set.all())
         boxes << each->response().bytes();
     EXPECT_EQ(boxes, (QByteArrayList{"stale", "", "stale", "", "stale"}));
-    EXPECT_TRUE(channels.serial.input().isEmpty() && channels.tcp.getData().isEmpty());
+    EXPECT_TRUE(channels.rs232.input().isEmpty() && channels.tcpClient1.getData().isEmpty());
     channels.setResponses("of the command before");
-    QString text = QStringLiteral("ADC?");
+    QString text = u"ADC?"_s;
     board.link().OutputToSbc(text, [] { return true; });
     board.link().InputFromSbc(text);
     EXPECT_EQ(text, QString()) << "to a command that did not go out";
@@ -128,18 +127,18 @@ TEST_F(BoardLinkTest, AStaleReceiveBoxIsClearedBeforeSendingButNotOnGpib)
 
 TEST_F(BoardLinkTest, AClosedChannelOrAFaultEndsInNoResponseAndTellsWhy)
 {
-    channels.serial.setPortOpen(false);
-    channels.tcp.setState(SocketState::Closed);
-    channels.bus.fault = QStringLiteral("no adapter");
+    channels.rs232.setPortOpen(false);
+    channels.tcpClient1.setState(SocketState::Closed);
+    channels.bus.fault = u"no adapter"_s;
     for (const int method : {0, 1, 2}) {
         board.OptSbcCommMeth_Click(method);
-        QString text = QStringLiteral("ADC?");
+        QString text = u"ADC?"_s;
         board.link().OutputToSbc(text);
-        EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
+        EXPECT_EQ(shown(board, "StatusBar1_2"), u"NO RESPONSE"_s);
         board.link().InputFromSbc(text);
         EXPECT_EQ(text, QString());
-        EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
-        EXPECT_TRUE(board.statusPanels[1]->toolTip().startsWith(QStringLiteral("<qt>"))) << method;
+        EXPECT_EQ(shown(board, "StatusBar1_2"), u"NO RESPONSE"_s);
+        EXPECT_TRUE(board.statusPanels[1]->toolTip().startsWith(u"<qt>"_s)) << method;
     }
 }
 
@@ -149,11 +148,11 @@ TEST_F(BoardLinkTest, AChannelThatTheMainWindowUsesIsLeftAlone)
     for (const int method : {0, 1, 2}) {
         channels.set.users().claim(method + channels::rs232, ChannelUse::List);
         board.OptSbcCommMeth_Click(method);
-        QString text = QStringLiteral("ADC?");
+        QString text = u"ADC?"_s;
         board.link().OutputToSbc(text);
         board.link().InputFromSbc(text);
         EXPECT_EQ(text, QString());
-        EXPECT_TRUE(board.link().fault().contains(QStringLiteral("a command list is running")));
+        EXPECT_TRUE(board.link().fault().contains(u"a command list is running"_s));
     }
     EXPECT_TRUE(channels.bus.calls.isEmpty() && channels.commands().isEmpty());
 }
@@ -190,7 +189,7 @@ TEST_F(BoardLinkTest, AMeterWithoutANumberReadsAsZeroAndAHugeOneAsInfinite)
 
 TEST_F(BoardLinkTest, TheBoardsAddressComesBackOnEveryWayOut)
 {
-    const QString address = QStringLiteral("GPIB0::"); // the board is on another Channel
+    const QString address = u"GPIB0::"_s; // the board is on another Channel
     channels.gpib.setConnectString(address);
     channels.meter = {"2.0"};
     WaitGroup waits(clock);

@@ -96,8 +96,8 @@ TEST_F(BoardWireTest, ACharacterThatDoesNotFitIsRefusedBeforeAnythingIsSent)
 {
     const QString omega = QString::fromUtf16(u"1\u03A9");
     dialogs.expectMessage(
-        QStringLiteral("The command holds a character that cannot be sent.  Nothing was sent."));
-    dialogs.expectMessage(QStringLiteral("Error: data is invalid.")); // no hexadecimal number
+        u"The command holds a character that cannot be sent.  Nothing was sent."_s);
+    dialogs.expectMessage(u"Error: data is invalid."_s); // no hexadecimal number
     fill("txtGain_1", omega);
     act(board, "cmdSetCal_1;optDacUnits_0;chkBertanDac");
     fill("txtSendDac_0", omega);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane;
 
 TEST(CalibrationFormulas, AreWorkedOutInSinglePrecisionAsGiven)
@@ -27,8 +29,8 @@ TEST(CalibrationFormulas, NameTheValueThatADivisionByZeroOrAnOverflowMadeImpossi
         CalibrationReadings readings;
         QString named;
     };
-    const QString dac = QStringLiteral("DAC gain");
-    const QString adc = QStringLiteral("ADC gain");
+    const QString dac = u"DAC gain"_s;
+    const QString adc = u"ADC gain"_s;
     for (const Row &row :
          {Row{{0.5F, 0, 0, 1}, dac}, Row{{0.5F, 1e-39F, 0, 1}, dac}, Row{{0, 0, 1, 1}, adc},
           Row{{0.5F, 2, 1, 0.5F}, adc}, Row{{3e38F, 2, -3e38F, 0}, adc}})

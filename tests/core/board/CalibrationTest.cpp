@@ -17,11 +17,11 @@ protected:
     {
         channels.meter = {"0.52", "2.04", "1.9999"};
         channels.answer = [this](const QString &command) {
-            if (command == QStringLiteral("ADC?  3\r") && !adcReplies.isEmpty())
+            if (command == u"ADC?  3\r"_s && !adcReplies.isEmpty())
                 return adcReplies.takeFirst();
-            if (command == QStringLiteral("DAC?  3\r"))
+            if (command == u"DAC?  3\r"_s)
                 return dacReadBack;
-            return command == QStringLiteral("ADC? 3\r") ? adcReadBack : QString();
+            return command == u"ADC? 3\r"_s ? adcReadBack : QString();
         };
         act(board, "txtChannel=3");
     }
@@ -43,8 +43,8 @@ protected:
 
     CalibrationPanel &panel = *board.calibration;
     QStringList adcReplies = latin({"0.51,1.0,0.0\r\n", "2.01,1.0,0.0\r\n"});
-    QString dacReadBack = QStringLiteral("2,.9901,-.02\r\n");
-    QString adcReadBack = QStringLiteral("1.99,1.0099,.01\r\n");
+    QString dacReadBack = u"2,.9901,-.02\r\n"_s;
+    QString adcReadBack = u"1.99,1.0099,.01\r\n"_s;
 };
 
 } // namespace
@@ -56,7 +56,7 @@ TEST_F(CalibrationTest, ExchangesWaitsAndReadBackComeInTheirOrder)
     const QStringList readAdc = latin({"write GPIB0::5 ADC?  3\r", "read GPIB0::5"});
     clock.after(11000, [this] {
         EXPECT_EQ(shown(board, "lblProgress"),
-                  QStringLiteral("Channel 3: meter at 2.0 V, calibrated, about 3 s left"));
+                  u"Channel 3: meter at 2.0 V, calibrated, about 3 s left"_s);
     });
     act(board, "cmdCal");
     EXPECT_EQ(channels.bus.calls,
@@ -73,7 +73,7 @@ TEST_F(CalibrationTest, ExchangesWaitsAndReadBackComeInTheirOrder)
                                 100, 25,  100, 25,  100,  500,  500,  1000, 1000}));
     EXPECT_EQ(column(3), latin({"2.00000", "0.99010", "-0.02000", "1.99000", "1.00990", "0.01000",
                                 "1.99990"}));
-    EXPECT_EQ(shown(board, "lblProgress"), QStringLiteral("Done"));
+    EXPECT_EQ(shown(board, "lblProgress"), u"Done"_s);
     EXPECT_TRUE(isIdle());
 }
 
@@ -83,8 +83,7 @@ TEST_F(CalibrationTest, CancelStandsInPlaceWhileItRunsAndEndsTheSettlingAtOnce)
         EXPECT_TRUE(panel.cmdCal->isHidden());
         EXPECT_TRUE(panel.cmdCancelCal->isVisibleTo(&panel) && panel.cmdCancelCal->isEnabled());
         EXPECT_EQ(board.cursor().shape(), Qt::WaitCursor);
-        EXPECT_EQ(shown(board, "lblProgress"),
-                  QStringLiteral("Channel 3: settling at 0.5 V, about 12 s left"));
+        EXPECT_EQ(shown(board, "lblProgress"), u"Channel 3: settling at 0.5 V, about 12 s left"_s);
         act(board, "cmdCancelCal");
     });
     const quint32 start = clock.MS_TIMER();
@@ -103,11 +102,11 @@ TEST_F(CalibrationTest, CancelledAtAnyMomentItSendsNoFurtherCommandAndReadsTheOp
         adcReplies = latin({"0.51,1,0", "2.01,1,0"});
         QStringList sent;
         clock.after(at, [this, &sent] {
-            sent = channels.bus.calls.filter(QStringLiteral("write"));
+            sent = channels.bus.calls.filter(u"write"_s);
             act(board, "cmdCancelCal");
         });
         act(board, "cmdCal");
-        EXPECT_EQ(channels.bus.calls.filter(QStringLiteral("write")), sent) << at;
+        EXPECT_EQ(channels.bus.calls.filter(u"write"_s), sent) << at;
         EXPECT_EQ(channels.gpib.connectString(), FakeBoard::address) << at;
         EXPECT_TRUE(channels.bus.replies[FakeBoard::address].empty()) << at;
         EXPECT_TRUE(isIdle()) << at;
@@ -117,11 +116,11 @@ TEST_F(CalibrationTest, CancelledAtAnyMomentItSendsNoFurtherCommandAndReadsTheOp
 TEST_F(CalibrationTest, TheMeterIsAskedAboutOnlyForChannelZeroAndOtherMethods)
 {
     const Dialogs::MessageBox warning = {
-        .text = QStringLiteral(
-            "To calibrate the VXM250 you must be connected to the Kiethly over IEEE. If you are "
+        .text =
+            u"To calibrate the VXM250 you must be connected to the Kiethly over IEEE. If you are "
             "already connected to the Kiethly over IEEE, Press Yes to continue.  If not, press No "
-            "to cancel the calibration."),
-        .title = QStringLiteral("Keithly Connection Warning!"),
+            "to cancel the calibration."_s,
+        .title = u"Keithly Connection Warning!"_s,
         .buttons = Dialogs::Buttons::YesNo};
     using enum Dialogs::Answer;
     for (const auto &[script, answer] :
@@ -145,16 +144,14 @@ TEST_F(CalibrationTest, AChannelThatDoesNotExistAndNoMeterAddressAreRefused)
 {
     for (const char *script : {"txtChannel=8;cmdCal", "txtChannel=-1;cmdCal", "txtChannel=;cmdCal",
                                "txtChannel=abc;cmdCal", "txtChannel=99999999999;cmdCal"}) {
-        dialogs.expectMessage(
-            QStringLiteral("The channel must be a number from 0 to 7.  Nothing was sent."));
+        dialogs.expectMessage(u"The channel must be a number from 0 to 7.  Nothing was sent."_s);
         act(board, script);
     }
     for (const char *address : {"", "31", "-1", "16.5", "1e1", "abc"}) {
         board.cboMeasInstAdrGpib->setCurrentText(QString::fromLatin1(address));
         for (const char *script : {"txtChannel=0;cmdCal", "cmdScan"}) {
-            dialogs.expectMessage(
-                QStringLiteral("The meter's GPIB address must be a whole number from 0 to 30.  "
-                               "Nothing was sent."));
+            dialogs.expectMessage(u"The meter's GPIB address must be a whole number from 0 to 30.  "
+                                  "Nothing was sent."_s);
             act(board, script);
         }
     }
@@ -164,30 +161,29 @@ TEST_F(CalibrationTest, AChannelThatDoesNotExistAndNoMeterAddressAreRefused)
 TEST_F(CalibrationTest, AnImpossibleCalculationTellsWhyAndSendsNoCalibration)
 {
     channels.meter = {"0.5", "0"};
-    dialogs.expectMessage(QStringLiteral(
-        "The DAC gain cannot be calculated: it is the high DAC value (2) divided by DAC offset + "
-        "high meter reading (0).\r\n\r\nNo calibration was sent to the board."));
+    dialogs.expectMessage(
+        u"The DAC gain cannot be calculated: it is the high DAC value (2) divided by DAC offset + "
+        "high meter reading (0).\r\n\r\nNo calibration was sent to the board."_s);
     act(board, "cmdCal");
-    EXPECT_EQ(channels.commands().last(), QStringLiteral("ADC?  3\r"));
+    EXPECT_EQ(channels.commands().last(), u"ADC?  3\r"_s);
     EXPECT_TRUE(shown(board, "lblProgress")
-                    .startsWith(QStringLiteral("Stopped at channel 3: meter at 2.0 V, left with")));
+                    .startsWith(u"Stopped at channel 3: meter at 2.0 V, left with"_s));
     EXPECT_TRUE(isIdle());
 }
 
 TEST_F(CalibrationTest, ReadingsThatDoNotFitOrAFaultOfTheMeterStopIt)
 {
     adcReplies = latin({"1e40,1,0"});
-    dialogs.expectMessage(QStringLiteral("The ADC reading at 0.5 V is too large: \"1e40,1,0\"."));
+    dialogs.expectMessage(u"The ADC reading at 0.5 V is too large: \"1e40,1,0\"."_s);
     act(board, "cmdCal");
     adcReplies = latin({"0.5,1,0"});
     channels.meter = {"1e40"};
-    dialogs.expectMessage(QStringLiteral("The meter reading at 0.5 V is too large."));
+    dialogs.expectMessage(u"The meter reading at 0.5 V is too large."_s);
     act(board, "cmdCal");
     adcReplies = latin({"0.5,1,0"});
-    clock.after(2400, [this] { channels.bus.fault = QStringLiteral("no controller"); });
-    board.cboMeasInstAdrGpib->setCurrentText(QStringLiteral("7"));
-    dialogs.expectMessage(
-        QStringLiteral("The meter at GPIB address 7 could not be read: no controller"));
+    clock.after(2400, [this] { channels.bus.fault = u"no controller"_s; });
+    board.cboMeasInstAdrGpib->setCurrentText(u"7"_s);
+    dialogs.expectMessage(u"The meter at GPIB address 7 could not be read: no controller"_s);
     act(board, "cmdCal");
     EXPECT_EQ(channels.gpib.connectString(), FakeBoard::address);
     EXPECT_TRUE(isIdle());
@@ -195,8 +191,8 @@ TEST_F(CalibrationTest, ReadingsThatDoNotFitOrAFaultOfTheMeterStopIt)
 
 TEST_F(CalibrationTest, ReadBackTakesThreeFieldsAndKeepsWhatIsNoNumber)
 {
-    dacReadBack = QStringLiteral("a\rc,,1e2,9,9,9,9,9,9,9");
-    adcReadBack = QStringLiteral(",1\r,-0.000001,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5");
+    dacReadBack = u"a\rc,,1e2,9,9,9,9,9,9,9"_s;
+    adcReadBack = u",1\r,-0.000001,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5,5"_s;
     act(board, "cmdCal");
     EXPECT_EQ(column(3), latin({"a c", "", "100.00000", "", "1.00000", "0.00000", "1.99990"}));
     EXPECT_EQ(column(2).join(QString()), QString());
@@ -207,9 +203,9 @@ TEST_F(CalibrationTest, ScanAllAsksForTheSensorAndReadsTheMeterThroughTheLink)
     answerQueriesWith("1,2,3");
     for (int i = 0; i < 8; ++i) {
         channels.meter.emplace_back("+2.5E-1V");
-        dialogs.expectMessage(QStringLiteral("Move Keithly sensor to channel %1").arg(i));
+        dialogs.expectMessage(u"Move Keithly sensor to channel %1"_s.arg(i));
     }
-    board.cboMeasInstAdrGpib->setCurrentText(QStringLiteral(" 9 "));
+    board.cboMeasInstAdrGpib->setCurrentText(u" 9 "_s);
     act(board, "cmdScan");
     EXPECT_EQ(channels.bus.calls.first(9),
               latin({"write GPIB0::5 DAC?  0\r", "read GPIB0::5", "write GPIB0::5 ADC?  0\r",
@@ -241,48 +237,48 @@ TEST_F(CalibrationTest, ACancelledScanStopsUnderItsBox)
 {
     answerQueriesWith("1,2,3");
     channels.meter = {"1"};
-    dialogs.expectMessage(QStringLiteral("Move Keithly sensor to channel 0"), Dialogs::Answer::Ok,
+    dialogs.expectMessage(u"Move Keithly sensor to channel 0"_s, Dialogs::Answer::Ok,
                           [this] { act(board, "cmdCancelScan"); });
     act(board, "cmdScan");
     EXPECT_EQ(channels.bus.calls.size(), 4);
     EXPECT_TRUE(isIdle());
-    EXPECT_EQ(shown(board, "lblProgress"), QStringLiteral("Cancelled at channel 0: meter"));
+    EXPECT_EQ(shown(board, "lblProgress"), u"Cancelled at channel 0: meter"_s);
 }
 
 TEST_F(CalibrationTest, AnEndBeforeTheLastStepTellsTheStepAndHowTheChannelWasLeft)
 {
     const auto neutral = [](const char *volts) {
-        return QStringLiteral("DAC at %1 V, gain 1.0, offset 0.0").arg(QLatin1String(volts));
+        return u"DAC at %1 V, gain 1.0, offset 0.0"_s.arg(QLatin1String(volts));
     };
-    const QString andAdc = QStringLiteral(" and ADC gain 1.0, offset 0.0");
-    const QString end = QStringLiteral("%1 at channel 3: %2, left %3");
+    const QString andAdc = u" and ADC gain 1.0, offset 0.0"_s;
+    const QString end = u"%1 at channel 3: %2, left %3"_s;
     for (const auto &[at, step, left] :
          {std::tuple(50, "settling at 0.5 V", neutral("0.5")),
           std::tuple(200, "settling at 0.5 V", neutral("0.5") + andAdc),
           std::tuple(4800, "settling at 2.0 V", neutral("2.0") + andAdc),
           std::tuple(8000, "reading back",
-                     QStringLiteral("DAC at 2.0 V, gain 0.99010, offset -0.02000 and ADC gain "
-                                    "1.00990, offset 0.01000"))}) {
+                     u"DAC at 2.0 V, gain 0.99010, offset -0.02000 and ADC gain "
+                     "1.00990, offset 0.01000"_s)}) {
         channels.meter = {"0.52", "2.04", "1.9999"};
         adcReplies = latin({"0.51,1,0", "2.01,1,0"});
         clock.after(at, [this] { act(board, "cmdCancelCal"); });
         act(board, "cmdCal");
         EXPECT_EQ(shown(board, "lblProgress"),
-                  end.arg(u"Cancelled", QLatin1String(step), QStringLiteral("with ") + left));
+                  end.arg(u"Cancelled", QLatin1String(step), u"with "_s + left));
         EXPECT_TRUE(
             shown(board, "lblUnsaved")
                 .startsWith(at == 8000 ? u"Not saved to EEPROM" : u"Calibration unfinished"));
     }
-    clock.after(1800, [this] { channels.bus.fault = QStringLiteral("no controller"); });
-    const QString sendError = QStringLiteral("Error occurred in CmdSend");
-    const QString readError = QStringLiteral("Error occurred while trying to read.");
-    dialogs.expectMessage(readError + QStringLiteral("\r\nno controller"));
+    clock.after(1800, [this] { channels.bus.fault = u"no controller"_s; });
+    const QString sendError = u"Error occurred in CmdSend"_s;
+    const QString readError = u"Error occurred while trying to read."_s;
+    dialogs.expectMessage(readError + u"\r\nno controller"_s);
     act(board, "cmdCal");
-    const QString stopped = end + QStringLiteral(": %4 no controller");
-    EXPECT_EQ(shown(board, "lblProgress"),
-              stopped.arg(u"Stopped", u"ADC at 0.5 V",
-                          QStringLiteral("with ") + neutral("0.5") + andAdc, readError));
-    dialogs.expectMessage(sendError + QStringLiteral("\r\nno controller"));
+    const QString stopped = end + u": %4 no controller"_s;
+    EXPECT_EQ(
+        shown(board, "lblProgress"),
+        stopped.arg(u"Stopped", u"ADC at 0.5 V", u"with "_s + neutral("0.5") + andAdc, readError));
+    dialogs.expectMessage(sendError + u"\r\nno controller"_s);
     act(board, "cmdCal");
     EXPECT_EQ(shown(board, "lblProgress"),
               stopped.arg(u"Stopped", u"settling at 0.5 V", u"as it was", sendError));
@@ -338,7 +334,7 @@ TEST_F(CalibrationTest, AnswersThatDidNotComeAndImpossibleFiguresAreNotPassedOff
         channels.meter = row.meter;
         adcReplies = latin({row.adc, row.adc});
         if (adcReplies[0].startsWith(u"0.51"))
-            adcReplies.last() = QStringLiteral("2.01,1,0");
+            adcReplies.last() = u"2.01,1,0"_s;
         dacReadBack = adcReadBack = QString::fromLatin1(row.readBack);
         act(board, "cmdCal");
         EXPECT_EQ(channels.commands().filter(QString::fromLatin1(row.sent)).size(), 1) << row.sent;
@@ -363,41 +359,40 @@ TEST_F(CalibrationTest, AScanNamesTheChannelsThatDidNotAnswer)
 {
     channels.answer = [](const QString &command) {
         const int channel = command.trimmed().right(1).toInt();
-        return (channel >= 2 && channel <= 4) || command.contains(u"ADC?  6")
-                   ? QString()
-                   : QStringLiteral("1,1,0");
+        return (channel >= 2 && channel <= 4) || command.contains(u"ADC?  6") ? QString()
+                                                                              : u"1,1,0"_s;
     };
     for (int i = 0; i < 8; ++i) {
         channels.meter.push_back(i == 5 ? "ERR" : "1");
-        dialogs.expectMessage(QStringLiteral("Move Keithly sensor to channel %1").arg(i));
+        dialogs.expectMessage(u"Move Keithly sensor to channel %1"_s.arg(i));
     }
     channels.meter.erase(channels.meter.begin(), channels.meter.begin() + 3);
     act(board, "cmdScan");
     EXPECT_EQ(shown(board, "lblProgress"),
-              QStringLiteral("Done, but no answer from the DAC (channels 2 to 4); no answer from "
-                             "the ADC (channels 2 to 4, 6); no number from the meter (channel 5)"));
+              u"Done, but no answer from the DAC (channels 2 to 4); no answer from "
+              "the ADC (channels 2 to 4, 6); no number from the meter (channel 5)"_s);
 }
 
 TEST_F(CalibrationTest, TheWindowSaysWhatIsNotInTheEepromUntilItWasSent)
 {
     const auto unsaved = [this] { return shown(board, "lblUnsaved"); };
     act(board, "cmdCal;cboChannelSet_0=4;cmdSetCal_0;cboChannelSet_1=0;cmdSetCal_1");
-    EXPECT_EQ(unsaved(), QStringLiteral("Not saved to EEPROM: channels 0, 3, 4"));
-    channels.bus.fault = QStringLiteral("no controller");
+    EXPECT_EQ(unsaved(), u"Not saved to EEPROM: channels 0, 3, 4"_s);
+    channels.bus.fault = u"no controller"_s;
     for (int i = 0; i < 2; ++i)
-        dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\nno controller"));
+        dialogs.expectMessage(u"Error occurred in CmdSend\r\nno controller"_s);
     act(board, "cboChannelSet_0=7;cmdSetCal_0;cmdWriteCal");
-    EXPECT_EQ(unsaved(), QStringLiteral("Not saved to EEPROM: channels 0, 3, 4"));
+    EXPECT_EQ(unsaved(), u"Not saved to EEPROM: channels 0, 3, 4"_s);
     EXPECT_EQ(shown(board, "lblProgress"),
-              QStringLiteral("Save to EEPROM: not sent: Error occurred in CmdSend no controller"));
+              u"Save to EEPROM: not sent: Error occurred in CmdSend no controller"_s);
     channels.bus.fault.clear();
     clock.after(700, [this] { act(board, "cmdCancelCal"); });
     act(board, "cmdCal");
-    EXPECT_EQ(unsaved(), QStringLiteral("Not saved to EEPROM: channels 0, 4; calibration "
-                                        "unfinished: channel 3"));
+    EXPECT_EQ(unsaved(), u"Not saved to EEPROM: channels 0, 4; calibration "
+                         "unfinished: channel 3"_s);
     act(board, "cmdWriteCal");
     EXPECT_EQ(unsaved(), QString());
     EXPECT_EQ(shown(board, "lblProgress"),
-              QStringLiteral("Save to EEPROM: CAL:PIC was sent; the board does not confirm it; "
-                             "calibration unfinished: channel 3"));
+              u"Save to EEPROM: CAL:PIC was sent; the board does not confirm it; "
+              "calibration unfinished: channel 3"_s);
 }

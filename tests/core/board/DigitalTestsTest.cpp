@@ -23,13 +23,13 @@ protected:
         const QStringList words = command.trimmed().split(u' ');
         const QStringList values = words.value(1).split(u',');
         const int port = values[0].toInt();
-        if (words[0] == QStringLiteral("PORT:DIR"))
+        if (words[0] == u"PORT:DIR"_s)
             direction[port] = values.value(1).toInt() & ~stuckLow;
-        else if (words[0] == QStringLiteral("PORT:DATA"))
+        else if (words[0] == u"PORT:DATA"_s)
             data[port] = values.value(1).toInt();
-        else if (words[0] == QStringLiteral("PORT:DIR?"))
-            return QString::number(direction[port]) + QStringLiteral("\r\n"); // as GPIB leaves it
-        else if (words[0] == QStringLiteral("PORT:DATA?"))
+        else if (words[0] == u"PORT:DIR?"_s)
+            return QString::number(direction[port]) + u"\r\n"_s; // as GPIB leaves it
+        else if (words[0] == u"PORT:DATA?"_s)
             return QString::number(connector ? data[joined.at(port)] & ~stuckLow : 0);
         return {};
     }
@@ -40,7 +40,7 @@ protected:
     }
     [[nodiscard]] bool isIdle() const
     {
-        return labels() == QStringLiteral("0|0|0") && board.cursor().shape() == Qt::ArrowCursor &&
+        return labels() == u"0|0|0"_s && board.cursor().shape() == Qt::ArrowCursor &&
                !panel.cmdDigTestAbort->isEnabled() && panel.cmdDigTestFull->isEnabled() &&
                !panel.sequences().isAborted();
     }
@@ -52,11 +52,11 @@ protected:
     int stuckLow = 0;
 };
 
-const QString writePassed = QStringLiteral("Testing write direction register PASSED");
-const QString writeFailed = QStringLiteral("Testing write direction register FAILED");
-const QString install = QStringLiteral("Install Loop Back connector now");
-const QString readPassed = QStringLiteral("Testing readback data loop back PASSED, remove jumper");
-const QString readFailed = QStringLiteral("Testing readback data loop back FAILED, remove jumper");
+const QString writePassed = u"Testing write direction register PASSED"_s;
+const QString writeFailed = u"Testing write direction register FAILED"_s;
+const QString install = u"Install Loop Back connector now"_s;
+const QString readPassed = u"Testing readback data loop back PASSED, remove jumper"_s;
+const QString readFailed = u"Testing readback data loop back FAILED, remove jumper"_s;
 
 } // namespace
 
@@ -69,7 +69,7 @@ TEST_F(DigitalTestsTest, ThePatternsAreAWalkingOneAWalkingZeroAndAllOnes)
         patterns.append(DigitalTests::test_data(step));
     EXPECT_EQ(patterns, expected);
     EXPECT_EQ(DigitalTests::bitText(7) + DigitalTests::bitText(8) + DigitalTests::bitText(16),
-              QStringLiteral("70All"));
+              u"70All"_s);
 }
 
 TEST_F(DigitalTestsTest, TheWriteTestWritesAndReadsEveryPatternOfEveryPort)
@@ -79,9 +79,8 @@ TEST_F(DigitalTestsTest, TheWriteTestWritesAndReadsEveryPatternOfEveryPort)
     QStringList expected;
     for (int port = 0; port < 4; ++port) {
         for (int step = 0; step < 17; ++step)
-            expected
-                << QStringLiteral("PORT:DIR %1,%2\r").arg(port).arg(DigitalTests::test_data(step))
-                << QStringLiteral("PORT:DIR? %1\r").arg(port);
+            expected << u"PORT:DIR %1,%2\r"_s.arg(port).arg(DigitalTests::test_data(step))
+                     << u"PORT:DIR? %1\r"_s.arg(port);
     }
     EXPECT_EQ(channels.commands(), expected);
     EXPECT_EQ(clock.waits.size(), 4U * 17 * 6);
@@ -97,8 +96,7 @@ TEST_F(DigitalTestsTest, AWrongDirectionShowsItsReplyAndTheStepAndTheTestGoesOn)
     for (int port = 0; port < 4; ++port) {
         for (const int step : failing)
             dialogs.expectMessage(
-                QStringLiteral("Error testing direction register, port %1, data= %2 ,expected%3")
-                    .arg(port)
+                u"Error testing direction register, port %1, data= %2 ,expected%3"_s.arg(port)
                     .arg(DigitalTests::test_data(step) & 0x7F)
                     .arg(step));
     }
@@ -119,13 +117,11 @@ TEST_F(DigitalTestsTest, TheReadbackTestDrivesEachPairBothWays)
     for (const char *step :
          {"DIR 0,0", "DIR 3,0", "DIR 1,255", "DIR 2,255", "DATA 2? 0", "DATA 1? 3", "DIR 0,255",
           "DIR 3,255", "DIR 1,0", "DIR 2,0", "DATA 0? 2", "DATA 3? 1"}) {
-        const QString command = QStringLiteral("PORT:") + QString::fromLatin1(step);
+        const QString command = u"PORT:"_s + QString::fromLatin1(step);
         const qsizetype pair = command.indexOf(u'?'); // the patterns go out here and come in there
         for (int i = 0; pair > 0 && i < DigitalTests::steps; ++i)
-            expected << QStringLiteral("%1,%2\r")
-                            .arg(command.first(pair))
-                            .arg(DigitalTests::test_data(i))
-                     << QStringLiteral("PORT:DATA%1\r").arg(command.sliced(pair));
+            expected << u"%1,%2\r"_s.arg(command.first(pair)).arg(DigitalTests::test_data(i))
+                     << u"PORT:DATA%1\r"_s.arg(command.sliced(pair));
         if (pair < 0)
             expected << command + u'\r';
     }
@@ -140,7 +136,7 @@ TEST_F(DigitalTestsTest, WithoutTheConnectorOrWithAStuckBitEachPairShowsOneError
         stuckLow = fitted ? 0x10 : 0;
         dialogs.expectMessage(install);
         for (int pair = 0; pair < 4; ++pair)
-            dialogs.expectMessage(QStringLiteral("error"));
+            dialogs.expectMessage(u"error"_s);
         dialogs.expectMessage(readFailed);
         act(board, "cmdDigTestRead");
     }
@@ -153,8 +149,7 @@ TEST_F(DigitalTestsTest, TheFullTestShowsWhereItIsAndTheDirectionVerdictBeforeTh
          {std::pair(50, "0|0|1"), std::pair(9 * 300 + 50, "0|1|253"),
           std::pair(16 * 300 + 50, "0|All|255"), std::pair(17 * 300 + 50, "1|0|1")})
         clock.after(at, [this, text = shown] { EXPECT_EQ(labels(), QString::fromLatin1(text)); });
-    clock.after(4 * 17 * 300 + 4 * 150 + 50,
-                [this] { EXPECT_EQ(labels(), QStringLiteral("2 > 0|0|1")); });
+    clock.after(4 * 17 * 300 + 4 * 150 + 50, [this] { EXPECT_EQ(labels(), u"2 > 0|0|1"_s); });
     for (const QString &text : {writePassed, install, readPassed})
         dialogs.expectMessage(text);
     act(board, "cmdDigTestFull");
@@ -187,11 +182,10 @@ TEST_F(DigitalTestsTest, AnAbortUnderAMessageBoxEndsTheTestToo)
     EXPECT_TRUE(channels.commands().isEmpty());
 
     channels.answer = [](const QString &) { return QString(); };
-    const auto noData =
-        QStringLiteral("Error testing direction register, port 0, data=  ,expected%1");
+    const auto noData = u"Error testing direction register, port 0, data=  ,expected%1"_s;
     dialogs.expectMessage(noData.arg(0));
     dialogs.expectMessage(noData.arg(1), Dialogs::Answer::Ok, [this, abort] {
-        EXPECT_EQ(shown(board, "lblProgressTests"), QStringLiteral("Write test, port 0, bit 1"));
+        EXPECT_EQ(shown(board, "lblProgressTests"), u"Write test, port 0, bit 1"_s);
         abort();
     });
     act(board, "cmdDigTestFull");

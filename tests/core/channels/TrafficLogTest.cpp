@@ -5,6 +5,8 @@
 
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane;
 
 namespace {
@@ -41,7 +43,7 @@ struct LogDesk
     }
 
     QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("Log.txt"));
+    QString path = folder.filePath(u"Log.txt"_s);
     Box first;
     Box second;
     QString comments;
@@ -56,14 +58,14 @@ struct LogDesk
 TEST(TrafficLog, WritesAPlainLineForTcpIp1AndQuotedRecordsForTheOthers)
 {
     LogDesk desk;
-    desk.first = {true, true, QStringLiteral("A\r\n\tB\u00e4")};
+    desk.first = {true, true, u"A\r\n\tB\u00e4"_s};
     desk.log.TimerLog_Timer();
     EXPECT_EQ(desk.file(), "AB\xe4\r\n");
     desk.first.checked = false;
-    desk.second = {true, true, QStringLiteral("C\tD")};
+    desk.second = {true, true, u"C\tD"_s};
     desk.log.TimerLog_Timer();
     desk.first.checked = true;
-    desk.first.reply = QStringLiteral("A");
+    desk.first.reply = u"A"_s;
     desk.log.TimerLog_Timer();
     const QByteArray second = desk.today + " , C\tD";
     const QByteArray both = desk.today + " , A , C\tD";
@@ -76,10 +78,10 @@ TEST(TrafficLog, LogsNothingForAnEmptyReplyOrASocketThatIsNotConnected)
     LogDesk desk;
     desk.first = {true, true, QString()};
     desk.log.TimerLog_Timer();
-    desk.first.reply = QStringLiteral("A");
-    desk.second = {true, false, QStringLiteral("B")};
+    desk.first.reply = u"A"_s;
+    desk.second = {true, false, u"B"_s};
     desk.log.TimerLog_Timer();
-    desk.second = {false, true, QStringLiteral("B")};
+    desk.second = {false, true, u"B"_s};
     desk.first.connected = false;
     desk.log.TimerLog_Timer();
     EXPECT_FALSE(QFile::exists(desk.path));
@@ -95,7 +97,7 @@ TEST(TrafficLog, FlashesAtEveryWriteAndShowsTheIndicatorWhileLogging)
     EXPECT_TRUE(desk.log.TimerLog->isActive());
     EXPECT_TRUE(desk.isLit);
 
-    desk.first = {true, true, QStringLiteral("A")};
+    desk.first = {true, true, u"A"_s};
     desk.log.TimerLog_Timer();
     ASSERT_TRUE(desk.log.TimerLED->isActive());
     desk.log.TimerLED_Timer();
@@ -120,22 +122,22 @@ TEST(TrafficLog, AFileThatCannotBeWrittenIsToldOnceAndEndsLogging)
         EXPECT_EQ(ended, failures.size() == 1);
         return failures.empty() ? QString() : failures[0][0].toString();
     };
-    const QString refused = desk.path + QStringLiteral(": it is no regular file");
-    QDir(desk.folder.path()).mkdir(QStringLiteral("Log.txt"));
-    desk.first = {true, true, QStringLiteral("A")};
+    const QString refused = desk.path + u": it is no regular file"_s;
+    QDir(desk.folder.path()).mkdir(u"Log.txt"_s);
+    desk.first = {true, true, u"A"_s};
     EXPECT_EQ(mayLog(), refused);
-    QDir(desk.folder.path()).rmdir(QStringLiteral("Log.txt"));
+    QDir(desk.folder.path()).rmdir(u"Log.txt"_s);
     ASSERT_EQ(mkfifo(QFile::encodeName(desk.path).constData(), 0600), 0);
     EXPECT_EQ(mayLog(), refused); // and nobody waits for a reader of the pipe
     QFile::remove(desk.path);
     EXPECT_EQ(mayLog(), QString());
-    desk.first.reply = QStringLiteral("longer");
+    desk.first.reply = u"longer"_s;
     QString full;
     {
         const WriteLimit limit(6);
         full = mayLog();
     }
-    EXPECT_EQ(full, desk.path + QStringLiteral(": File too large"));
+    EXPECT_EQ(full, desk.path + u": File too large"_s);
     EXPECT_EQ(mayLog(), QString());
     EXPECT_EQ(desk.file(), "A\r\nlonger\r\n"); // no part of the record before
 }

@@ -8,7 +8,6 @@
 #endif
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -154,7 +153,7 @@ TEST_F(ListFile, WhatIsNoReadableFileIsNotOpened)
 #ifdef Q_OS_UNIX
     paths.append(path("pipe.tst"));
     ASSERT_EQ(mkfifo(QFile::encodeName(paths.back()).constData(), 0600), 0);
-    paths.append(QStringLiteral("/dev/zero"));
+    paths.append(u"/dev/zero"_s);
 #endif
     for (const QString &each : paths) {
         EXPECT_EQ(listFile::read(each).end, End::NotOpened) << each.toStdString();

@@ -3,7 +3,6 @@
 #include "ListFixture.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -55,7 +54,7 @@ TEST_F(ListText, ReadsBackToTheSameListForAllThreeKinds)
         listOf(2, u"=|SP|25 26\n=|SP\n?|SP|x\n?|SP\n!|SP|25|0.5\n!|SP||0.5\n!||25\n"
                   "!|ID|\"READY  OR \"NOT\"\"\n#\nwait\n=SP"_s)};
     for (ListContents &list : lists) {
-        list.comments = QStringLiteral(" a\r\n\r\nb // c\r\n\\\\d\r\n");
+        list.comments = u" a\r\n\r\nb // c\r\n\\\\d\r\n"_s;
         if (list.kind == 2)
             list.constants = {{u"A"_s, 0.1F}, {u"B"_s, -1e30F}, {QString(), 1.0F}};
         const ListContents back = readBack(list);

@@ -7,7 +7,6 @@
 #include "tests/support/FakeChannels.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -21,10 +21,10 @@ CalibrationTable table()
     CalibrationTable result;
     for (int channel = 0; channel < CalibrationTable::channels; ++channel)
         result.setText(1, CalibrationTable::columnOf(channel), QString::number(channel));
-    result.setText(2, 8, QStringLiteral("-0.25"));
-    result.setText(2, 1, QStringLiteral("abc"));
-    result.setText(2, 2, QStringLiteral("R-2")); // holds a minus sign: no blank in front
-    result.setText(7, 1, QStringLiteral("2.00000"));
+    result.setText(2, 8, u"-0.25"_s);
+    result.setText(2, 1, u"abc"_s);
+    result.setText(2, 2, u"R-2"_s); // holds a minus sign: no blank in front
+    result.setText(7, 1, u"2.00000"_s);
     return result;
 }
 
@@ -92,22 +92,22 @@ TEST(CalibrationReport, TheFileNameIsPartSecondPieceFirstPiece)
     for (const auto &[serial, name] :
          {std::pair("07/0123", "1234-5_0123-07"), std::pair("1/2/3", "1234-5_2-1"),
           std::pair("/", "1234-5_-"), std::pair("070123", ""), std::pair("", "")})
-        EXPECT_EQ(calibrationReport::fileName(QStringLiteral("1234-5"), QString::fromLatin1(serial))
-                      .toStdString(),
-                  name);
+        EXPECT_EQ(
+            calibrationReport::fileName(u"1234-5"_s, QString::fromLatin1(serial)).toStdString(),
+            name);
 }
 
 TEST(CalibrationReport, TheErrorHandlerHasATextForEachOutcome)
 {
     using reportTexts::PrintError;
     using reportTexts::printErrorText;
-    const QString path = QStringLiteral("/tmp/a.txt");
+    const QString path = u"/tmp/a.txt"_s;
     EXPECT_EQ(printErrorText(PrintError::None, path, {}),
-              QStringLiteral("Export successful.\r\n\r\n/tmp/a.txt"));
+              u"Export successful.\r\n\r\n/tmp/a.txt"_s);
     EXPECT_EQ(printErrorText(PrintError::Cancelled, path, {}), QString());
     EXPECT_EQ(printErrorText(PrintError::InvalidName, path, {}),
-              QStringLiteral("Invalid file name.\r\n\r\nTo get the file name, connect to the "
-                             "VXM250, press the Auto Fill button then press the Generate Filename "
-                             "button. \r\n\r\nThe file name will be automatically generated from a "
-                             "combination of the part number and serial number."));
+              u"Invalid file name.\r\n\r\nTo get the file name, connect to the "
+              "VXM250, press the Auto Fill button then press the Generate Filename "
+              "button. \r\n\r\nThe file name will be automatically generated from a "
+              "combination of the part number and serial number."_s);
 }

@@ -11,7 +11,6 @@
 #include "windows/setup/frmGPIB.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

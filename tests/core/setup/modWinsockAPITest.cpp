@@ -5,7 +5,6 @@
 #include <QHostAddress>
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

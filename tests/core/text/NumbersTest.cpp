@@ -46,8 +46,8 @@ TEST(Numbers, FiveDecimalsKeepTextsThatAreNoNumber)
 {
     EXPECT_EQ(numbers::fixed5(2.5), u"2.50000");
     EXPECT_EQ(numbers::fixed5(-0.000001), u"0.00000");
-    EXPECT_EQ(numbers::fixed5(QStringLiteral(" -.25 ")), u"-0.25000");
-    EXPECT_EQ(numbers::fixed5(QStringLiteral("DAC Value")), u"DAC Value");
+    EXPECT_EQ(numbers::fixed5(u" -.25 "_s), u"-0.25000");
+    EXPECT_EQ(numbers::fixed5(u"DAC Value"_s), u"DAC Value");
     EXPECT_EQ(numbers::fixed5(QString()), QString());
 }
 

@@ -7,7 +7,6 @@
 #include <map>
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -42,7 +42,7 @@ struct Bench
         board.show();
         // Reads block, too: every second answer stays out.
         channels.answer = [this](const QString &command) {
-            return command.contains(u'?') && asked++ % 2 == 0 ? QStringLiteral("1,1,0") : QString();
+            return command.contains(u'?') && asked++ % 2 == 0 ? u"1,1,0"_s : QString();
         };
         channels.meter.assign(20, "0.5");
     }
@@ -72,13 +72,13 @@ bool waitFor(const QSignalSpy &spy)
 
 TEST_F(BoardWindowTest, OpensWithItsDefaults)
 {
-    EXPECT_EQ(board.windowTitle(), QStringLiteral("VXM250 Calibration Utility"));
+    EXPECT_EQ(board.windowTitle(), u"VXM250 Calibration Utility"_s);
     EXPECT_TRUE(board.OptSbcCommMeth[1]->isChecked());
     EXPECT_EQ(board.link().channel(), channels::ieee488);
-    EXPECT_EQ(board.cboMeasInstAdrGpib->currentText(), QStringLiteral("16"));
+    EXPECT_EQ(board.cboMeasInstAdrGpib->currentText(), u"16"_s);
     const CalibrationTable &table = board.calibration->table();
-    EXPECT_EQ(table.text(0, 1) + table.text(0, 8), QStringLiteral("Chan0Chan7"));
-    EXPECT_EQ(table.text(7, 0), QStringLiteral("Keithley   "));
+    EXPECT_EQ(table.text(0, 1) + table.text(0, 8), u"Chan0Chan7"_s);
+    EXPECT_EQ(table.text(7, 0), u"Keithley   "_s);
     EXPECT_NEAR(board.statusPanels[0]->width(), board.statusPanels[1]->width(), 1);
 }
 
@@ -145,8 +145,7 @@ TEST_F(BoardWindowTest, AChannelThatTheMainWindowUsesIsRefusedWithAMessage)
         channels.set.users().claim(channels::ieee488, use);
         channels.forget();
         for (int i = 0; i < 2; ++i)
-            dialogs.expectMessage(QStringLiteral("The IEEE 488 Channel is in use: ") +
-                                  QString::fromLatin1(why));
+            dialogs.expectMessage(u"The IEEE 488 Channel is in use: "_s + QString::fromLatin1(why));
         act(board, "OptSbcCommMeth_1;cmdGetTcpip");
         // The meter is on that Channel whatever the method; the rest is not.
         act(board, "OptSbcCommMeth_0;cmdCal;cmdWriteCal");
@@ -205,8 +204,7 @@ TEST(BoardWindow, AFaultOfItsChannelEndsAnyOperationWithOneMessage)
                 bench.clock.after(at, close);
             act(bench.board, procedure);
             bench.clock.waitUntil([] { return false; }, 1, [] { return false; });
-            const QStringList told =
-                bench.dialogs.texts.filter(QStringLiteral("The RS 232 port is not"));
+            const QStringList told = bench.dialogs.texts.filter(u"The RS 232 port is not"_s);
             if (!wasRunning)
                 break;
             EXPECT_EQ(told.size(), 1) << procedure << " at " << at;
@@ -229,8 +227,8 @@ TEST_F(BoardWindowTest, AMethodChangedDuringACalibrationSplitsNoExchange)
     clock.after(25 + 100 + 25 + 100 + 1500 + 25 + 200, [this] { board.CallOptSbcCommMeth(2); });
     act(board, "txtChannel=1;cmdCal");
     EXPECT_TRUE(channels.bus.replies[FakeBoard::address].empty());
-    EXPECT_EQ(channels.tcp.sent.front(), "DAC  1, 2,1.0,0.0\r");
-    EXPECT_EQ(channels.tcp.sent.back(), "ADC? 1\r");
+    EXPECT_EQ(channels.tcpClient1.sent.front(), "DAC  1, 2,1.0,0.0\r");
+    EXPECT_EQ(channels.tcpClient1.sent.back(), "ADC? 1\r");
 }
 
 TEST_F(BoardWindowTest, TheKeyboardFocusComesBackAfterAnOperation)
@@ -309,9 +307,7 @@ TEST(BoardWindow, ClosedUnderAnyMessageBoxEndsTheProcedure)
         QSignalSpy closed(&bench.board, &frmSBC::closed);
         bench.asked = -2; // the write test's first two patterns are answered with 1 and with 2
         bench.channels.answer = [&bench](const QString &command) {
-            return !command.contains(u'?') ? QString()
-                   : ++bench.asked == 0    ? QStringLiteral("2")
-                                           : QStringLiteral("1,1,0");
+            return !command.contains(u'?') ? QString() : ++bench.asked == 0 ? u"2"_s : u"1,1,0"_s;
         };
         bench.dialogs.expectMessage(QString::fromLatin1(text), Dialogs::Answer::Yes, [&] {
             bench.channels.forget();

@@ -84,7 +84,7 @@ class PanelsTest : public BoardTest
 protected:
     void unlock()
     {
-        fill("txtSnPassword", QStringLiteral("Adm X/R"));
+        fill("txtSnPassword", u"Adm X/R"_s);
         board.identity->txtSnPassword_KeyDown(13);
     }
 };
@@ -110,12 +110,11 @@ TEST_F(PanelsTest, ASerialNumberIsSentTrimmedAndCheckedInItsFirstTwoPiecesOnly)
     unlock();
     for (const char *serial : {"07/0123", " 7/5 ", "07/0123/9", "99/9999", "0/0"}) {
         channels.forget();
-        dialogs.expectMessage(QStringLiteral("New serial number sent."));
+        dialogs.expectMessage(u"New serial number sent."_s);
         fill("txtSN", QString::fromLatin1(serial));
         act(board, "cmdSetSN");
-        EXPECT_EQ(channels.commands(),
-                  QStringList(QStringLiteral(":CALibrate:PICSerialNumber %1\r")
-                                  .arg(QString::fromLatin1(serial).trimmed())));
+        EXPECT_EQ(channels.commands(), QStringList(u":CALibrate:PICSerialNumber %1\r"_s.arg(
+                                           QString::fromLatin1(serial).trimmed())));
     }
 }
 
@@ -156,15 +155,15 @@ TEST_F(PanelsTest, AnAdcReplyGivesValueGainAndOffsetWhereItHoldsThem)
 
 TEST_F(PanelsTest, VoltsAndTheBertanSetAreRefusedBeforeTheEntryIsLookedAt)
 {
-    dialogs.expectMessage(QStringLiteral(
-        "Warning, you can not send data in volts while using the Bertan command set."));
+    dialogs.expectMessage(
+        u"Warning, you can not send data in volts while using the Bertan command set."_s);
     act(board, "chkBertanDac;txtSendDac_0=nonsense;cmdSendDac_0");
     EXPECT_TRUE(channels.commands().isEmpty());
-    EXPECT_EQ(shown(board, "lblReadDacLabel_3"), QStringLiteral("W 3"));
-    EXPECT_EQ(shown(board, "lblReadAdcLabel_0"), QStringLiteral("M 0"));
+    EXPECT_EQ(shown(board, "lblReadDacLabel_3"), u"W 3"_s);
+    EXPECT_EQ(shown(board, "lblReadAdcLabel_0"), u"M 0"_s);
     act(board, "chkBertanDac");
-    EXPECT_EQ(shown(board, "lblReadDacLabel_3"), QStringLiteral("DAC 3"));
-    EXPECT_EQ(shown(board, "lblReadAdcLabel_0"), QStringLiteral("ADC 0"));
+    EXPECT_EQ(shown(board, "lblReadDacLabel_3"), u"DAC 3"_s);
+    EXPECT_EQ(shown(board, "lblReadAdcLabel_0"), u"ADC 0"_s);
 }
 
 TEST_F(PanelsTest, ChangingTheUnitsConvertsWhatIsShownOnceAndLeavesOtherTexts)
@@ -175,7 +174,7 @@ TEST_F(PanelsTest, ChangingTheUnitsConvertsWhatIsShownOnceAndLeavesOtherTexts)
         const char *hex;
         const char *back;
     };
-    EXPECT_EQ(shown(board, "lblDacRange"), QStringLiteral("Range: 0 to 2.5 volts"));
+    EXPECT_EQ(shown(board, "lblDacRange"), u"Range: 0 to 2.5 volts"_s);
     for (const Row &row : {Row{"2.5", "FFFF", "2.50000"}, Row{"1.25", "8000", "1.25002"},
                            Row{"9", "FFFF", "2.50000"}, Row{"-1", "0", "0.00000"},
                            Row{"xyz", "xyz", "xyz"}, Row{"", "", ""}}) {
@@ -185,7 +184,7 @@ TEST_F(PanelsTest, ChangingTheUnitsConvertsWhatIsShownOnceAndLeavesOtherTexts)
         act(board, "optDacUnits_0;optDacUnits_0");
         for (const char *box : {"txtSendDac_0", "txtSetAllDac"})
             EXPECT_EQ(shown(board, box), QString::fromLatin1(row.hex));
-        EXPECT_EQ(shown(board, "lblDacRange"), QStringLiteral("Range: 0000 to FFFF hex"));
+        EXPECT_EQ(shown(board, "lblDacRange"), u"Range: 0000 to FFFF hex"_s);
         act(board, "optDacUnits_1");
         EXPECT_EQ(shown(board, "lblReadAdc_7"), QString::fromLatin1(row.back));
     }
@@ -194,7 +193,7 @@ TEST_F(PanelsTest, ChangingTheUnitsConvertsWhatIsShownOnceAndLeavesOtherTexts)
 TEST_F(PanelsTest, TheCalculatorTakesEightBitsAndShowsAnXForAnythingElse)
 {
     act(board, "txtBin_7=1;txtBin_5=1;txtBin_1= 1.0 ;txtBin_0=");
-    auto *lowest = board.findChild<QWidget *>(QStringLiteral("txtBin_0"));
+    auto *lowest = board.findChild<QWidget *>(u"txtBin_0"_s);
     for (const auto &[key, decimal, hex] :
          {std::tuple(Qt::Key_1, "163", "A3"), std::tuple(Qt::Key_2, "X", "X"),
           std::tuple(Qt::Key_Backspace, "163", "A3"), std::tuple(Qt::Key_Backspace, "X", "X")}) {
@@ -207,7 +206,7 @@ TEST_F(PanelsTest, TheCalculatorTakesEightBitsAndShowsAnXForAnythingElse)
 TEST_F(PanelsTest, TheSerialNumberUnlocksOnEnterWithThePhrase)
 {
     IdentityPanel &panel = *board.identity;
-    EXPECT_EQ(panel.txtSN->text(), QStringLiteral("00/0000"));
+    EXPECT_EQ(panel.txtSN->text(), u"00/0000"_s);
     act(board, "txtSnPassword=say aDM x/R!");
     panel.txtSnPassword_KeyDown(Qt::Key_Tab);
     EXPECT_FALSE(panel.txtSN->isEnabled());
@@ -222,8 +221,8 @@ TEST_F(PanelsTest, TheSerialNumberUnlocksOnEnterWithThePhrase)
 
 TEST_F(PanelsTest, ASerialNumberThatCouldNotBeSentIsNotReportedAsSent)
 {
-    channels.bus.fault = QStringLiteral("the adapter is gone");
-    dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\nthe adapter is gone"));
+    channels.bus.fault = u"the adapter is gone"_s;
+    dialogs.expectMessage(u"Error occurred in CmdSend\r\nthe adapter is gone"_s);
     board.identity->cmdSetSN_Click();
-    EXPECT_EQ(shown(board, "StatusBar1_2"), QStringLiteral("NO RESPONSE"));
+    EXPECT_EQ(shown(board, "StatusBar1_2"), u"NO RESPONSE"_s);
 }

@@ -10,7 +10,6 @@
 #include "windows/widgets/TextGrid.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -13,7 +13,7 @@ struct GpibDesk : ChannelDesk
     {
         host.listenTo(session);
         session.initialise();
-        channel.cboIEEEAddress->setCurrentText(QStringLiteral("5"));
+        channel.cboIEEEAddress->setCurrentText(u"5"_s);
         session.applyEntries();
     }
 
@@ -23,7 +23,7 @@ struct GpibDesk : ChannelDesk
     GpibTab channel{session};
 };
 
-const QString device = QStringLiteral("GPIB0::5");
+const QString device = u"GPIB0::5"_s;
 
 } // namespace
 
@@ -32,7 +32,7 @@ TEST(GpibChannel, ShowsTheConnectStringThatTheEntriesMake)
     GpibDesk desk;
     EXPECT_EQ(desk.channel.cboIEEEPort->count(), 4);
     EXPECT_EQ(desk.control.connectString(), device);
-    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral(" GPIB2 "));
+    desk.channel.cboIEEEPort->setCurrentText(u" GPIB2 "_s);
     EXPECT_EQ(desk.control.connectString(), u"GPIB2::5");
     EXPECT_EQ(desk.channel.lblConnectString->text(), u"GPIB2::5");
 }
@@ -46,8 +46,8 @@ TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
     for (const auto &goOn : next) {
         GpibDesk desk;
         desk.users.claim(channels::ieee488, ChannelUse::Board);
-        desk.channel.cboIEEEAddress->setCurrentText(QStringLiteral("9"));
-        desk.dialogs.expectMessage(QStringLiteral("Error occurred while trying to connect.\r\n") +
+        desk.channel.cboIEEEAddress->setCurrentText(u"9"_s);
+        desk.dialogs.expectMessage(u"Error occurred while trying to connect.\r\n"_s +
                                    ChannelUsers::told(channels::ieee488, ChannelUse::Board));
         desk.channel.cmdConnect_Click();
         EXPECT_EQ(desk.control.connectString(), device);
@@ -65,10 +65,10 @@ TEST(GpibChannel, EntriesWaitWhileSomebodyElseUsesTheControl)
 TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
 {
     GpibDesk desk;
-    desk.control.setConnectString(QStringLiteral("GPIB1::7"));
+    desk.control.setConnectString(u"GPIB1::7"_s);
     desk.control.setTimeout(2500);
     desk.channel.cmdConnect_Click();
-    EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("open GPIB1::7")});
+    EXPECT_EQ(desk.bus.calls, QStringList{u"open GPIB1::7"_s});
     EXPECT_EQ(desk.channel.cboIEEEPort->currentText(), u"GPIB1");
     EXPECT_EQ(desk.channel.cboIEEEAddress->currentText(), u"7");
     EXPECT_EQ(desk.channel.txtTimeout488->text(), u"2500");
@@ -76,9 +76,8 @@ TEST(GpibChannel, ConnectingShowsWhatTheControlHolds)
     EXPECT_EQ(desk.host.faults, QStringList(channelTexts::nothingToDisconnect));
     EXPECT_TRUE(desk.session.isOpen());
 
-    desk.bus.fault = QStringLiteral("no adapter");
-    desk.dialogs.expectMessage(
-        QStringLiteral("Error occurred while trying to connect.\r\nno adapter"));
+    desk.bus.fault = u"no adapter"_s;
+    desk.dialogs.expectMessage(u"Error occurred while trying to connect.\r\nno adapter"_s);
     desk.channel.cmdConnect_Click();
     EXPECT_FALSE(desk.session.isOpen());
 }
@@ -96,7 +95,7 @@ TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
         EXPECT_EQ(desk.control.timeout(), expected);
         EXPECT_EQ(entry.text(), QString::number(expected));
     }
-    QTest::keyClicks(&entry, QStringLiteral("0"));
+    QTest::keyClicks(&entry, u"0"_s);
     EXPECT_TRUE(entry.font().bold()) << "edit pending";
     EXPECT_EQ(desk.control.timeout(), 250);
     QTest::keyClick(&entry, Qt::Key_Return);
@@ -104,11 +103,11 @@ TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
     EXPECT_EQ(desk.control.timeout(), 2500);
     QTest::mouseClick(&entry, Qt::LeftButton);
     EXPECT_TRUE(entry.font().bold());
-    QTest::keyClicks(&entry, QStringLiteral("1"));
+    QTest::keyClicks(&entry, u"1"_s);
     desk.channel.cmdConnect_Click(); // by its mnemonic: the entry keeps the focus
     EXPECT_EQ(desk.control.timeout(), 25001);
     EXPECT_FALSE(entry.font().bold());
-    entry.setText(QStringLiteral("300"));
+    entry.setText(u"300"_s);
     for (const auto &[reason, applied] :
          {std::pair(Qt::PopupFocusReason, 25001), std::pair(Qt::MenuBarFocusReason, 25001),
           std::pair(Qt::TabFocusReason, 300)}) {
@@ -131,16 +130,15 @@ TEST(GpibChannel, ThePointerAndTheStatusLineSayThatAConnectTakesItsTime)
     desk.channel.cmdConnect_Click();
     EXPECT_TRUE(isQuiet());
     EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to GPIB0::5 through fake adapter");
-    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral("GPIB2"));
+    desk.channel.cboIEEEPort->setCurrentText(u"GPIB2"_s);
     EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to board GPIB0, not to GPIB2::5");
-    desk.channel.cboIEEEPort->setCurrentText(QStringLiteral("GPIB0"));
+    desk.channel.cboIEEEPort->setCurrentText(u"GPIB0"_s);
     desk.control.forgetAdapter(0);
     EXPECT_EQ(desk.channel.lblPlace->text(), QString());
 
-    desk.bus.fault = QStringLiteral("no adapter");
-    desk.dialogs.expectMessage(
-        QStringLiteral("Error occurred while trying to connect.\r\nno adapter"),
-        Dialogs::Answer::Ok, [&] { EXPECT_TRUE(isQuiet()); });
+    desk.bus.fault = u"no adapter"_s;
+    desk.dialogs.expectMessage(u"Error occurred while trying to connect.\r\nno adapter"_s,
+                               Dialogs::Answer::Ok, [&] { EXPECT_TRUE(isQuiet()); });
     desk.channel.cmdConnect_Click();
     desk.bus.fault.clear();
     desk.bus.onOpen = [&] { desk.control.shutDown(); }; // the window closes
@@ -154,7 +152,7 @@ TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)
     desk.bus.replies[device] = {"MAKER,\r\nMODEL\r\n"};
     desk.module.GpibTransfer = desk.module.SendMode = true;
     desk.channel.cmdIDN_Click();
-    EXPECT_EQ(desk.bus.calls, QStringList{QStringLiteral("write GPIB0::5 *IDN?\r")});
+    EXPECT_EQ(desk.bus.calls, QStringList{u"write GPIB0::5 *IDN?\r"_s});
     EXPECT_FALSE(desk.session.isReadDone());
     desk.session.Timer1_Timer();
     EXPECT_TRUE(desk.session.isReadDone());
@@ -169,11 +167,11 @@ TEST(GpibChannel, ReadsTheReplyOnePeriodAfterTheCommand)
         desk.channel.cmdSend_Click();
         desk.session.Timer1_Timer();
     }
-    EXPECT_EQ(desk.host.notes, (QStringList{QStringLiteral("IEEE 488: the reply is incomplete: its "
-                                                           "end did not come in time"),
+    EXPECT_EQ(desk.host.notes, (QStringList{u"IEEE 488: the reply is incomplete: its "
+                                            "end did not come in time"_s,
                                             QString()}))
         << "said until a reply is whole";
-    desk.channel.cboMs->setEditText(QStringLiteral("2000"));
+    desk.channel.cboMs->setEditText(u"2000"_s);
     desk.channel.cboMs_Change();
     EXPECT_EQ(desk.session.Timer1->interval(), 2000);
     EXPECT_EQ(desk.session.TimerTransfer->interval(), 500) << "a list keeps its own pace here";
@@ -208,14 +206,13 @@ TEST(GpibChannel, AnAdapterThatGoesAwayIsToldOnce)
     GpibDesk desk;
     desk.channel.chkLoop->setChecked(true);
     desk.session.Timer1_Timer();
-    desk.bus.fault = QStringLiteral("the adapter has gone");
-    desk.dialogs.expectMessage(
-        QStringLiteral("Error occurred while trying to read.\r\nthe adapter has gone"));
+    desk.bus.fault = u"the adapter has gone"_s;
+    desk.dialogs.expectMessage(u"Error occurred while trying to read.\r\nthe adapter has gone"_s);
     for (int tick = 0; tick < 4; ++tick)
         desk.session.Timer1_Timer();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
 
-    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    desk.dialogs.expectMessage(u"Error occurred in CmdSend"_s);
     desk.channel.cmdSend_Click();
     const auto calls = desk.bus.calls.size();
     desk.session.Timer1_Timer();
@@ -235,7 +232,7 @@ TEST(GpibChannel, AReadThatWaitsIsNeverInterleavedAndEndsWithTheWindow)
     desk.channel.cmdSend_Click();
     desk.clock.after(10, [&] {
         desk.session.Timer1_Timer(); // skipped: the control is busy
-        desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+        desk.dialogs.expectMessage(u"Error occurred in CmdSend"_s);
         desk.channel.cmdSend_Click();
     });
     desk.clock.after(20, [&] {
@@ -243,7 +240,6 @@ TEST(GpibChannel, AReadThatWaitsIsNeverInterleavedAndEndsWithTheWindow)
         desk.control.shutDown();
     });
     desk.session.Timer1_Timer();
-    EXPECT_EQ(desk.bus.calls, (QStringList{QStringLiteral("write GPIB0::5 *IDN?\r"),
-                                           QStringLiteral("read GPIB0::5")}));
+    EXPECT_EQ(desk.bus.calls, (QStringList{u"write GPIB0::5 *IDN?\r"_s, u"read GPIB0::5"_s}));
     EXPECT_EQ(desk.channel.txtIn->text(), QString());
 }

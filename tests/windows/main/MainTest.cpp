@@ -49,11 +49,11 @@ TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouc
     desk.main.show();
     ASSERT_TRUE(soon([&] { return static_cast<bool>(desk.addressWanted); }));
     QLineEdit &typed = *desk.main.tcpTab(4).txtAddress;
-    QTest::keyClicks(&typed, QStringLiteral("x"));
-    desk.dialogs.expectMessage({.text = QStringLiteral("Authoritative answer host not found."),
-                                .icon = Dialogs::Icon::Exclamation});
+    QTest::keyClicks(&typed, u"x"_s);
+    desk.dialogs.expectMessage(
+        {.text = u"Authoritative answer host not found."_s, .icon = Dialogs::Icon::Exclamation});
     desk.addressWanted({.failure = 11001});
-    desk.addressWanted({.text = QStringLiteral("192.168.1.20")});
+    desk.addressWanted({.text = u"192.168.1.20"_s});
     EXPECT_EQ(desk.main.tcpTab(3).txtAddress->text(), u"192.168.1.20");
     EXPECT_EQ(typed.text(), u"x");
     desk.addressWanted({.failure = 11001}); // nobody asks any more
@@ -64,7 +64,7 @@ TEST(Main, NoCommandBringsALineEndOfItsOwnToAWire)
     MainDesk desk;
     desk.connectAll();
     for (int index = 0; index < channelCount; ++index) {
-        desk.channels.at(index).setCommand(QStringLiteral("A\r\nB\n"));
+        desk.channels.at(index).setCommand(u"A\r\nB\n"_s);
         desk.main.cmdSend_Click_Public(index);
     }
     EXPECT_EQ(desk.rs485.written.back(), ">01 A B\r");
@@ -97,7 +97,7 @@ TEST(Main, ChannelsRunSideBySide)
     MainDesk desk;
     desk.connectAll();
     for (int index = 0; index < channelCount; ++index) {
-        desk.channels.at(index).setCommand(QStringLiteral("C%1").arg(index));
+        desk.channels.at(index).setCommand(u"C%1"_s.arg(index));
         desk.main.channel(index)->chkLoop->setChecked(true);
         desk.main.Timer1_Timer(index);
     }
@@ -116,12 +116,12 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
 {
     MainDesk desk;
     desk.connectAll();
-    QFile list(desk.folder.filePath(QStringLiteral("a.kms")));
+    QFile list(desk.folder.filePath(u"a.kms"_s));
     ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write("= SP 1\n= T 2\n") > 0);
     list.close();
     ASSERT_EQ(desk.list.OpenFile(list.fileName()), ListContents::End::Complete);
     const QTimer &timer = *desk.channels.at(1).TimerTransfer;
-    desk.main.channel(1)->cboMs->setEditText(QStringLiteral("3600000"));
+    desk.main.channel(1)->cboMs->setEditText(u"3600000"_s);
     desk.main.channel(1)->cboMs_Change();
     desk.main.showChannel(1);
     desk.main.commandList->cmdSendList->click();
@@ -138,8 +138,8 @@ TEST(Main, EveryPieceOfAReplyLetsTheRowsIntervalBeginAnewAndAClosedChannelIsSaid
     EXPECT_EQ(desk.list.text(1, 3), u"ALPHA");
 
     desk.main.TimerTransfer_Timer(1);
-    Q_EMIT desk.channels.at(1).noteChanged(QStringLiteral("the reply is cut"));
-    desk.rs232.unplug(QStringLiteral("the device went away"));
+    Q_EMIT desk.channels.at(1).noteChanged(u"the reply is cut"_s);
+    desk.rs232.unplug(u"the device went away"_s);
     const QString said = desk.main.lblFaults->text();
     for (const char *part : {"row 2 of 2", "press Send", "; the device went away", "; the reply"})
         EXPECT_TRUE(said.contains(QLatin1String(part))) << part;
@@ -173,14 +173,12 @@ TEST(Main, LogsWhileAnyBoxIsCheckedAndSaysAFailureOnce)
     desk.main.channel(4)->chkLog->setChecked(false);
     EXPECT_TRUE(desk.main.shpLog->isHidden());
 
-    const QString blocked = desk.folder.filePath(QStringLiteral("Log.txt"));
+    const QString blocked = desk.folder.filePath(u"Log.txt"_s);
     QDir().mkdir(blocked);
     desk.main.channel(3)->chkLog->setChecked(true);
     desk.tcpClient1.feed("A");
-    desk.dialogs.expectMessage(
-        QStringLiteral("The log cannot be written; logging has been switched off.\r\n"
-                       "%1: it is no regular file")
-            .arg(blocked));
+    desk.dialogs.expectMessage(u"The log cannot be written; logging has been switched off.\r\n"
+                               "%1: it is no regular file"_s.arg(blocked));
     auto *log = desk.main.findChild<TrafficLog *>();
     log->TimerLog_Timer();
     QCoreApplication::processEvents();
@@ -197,8 +195,7 @@ TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)
         for (QWidget *next = channel.txtIn->nextInFocusChain(); next != channel.txtIn;
              next = next->nextInFocusChain())
             order.append(next);
-        const QString entry =
-            index == 2 ? QStringLiteral("txtTimeout488") : QStringLiteral("txtPort_%1").arg(index);
+        const QString entry = index == 2 ? u"txtTimeout488"_s : u"txtPort_%1"_s.arg(index);
         QWidget *const expected[] = {channel.findChild<QLineEdit *>(entry), channel.cmdConnect,
                                      channel.cmdDisconnect, channel.cboOut, channel.cmdStop};
         for (size_t place = 1; place < std::size(expected); ++place)

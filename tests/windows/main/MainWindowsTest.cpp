@@ -13,7 +13,6 @@
 #include "windows/widgets/TextGrid.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 TEST(Main, ClosingDisconnectsEveryChannelAndThenUnloadsTheOtherWindows)
 {
@@ -21,7 +20,7 @@ TEST(Main, ClosingDisconnectsEveryChannelAndThenUnloadsTheOtherWindows)
     desk.connectAll();
     desk.main.show();
     desk.main.mnuHelp_Click();
-    QWidget *guide = desk.main.findChild<QWidget *>(QStringLiteral("GuideWindow"));
+    QWidget *guide = desk.main.findChild<QWidget *>(u"GuideWindow"_s);
     desk.main.mnuSBC->trigger();
     QWidget &board = *desk.main.boardWindows().boardWindow();
     bool othersOpen = false; // while the last Channel is disconnected
@@ -60,8 +59,8 @@ TEST(Main, AClosingInAWaitOrUnderAMessageBoxIsHeldUntilItHasUnwound)
     boxed.main.show();
     QSignalSpy boxedClosed(&boxed.main, &Main::closed);
     boxed.dialogs.expectMessage(
-        QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
-        Dialogs::Answer::Ok, [&] {
+        u"The RS 485 port is not connected.  Please connect and try again."_s, Dialogs::Answer::Ok,
+        [&] {
             boxed.main.close();
             EXPECT_TRUE(boxedClosed.empty());
         });
@@ -139,7 +138,7 @@ TEST(Main, WhoeverUsesAChannelKeepsTheOthersFromThatChannelOnly)
             EXPECT_EQ(users.refusal(each, ChannelUse::Send),
                       each == channel ? ChannelUsers::told(each, use) : QString());
     };
-    desk.main.commandList->flexgridVDL->cells().setText(1, 1, QStringLiteral("A"));
+    desk.main.commandList->flexgridVDL->cells().setText(1, 1, u"A"_s);
     for (const int channel : {channels::rs232, channels::ieee488, channels::tcpIp1}) {
         main.channel(channel)->chkLoop->setChecked(true);
         expectUse(channel, ChannelUse::Loop);
@@ -173,12 +172,11 @@ TEST(Main, AChannelThatIsDisconnectedEndsTheBoardsOperationAndSaysSo)
     desk.connectAll();
     desk.main.mnuSBC->trigger();
     frmSBC &board = *desk.main.boardWindows().boardWindow();
-    const QString rs232 =
-        QStringLiteral("The RS 232 port is not connected.  Please connect and try again.");
-    const QString tcp = QStringLiteral("TCP/IP1 is not connected.  Please connect and try again.");
+    const QString rs232 = u"The RS 232 port is not connected.  Please connect and try again."_s;
+    const QString tcp = u"TCP/IP1 is not connected.  Please connect and try again."_s;
     const std::pair<int, std::function<void()>> ends[] = {
         {0, [&] { desk.main.cmdDisconnect_Click(1); }},
-        {0, [&] { desk.rs232.unplug(QStringLiteral("unplugged")); }},
+        {0, [&] { desk.rs232.unplug(u"unplugged"_s); }},
         {2, [&] { desk.main.cmdDisconnect_Click(3); }},
         {2, [&] { desk.tcpClient1.setState(SocketState::PeerClosing); }}};
     for (const auto &[method, end] : ends) {
@@ -194,12 +192,11 @@ TEST(Main, AChannelThatIsDisconnectedEndsTheBoardsOperationAndSaysSo)
         board.calibration->cmdWriteCal_Click();
     }
     board.CallOptSbcCommMeth(1);
-    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\n") +
-                               boardTexts::channelClosed);
+    desk.dialogs.expectMessage(u"Error occurred in CmdSend\r\n"_s + boardTexts::channelClosed);
     desk.clock.after(1000, [&] { desk.main.gpibTab().cmdDisconnect->click(); });
     board.calibration->cmdScanCals_Click();
-    desk.bus.fault = QStringLiteral("no controller");
-    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend\r\nno controller"));
+    desk.bus.fault = u"no controller"_s;
+    desk.dialogs.expectMessage(u"Error occurred in CmdSend\r\nno controller"_s);
     board.calibration->cmdScanCals_Click();
 }
 
@@ -220,9 +217,7 @@ TEST(Main, TheBoardWindowChosenAgainWhileItClosesOpensAfterwardsAndItsStateStays
         EXPECT_EQ(windows.boardWindow() != nullptr, isOpen) << choices;
         EXPECT_EQ(desk.main.mnuSBC->isChecked(), isOpen) << choices;
         EXPECT_EQ(desk.main.lblFaults->text(),
-                  isOpen
-                      ? QString()
-                      : QStringLiteral("VXM250E window closed.  Not saved to EEPROM: channel 3"));
+                  isOpen ? QString() : u"VXM250E window closed.  Not saved to EEPROM: channel 3"_s);
         testing::internal::CaptureStderr(); // of a program without debug messages
         windows.shutDown();
         EXPECT_NE(testing::internal::GetCapturedStderr().find("corvane: Not saved to EEPROM: chan"),

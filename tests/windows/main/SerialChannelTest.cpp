@@ -14,10 +14,10 @@ struct SerialDesk : ChannelDesk
         , channel(session)
     {
         host.listenTo(session);
-        addressed.setAddress(QStringLiteral("05"));
+        addressed.setAddress(u"05"_s);
         session.initialise();
         if (channel.cboAddress485)
-            channel.cboAddress485->setCurrentText(QStringLiteral("05"));
+            channel.cboAddress485->setCurrentText(u"05"_s);
     }
 
     FakeSerialPort port;
@@ -80,9 +80,8 @@ TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
 
 TEST(SerialChannel, ASendOnAClosedPortIsToldAndNeitherLoopNorRunEnds)
 {
-    const QString texts[] = {
-        QStringLiteral("The RS 485 port is not connected.  Please connect and try again."),
-        QStringLiteral("The RS 232 port is not connected.  Please connect and try again.")};
+    const QString texts[] = {u"The RS 485 port is not connected.  Please connect and try again."_s,
+                             u"The RS 232 port is not connected.  Please connect and try again."_s};
     for (const int index : {channels::rs485, channels::rs232}) {
         SerialDesk desk(index);
         desk.channel.chkLoop->setChecked(true);
@@ -100,10 +99,10 @@ TEST(SerialChannel, ASendOnAClosedPortIsToldAndNeitherLoopNorRunEnds)
 TEST(SerialChannel, ConnectingOpensOnceAndAFaultIsTold)
 {
     SerialDesk desk(channels::rs485);
-    desk.channel.txtPort->setText(QStringLiteral("7"));
-    desk.port.failOpen = QStringLiteral("serial port 7: there is no such port");
-    desk.dialogs.expectMessage(QStringLiteral(
-        "Error occurred while trying to connect.\r\nserial port 7: there is no such port"));
+    desk.channel.txtPort->setText(u"7"_s);
+    desk.port.failOpen = u"serial port 7: there is no such port"_s;
+    desk.dialogs.expectMessage(
+        u"Error occurred while trying to connect.\r\nserial port 7: there is no such port"_s);
     desk.channel.cmdConnect_Click();
     EXPECT_EQ(desk.port.commPort(), 7);
     EXPECT_EQ(desk.channel.lblStatus->text(), u"Port Closed");
@@ -114,7 +113,7 @@ TEST(SerialChannel, ConnectingOpensOnceAndAFaultIsTold)
     EXPECT_EQ(desk.port.opened, 1);
     EXPECT_EQ(desk.channel.lblStatus->text(), u"Port Open");
 
-    QTest::keyClicks(desk.channel.txtPort, QStringLiteral("2"));
+    QTest::keyClicks(desk.channel.txtPort, u"2"_s);
     EXPECT_EQ(desk.port.closed, 1) << "the first key closes the port";
 }
 
@@ -133,23 +132,21 @@ TEST(SerialChannel, APortEntryMeansWhatItSaysAndTheOpenPortIsShown)
         desk.channel.cmdConnect_Click();
         EXPECT_EQ(desk.port.commPort(), number);
         EXPECT_EQ(desk.port.device(), device);
-        EXPECT_EQ(desk.channel.lblPlace->text(),
-                  QStringLiteral("Connected to ") + desk.session.place());
+        EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to "_s + desk.session.place());
     }
     const int opened = desk.port.opened;
     for (const char16_t *wrong : {u"", u"2x", u"1.6", u"1e1", u"-"}) {
         const QString entry = QString::fromUtf16(wrong);
         desk.channel.txtPort->setText(entry);
         desk.dialogs.expectMessage(
-            QStringLiteral(
-                "Error occurred while trying to connect.\r\nthe port \"%1\" is not a number")
-                .arg(entry));
+            u"Error occurred while trying to connect.\r\nthe port \"%1\" is not a number"_s.arg(
+                entry));
         desk.channel.cmdConnect_Click();
     }
-    desk.channel.txtPort->setText(QStringLiteral("99999999999"));
-    desk.dialogs.expectMessage(QStringLiteral(
-        "Error occurred while trying to connect.\r\nserial port 99999999999: there is no such "
-        "port; the numbers go from 1 to 2147483647"));
+    desk.channel.txtPort->setText(u"99999999999"_s);
+    desk.dialogs.expectMessage(
+        u"Error occurred while trying to connect.\r\nserial port 99999999999: there is no such "
+        "port; the numbers go from 1 to 2147483647"_s);
     desk.channel.cmdConnect_Click();
     EXPECT_EQ(desk.port.opened, opened);
 }
@@ -164,10 +161,10 @@ TEST(SerialChannel, AnUnpluggedPortIsSaidOnceWithoutABoxAndTheLoopGoesQuiet)
     desk.session.Timer1_Timer();
     EXPECT_FALSE(desk.channel.shpComm->isBright());
     desk.session.Timer1_Timer();
-    desk.port.unplug(QStringLiteral("/dev/ttyUSB0 has gone"));
+    desk.port.unplug(u"/dev/ttyUSB0 has gone"_s);
     desk.session.Timer1_Timer();
     desk.session.Timer1_Timer();
-    EXPECT_EQ(desk.host.faults, QStringList{QStringLiteral("/dev/ttyUSB0 has gone")});
+    EXPECT_EQ(desk.host.faults, QStringList{u"/dev/ttyUSB0 has gone"_s});
     EXPECT_EQ(desk.port.written.size(), 3U);
     EXPECT_EQ(desk.channel.lblStatus->text(), u"Port Closed");
     EXPECT_FALSE(desk.channel.shpComm->isBright());
@@ -178,8 +175,8 @@ TEST(SerialChannel, AFaultInALoopIsToldOnceAndSwitchesTheLoopOff)
     SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     desk.channel.chkLoop->setChecked(true);
-    desk.port.failWrite = QStringLiteral("the port has failed");
-    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"), Dialogs::Answer::Ok,
+    desk.port.failWrite = u"the port has failed"_s;
+    desk.dialogs.expectMessage(u"Error occurred in CmdSend"_s, Dialogs::Answer::Ok,
                                [&desk] { EXPECT_EQ(desk.host.failedSends, 0); });
     desk.session.Timer1_Timer();
     desk.session.Timer1_Timer();
@@ -193,9 +190,9 @@ TEST(Channel, KeepsTwentyOneCommandsAndDropsTheOldest)
     desk.channel.cmdConnect_Click();
     QComboBox &history = *desk.channel.cboOut;
     for (int number = 1; number <= 22; ++number) {
-        desk.session.setCommand(QStringLiteral("CMD%1").arg(number));
+        desk.session.setCommand(u"CMD%1"_s.arg(number));
         QTest::keyClick(&history, Qt::Key_Return);
-        EXPECT_EQ(history.currentText(), QStringLiteral("CMD%1").arg(number));
+        EXPECT_EQ(history.currentText(), u"CMD%1"_s.arg(number));
     }
     ASSERT_EQ(history.count(), 21);
     EXPECT_EQ(history.itemText(0), u"CMD2");
@@ -210,16 +207,15 @@ TEST(Channel, SendsHostileCommandsWholeAndRefusesWhatHasNoByte)
     SerialDesk desk(channels::rs232);
     desk.channel.cmdConnect_Click();
     const QString hundredKilobytes(100'000, u'x');
-    for (const QString &command :
-         {QString(), hundredKilobytes, QStringLiteral("\u00e4\u0085\u00ff")}) {
+    for (const QString &command : {QString(), hundredKilobytes, u"\u00e4\u0085\u00ff"_s}) {
         desk.session.setCommand(command);
         desk.channel.cmdSend_Click();
         EXPECT_EQ(desk.port.written.back(), command.toLatin1() + '\r');
     }
     const auto sent = desk.port.written.size();
-    desk.session.setCommand(QStringLiteral("SET 5 \u20ac"));
-    desk.dialogs.expectMessage(QStringLiteral(
-        "The command holds a character that cannot be sent: \"\u20ac\".  Nothing was sent."));
+    desk.session.setCommand(u"SET 5 \u20ac"_s);
+    desk.dialogs.expectMessage(
+        u"The command holds a character that cannot be sent: \"\u20ac\".  Nothing was sent."_s);
     desk.channel.cmdSend_Click();
     EXPECT_EQ(desk.port.written.size(), sent);
 }
@@ -261,7 +257,7 @@ TEST(Channel, APeriodStillBeingTypedCountsForWhatTheUserStartsButNotForALoopThat
         start();
         EXPECT_EQ(session.Timer1->interval(), period);
     }
-    channel.cboMs->setEditText(QStringLiteral("5"));
+    channel.cboMs->setEditText(u"5"_s);
     session.Timer1_Timer();
     EXPECT_EQ(channel.cboMs->currentText(), u"5");
     session.send(); // a row of a list

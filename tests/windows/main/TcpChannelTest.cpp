@@ -13,7 +13,7 @@ struct TcpDesk : ChannelDesk
         , channel(session)
     {
         host.listenTo(session);
-        channel.txtAddress->setText(QStringLiteral("127.0.0.1"));
+        channel.txtAddress->setText(u"127.0.0.1"_s);
         session.initialise();
     }
 
@@ -35,7 +35,7 @@ using Pieces = std::vector<QByteArray>;
 TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
 {
     TcpDesk desk(channels::tcpIp1);
-    desk.channel.txtPort->setText(QStringLiteral("5025"));
+    desk.channel.txtPort->setText(u"5025"_s);
     desk.client.setState(SocketState::PeerClosing);
     QTest::keyClick(desk.channel.txtAddress, Qt::Key_Return);
     EXPECT_EQ(desk.client.remoteHost(), u"127.0.0.1");
@@ -43,7 +43,7 @@ TEST(TcpChannel, ConnectsToTheEntriesFromAnyStateButConnected)
     EXPECT_EQ(desk.client.closes, 1) << "closed first";
     desk.channel.cmdConnect_Click();
     EXPECT_EQ(desk.client.connects, 1) << "already connected: ignored";
-    desk.channel.txtAddress->setText(QStringLiteral("elsewhere"));
+    desk.channel.txtAddress->setText(u"elsewhere"_s);
     EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to 127.0.0.1 port 5025");
 
     desk.channel.chkLoop->setChecked(true);
@@ -58,30 +58,28 @@ TEST(TcpChannel, ShowsEveryStateAndLeavesTheTextOnAnError)
 {
     TcpDesk desk(channels::tcpIp1);
     const QStringList states =
-        QStringLiteral("Closed|Open|Listening|Connection Pending|Resolving host|Host "
-                       "resolved|Connecting|Connected|"
-                       "Peer is closing the connection|Peer is closing the connection")
-            .split(u'|');
+        u"Closed|Open|Listening|Connection Pending|Resolving host|Host "
+        "resolved|Connecting|Connected|"
+        "Peer is closing the connection|Peer is closing the connection"_s.split(u'|');
     for (int state = 0; state < 10; ++state) {
         desk.client.setState(static_cast<SocketState>(state));
         desk.session.Timer1_Timer();
-        EXPECT_EQ(desk.channel.lblStatus->text(), QStringLiteral("Socket ") + states[state]);
+        EXPECT_EQ(desk.channel.lblStatus->text(), u"Socket "_s + states[state]);
     }
 }
 
 TEST(TcpChannel, AFailedConnectionIsToldWithoutASeparatorAndThenClosed)
 {
     TcpDesk desk(channels::tcpIp2);
-    desk.dialogs.expectMessage(QStringLiteral("Errorconnection refused"), Dialogs::Answer::Ok,
+    desk.dialogs.expectMessage(u"Errorconnection refused"_s, Dialogs::Answer::Ok,
                                [&] { EXPECT_EQ(desk.client.state(), SocketState::Error); });
-    desk.client.fail(10061, QStringLiteral("connection refused"));
+    desk.client.fail(10061, u"connection refused"_s);
     EXPECT_EQ(desk.client.state(), SocketState::Closed);
 
     for (const char16_t *wrong : {u"", u"abc", u"5000x"}) {
         const QString entry = QString::fromUtf16(wrong);
-        desk.dialogs.expectMessage(QStringLiteral("Error occurred while trying to connect.\r\n"
-                                                  "the port \"%1\" is not a number from 1 to 65535")
-                                       .arg(entry));
+        desk.dialogs.expectMessage(u"Error occurred while trying to connect.\r\n"
+                                   "the port \"%1\" is not a number from 1 to 65535"_s.arg(entry));
         desk.channel.txtPort->setText(entry);
         desk.channel.cmdConnect_Click();
     }
@@ -91,28 +89,27 @@ TEST(TcpChannel, AFailedConnectionIsToldWithoutASeparatorAndThenClosed)
 TEST(TcpChannel, EditingThePortOfAConnectedSocketIsRefusedAtEachChange)
 {
     TcpDesk desk(channels::tcpIp1);
-    desk.channel.txtPort->setText(QStringLiteral("6000"));
+    desk.channel.txtPort->setText(u"6000"_s);
     EXPECT_EQ(desk.client.remotePort(), 6000) << "taken over at once";
     for (const char16_t *noNumber : {u"", u"7000x", u"1.6"})
         desk.channel.txtPort->setText(QString::fromUtf16(noNumber));
     EXPECT_EQ(desk.client.remotePort(), 6000);
     desk.client.setState(SocketState::Connected);
-    const QString refusal = QStringLiteral(
-        "You are already connected.  To change the port number, you must first disconnect.");
+    const QString refusal =
+        u"You are already connected.  To change the port number, you must first disconnect."_s;
     desk.dialogs.expectMessage(refusal);
     desk.dialogs.expectMessage(refusal);
-    QTest::keyClicks(desk.channel.txtPort, QStringLiteral("70"));
+    QTest::keyClicks(desk.channel.txtPort, u"70"_s);
     EXPECT_EQ(desk.client.remotePort(), 6000);
 }
 
 TEST(TcpChannel, ASendOnAClosedSocketGoesBackToPort5000)
 {
-    const QString texts[] = {
-        QStringLiteral("TCP/IP1 is not connected.  Please connect and try again."),
-        QStringLiteral("TCP/IP2 is not connected.  Please connect and try again.")};
+    const QString texts[] = {u"TCP/IP1 is not connected.  Please connect and try again."_s,
+                             u"TCP/IP2 is not connected.  Please connect and try again."_s};
     for (const int index : {channels::tcpIp1, channels::tcpIp2}) {
         TcpDesk desk(index);
-        desk.channel.txtPort->setText(QStringLiteral("6000"));
+        desk.channel.txtPort->setText(u"6000"_s);
         desk.client.setState(SocketState::PeerClosing);
         desk.dialogs.expectMessage(texts[index - channels::tcpIp1]);
         desk.channel.cmdSend_Click();
@@ -126,7 +123,7 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
 {
     TcpDesk desk(channels::tcpIp1);
     desk.channel.cmdConnect_Click();
-    desk.sendText(QStringLiteral("A;B;C"));
+    desk.sendText(u"A;B;C"_s);
     EXPECT_EQ(desk.client.sent, Pieces{"A;B;C\r"});
     desk.client.feed("first\r\n");
     desk.client.feed("sec\r\nond\n\r\n");
@@ -134,8 +131,8 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
     EXPECT_EQ(desk.host.gridCell, "second\n");
     EXPECT_EQ(desk.host.replies, 2);
     EXPECT_TRUE(desk.host.notes.last().contains(u"newest one alone"));
-    desk.host.faults = {QStringLiteral("of the command before")};
-    desk.sendText(QStringLiteral("D"));
+    desk.host.faults = {u"of the command before"_s};
+    desk.sendText(u"D"_s);
     EXPECT_EQ(desk.host.faults, QStringList());
     EXPECT_EQ(desk.host.notes.last(), QString()) << "it was about the command before";
 }
@@ -144,7 +141,7 @@ TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
 {
     TcpDesk desk(channels::tcpIp2);
     desk.channel.cmdConnect_Click();
-    desk.sendText(QStringLiteral("A;B;"));
+    desk.sendText(u"A;B;"_s);
     EXPECT_EQ(desk.client.sent, Pieces{"A\r"});
     desk.channel.chkLoop->setChecked(true);
     desk.session.Timer1_Timer();
@@ -164,8 +161,8 @@ TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
 {
     TcpDesk desk(channels::tcpIp2);
     desk.channel.cmdConnect_Click();
-    desk.sendText(QStringLiteral("X;Y"));
-    desk.sendText(QStringLiteral("A;B;;C"));
+    desk.sendText(u"X;Y"_s);
+    desk.sendText(u"A;B;;C"_s);
     EXPECT_EQ(desk.client.sent, (Pieces{"X\r", "A\r"}));
     EXPECT_EQ(desk.host.faults.size(), 1);
     desk.client.setState(SocketState::PeerClosing);
@@ -173,12 +170,12 @@ TEST(TcpChannel, AnotherCommandOrTheEndOfTheConnectionDropsTheRestOfACommand)
     desk.channel.cmdConnect_Click();
     desk.client.feed("late");
     EXPECT_EQ(desk.client.sent, (Pieces{"X\r", "A\r"}));
-    desk.sendText(QStringLiteral("D;E"));
+    desk.sendText(u"D;E"_s);
     EXPECT_EQ(desk.client.sent.back(), "D\r");
-    desk.client.failSend = QStringLiteral("network is down");
+    desk.client.failSend = u"network is down"_s;
     desk.client.feed("reply"); // not told from within the socket's own frame
     EXPECT_FALSE(desk.session.TimerTransfer->isActive());
-    desk.dialogs.expectMessage(QStringLiteral("Error occurred in CmdSend"));
+    desk.dialogs.expectMessage(u"Error occurred in CmdSend"_s);
     QCoreApplication::processEvents();
     EXPECT_EQ(desk.host.faults.last(), desk.client.failSend);
 }
@@ -187,7 +184,7 @@ TEST(TcpChannel, ALoopBeginsItsCommandAnewWhenAnAnswerIsLost)
 {
     TcpDesk desk(channels::tcpIp2);
     desk.channel.cmdConnect_Click();
-    desk.sendText(QStringLiteral("A;B"));
+    desk.sendText(u"A;B"_s);
     desk.channel.chkLoop->setChecked(true);
     desk.session.Timer1_Timer();
     EXPECT_EQ(desk.client.sent, Pieces{"A\r"}) << "sent by hand a moment ago";
@@ -223,7 +220,7 @@ TEST(TcpChannel, AFloodKeepsItsNewest64MegabytesAndSaysOnceThatOlderTextIsGone)
     EXPECT_EQ(kept.size() + desk.session.response().dropped(), 100'000'000);
     EXPECT_TRUE(kept.endsWith('9') && kept[kept.size() - 10'000'001] == '8');
     EXPECT_TRUE(desk.host.notes.size() == 1 && desk.host.notes[0].contains(u"newest 64 MB"));
-    desk.sendText(QStringLiteral("next"));
+    desk.sendText(u"next"_s);
     desk.client.feed("whole");
     EXPECT_EQ(desk.host.notes.last(), QString());
 }

@@ -23,7 +23,7 @@ protected:
     {
         window = std::make_unique<frmSBCPrint>(
             ReportedBoard{board.session(), board.link(), board.calibration->table()}, remembered,
-            dialogs, QStringLiteral("1.2.3"));
+            dialogs, u"1.2.3"_s);
         QObject::connect(&board, &frmSBC::closing, window.get(), &QWidget::close);
     }
     void open()
@@ -55,7 +55,7 @@ protected:
     std::unique_ptr<frmSBCPrint> window;
 };
 
-const QString syntaxError = QStringLiteral("SYNTAX ERROR: ");
+const QString syntaxError = u"SYNTAX ERROR: "_s;
 
 } // namespace
 
@@ -71,7 +71,7 @@ TEST_F(ReportWindowTest, OpeningFillsTheFieldsFromTheBoardAndOnlyCancelWorksMean
     channels.forget();
     clock.waits.clear();
     open();
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("VXM250 Calibration File Info"));
+    EXPECT_EQ(window->windowTitle(), u"VXM250 Calibration File Info"_s);
     for (const auto &[box, text] :
          {std::pair("txtPartNum", "1234-5"), std::pair("txtSerialNum", "07/0123"),
           std::pair("txtPicFirmWare", "P3.0"), std::pair("txtRabbitVersion", "R2.1"),
@@ -90,7 +90,7 @@ TEST_F(ReportWindowTest, AReplyOfFewerFieldsChangesNoBoxAndShowsTheSyntaxError)
         answerQueriesWith(reply);
         window->cmdAutoFill_Click();
         EXPECT_EQ(status(), syntaxError + QString::fromLatin1(reply));
-        EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("1234-5"));
+        EXPECT_EQ(window->txtPartNum->text(), u"1234-5"_s);
     }
 }
 
@@ -98,14 +98,14 @@ TEST_F(ReportWindowTest, AReplyWithoutEndIsShownByItsStartAndIsNoIdentity)
 {
     for (const char *piece : {"x", ",", "a,b,"}) {
         answerQueriesWith(QByteArray(piece).repeated(1'000'000) + ",b,c,d,e");
-        window->txtSerialNum->setText(QStringLiteral("kept"));
+        window->txtSerialNum->setText(u"kept"_s);
         window->cmdAutoFill_Click();
         EXPECT_LE(status().size(), 1100);
         EXPECT_LE(window->txtSerialNum->text().size(), 4) << piece;
     }
     answerQueriesWith("ACME,P/N_7," + QByteArray(300, 'r') + ",P3.0,07/0124\r\n");
     window->cmdAutoFill_Click(); // long, and whole
-    EXPECT_EQ(window->txtSerialNum->text(), QStringLiteral("07/0124"));
+    EXPECT_EQ(window->txtSerialNum->text(), u"07/0124"_s);
 }
 
 TEST_F(ReportWindowTest, FieldsReappearAndDateAndVersionAreRefreshed)
@@ -119,18 +119,18 @@ TEST_F(ReportWindowTest, FieldsReappearAndDateAndVersionAreRefreshed)
           std::pair("txtPartNum", "typed"), std::pair("txtFileName", "typed_0123-07"),
           std::pair("txtAppVer", "1.2.3")})
         EXPECT_EQ(shown(*window, box), QString::fromLatin1(text));
-    EXPECT_NE(shown(*window, "txtDate"), QStringLiteral("old"));
+    EXPECT_NE(shown(*window, "txtDate"), u"old"_s);
     act(*window, "txtYourName=Eve;cmdCAncel");
     open();
-    EXPECT_EQ(shown(*window, "txtYourName"), QStringLiteral("Ada"));
+    EXPECT_EQ(shown(*window, "txtYourName"), u"Ada"_s);
 }
 
 TEST_F(ReportWindowTest, AcceptWritesTheGridAndRemembersTheFolder)
 {
     answerQueriesWith("1.5,1,-0.25");
     board.calibration->cmdScanCals_Click();
-    const QString file = path(QStringLiteral("report.txt"));
-    accept({Outcome::Chosen, file}, QStringLiteral("Print Successful"));
+    const QString file = path(u"report.txt"_s);
+    accept({Outcome::Chosen, file}, u"Print Successful"_s);
     const QByteArray report = contents(file);
     EXPECT_TRUE(report.contains("  Technician:  \r\nTEST METER\r\n"));
     EXPECT_TRUE(report.endsWith("ADC Offset\t-0.25000 -0.25000 -0.25000 -0.25000 -0.25000 -0.25000 "
@@ -140,29 +140,29 @@ TEST_F(ReportWindowTest, AcceptWritesTheGridAndRemembersTheFolder)
     accept({Outcome::Cancelled, {}}, QString());
     EXPECT_EQ(dialogs.questions.back().name, QString());
     const auto &question = dialogs.questions.back();
-    EXPECT_EQ(question.filter, QStringLiteral("Text(*.txt)|*.txt"));
+    EXPECT_EQ(question.filter, u"Text(*.txt)|*.txt"_s);
     EXPECT_EQ(question.folder, folder.path() + u'/');
     EXPECT_EQ(dialogs.questions.front().folder, QString());
-    EXPECT_EQ(dialogs.questions.front().name, QStringLiteral("1234-5_0123-07"));
+    EXPECT_EQ(dialogs.questions.front().name, u"1234-5_0123-07"_s);
 }
 
 TEST_F(ReportWindowTest, AnInvalidNameAndAFileThatCannotBeWrittenAreTold)
 {
     accept({Outcome::InvalidName, {}},
            reportTexts::printErrorText(reportTexts::PrintError::InvalidName, {}, {}));
-    const QString missing = path(QStringLiteral("none/report.txt"));
+    const QString missing = path(u"none/report.txt"_s);
     const QString tooLong = path(QString(300, u'x'));
     open();
-    accept({Outcome::Chosen, missing}, missing + QStringLiteral(": No such file or directory"));
+    accept({Outcome::Chosen, missing}, missing + u": No such file or directory"_s);
     open();
-    accept({Outcome::Chosen, tooLong}, tooLong + QStringLiteral(": File name too long"));
+    accept({Outcome::Chosen, tooLong}, tooLong + u": File name too long"_s);
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
 TEST_F(ReportWindowTest, ATextThatDoesNotFitTheFileIsRefusedAndTheOldFileStays)
 {
-    const QString file = path(QStringLiteral("report.txt"));
-    accept({Outcome::Chosen, file}, QStringLiteral("Print Successful"));
+    const QString file = path(u"report.txt"_s);
+    accept({Outcome::Chosen, file}, u"Print Successful"_s);
     const QByteArray old = contents(file);
     open();
     struct Row
@@ -180,7 +180,7 @@ TEST_F(ReportWindowTest, ATextThatDoesNotFitTheFileIsRefusedAndTheOldFileStays)
                                u"(U+1F600)."}}) {
         row.box->setText(QString::fromUtf16(row.text));
         dialogs.expectMessage(
-            QStringLiteral("The field %1  Nothing was written.").arg(QString::fromUtf16(row.said)));
+            u"The field %1  Nothing was written."_s.arg(QString::fromUtf16(row.said)));
         window->cmdAccept_Click();
         EXPECT_TRUE(window->isVisible());
         EXPECT_EQ(window->focusWidget(), row.box);
@@ -195,12 +195,12 @@ TEST_F(ReportWindowTest, ATextThatDoesNotFitTheFileIsRefusedAndTheOldFileStays)
 TEST_F(ReportWindowTest, AutoFillDuringACalibrationIsRefusedAndLeavesItAlone)
 {
     channels.meter.assign(3, "0.5");
-    window->txtPartNum->setText(QStringLiteral("typed"));
+    window->txtPartNum->setText(u"typed"_s);
     QStringList before;
     clock.after(1000, [&] {
         before = channels.commands();
         window->cmdAutoFill_Click();
-        EXPECT_EQ(status(), QStringLiteral("BUSY: the board window is at work"));
+        EXPECT_EQ(status(), u"BUSY: the board window is at work"_s);
         EXPECT_EQ(channels.commands(), before);
         window->cmdAccept_Click(); // the grid is half filled
         EXPECT_EQ(status(), reportTexts::notSaved);
@@ -208,7 +208,7 @@ TEST_F(ReportWindowTest, AutoFillDuringACalibrationIsRefusedAndLeavesItAlone)
         board.calibration->cmdCancelCal_Click();
     });
     board.calibration->cmdCal_Click();
-    EXPECT_EQ(window->txtPartNum->text(), QStringLiteral("typed"));
+    EXPECT_EQ(window->txtPartNum->text(), u"typed"_s);
 }
 
 TEST_F(ReportWindowTest, ClosedAtAnyMomentOfAutoFillItEndsAtOnceAndTheBoardWindowGoesOn)
@@ -233,9 +233,8 @@ TEST_F(ReportWindowTest, ClosesWithTheBoardWindowUnderItsMessageBox)
 {
     QSignalSpy boardClosed(&board, &frmSBC::closed);
     QSignalSpy closed(window.get(), &frmSBCPrint::closed);
-    dialogs.answerSave({Outcome::Chosen, path(QStringLiteral("a.txt"))});
-    dialogs.expectMessage(QStringLiteral("Print Successful"), Dialogs::Answer::Ok,
-                          [this] { board.close(); });
+    dialogs.answerSave({Outcome::Chosen, path(u"a.txt"_s)});
+    dialogs.expectMessage(u"Print Successful"_s, Dialogs::Answer::Ok, [this] { board.close(); });
     window->cmdAccept_Click();
     EXPECT_TRUE(soon([&] { return closed.count() == 1 && boardClosed.count() == 1; }));
     window->cmdAccept_Click();

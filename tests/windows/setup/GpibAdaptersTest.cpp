@@ -7,7 +7,6 @@
 #include "windows/setup/frmGpibAdapters.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

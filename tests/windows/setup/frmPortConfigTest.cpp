@@ -4,7 +4,6 @@
 #include "tests/support/Testing.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -4,6 +4,8 @@
 #include "windows/widgets/EditableBox.h"
 #include "windows/widgets/OneLine.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane;
 
 namespace {
@@ -19,7 +21,7 @@ struct Page : QWidget
                               static_cast<QWidget *>(&list), static_cast<QWidget *>(&spin)})
             rows->addWidget(each);
         for (QComboBox *each : {static_cast<QComboBox *>(&box), &list})
-            each->addItems({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")});
+            each->addItems({u"1"_s, u"2"_s, u"3"_s});
         show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(this, 30000));
         other.setFocus();
@@ -84,7 +86,7 @@ TEST(EntryRules, ALineEndNeverStaysInAnEntryHoweverItComesIn)
         EXPECT_EQ(text, expected);
         EXPECT_EQ(cursor, after);
     }
-    const QString pasted = QStringLiteral("A\nB\r\n");
+    const QString pasted = u"A\nB\r\n"_s;
     for (QLineEdit *entry : {&page.other, page.box.lineEdit()}) {
         const std::function<void()> ways[] = {
             [&] { entry->setText(pasted); },
@@ -120,10 +122,10 @@ TEST(EntryRules, ALineEndNeverStaysInAnEntryHoweverItComesIn)
 TEST(EditableBox, KeepsATextThatDiffersFromAnItemInCaseOnly)
 {
     Page page;
-    page.box.addItem(QStringLiteral("*IDN?"));
+    page.box.addItem(u"*IDN?"_s);
     page.box.setFocus();
     page.box.clearEditText();
-    QTest::keyClicks(&page.box, QStringLiteral("*idn?"));
+    QTest::keyClicks(&page.box, u"*idn?"_s);
     page.other.setFocus();
     EXPECT_EQ(page.box.currentText(), u"*idn?");
 }

@@ -11,7 +11,7 @@ class QtDialogsTest : public testing::Test
 protected:
     QtDialogsTest()
     {
-        question.filter = QStringLiteral("Lists(*.kms)|*.kms|Any (*.*)|*.*");
+        question.filter = u"Lists(*.kms)|*.kms|Any (*.*)|*.*"_s;
         question.folder = folder.path();
         EXPECT_TRUE(QFile(old).open(QIODevice::WriteOnly));
         QObject::connect(&watchdog, &QTimer::timeout, &watchdog, [this] {
@@ -40,7 +40,7 @@ protected:
     void answerFile(const QString &name)
     {
         whenOpen<QFileDialog>([name](QFileDialog &dialog) {
-            auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            auto *edit = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
             edit->setText(name);
             QTest::keyClick(edit, Qt::Key_Return);
         });
@@ -55,7 +55,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    const QString old = folder.filePath(QStringLiteral("old.kms"));
+    const QString old = folder.filePath(u"old.kms"_s);
     QtDialogs dialogs;
     Dialogs::FileQuestion question;
     QTimer watchdog;
@@ -77,8 +77,8 @@ TEST_F(QtDialogsTest, AMessageBoxShowsItsTextsAndGivesTheAnswer)
         EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
         box.button(QMessageBox::Yes)->click();
     });
-    const Dialogs::MessageBox box{.text = QStringLiteral("<b>Delete?"),
-                                  .title = QStringLiteral("Title"),
+    const Dialogs::MessageBox box{.text = u"<b>Delete?"_s,
+                                  .title = u"Title"_s,
                                   .icon = Dialogs::Icon::Exclamation,
                                   .buttons = Dialogs::Buttons::YesNo};
     EXPECT_EQ(dialogs.showMessage(&window, box), Dialogs::Answer::Yes);
@@ -90,7 +90,7 @@ TEST_F(QtDialogsTest, AMessageBoxShowsItsTextsAndGivesTheAnswer)
         EXPECT_TRUE(shown.screen()->availableGeometry().contains(shown.frameGeometry()));
         shown.accept();
     });
-    dialogs.showMessage(&window, QString(100, u'x') + QStringLiteral(" long").repeated(20000));
+    dialogs.showMessage(&window, QString(100, u'x') + u" long"_s.repeated(20000));
 }
 
 TEST_F(QtDialogsTest, DismissAllClosesNestedBoxesAndABoxOutlivesItsWindow)
@@ -122,12 +122,11 @@ TEST_F(QtDialogsTest, DismissAllClosesNestedBoxesAndABoxOutlivesItsWindow)
 TEST_F(QtDialogsTest, OpeningGivesAnExistingFileOnly)
 {
     EXPECT_EQ(fileQuestions::nameFilters(question.filter),
-              (QStringList{QStringLiteral("Lists(*.kms)"), QStringLiteral("Any (*.*)")}));
-    EXPECT_EQ(fileQuestions::nameFilters(QStringLiteral("Any|*.a;*.b")),
-              QStringList(QStringLiteral("Any (*.a *.b)")));
-    answerFile(QStringLiteral("missing.kms"));
+              (QStringList{u"Lists(*.kms)"_s, u"Any (*.*)"_s}));
+    EXPECT_EQ(fileQuestions::nameFilters(u"Any|*.a;*.b"_s), QStringList(u"Any (*.a *.b)"_s));
+    answerFile(u"missing.kms"_s);
     whenOpen<QMessageBox>([&](QMessageBox &box) {
-        EXPECT_TRUE(box.text().contains(QStringLiteral("missing.kms")));
+        EXPECT_TRUE(box.text().contains(u"missing.kms"_s));
         answerFile(old);
         box.button(QMessageBox::Ok)->click();
     });
@@ -136,22 +135,22 @@ TEST_F(QtDialogsTest, OpeningGivesAnExistingFileOnly)
 
 TEST_F(QtDialogsTest, SavingAppendsTheExtensionAndAsksBeforeReplacing)
 {
-    answerFile(QStringLiteral("new"));
+    answerFile(u"new"_s);
     EXPECT_EQ(dialogs.saveFile(nullptr, question),
-              (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(QStringLiteral("new.kms"))}));
+              (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(u"new.kms"_s)}));
     for (const auto &[typed, whole] :
          {std::pair("1234.5_0123-07", "1234.5_0123-07.kms"), std::pair("a.2", "a.2.kms"),
           std::pair("a.", "a.kms"), std::pair("A.KMS", "A.KMS"), std::pair("a.kmp", "a.kmp")})
-        EXPECT_EQ(fileQuestions::withExtension(QString::fromLatin1(typed), QStringLiteral("kms")),
+        EXPECT_EQ(fileQuestions::withExtension(QString::fromLatin1(typed), u"kms"_s),
                   QString::fromLatin1(whole));
-    answerFile(QStringLiteral("old"));
+    answerFile(u"old"_s);
     whenOpen<QMessageBox>([&](QMessageBox &box) {
-        answerFile(QStringLiteral("x.txt"));
+        answerFile(u"x.txt"_s);
         box.button(QMessageBox::No)->click();
     });
     EXPECT_EQ(dialogs.saveFile(nullptr, question),
-              (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(QStringLiteral("x.txt"))}));
-    question.name = QStringLiteral("/old.kms"); // proposed in the folder all the same
+              (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(u"x.txt"_s)}));
+    question.name = u"/old.kms"_s; // proposed in the folder all the same
     whenOpen<QFileDialog>([](QDialog &dialog) { dialog.accept(); });
     whenOpen<QMessageBox>([](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); });
     EXPECT_EQ(dialogs.saveFile(nullptr, question), (Dialogs::FileChoice{Outcome::Chosen, old}));
@@ -161,13 +160,13 @@ TEST_F(QtDialogsTest, ANameThatTheFileSystemRefusesIsInvalid)
 {
     answerFile(QString(300, u'x'));
     EXPECT_EQ(dialogs.saveFile(nullptr, question).outcome, Outcome::InvalidName);
-    answerFile(folder.filePath(QStringLiteral("missing/x.kms")));
+    answerFile(folder.filePath(u"missing/x.kms"_s));
     EXPECT_EQ(dialogs.saveFile(nullptr, question).outcome, Outcome::InvalidName);
 
-    for (const QString &bad : {QString(), QStringLiteral("/"), folder.path(), QStringLiteral(".."),
-                               QStringLiteral("/dev/full"), folder.filePath(QStringLiteral("a\0b")),
-                               folder.filePath(QString(128, QChar(0xe9))), // 256 bytes
-                               folder.filePath(QStringLiteral("no/x"))})
+    for (const QString &bad :
+         {QString(), u"/"_s, folder.path(), u".."_s, u"/dev/full"_s, folder.filePath(u"a\0b"_s),
+          folder.filePath(QString(128, QChar(0xe9))), // 256 bytes
+          folder.filePath(u"no/x"_s)})
         EXPECT_TRUE(fileQuestions::isRefusedName(bad)) << bad.toStdString();
     EXPECT_FALSE(fileQuestions::isRefusedName(folder.filePath(QString(255, u'x'))));
 }

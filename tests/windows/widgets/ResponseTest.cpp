@@ -4,6 +4,8 @@
 
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using namespace corvane;
 
 namespace {
@@ -110,7 +112,7 @@ TEST(ResponseView, SelectsWithMouseAndKeysAndCopiesTheTextItself)
     EXPECT_TRUE(wanted.isAccepted()) << "no shortcut of the window takes a key to copy";
     QTest::keySequence(&view, QKeySequence::SelectAll);
     QTest::keySequence(&view, QKeySequence::Copy);
-    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("MAKER,MODEL\x01,7"));
+    EXPECT_EQ(QApplication::clipboard()->text(), u"MAKER,MODEL\x01,7"_s);
     text.assign("A");
     view.textReplaced();
     EXPECT_EQ(view.selectedText(), QString());
