@@ -3,6 +3,7 @@
 #include "devices/Literals.h"
 #include "perf/Harness.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -59,6 +60,16 @@ public:
             takeOutput();
         }
         return true;
+    }
+    /// The most memory that it has had resident; 0 when it has ended.
+    [[nodiscard]] double peakBytes() const
+    {
+        QFile status(u"/proc/%1/status"_s.arg(m_process.processId()));
+        if (!status.open(QIODevice::ReadOnly))
+            return 0;
+        const QByteArray text = status.readAll();
+        const qsizetype at = text.indexOf("VmHWM:");
+        return at < 0 ? 0 : std::strtod(text.constData() + at + 6, nullptr) * 1024;
     }
     /// Waits until it ends by itself.
     Usage finish()
