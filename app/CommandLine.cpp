@@ -99,7 +99,7 @@ void readRun(const QCommandLineParser &parser, CommandLine &line)
     if (found == channelTraits().end())
         refuse(u"channel"_s, name, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
     line.task = CommandLine::Task::Run;
-    line.channel = found->index;
+    line.channel = static_cast<int>(found - channelTraits().begin());
     line.list = parser.value(u"run"_s);
     if (parser.isSet(u"timeout"_s))
         line.timeoutMs = numberOf(parser, u"timeout"_s, 1, 59999);

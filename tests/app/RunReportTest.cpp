@@ -3,8 +3,6 @@
 #include "app/JUnitReport.h"
 #include "tests/support/Testing.h"
 
-using namespace Qt::StringLiterals;
-
 using namespace corvane;
 
 namespace {

@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/Literals.h"
+
 // What the tests are written with; precompiled, so that a test need not pick.
 #include <QtTest>
 #include <QtWidgets>

@@ -13,10 +13,9 @@ void bringToFront(QWidget &window)
 
 void ClosableWindow::setProcedure(bool running)
 {
-    const bool wasBusy = isBusy();
     m_procedures += running ? 1 : -1;
-    if (isBusy() == wasBusy)
-        return;
+    if (m_procedures != (running ? 1 : 0))
+        return; // neither the first nor the last
     showBusy(running);
     if (!running)
         QMetaObject::invokeMethod(this, &ClosableWindow::finishClosing, Qt::QueuedConnection);

@@ -1,8 +1,6 @@
 #include "core/board/CalibrationFormulas.h"
 
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Testing.h"
 
 using namespace corvane;
 

@@ -5,8 +5,6 @@
 
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 using namespace corvane;
 
 namespace {

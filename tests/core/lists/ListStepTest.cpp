@@ -3,7 +3,6 @@
 #include "tests/support/Testing.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

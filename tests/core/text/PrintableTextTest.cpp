@@ -2,8 +2,6 @@
 
 #include "tests/support/Testing.h"
 
-using namespace Qt::StringLiterals;
-
 using namespace corvane;
 
 TEST(PrintableText, NothingSteersTheTerminalAndAFieldCanBeReadBack)

@@ -6,7 +6,6 @@
 #include "windows/main/OrderEntry.h"
 
 using namespace corvane;
-using namespace Qt::StringLiterals;
 
 namespace {
 

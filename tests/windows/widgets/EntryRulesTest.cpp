@@ -4,8 +4,6 @@
 #include "windows/widgets/EditableBox.h"
 #include "windows/widgets/OneLine.h"
 
-using namespace Qt::StringLiterals;
-
 using namespace corvane;
 
 namespace {

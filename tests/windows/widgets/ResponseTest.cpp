@@ -4,8 +4,6 @@
 
 #include <random>
 
-using namespace Qt::StringLiterals;
-
 using namespace corvane;
 
 namespace {
