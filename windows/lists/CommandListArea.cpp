@@ -23,8 +23,6 @@
 #include <QScrollBar>
 #include <QTextCursor>
 
-#include <algorithm>
-
 namespace corvane {
 
 namespace {
