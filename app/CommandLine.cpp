@@ -22,7 +22,8 @@ struct Option
     const char *name;
     const char *value;
     const char *help;
-    bool isOfRun = false; ///< means nothing without --run
+    bool isOfRun = false;                  ///< means nothing without --run
+    QString CommandLine::*field = nullptr; ///< takes the value as it is
 };
 
 constexpr Option options[] = {
@@ -33,20 +34,24 @@ constexpr Option options[] = {
     {"gpib", "N=ADAPTER",
      "GPIB board N: auto | none | tcp:HOST[:PORT] | serial:DEVICE | library[:BOARD] | visa "
      "(repeatable)."},
-    {"run", "LIST", "Run LIST without a display."},
+    {"run", "LIST", "Run LIST without a display.", false, &CommandLine::list},
     {"channel", "NAME", "Channel of the run: rs485 | rs232 | gpib | tcp1 | tcp2.", true},
-    {"port", "P", "Port entry: serial port number, or TCP port.", true},
-    {"host", "H", "Remote host of a TCP Channel.", true},
-    {"address", "A", "RS-485 address, or GPIB address (5, or GPIB0::5).", true},
-    {"settings", "S", "Serial settings, as in 9600,N,8,1.", true},
+    {"port", "P", "Port entry: serial port number, or TCP port.", true, &CommandLine::port},
+    {"host", "H", "Remote host of a TCP Channel.", true, &CommandLine::host},
+    {"address", "A", "RS-485 address, or GPIB address (5, or GPIB0::5).", true,
+     &CommandLine::address},
+    {"settings", "S", "Serial settings, as in 9600,N,8,1.", true, &CommandLine::settings},
     {"timeout", "MS", "GPIB time-out, 1 to 59999 ms.", true},
     {"loop", "MS", "Loop time, 10 to 3600000 ms.", true},
     {"strip-operator", "", R"(Send "=" and "?" commands without their operator.)", true},
     {"get", "", "Get list: fill the list with the device's values.", true},
-    {"save", "FILE", "Write the list back to FILE after --get (\"-\": standard output).", true},
+    {"save", "FILE", "Write the list back to FILE after --get (\"-\": standard output).", true,
+     &CommandLine::saveFile},
     {"patience", "SECONDS", "Give up when a reply stays out so long (default 30).", true},
-    {"csv", "FILE", "Write the grid as run as comma-separated values (\"-\": as above).", true},
-    {"junit", "FILE", "Write the checks as run as a JUnit report (\"-\": as above).", true},
+    {"csv", "FILE", "Write the grid as run as comma-separated values (\"-\": as above).", true,
+     &CommandLine::csvFile},
+    {"junit", "FILE", "Write the checks as run as a JUnit report (\"-\": as above).", true,
+     &CommandLine::junitFile},
     {"list-ports", "", "Print number, device, maker and description of each serial port."},
     {"version", "", "Print the version."},
     {"help", "", "Print this text."},
@@ -100,22 +105,18 @@ void readRun(const QCommandLineParser &parser, CommandLine &line)
         refuse(u"channel"_s, name, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
     line.task = CommandLine::Task::Run;
     line.channel = static_cast<int>(found - channelTraits().begin());
-    line.list = parser.value(u"run"_s);
+    for (const Option &option : options) {
+        if (option.field)
+            line.*option.field = parser.value(QLatin1String(option.name));
+    }
     if (parser.isSet(u"timeout"_s))
         line.timeoutMs = numberOf(parser, u"timeout"_s, 1, 59999);
     if (parser.isSet(u"loop"_s))
         line.loopMs = numberOf(parser, u"loop"_s, 10, 3'600'000);
     if (parser.isSet(u"patience"_s))
         line.patienceSeconds = numberOf(parser, u"patience"_s, 1, 86'400);
-    line.port = parser.value(u"port"_s);
-    line.host = parser.value(u"host"_s);
-    line.address = parser.value(u"address"_s);
-    line.settings = parser.value(u"settings"_s);
     line.stripOperator = parser.isSet(u"strip-operator"_s);
     line.get = parser.isSet(u"get"_s);
-    line.saveFile = parser.value(u"save"_s);
-    line.csvFile = parser.value(u"csv"_s);
-    line.junitFile = parser.value(u"junit"_s);
     if (!line.saveFile.isEmpty() && !line.get)
         refuse(u"save"_s, line.saveFile, u"needs --get"_s);
 }

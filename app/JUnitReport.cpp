@@ -13,6 +13,7 @@ namespace corvane {
 namespace {
 
 using Check = RunReport::Check;
+using Verdict = GridModel::Verdict;
 
 /// The parts of the file, each from the values that it shows.
 class Writer
@@ -54,9 +55,9 @@ private:
         attribute("timestamp", m_report.began.toUTC().toString(u"yyyy-MM-ddTHH:mm:ss"_s));
         attribute("hostname", m_report.hostName.isEmpty() ? u"localhost"_s : m_report.hostName);
         attribute("tests", QString::number(cases));
-        attribute("failures", QString::number(count(Check::Result::Failed)));
+        attribute("failures", QString::number(count(Verdict::Failed)));
         attribute("errors", QString::number(m_report.fault.isEmpty() ? 0 : 1));
-        attribute("skipped", QString::number(count(Check::Result::NotRun)));
+        attribute("skipped", QString::number(count(Verdict::None)));
         attribute("time", seconds(m_report.seconds));
     }
 
@@ -74,11 +75,11 @@ private:
     void writeCheck(const Check &check)
     {
         beginCase(u"row %1: %2"_s.arg(check.row).arg(check.command), check.seconds);
-        if (check.result == Check::Result::Failed)
+        if (check.verdict == Verdict::Failed)
             writeFault("failure", "check",
                        u"expected \"%1\", tolerance \"%2\", reply \"%3\""_s.arg(
                            check.expected, check.tolerance, check.reply));
-        else if (check.result == Check::Result::NotRun)
+        else if (check.verdict == Verdict::None)
             m_xml.writeEmptyElement(u"skipped"_s);
         m_xml.writeEndElement();
     }
@@ -117,9 +118,9 @@ private:
 
     static QString seconds(double time) { return QString::number(time, 'f', 3); }
 
-    [[nodiscard]] qsizetype count(Check::Result result) const
+    [[nodiscard]] qsizetype count(Verdict verdict) const
     {
-        return std::ranges::count(m_report.checks, result, &Check::result);
+        return std::ranges::count(m_report.checks, verdict, &Check::verdict);
     }
 
     [[nodiscard]] bool hasRunCase() const

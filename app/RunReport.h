@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/text/GridModel.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
@@ -15,14 +17,12 @@ struct RunReport
 {
     struct Check
     {
-        enum class Result { Passed, Failed, NotRun };
-
         int row = 0;
         QString command;
         QString expected;
         QString tolerance;
         QString reply;
-        Result result = Result::NotRun;
+        GridModel::Verdict verdict = GridModel::Verdict::None; ///< None: it was not run
         /// From the check before, or the run's start, to this one's verdict.
         double seconds = 0;
     };

@@ -14,7 +14,6 @@
 
 #include <QSysInfo>
 #include <QTextStream>
-#include <QVersionNumber>
 
 #include <utility>
 
@@ -25,7 +24,7 @@ namespace {
 /// How often the patience is looked at.
 constexpr int patienceStepMs = 200;
 
-QString verdictText(TransferEngine::RowVerdict verdict)
+QString verdictText(GridModel::Verdict verdict)
 {
     return QList{QString(), listTexts::passed, listTexts::failed}.at(static_cast<int>(verdict));
 }
@@ -208,10 +207,10 @@ void UnattendedRun::stop()
         m_channels.stop();
 }
 
-void UnattendedRun::printRow(int row, const QString &reply, TransferEngine::RowVerdict verdict)
+void UnattendedRun::printRow(int row, const QString &reply, GridModel::Verdict verdict)
 {
-    if (verdict != TransferEngine::RowVerdict::None) {
-        m_judged[row] = {verdict == TransferEngine::RowVerdict::Passed, secondsOf(m_sinceCheck)};
+    if (verdict != GridModel::Verdict::None) {
+        m_judged[row] = {verdict, secondsOf(m_sinceCheck)};
         m_sinceCheck.start();
     }
     if (m_line.get && reply.trimmed().isEmpty())
@@ -236,7 +235,7 @@ void UnattendedRun::judgeOutcome()
         refuseAtRow(fault);
     if (!m_emptyRows.isEmpty())
         refuse(u"no value came for row %1"_s.arg(m_emptyRows.join(u", "_s)));
-    if (*m_outcome == TransferEngine::Outcome::Passed && m_judged.empty())
+    if (*m_outcome == TransferEngine::Outcome::Passed && m_judged.isEmpty())
         m_messages << "corvane: the list holds no check; nothing was judged" << Qt::endl;
 }
 
@@ -274,12 +273,10 @@ RunReport UnattendedRun::report() const
     report.listName = listKinds::fileName(m_line.list);
     report.hostName = QSysInfo::machineHostName();
     report.began = m_began;
-    const QVersionNumber version(productInfo::versionMajor, productInfo::versionMinor,
-                                 productInfo::versionRevision);
     report.properties = {{u"channel"_s, m_channel.caption()},
                          {u"device"_s, m_channel.place()},
                          {u"loop-ms"_s, QString::number(m_channel.periodMs())},
-                         {u"version"_s, version.toString()}};
+                         {u"version"_s, QString::fromUtf16(productInfo::version)}};
     report.fault = m_faults.join(u"; "_s);
     report.seconds = secondsOf(m_sinceStart);
     for (int row = 0; row < m_list.table().rowCount(); ++row) {
@@ -303,11 +300,9 @@ RunReport::Check UnattendedRun::checkAt(int row) const
     check.expected = m_list.text(row, listKinds::valueColumnOfTests);
     check.tolerance = m_list.text(row, listKinds::toleranceColumn);
     check.reply = row > 1 ? m_list.text(row - 1, m_list.columnCount() - 1) : QString();
-    if (const auto judged = m_judged.find(row); judged != m_judged.end()) {
-        check.result = judged->second.passed ? RunReport::Check::Result::Passed
-                                             : RunReport::Check::Result::Failed;
-        check.seconds = judged->second.seconds;
-    }
+    const Judged judged = m_judged.value(row);
+    check.verdict = judged.verdict;
+    check.seconds = judged.seconds;
     return check;
 }
 

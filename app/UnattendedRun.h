@@ -44,7 +44,7 @@ private:
     /// How a check went.
     struct Judged
     {
-        bool passed = false;
+        GridModel::Verdict verdict = GridModel::Verdict::None;
         double seconds = 0;
     };
 
@@ -54,7 +54,7 @@ private:
     void stop();
     bool refuse(const QString &reason);
     bool refuseAtRow(const QString &reason);
-    void printRow(int row, const QString &reply, TransferEngine::RowVerdict verdict);
+    void printRow(int row, const QString &reply, GridModel::Verdict verdict);
     void judgeOutcome();
     void writeResults();
     void write(const QString &path, const QByteArray &bytes);
@@ -77,7 +77,7 @@ private:
     QString m_fault;   ///< the Channel's, told already; that of its send ends the run
     int m_row = 0;     ///< the row at hand; 0: none yet
     QString m_command; ///< what it sends
-    std::map<int, Judged> m_judged;
+    QMap<int, Judged> m_judged;
     QStringList m_emptyRows; ///< those of Get list that got no value
     QDateTime m_began;
     QElapsedTimer m_sinceStart;

@@ -133,8 +133,8 @@ int runTask(const Job &job, int &argc, char **argv)
         printHelp(job, argc, argv);
         return 0;
     case CommandLine::Task::Version:
-        job.out << QString::fromUtf16(productInfo::title) << ' ' << productInfo::versionMajor << '.'
-                << productInfo::versionMinor << '.' << productInfo::versionRevision << Qt::endl;
+        job.out << QString::fromUtf16(productInfo::title) << ' '
+                << QString::fromUtf16(productInfo::version) << Qt::endl;
         return 0;
     case CommandLine::Task::ListPorts:
         listPorts(job, argc, argv);

@@ -15,16 +15,16 @@ const QString about =
     "It says where everything is and how to start Corvane against it. Orders on its standard\n"
     "input make it misbehave: type \"help\" while it runs. Ctrl+C or \"quit\" ends it."_s;
 
-/// The port that an option asks for; nothing, with a message, when it is none.
-std::optional<quint16> portOf(const QCommandLineParser &parser, const QCommandLineOption &option)
+/// The port that an option asks for; false, with a message, when it is none.
+bool takePort(const QCommandLineParser &parser, const QCommandLineOption &option, quint16 &port)
 {
     const QString text = parser.value(option);
     bool ok = false;
-    if (const quint16 port = text.toUShort(&ok); ok)
-        return port;
-    std::fprintf(stderr, "corvane-bench: \"%s\" is no port for --%s.\n", qPrintable(text),
-                 qPrintable(option.names().constFirst()));
-    return std::nullopt;
+    port = text.toUShort(&ok);
+    if (!ok)
+        std::fprintf(stderr, "corvane-bench: \"%s\" is no port for --%s.\n", qPrintable(text),
+                     qPrintable(option.names().constFirst()));
+    return ok;
 }
 
 QCommandLineOption portOption(const char *name, const char *what, const char *preset)
@@ -50,19 +50,15 @@ int main(int argc, char **argv)
     parser.addOptions({chamber, board, gpib, second, links});
     parser.process(application);
 
-    const auto chamberPort = portOf(parser, chamber);
-    const auto boardPort = portOf(parser, board);
-    const auto gpibPort = portOf(parser, gpib);
-    const auto secondPort = parser.isSet(second) ? portOf(parser, second) : std::nullopt;
-    if (!chamberPort || !boardPort || !gpibPort || (parser.isSet(second) && !secondPort))
-        return 2;
-
     BenchOptions options;
-    options.chamberPort = *chamberPort;
-    options.boardPort = *boardPort;
-    options.gpibPort = *gpibPort;
-    options.secondGpibPort = secondPort;
     options.linkFolder = parser.value(links);
+    bool areGood = takePort(parser, chamber, options.chamberPort) &&
+                   takePort(parser, board, options.boardPort) &&
+                   takePort(parser, gpib, options.gpibPort);
+    if (parser.isSet(second))
+        areGood = areGood && takePort(parser, second, options.secondGpibPort.emplace());
+    if (!areGood)
+        return 2;
     BenchConsole console(std::move(options));
     return console.start() ? QCoreApplication::exec() : 2;
 }

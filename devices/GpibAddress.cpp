@@ -24,9 +24,14 @@ GpibAddress GpibAddress::parse(const QString &connectString)
     return address;
 }
 
+QString GpibAddress::boardName(int board)
+{
+    return u"GPIB%1"_s.arg(board);
+}
+
 QString GpibAddress::toString() const
 {
-    const QString text = u"GPIB%1::%2"_s.arg(board).arg(primary);
+    const QString text = u"%1::%2"_s.arg(boardName(board)).arg(primary);
     return secondary ? text + u"::%1"_s.arg(*secondary) : text;
 }
 

@@ -19,6 +19,8 @@ struct GpibAddress
     /// is wrong with it.
     static GpibAddress parse(const QString &connectString);
     [[nodiscard]] QString toString() const;
+    /// "GPIB0".
+    static QString boardName(int board);
 
     bool operator==(const GpibAddress &) const = default;
 };

@@ -13,9 +13,8 @@
 
 namespace corvane {
 
-ChannelSession::ChannelSession(int index, const ChannelContext &context, QObject *parent)
-    : QObject(parent)
-    , Timer1(new QTimer(this))
+ChannelSession::ChannelSession(int index, const ChannelContext &context)
+    : Timer1(new QTimer(this))
     , TimerTransfer(new QTimer(this))
     , m_context(context)
     , m_traits(channelTraits().at(static_cast<size_t>(index)))
@@ -71,19 +70,17 @@ void ChannelSession::close()
 
 void ChannelSession::refreshStatus()
 {
-    const bool isOpen = this->isOpen();
-    const QString connection = isOpen ? channelTexts::connectedTo.arg(place()) : QString();
-    const QString status = statusText();
-    const bool isNew = std::exchange(m_status, status) != status;
-    const bool isElsewhere = std::exchange(m_connection, connection) != connection;
-    const bool isTurned = std::exchange(m_wasOpen, isOpen) != isOpen;
-    if (isNew || isElsewhere || isTurned)
+    const QString status = std::exchange(m_status, statusText());
+    const QString connection =
+        std::exchange(m_connection, isOpen() ? channelTexts::connectedTo.arg(place()) : QString());
+    if (m_status != status || m_connection != connection)
         Q_EMIT statusChanged();
-    if (isTurned) {
-        if (isOpen)
-            setFault({});
-        Q_EMIT openChanged(isOpen);
-    }
+    const bool isOpen = !m_connection.isEmpty();
+    if (isOpen == !connection.isEmpty())
+        return;
+    if (isOpen)
+        setFault({});
+    Q_EMIT openChanged(isOpen);
 }
 
 // Commands
@@ -218,8 +215,8 @@ void ChannelSession::setLooping(bool on)
 {
     const bool may = on && !m_context.module.transferRunning() && refusal().isEmpty();
     m_context.users.claim(index(), ChannelUse::Loop, may);
-    if (!may && m_light == Light::Bright)
-        setLight(Light::Dark);
+    if (!may)
+        dimLight();
     Q_EMIT loopingChanged(may);
 }
 
@@ -251,6 +248,18 @@ void ChannelSession::setLight(Light light)
 {
     if (std::exchange(m_light, light) != light)
         Q_EMIT lightChanged();
+}
+
+void ChannelSession::dimLight()
+{
+    if (m_light == Light::Bright)
+        setLight(Light::Dark);
+}
+
+void ChannelSession::refuseEntry(const QString &entry, const QString &value) const
+{
+    if (!value.isEmpty())
+        throw PlatformError(u"%1 has no %2 entry"_s.arg(caption(), entry));
 }
 
 void ChannelSession::Timer1_Timer()

@@ -132,6 +132,8 @@ Q_SIGNALS:
     void historyChanged();
     void loopingChanged(bool looping);
     void loggedChanged(bool logged);
+    /// An entry of the connection row holds something else, or was refused and is as before.
+    void entriesChanged();
     void lightChanged();
 
     /// A command goes out.
@@ -157,7 +159,7 @@ Q_SIGNALS:
     void progressChanged(const QString &progress);
 
 protected:
-    ChannelSession(int index, const ChannelContext &context, QObject *parent);
+    ChannelSession(int index, const ChannelContext &context);
 
     /// Opens, closes the transport. A PlatformError is shown by the caller.
     virtual void openTransport() = 0;
@@ -185,7 +187,11 @@ protected:
     void setFault(const QString &fault);
     void setNote(const QString &note);
     void setLight(Light light);
+    /// The light, if it is on, is bright no more.
+    void dimLight();
     void showMessage(const QString &text);
+    /// Throws PlatformError when the Channel is given an entry that it does not have.
+    void refuseEntry(const QString &entry, const QString &value) const;
 
     /// The steps that every send begins with: clears the box, notes the command in the history.
     void beginReply();
@@ -207,7 +213,6 @@ private:
     const ChannelTraits &m_traits;
     QString m_status;
     QString m_connection;
-    bool m_wasOpen = false;
     QString m_command;
     QStringList m_history;
     ResponseText m_response;

@@ -12,7 +12,7 @@ ChannelSet::ChannelSet(const ChannelDevices &devices, Module1 &module, Dialogs &
     , m_context{module, dialogs, m_waits, m_users}
     , m_rs485(channels::rs485, devices.rs485, devices.serialPorts, m_context)
     , m_rs232(channels::rs232, devices.rs232, devices.serialPorts, m_context, &m_rs485)
-    , m_gpib(channels::ieee488, devices.gpib, m_context)
+    , m_gpib(devices.gpib, m_context)
     , m_tcp1(channels::tcpIp1, devices.tcpClient1, m_context)
     , m_tcp2(channels::tcpIp2, devices.tcpClient2, m_context)
     , m_all{&m_rs485, &m_rs232, &m_gpib, &m_tcp1, &m_tcp2}

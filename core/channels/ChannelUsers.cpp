@@ -1,6 +1,6 @@
 #include "core/channels/ChannelUsers.h"
 
-#include <initializer_list>
+#include <QMap>
 
 namespace corvane {
 
@@ -11,44 +11,23 @@ unsigned bit(ChannelUse use)
     return 1U << static_cast<unsigned>(use);
 }
 
-/// In the order in which they are told.
-std::initializer_list<ChannelUse> inTheWayOf(ChannelUse wanted)
-{
-    using Use = ChannelUse;
-    static constexpr std::initializer_list<Use> ofSend = {Use::Board, Use::Search};
-    static constexpr std::initializer_list<Use> ofSearch = {Use::List, Use::Loop, Use::Reply,
-                                                            Use::Board};
-    static constexpr std::initializer_list<Use> ofBoard = {Use::List, Use::Loop, Use::Search,
-                                                           Use::Reply};
-    switch (wanted) {
-    case Use::Search:
-        return ofSearch;
-    case Use::Board:
-        return ofBoard;
-    default:
-        return ofSend;
-    }
-}
+using Use = ChannelUse;
 
-QString textOf(ChannelUse use)
-{
-    switch (use) {
-    case ChannelUse::Loop:
-        return u"its Loop box is checked.  Uncheck it and try again."_s;
-    case ChannelUse::Reply:
-        return u"the reply to its last command is still to be read.  Try again."_s;
-    case ChannelUse::List:
-        return u"a command list is running.  Stop it and try again."_s;
-    case ChannelUse::Search:
-        return u"the GPIB search is running.  Stop it and try again."_s;
-    case ChannelUse::Board:
-        return u"the VXM250E window is using it.  Wait until it has finished, or "
-               "cancel it there, and try again."_s;
-    case ChannelUse::Send:
-        break;
-    }
-    return {};
-}
+/// Who is in the way of whom, in the order in which they are told.
+const QMap<Use, QList<Use>> inTheWay = {
+    {Use::Send, {Use::Board, Use::Search}},
+    {Use::Search, {Use::List, Use::Loop, Use::Reply, Use::Board}},
+    {Use::Board, {Use::List, Use::Loop, Use::Search, Use::Reply}},
+};
+
+const QMap<Use, QString> texts = {
+    {Use::Loop, u"its Loop box is checked.  Uncheck it and try again."_s},
+    {Use::Reply, u"the reply to its last command is still to be read.  Try again."_s},
+    {Use::List, u"a command list is running.  Stop it and try again."_s},
+    {Use::Search, u"the GPIB search is running.  Stop it and try again."_s},
+    {Use::Board, u"the VXM250E window is using it.  Wait until it has finished, or "
+                 "cancel it there, and try again."_s},
+};
 
 } // namespace
 
@@ -65,7 +44,7 @@ bool ChannelUsers::isUsed(int channel, ChannelUse use) const
 
 QString ChannelUsers::refusal(int channel, ChannelUse wanted) const
 {
-    for (const ChannelUse use : inTheWayOf(wanted)) {
+    for (const ChannelUse use : inTheWay.value(wanted)) {
         if (isUsed(channel, use))
             return told(channel, use);
     }
@@ -74,7 +53,7 @@ QString ChannelUsers::refusal(int channel, ChannelUse wanted) const
 
 QString ChannelUsers::told(int channel, ChannelUse use)
 {
-    return u"The %1 Channel is in use: %2"_s.arg(channelCaption(channel), textOf(use));
+    return u"The %1 Channel is in use: %2"_s.arg(channelCaption(channel), texts.value(use));
 }
 
 } // namespace corvane

@@ -1,11 +1,11 @@
 #include "core/channels/GpibSession.h"
 
 #include "core/channels/ChannelTexts.h"
-#include "core/channels/EntryFaults.h"
 #include "core/channels/Module1.h"
 #include "core/text/LineEnds.h"
 #include "core/text/Numbers.h"
 #include "devices/GpibControl.h"
+#include "devices/PlatformError.h"
 #include "devices/WaitGroup.h"
 
 #include <QScopeGuard>
@@ -19,9 +19,8 @@ const QString separator = u"::"_s;
 
 } // namespace
 
-GpibSession::GpibSession(int index, GpibControl &control, const ChannelContext &context,
-                         QObject *parent)
-    : ChannelSession(index, context, parent)
+GpibSession::GpibSession(GpibControl &control, const ChannelContext &context)
+    : ChannelSession(channels::ieee488, context)
     , m_control(control)
 {
     connect(&m_control, &GpibControl::adapterForgotten, this, [this](int board) {
@@ -79,18 +78,16 @@ void GpibSession::enterTimeout(const QString &text)
 
 void GpibSession::fillIn(const ChannelEntries &entries)
 {
-    entryFaults::refuse(caption(), u"port"_s, entries.port);
-    entryFaults::refuse(caption(), u"host"_s, entries.host);
-    entryFaults::refuse(caption(), u"settings"_s, entries.settings);
+    refuseEntry(u"port"_s, entries.port);
+    refuseEntry(u"host"_s, entries.host);
+    refuseEntry(u"settings"_s, entries.settings);
     if (entries.address.isEmpty())
         return;
     const bool namesBoard = entries.address.contains(separator);
     (void)GpibAddress::parse(namesBoard ? entries.address
                                         : m_boardEntry + separator + entries.address);
-    if (namesBoard)
-        setEntries(entries.address.section(separator, 0, 0), entries.address.section(separator, 1));
-    else
-        setEntries(m_boardEntry, entries.address);
+    setEntries(namesBoard ? entries.address.section(separator, 0, 0) : m_boardEntry,
+               entries.address.section(separator, namesBoard ? 1 : 0));
 }
 
 void GpibSession::openTransport()
@@ -162,22 +159,21 @@ void GpibSession::poll()
         return;
     GpibReadDone = true;
     handleResponse();
-    if (light() == Light::Bright)
-        setLight(Light::Dark);
+    dimLight();
 }
 
 void GpibSession::handleResponse()
 {
     setReadPending(false);
-    const Module1 &module = m_context.module;
     if (GpibResponse.isEmpty()) {
-        if (!module.transferRunning() && module.GpibLoopEnabled) {
-            setResponse(channelTexts::loopTimedOut.arg(m_control.timeout()).toLatin1());
+        const Module1 &module = m_context.module;
+        const bool isLoop = !module.transferRunning() && module.GpibLoopEnabled;
+        const QString &text = isLoop ? channelTexts::loopTimedOut : channelTexts::timedOut;
+        setResponse(text.arg(m_control.timeout()).toLatin1());
+        if (isLoop)
             setLooping(false);
-            return;
-        }
-        setResponse(channelTexts::timedOut.arg(m_control.timeout()).toLatin1());
-        Q_EMIT timedOut();
+        else
+            Q_EMIT timedOut();
         return;
     }
     setFault({});

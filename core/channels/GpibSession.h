@@ -16,8 +16,7 @@ class GpibSession : public ChannelSession
 public:
     static constexpr int lastPrimaryAddress = 30;
 
-    GpibSession(int index, GpibControl &control, const ChannelContext &context,
-                QObject *parent = nullptr);
+    GpibSession(GpibControl &control, const ChannelContext &context);
 
     [[nodiscard]] GpibControl &control() const { return m_control; }
     /// The entries: the board as in "GPIB0" and the address as in "5"; anything else that was typed
@@ -45,7 +44,6 @@ public:
     void fillIn(const ChannelEntries &entries) override;
 
 Q_SIGNALS:
-    void entriesChanged();
     /// Disconnect: the control stays configured, but whoever exchanges over it ends.
     void disconnected();
 

@@ -1,21 +1,35 @@
 #include "core/channels/SerialSession.h"
 
 #include "core/channels/ChannelTexts.h"
-#include "core/channels/EntryFaults.h"
+#include "devices/PlatformError.h"
 #include "devices/SerialPort.h"
+#include "devices/WholeNumber.h"
 
 namespace corvane {
 
+namespace {
+
+/// The address as devices are called by it. Throws PlatformError when it is none.
+QString knownAddress(const QString &entry)
+{
+    constexpr int last = SerialSession::lastAddress;
+    const auto number = wholeNumber(entry, 1, last);
+    if (!number)
+        throw PlatformError(u"%1 is not one of 01 to %2"_s.arg(entry).arg(last));
+    return SerialSession::addressText(*number);
+}
+
+} // namespace
+
 SerialSession::SerialSession(int index, SerialPort &port, PortList ports,
-                             const ChannelContext &context, const SerialSession *addressed,
-                             QObject *parent)
-    : ChannelSession(index, context, parent)
+                             const ChannelContext &context, const SerialSession *addressed)
+    : ChannelSession(index, context)
     , m_port(port)
     , m_ports(std::move(ports))
     , m_addressed(addressed ? *addressed : *this)
 {
     if (traits().isAddressed)
-        setAddress(u"01"_s);
+        setAddress(addressText(1));
     connect(&m_port, &SerialPort::onComm, this, &SerialSession::MSComm1_OnComm);
     connect(&m_port, &SerialPort::lost, this, [this](const QString &description) {
         setFault(description); // before what follows from it
@@ -25,18 +39,16 @@ SerialSession::SerialSession(int index, SerialPort &port, PortList ports,
 
 void SerialSession::setPortEntry(const QString &entry)
 {
-    if (m_portEntry == entry)
+    if (std::exchange(m_portEntry, entry) == entry)
         return;
-    m_portEntry = entry;
     close();
     Q_EMIT entriesChanged();
 }
 
 void SerialSession::setAddress(const QString &address)
 {
-    if (m_address == address)
+    if (std::exchange(m_address, address) == address)
         return;
-    m_address = address;
     m_echoPrefix = '<' + address.toLatin1() + ':';
     refreshStatus();
     Q_EMIT entriesChanged();
@@ -44,7 +56,7 @@ void SerialSession::setAddress(const QString &address)
 
 void SerialSession::fillIn(const ChannelEntries &entries)
 {
-    entryFaults::refuse(caption(), u"host"_s, entries.host);
+    refuseEntry(u"host"_s, entries.host);
     if (!entries.port.isEmpty()) {
         (void)SerialPortList::numberIn(entries.port);
         setPortEntry(entries.port);
@@ -52,9 +64,9 @@ void SerialSession::fillIn(const ChannelEntries &entries)
     if (!entries.settings.isEmpty())
         m_port.setSettings(entries.settings);
     if (!traits().isAddressed)
-        entryFaults::refuse(caption(), u"address"_s, entries.address);
+        refuseEntry(u"address"_s, entries.address);
     else if (!entries.address.isEmpty())
-        setAddress(entryFaults::number(entries.address, 1, lastAddress));
+        setAddress(knownAddress(entries.address));
 }
 
 void SerialSession::openTransport()
@@ -104,8 +116,8 @@ void SerialSession::poll()
     refreshStatus();
     if (m_port.isPortOpen())
         loopOnce();
-    else if (light() == Light::Bright)
-        setLight(Light::Dark);
+    else
+        dimLight();
 }
 
 bool SerialSession::isOpen() const

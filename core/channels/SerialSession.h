@@ -19,11 +19,13 @@ public:
     using PortList = std::function<QList<SerialPortEntry>()>;
 
     static constexpr int lastAddress = 30;
+    /// An address 1..30 as it is sent: "05".
+    static QString addressText(int number) { return u"%1"_s.arg(number, 2, 10, QLatin1Char('0')); }
 
     /// `index` 0: RS-485, 1: RS-232. `ports` lists the serial ports there are now. The echo of
     /// `addressed`, another one or none, is taken out of this Channel's replies as well.
     SerialSession(int index, SerialPort &port, PortList ports, const ChannelContext &context,
-                  const SerialSession *addressed = nullptr, QObject *parent = nullptr);
+                  const SerialSession *addressed = nullptr);
 
     [[nodiscard]] SerialPort &port() const { return m_port; }
     /// The port entry: a number or a device.
@@ -45,9 +47,6 @@ public:
     [[nodiscard]] bool isOpen() const override;
     [[nodiscard]] QString place() const override;
     void fillIn(const ChannelEntries &entries) override;
-
-Q_SIGNALS:
-    void entriesChanged();
 
 protected:
     void openTransport() override;

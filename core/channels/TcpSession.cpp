@@ -1,7 +1,7 @@
 #include "core/channels/TcpSession.h"
 
 #include "core/channels/ChannelTexts.h"
-#include "core/channels/EntryFaults.h"
+#include "devices/PlatformError.h"
 #include "devices/TcpClient.h"
 #include "devices/WholeNumber.h"
 
@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-TcpSession::TcpSession(int index, TcpClient &client, const ChannelContext &context, QObject *parent)
-    : ChannelSession(index, context, parent)
+TcpSession::TcpSession(int index, TcpClient &client, const ChannelContext &context)
+    : ChannelSession(index, context)
     , m_client(client)
 {
     connect(&m_client, &TcpClient::stateChanged, this, [this] {
@@ -42,17 +42,14 @@ QString TcpSession::enteredPlace() const
 
 void TcpSession::setHost(const QString &host)
 {
-    if (m_host == host)
-        return;
-    m_host = host;
-    Q_EMIT entriesChanged();
+    if (std::exchange(m_host, host) != host)
+        Q_EMIT entriesChanged();
 }
 
 void TcpSession::setPortEntry(const QString &entry)
 {
-    if (m_portEntry == entry)
+    if (std::exchange(m_portEntry, entry) == entry)
         return;
-    m_portEntry = entry;
     if (isOpen())
         showMessage(channelTexts::alreadyConnected);
     else if (const auto port = wholeNumber(m_portEntry))
@@ -62,8 +59,8 @@ void TcpSession::setPortEntry(const QString &entry)
 
 void TcpSession::fillIn(const ChannelEntries &entries)
 {
-    entryFaults::refuse(caption(), u"address"_s, entries.address);
-    entryFaults::refuse(caption(), u"settings"_s, entries.settings);
+    refuseEntry(u"address"_s, entries.address);
+    refuseEntry(u"settings"_s, entries.settings);
     if (!entries.host.isEmpty())
         setHost(entries.host);
     if (!entries.port.isEmpty())
@@ -183,12 +180,10 @@ void TcpSession::poll()
 {
     refreshStatus();
     const QScopedValueRollback inLoop(m_inLoop, true);
-    if (!isOpen()) {
-        if (light() == Light::Bright)
-            setLight(Light::Dark);
-    } else if (m_pieces.isEmpty() || !m_answered) {
+    if (!isOpen())
+        dimLight();
+    else if (m_pieces.isEmpty() || !m_answered)
         loopOnce(); // a loop lets its command finish, if it does
-    }
     m_answered = false;
 }
 

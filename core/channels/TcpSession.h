@@ -19,8 +19,7 @@ public:
     static constexpr qint32 defaultPort = 5000;
 
     /// `index` 3: TCP/IP-1, 4: TCP/IP-2.
-    TcpSession(int index, TcpClient &client, const ChannelContext &context,
-               QObject *parent = nullptr);
+    TcpSession(int index, TcpClient &client, const ChannelContext &context);
 
     [[nodiscard]] TcpClient &client() const { return m_client; }
     /// The host and the port entry.
@@ -37,9 +36,6 @@ public:
     [[nodiscard]] bool isOpen() const override;
     [[nodiscard]] QString place() const override;
     void fillIn(const ChannelEntries &entries) override;
-
-Q_SIGNALS:
-    void entriesChanged();
 
 protected:
     void openTransport() override;

@@ -9,15 +9,6 @@
 
 namespace corvane {
 
-namespace {
-
-QString quotedRecord(const QString &text)
-{
-    return u"\""_s + text + u"\""_s;
-}
-
-} // namespace
-
 TrafficLog::TrafficLog(QString path, Source tcpIp1, Source tcpIp2, QObject *parent)
     : QObject(parent)
     , TimerLog(new QTimer(this))
@@ -70,32 +61,19 @@ void TrafficLog::TimerLED_Timer()
 
 void TrafficLog::PrintLog(Selector selector)
 {
-    const QString first = selector == Selector::TcpIp2 ? QString() : newest(m_tcpIp1);
-    const QString second = selector == Selector::TcpIp1 ? QString() : newest(m_tcpIp2);
-    QString record = QDate::currentDate().toString(Qt::ISODate);
-    QString fileLine;
-    switch (selector) {
-    case Selector::TcpIp1: {
-        if (first.isEmpty())
-            return;
-        fileLine = lineEnds::removed(first).remove(u'\t');
-        record += u" , "_s + fileLine;
-        break;
-    }
-    case Selector::TcpIp2:
-        if (second.isEmpty())
-            return;
-        record += u" , "_s + second;
-        fileLine = quotedRecord(record);
-        break;
-    case Selector::Both:
-        if (first.isEmpty() || second.isEmpty())
-            return;
-        record += u" , "_s + first + u" , "_s + second;
-        fileLine = quotedRecord(record);
-        break;
-    }
-    if (appendToFile(fileLine))
+    QStringList replies;
+    if (selector != Selector::TcpIp2)
+        replies.append(newest(m_tcpIp1));
+    if (selector != Selector::TcpIp1)
+        replies.append(newest(m_tcpIp2));
+    if (replies.contains(QString()))
+        return;
+    const bool isBare = selector == Selector::TcpIp1; // the reply alone, on one line
+    if (isBare)
+        replies.front() = lineEnds::removed(replies.front()).remove(u'\t');
+    const QString record =
+        QDate::currentDate().toString(Qt::ISODate) + u" , "_s + replies.join(u" , "_s);
+    if (appendToFile(isBare ? replies.front() : u'"' + record + u'"'))
         Q_EMIT recorded(record);
 }
 

@@ -5,14 +5,21 @@
 
 namespace corvane {
 
-/// The text without blanks at its ends; other white space stays.
+/// The view of a text, of whatever width its characters are, without blanks at its ends; other
+/// white space stays.
+template <typename View>
+View withoutBlanks(View text)
+{
+    while (!text.isEmpty() && text.front() == u' ')
+        text = text.sliced(1);
+    while (!text.isEmpty() && text.back() == u' ')
+        text.chop(1);
+    return text;
+}
+
 inline QString trimBlanks(QStringView text)
 {
-    while (text.startsWith(u' '))
-        text = text.sliced(1);
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text.toString();
+    return withoutBlanks(text).toString();
 }
 
 } // namespace corvane

@@ -39,25 +39,12 @@ CheckRow::Verdict judgeText(const QString &reply, const QString &expected)
     return {begins && sameLength, shownPassed ? Cell::Passed : Cell::Failed};
 }
 
-/// What a difference is in single precision; one beyond its range is larger than any tolerance.
-float differenceOf(double value)
-{
-    constexpr double most = std::numeric_limits<float>::max();
-    if (value > most)
-        return std::numeric_limits<float>::infinity();
-    return static_cast<float>(std::max(value, -most));
-}
-
-float toleranceOf(double value)
-{
-    constexpr double most = std::numeric_limits<float>::max();
-    return static_cast<float>(std::min(std::abs(value), most));
-}
-
+/// A difference beyond single precision is larger than any tolerance.
 bool within(double reply, double expected, double tolerance)
 {
-    const float allowed = toleranceOf(tolerance);
-    return allowed >= differenceOf(reply - expected) && allowed >= differenceOf(expected - reply);
+    const float allowed =
+        std::min(numbers::single(std::abs(tolerance)), std::numeric_limits<float>::max());
+    return allowed >= numbers::single(std::abs(reply - expected));
 }
 
 } // namespace

@@ -44,21 +44,16 @@ public:
             m_contents.ignored.add(number);
         else if (parsed.loss == ListLine::Loss::Part)
             m_contents.shortened.add(number);
-        switch (parsed.kind) {
-        case ListLine::Kind::Row:
+        if (parsed.kind == ListLine::Kind::Bad)
+            return listTexts::tooFewWords;
+        if (parsed.kind == ListLine::Kind::Row)
             addRow(parsed.cells);
+        if (parsed.kind != ListLine::Kind::Constant)
             return {};
-        case ListLine::Kind::Constant:
-            if (m_contents.constants.size() == ListConstant::capacity)
-                return listTexts::tooManyConstants.arg(ListConstant::capacity);
-            m_contents.constants.push_back(parsed.constant);
-            return {};
-        case ListLine::Kind::Ignored:
-            return {};
-        case ListLine::Kind::Bad:
-            break;
-        }
-        return listTexts::tooFewWords;
+        if (m_contents.constants.size() == ListConstant::capacity)
+            return listTexts::tooManyConstants.arg(ListConstant::capacity);
+        m_contents.constants.push_back(parsed.constant);
+        return {};
     }
 
     /// Leaves the grid as a reading that stopped leaves it: the next row with its number, and the

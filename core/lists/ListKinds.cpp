@@ -9,28 +9,14 @@ namespace corvane::listKinds {
 
 namespace {
 
-struct Extension
-{
-    QStringView text;
-    int kind;
-};
-
-constexpr Extension extensions[] = {
-    {u"kms", chamberSettings}, {u"kmp", chamberProfile}, {u"tst", testList}};
-
 const std::array<Layout, 3> &layouts()
 {
-    static const auto line = u"Line"_s;
-    static const auto operatorTitle = u"Operator"_s;
-    static const auto command = u"Command"_s;
-    static const auto value = u"Value"_s;
-    static const auto tolerance = u"Tolerance"_s;
-    static const auto response = u"Response"_s;
     static const std::array<Layout, 3> all{
-        Layout{{line, command, value, response}, 3, u"KMX Chamber Settings (*.kms)|*.kms"_s},
-        Layout{{line, operatorTitle, command, value, response}, 4, u"KMX Profile (*.kmp)|*.kmp"_s},
-        Layout{{line, operatorTitle, command, value, tolerance, response},
-               5,
+        Layout{{u"Line"_s, u"Command"_s, u"Value"_s, u"Response"_s},
+               u"KMX Chamber Settings (*.kms)|*.kms"_s},
+        Layout{{u"Line"_s, u"Operator"_s, u"Command"_s, u"Value"_s, u"Response"_s},
+               u"KMX Profile (*.kmp)|*.kmp"_s},
+        Layout{{u"Line"_s, u"Operator"_s, u"Command"_s, u"Value"_s, u"Tolerance"_s, u"Response"_s},
                u"Test List (*.tst)|*.tst"_s}};
     return all;
 }
@@ -45,9 +31,8 @@ const Layout &layout(int kind)
 
 int ofPath(const QString &path)
 {
-    const QString ending = path.right(3).toLower();
-    const auto found = std::ranges::find(extensions, QStringView(ending), &Extension::text);
-    return found == std::end(extensions) ? chamberSettings : found->kind;
+    const auto found = std::ranges::find(layouts(), path.right(3).toLower(), &Layout::ending);
+    return found == layouts().end() ? chamberSettings : static_cast<int>(found - layouts().begin());
 }
 
 QString fileName(const QString &path)

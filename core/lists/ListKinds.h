@@ -24,10 +24,13 @@ inline constexpr int toleranceColumn = 4;
 struct Layout
 {
     QStringList titles;
-    /// Where Send list puts its replies.
-    int replyColumn;
     /// The file dialog's filter.
     QString filter;
+
+    /// Where Send list puts its replies: the last column.
+    [[nodiscard]] int replyColumn() const { return static_cast<int>(titles.size()) - 1; }
+    /// The last three characters of its files' names.
+    [[nodiscard]] QString ending() const { return filter.right(3); }
 };
 
 /// The layout of a kind; another number is read as chamber settings.

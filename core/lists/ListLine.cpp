@@ -1,5 +1,6 @@
 #include "core/lists/ListLine.h"
 
+#include "core/lists/Blanks.h"
 #include "core/lists/ListKinds.h"
 #include "core/text/Numbers.h"
 
@@ -13,16 +14,6 @@ namespace {
 QLatin1StringView latin1(QByteArrayView bytes)
 {
     return QLatin1StringView(bytes.data(), bytes.size());
-}
-
-/// Blanks only: other white space is text.
-QByteArrayView trimmed(QByteArrayView text)
-{
-    while (text.startsWith(' '))
-        text = text.sliced(1);
-    while (text.endsWith(' '))
-        text.chop(1);
-    return text;
 }
 
 /// The first words of a line, and how many there are, counted no further than any rule asks.
@@ -54,7 +45,7 @@ public:
     /// The line from the word on, blanks at its ends aside.
     [[nodiscard]] QByteArrayView from(int at) const
     {
-        return at < m_count ? trimmed(m_line.sliced((*this)[at].data() - m_line.data()))
+        return at < m_count ? withoutBlanks(m_line.sliced((*this)[at].data() - m_line.data()))
                             : QByteArrayView();
     }
     /// The line up to the end of the word.
@@ -78,7 +69,7 @@ void parseSettings(ListLine &parsed, QByteArrayView line)
         const QByteArray name = words[0].toByteArray();
         parsed.built = line.toByteArray().replace(name, QByteArray());
         parsed.cells[1] = latin1(words[0]);
-        parsed.cells[2] = latin1(trimmed(parsed.built));
+        parsed.cells[2] = latin1(withoutBlanks(QByteArrayView(parsed.built)));
     } else if (words.count() <= 2) {
         parsed.cells[1] = latin1(line); // two words stand together: Send list refuses them
     } else if (words.count() == 3) {
@@ -113,7 +104,7 @@ ListLine::Loss lossOfPause(QByteArrayView line, QByteArrayView first)
     if (first.isEmpty())
         return ListLine::Loss::All;
     const QByteArray rest = line.toByteArray().replace("# PAUSE", QByteArray());
-    const QByteArrayView words = trimmed(rest);
+    const auto words = withoutBlanks(QByteArrayView(rest));
     return words.isEmpty() || words == first ? ListLine::Loss::None : ListLine::Loss::Part;
 }
 
@@ -176,17 +167,13 @@ void parseTest(ListLine &parsed, QByteArrayView line)
 ListLine ListLine::parse(int listKind, QByteArrayView line)
 {
     ListLine parsed;
-    switch (listKind) {
-    case listKinds::chamberProfile:
+    if (listKind == listKinds::chamberProfile)
         parseProfile(parsed, line);
-        break;
-    case listKinds::testList:
+    else if (listKind == listKinds::testList)
         parseTest(parsed, line);
-        break;
-    default:
+    else
         parseSettings(parsed, line);
-    }
-    if (trimmed(line).isEmpty())
+    if (withoutBlanks(line).isEmpty())
         parsed.loss = Loss::None;
     return parsed;
 }

@@ -7,26 +7,19 @@ namespace corvane {
 
 namespace {
 
-QString lineEnd()
-{
-    return u"\r\n"_s;
-}
-
+const QString lineEnd = u"\r\n"_s;
 /// Four empty words: a chamber settings line that takes a row and fills none of it.
-QString emptySettingsRow()
-{
-    return u"   "_s;
-}
+const QString emptySettingsRow = u"   "_s;
 
 QString settingsLine(const QString &command, const QString &value)
 {
     if (command.isEmpty())
-        return emptySettingsRow() + value;
+        return emptySettingsRow + value;
     if (value.isEmpty())
         return command;
-    const bool oneWord = !command.contains(u' ');
-    const bool uut = command.startsWith(u"UUT"_s, Qt::CaseInsensitive);
-    return (oneWord && !uut ? u"= "_s : QString()) + command + u' ' + value;
+    const bool isWhole =
+        command.contains(u' ') || command.startsWith(u"UUT"_s, Qt::CaseInsensitive);
+    return (isWhole ? QString() : u"= "_s) + command + u' ' + value;
 }
 
 QString profileLine(const QString &operatorCell, const QString &command, const QString &value)
@@ -69,7 +62,7 @@ QString testLine(const QString &operatorCell, const QString &command, const QStr
 /// Nothing but its number, and perhaps a reply, which is no part of the list.
 bool holdsNothing(int listKind, const TextTable &table, int row)
 {
-    for (int column = listKinds::firstColumn; column < listKinds::layout(listKind).replyColumn;
+    for (int column = listKinds::firstColumn; column < listKinds::layout(listKind).replyColumn();
          ++column) {
         if (!table.text(row, column).isEmpty())
             return false;
@@ -103,20 +96,18 @@ QString listText::ofList(int listKind, const TextTable &table, const QString &co
                          const std::vector<ListConstant> &constants)
 {
     QString text;
-    QStringList commentLines = comments.split(lineEnd());
+    QStringList commentLines = comments.split(lineEnd);
     if (commentLines.back().isEmpty())
         commentLines.removeLast();
     for (const QString &comment : commentLines)
-        text += commentLine(comment) + lineEnd();
+        text += commentLine(comment) + lineEnd;
     if (listKind == listKinds::testList) {
-        for (const ListConstant &constant : constants)
-            text +=
-                u"# CONST %1 = %2"_s.arg(constant.name, QString::number(constant.value, 'g', 9)) +
-                lineEnd();
+        for (const auto &[name, value] : constants)
+            text += u"# CONST %1 = %2"_s.arg(name, QString::number(value, 'g', 9)) + lineEnd;
     }
     for (int row = 1; row < table.rowCount(); ++row) {
         if (!holdsNothing(listKind, table, row))
-            text += rowLine(listKind, table, row).left(listFile::maximumLine) + lineEnd();
+            text += rowLine(listKind, table, row).left(listFile::maximumLine) + lineEnd;
     }
     return text;
 }

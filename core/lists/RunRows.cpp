@@ -18,7 +18,7 @@ QString RunRows::name(int row) const
 
 int RunRows::replyColumn() const
 {
-    return m_module.GetMode ? listKinds::getColumn : listKinds::layout(m_list.kind()).replyColumn;
+    return m_module.GetMode ? listKinds::getColumn : listKinds::layout(m_list.kind()).replyColumn();
 }
 
 ListStep RunRows::step(int row) const

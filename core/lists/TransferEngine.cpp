@@ -124,7 +124,7 @@ void TransferEngine::ResetTransferData(int index)
         return;
     const bool ended = m_run != Run::None;
     if (ended && m_module.ResponseReady)
-        finishRow(RowVerdict::None);
+        finishRow(Verdict::None);
     if (ended && m_row.number > 0 && awaitsReply() && !session().isClosed())
         m_notes.owe(m_channel, m_row.number);
     reset(index);
@@ -171,7 +171,7 @@ void TransferEngine::TimerTransfer_Timer(int index)
     if (!m_module.ResponseReady)
         return;
     const quint64 start = m_starts;
-    finishRow(RowVerdict::None);
+    finishRow(Verdict::None);
     if (isOn(start))
         startRow(index, next);
 }
@@ -195,7 +195,7 @@ void TransferEngine::startRow(int index, int number)
         send(step.command);
         break;
     case ListStep::Kind::Nothing:
-        skip(RowVerdict::None);
+        skip(Verdict::None);
         break;
     case ListStep::Kind::Check:
         check();
@@ -218,7 +218,7 @@ void TransferEngine::send(const QString &command)
         session().TimerTransfer->stop();
 }
 
-void TransferEngine::skip(RowVerdict verdict)
+void TransferEngine::skip(Verdict verdict)
 {
     session().setCommand({});
     m_module.ResponseReady = true;
@@ -228,7 +228,6 @@ void TransferEngine::skip(RowVerdict verdict)
 void TransferEngine::check()
 {
     using Cell = CheckRow::Cell;
-    using Verdict = GridModel::Verdict;
     const int column = m_rows.replyColumn();
     const CheckRow::Verdict verdict = m_rows.judge(m_row.number);
     m_row.isJudged = true;
@@ -237,11 +236,11 @@ void TransferEngine::check()
                        verdict.cell == Cell::Passed ? listTexts::passed : listTexts::failed);
     m_list.setVerdict(m_row.number, column, verdict.passed ? Verdict::Passed : Verdict::Failed);
     if (verdict.passed) {
-        skip(RowVerdict::Passed);
+        skip(Verdict::Passed);
         return;
     }
     const quint64 start = m_starts;
-    finishRow(RowVerdict::Failed);
+    finishRow(Verdict::Failed);
     if (isOn(start) && showMessage(listTexts::testFailed)) {
         reset(m_channel);
         Q_EMIT runEnded(Outcome::Failed);
@@ -260,7 +259,7 @@ void TransferEngine::cancelAtSyntaxError()
 void TransferEngine::complete()
 {
     const quint64 start = m_starts;
-    finishRow(RowVerdict::None);
+    finishRow(Verdict::None);
     if (!isOn(start))
         return;
     const bool test = m_list.kind() == listKinds::testList;
@@ -377,7 +376,7 @@ void TransferEngine::showProgress(const QString &beside)
     Q_EMIT noted(m_notes.text());
 }
 
-void TransferEngine::finishRow(RowVerdict verdict)
+void TransferEngine::finishRow(Verdict verdict)
 {
     if (std::exchange(m_row.isOpen, false))
         Q_EMIT rowFinished(m_row.number, m_list.text(m_row.number, m_rows.replyColumn()), verdict);

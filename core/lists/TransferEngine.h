@@ -3,6 +3,7 @@
 #include "core/lists/ReplyMirror.h"
 #include "core/lists/RunNotes.h"
 #include "core/lists/RunRows.h"
+#include "core/text/GridModel.h"
 
 #include <QObject>
 
@@ -38,8 +39,7 @@ public:
     };
     Q_ENUM(Outcome)
 
-    enum class RowVerdict { None, Passed, Failed };
-    Q_ENUM(RowVerdict)
+    using Verdict = GridModel::Verdict;
 
     TransferEngine(ChannelSet &channels, CommandList &list, Dialogs &dialogs,
                    QObject *parent = nullptr);
@@ -66,7 +66,7 @@ Q_SIGNALS:
     /// A row's step begins; `command` is what goes out, empty when the row sends nothing.
     void rowStarted(int row, const QString &command);
     /// A row is done; `reply` is the text of its reply cell.
-    void rowFinished(int row, const QString &reply, corvane::TransferEngine::RowVerdict verdict);
+    void rowFinished(int row, const QString &reply, corvane::GridModel::Verdict verdict);
     void runEnded(corvane::TransferEngine::Outcome outcome);
     /// How far the run is, and what is to know about it; row 0: no run.
     void progressChanged(int row, int rows, const QString &beside);
@@ -111,9 +111,9 @@ private:
     void setRun(Run run);
     void setRow(Row row);
     void startRow(int index, int number);
-    void finishRow(RowVerdict verdict);
+    void finishRow(Verdict verdict);
     void send(const QString &command);
-    void skip(RowVerdict verdict);
+    void skip(Verdict verdict);
     void check();
     void cancelAtSyntaxError();
     void complete();

@@ -12,15 +12,6 @@
 
 namespace corvane {
 
-namespace {
-
-QString boardName(int board)
-{
-    return u"GPIB%1"_s.arg(board);
-}
-
-} // namespace
-
 GpibSearch::GpibSearch(GpibSession &channel, ChannelUsers &users, Module1 &module, Clock &clock,
                        QObject *parent)
     : QObject(parent)
@@ -178,7 +169,7 @@ void GpibSearch::reportFound(const QByteArray &reply)
 void GpibSearch::reportNothing()
 {
     constexpr int first = 0;
-    m_channel.showFound(boardName(first), QString::number(first), {});
+    m_channel.showFound(GpibAddress::boardName(first), QString::number(first), {});
     setStatus(isCancelled() ? setupTexts::cancelled : setupTexts::nothingFound);
 }
 

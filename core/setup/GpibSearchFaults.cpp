@@ -11,18 +11,13 @@ namespace corvane {
 
 namespace {
 
-QString boardName(int board)
-{
-    return u"GPIB%1"_s.arg(board);
-}
-
 /// The description without what names the address or the board.
 QString reasonOf(const GpibAddress &at, const QString &description)
 {
     const QString prefix = at.toString() + u": "_s;
     QString reason =
         description.startsWith(prefix) ? description.sliced(prefix.size()) : description;
-    return reason.replace(u"board "_s + boardName(at.board), u"the board"_s);
+    return reason.replace(u"board "_s + GpibAddress::boardName(at.board), u"the board"_s);
 }
 
 } // namespace
@@ -47,7 +42,7 @@ QString GpibSearchFaults::Fault::place() const
     if (!left || from.primary == last)
         return from.toString();
     if (from.primary == 0)
-        return boardName(from.board);
+        return GpibAddress::boardName(from.board);
     const GpibAddress end{.board = from.board, .primary = last, .secondary = {}};
     return u"%1 to %2"_s.arg(from.toString(), end.toString());
 }

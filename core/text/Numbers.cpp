@@ -3,6 +3,7 @@
 #include "devices/WholeNumber.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -10,59 +11,39 @@ namespace corvane::numbers {
 
 namespace {
 
-qsizetype digitsFrom(QStringView text, qsizetype at)
+struct Leading
 {
-    qsizetype end = at;
-    while (end < text.size() && isDigit(text[end]))
-        ++end;
-    return end - at;
-}
+    double value = 0;     ///< 0 also when the number is beyond what a double holds
+    qsizetype length = 0; ///< 0: the text begins with no number
+    bool fits = false;
+};
 
-bool isSign(QStringView text, qsizetype at)
+/// The decimal number that the text begins with.
+Leading parse(QStringView text)
 {
-    return at < text.size() && (text[at] == u'+' || text[at] == u'-');
-}
-
-/// The length of the decimal number that the text begins with; 0 when it begins with none.
-qsizetype numberLength(QStringView text)
-{
-    qsizetype at = isSign(text, 0) ? 1 : 0;
-    const qsizetype whole = digitsFrom(text, at);
-    at += whole;
-    qsizetype fraction = 0;
-    if (at < text.size() && text[at] == u'.') {
-        fraction = digitsFrom(text, at + 1);
-        if (whole + fraction > 0)
-            at += 1 + fraction;
-    }
-    if (whole + fraction == 0)
-        return 0;
-    if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
-        const qsizetype sign = isSign(text, at + 1) ? 1 : 0;
-        const qsizetype exponent = digitsFrom(text, at + 1 + sign);
-        if (exponent > 0)
-            at += 1 + sign + exponent;
-    }
-    return at;
-}
-
-double toFinite(QStringView number)
-{
-    const double value = number.toDouble();
-    return std::isfinite(value) ? value : 0.0;
+    const QByteArray bytes = text.toLatin1();
+    const qsizetype plus = bytes.startsWith('+') ? 1 : 0;
+    const qsizetype sign = bytes.startsWith('-') ? 1 : plus;
+    const QLatin1Char first(sign < bytes.size() ? bytes[sign] : ' ');
+    if (first != u'.' && !isDigit(first))
+        return {}; // "inf" and "nan" are words
+    Leading number;
+    const auto end = std::from_chars(bytes.begin() + plus, bytes.end(), number.value);
+    number.length = end.ec == std::errc::invalid_argument ? 0 : end.ptr - bytes.begin();
+    number.fits = end.ec == std::errc();
+    return number;
 }
 
 } // namespace
 
 double leadingNumber(QStringView text)
 {
-    const QStringView start = text.trimmed();
-    return toFinite(start.first(numberLength(start)));
+    return parse(text.trimmed()).value;
 }
 
 bool startsWithNumber(QStringView text)
 {
-    return numberLength(text.trimmed()) > 0;
+    return parse(text.trimmed()).length > 0;
 }
 
 int nearest(double value)
@@ -79,14 +60,10 @@ int leadingInteger(QStringView text)
 
 std::optional<double> numericValue(QStringView text)
 {
-    const QStringView number = text.trimmed();
-    if (number.isEmpty() || numberLength(number) != number.size())
-        return std::nullopt;
-    bool ok = false;
-    const double value = number.toDouble(&ok);
-    if (!ok || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    const QStringView trimmed = text.trimmed();
+    const Leading number = parse(trimmed);
+    return number.fits && number.length == trimmed.size() ? std::optional(number.value)
+                                                          : std::nullopt;
 }
 
 bool isNumeric(QStringView text)

@@ -34,7 +34,7 @@ TEST(RunReport, ASpreadsheetTakesNoCellForAFormulaAndReadsEveryCharacter)
 
 TEST(JUnitReport, IsValidWhateverAListAndADeviceHold)
 {
-    using enum RunReport::Check::Result;
+    using enum GridModel::Verdict;
     RunReport report;
     report.listName = u"a \"b\" <c>&\n.tst"_s;
     report.began = QDateTime(QDate(2026, 3, 1), QTime(0, 30), QTimeZone(3600));
@@ -45,7 +45,7 @@ TEST(JUnitReport, IsValidWhateverAListAndADeviceHold)
     report.seconds = 3.5;
     const QString anything = u"\x1b[2J\t\uffff"_s + QChar(0xd800);
     report.checks = {{1, anything, anything, anything, anything, Failed, 1.25}, {}, {}};
-    report.checks[2].result = Passed;
+    report.checks[2].verdict = Passed;
     report.checks[2].seconds = 1;
     EXPECT_EQ(findings(junitReport(report)), "");
     EXPECT_FALSE(junitReport(report).contains("name=\"run\""));

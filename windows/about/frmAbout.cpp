@@ -57,11 +57,9 @@ QLayout *frmAbout::createTexts()
 
     auto *column = new QVBoxLayout;
     column->setSpacing(5);
-    for (QLabel *label : {lblTitle, lblProductName, lblVersion, lblFileDescription})
-        column->addWidget(label);
+    controls::addAll(*column, {lblTitle, lblProductName, lblVersion, lblFileDescription});
     column->addSpacing(8);
-    column->addWidget(lblDescription);
-    column->addStretch();
+    controls::addAll(*column, {lblDescription, nullptr});
     return column;
 }
 
@@ -75,12 +73,7 @@ QLayout *frmAbout::createButtons()
     for (QPushButton *each : {cmdSysInfo, cmdQBXAbout, cmdOK})
         each->setAutoDefault(false);
     cmdOK->setDefault(true);
-    auto *row = new QHBoxLayout;
-    row->addWidget(cmdSysInfo);
-    row->addWidget(cmdQBXAbout);
-    row->addStretch();
-    row->addWidget(cmdOK);
-    return row;
+    return controls::row({cmdSysInfo, cmdQBXAbout, nullptr, cmdOK});
 }
 
 QLabel *frmAbout::createLabel(const QString &name)
@@ -102,11 +95,6 @@ void frmAbout::Form_Load()
     lblDescription->setText(aboutTexts::description);
     lblCopyRight->setText(text(productInfo::legalCopyright));
     cmdOK->setFocus();
-}
-
-void frmAbout::cmdOK_Click()
-{
-    close();
 }
 
 void frmAbout::cmdSysInfo_Click()

@@ -22,7 +22,7 @@ public:
 
     // Event handlers
     void Form_Load() override;
-    void cmdOK_Click();
+    void cmdOK_Click() { close(); }
     void cmdSysInfo_Click();
     void cmdQBXAbout_Click();
 

@@ -69,8 +69,7 @@ QWidget *CalibrationPanel::makeActions()
     txtChannel->setMaximumWidth(60);
     txtChannel->setAlignment(Qt::AlignCenter);
     cmdInc = button(u"CH &>"_s, u"cmdInc"_s, u"Next channel"_s, this, &Panel::cmdInc_Click);
-    for (QWidget *control : std::initializer_list<QWidget *>{cmdDec, txtChannel, cmdInc})
-        row->addWidget(control);
+    addAll(*row, {cmdDec, txtChannel, cmdInc});
     cmdCal = exchanging(button(u"&Calibrate Channel"_s, u"cmdCal"_s, u"Calibrate the channel"_s,
                                this, &Panel::cmdCal_Click));
     cmdCancelCal = button(u"Cance&l Calibration"_s, u"cmdCancelCal"_s, u"Cancel the calibration"_s,
@@ -90,8 +89,7 @@ QWidget *CalibrationPanel::makeActions()
                           u"Save the calibration in the board"_s, this, &Panel::cmdWriteCal_Click));
     cmdReport = button(u"Repor&t..."_s, u"cmdReport"_s, u"Calibration report"_s, this,
                        &Panel::reportRequested);
-    for (QPushButton *action : {cmdScanCals, cmdWriteCal, cmdReport})
-        row->addWidget(action);
+    addAll(*row, {cmdScanCals, cmdWriteCal, cmdReport});
     lblProgress = progressLine(u"lblProgress"_s, u"Progress"_s);
     rows->addWidget(lblProgress);
     return box;

@@ -53,17 +53,13 @@ QWidget *DacAdcPanel::makeUnits()
                              u"DAC units hexadecimal"_s);
     optDacUnits[Volts] = named(new QRadioButton(u"&Volts"_s), indexed(u"optDacUnits"_s, Volts),
                                u"DAC units volts"_s);
-    for (QRadioButton *option : optDacUnits)
-        row->addWidget(option);
     optDacUnits[Volts]->setChecked(true);
     lblDacRange = named(new QLabel(boardTexts::dacRangeVolts), u"lblDacRange"_s,
                         u"Range of the DAC entries"_s);
-    row->addSpacing(24);
-    row->addWidget(lblDacRange);
-    row->addStretch();
     chkBertanDac = named(new QCheckBox(u"Use &Bertan command set"_s), u"chkBertanDac"_s,
                          u"Use Bertan command set"_s);
-    row->addWidget(chkBertanDac);
+    addAll(*row, {optDacUnits[Hex], optDacUnits[Volts], lblDacRange, nullptr, chkBertanDac});
+    row->insertSpacing(2, 24);
     return box;
 }
 

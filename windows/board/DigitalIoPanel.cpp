@@ -63,22 +63,17 @@ QWidget *DigitalIoPanel::makePorts()
 
 QLayout *DigitalIoPanel::makeUnits()
 {
-    auto *row = new QHBoxLayout;
     optIoUnits[Hex] = named(new QRadioButton(u"&Hexadecimal"_s), indexed(u"optIoUnits"_s, Hex),
                             u"Port units hexadecimal"_s);
     optIoUnits[Decimal] = named(new QRadioButton(u"&Decimal"_s), indexed(u"optIoUnits"_s, Decimal),
                                 u"Port units decimal"_s);
-    for (QRadioButton *option : optIoUnits)
-        row->addWidget(option);
     lblIoRange = named(new QLabel, u"lblIoRange"_s, u"Range of the port entries"_s);
-    row->addSpacing(16);
-    row->addWidget(lblIoRange);
-    row->addStretch();
     chkBertan = named(new QCheckBox(u"Use &Bertan command set"_s), u"chkBertan"_s,
                       u"Use Bertan command set"_s);
     chkBertan->setToolTip(u"A note only: the port commands are the same with either set."_s);
-    row->addWidget(chkBertan);
-    return row;
+    auto *units = row({optIoUnits[Hex], optIoUnits[Decimal], lblIoRange, nullptr, chkBertan});
+    units->insertSpacing(2, 16);
+    return units;
 }
 
 void DigitalIoPanel::makePort(QGridLayout &grid, int port)

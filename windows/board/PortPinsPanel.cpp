@@ -13,8 +13,6 @@ using namespace controls;
 namespace {
 
 constexpr qint16 beforeReadMs = 250;
-constexpr char16_t high = u'H';
-constexpr char16_t low = u'L';
 
 } // namespace
 
@@ -63,16 +61,6 @@ void PortPinsPanel::connectControls()
     cmdL.connectTo(this, &PortPinsPanel::cmdL_Click);
     cmdPortPinWrite.connectTo(this, &PortPinsPanel::cmdPortPinWrite_Click);
     cmdPortPinRead.connectTo(this, &PortPinsPanel::cmdPortPinRead_Click);
-}
-
-void PortPinsPanel::cmdH_Click(int pin)
-{
-    switchPin(high, pin);
-}
-
-void PortPinsPanel::cmdL_Click(int pin)
-{
-    switchPin(low, pin);
 }
 
 /// Sets the pin and shows what it then reads.

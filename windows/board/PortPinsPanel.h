@@ -21,8 +21,8 @@ public:
 
     PortPinsPanel(BoardLink &link, BoardSession &session);
 
-    void cmdH_Click(int pin);
-    void cmdL_Click(int pin);
+    void cmdH_Click(int pin) { switchPin(high, pin); }
+    void cmdL_Click(int pin) { switchPin(low, pin); }
     void cmdPortPinWrite_Click(int pin);
     void cmdPortPinRead_Click(int pin);
     void cmdReadAllIo_Click();
@@ -36,6 +36,9 @@ public:
     QPushButton *cmdReadAllIo;
 
 private:
+    static constexpr char16_t high = u'H';
+    static constexpr char16_t low = u'L';
+
     void makePin(QGridLayout &grid, int pin);
     void connectControls();
 

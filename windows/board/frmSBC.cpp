@@ -94,9 +94,7 @@ QWidget *frmSBC::makeMeter()
     cboMeasInstAdrGpib->setCurrentText(u"16"_s);
     auto *label = new QLabel(u"&GPIB"_s);
     label->setBuddy(cboMeasInstAdrGpib);
-    row->addWidget(label);
-    row->addWidget(cboMeasInstAdrGpib);
-    row->addStretch();
+    addAll(*row, {label, cboMeasInstAdrGpib, nullptr});
     cboMeasInstAdrGpib->setMinimumContentsLength(4);
     box->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     connect(cboMeasInstAdrGpib, &QComboBox::currentTextChanged, this,

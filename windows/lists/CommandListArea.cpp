@@ -153,16 +153,6 @@ void CommandListArea::edit(bool readOnly)
     m_editor->edit(m_list.text(), m_list.kind(), readOnly, m_list.rest());
 }
 
-void CommandListArea::cmdEditList_Click()
-{
-    edit(false);
-}
-
-void CommandListArea::cmdSaveList_Click()
-{
-    edit(true);
-}
-
 // Rows and columns
 
 void CommandListArea::cmdAddRow_Click()

@@ -51,8 +51,8 @@ public:
 
     void cmdLoad_Click();
     void cmdSave_Click();
-    void cmdEditList_Click();
-    void cmdSaveList_Click();
+    void cmdEditList_Click() { edit(false); }
+    void cmdSaveList_Click() { edit(true); }
     void cmdAddRow_Click();
     void cmdDeleteRow_Click();
     void cmdClearCol_Click();
@@ -85,7 +85,6 @@ protected:
 private:
     void makeControls();
     void layOut();
-    void orderTabs();
     void setColumnWidths();
     void connectControls();
     void showList();

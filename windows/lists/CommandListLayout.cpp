@@ -1,28 +1,24 @@
 // How the command-list area looks: its controls, their names and places.
 #include "core/lists/CommandList.h"
 #include "windows/lists/CommandListArea.h"
+#include "windows/widgets/Controls.h"
 #include "windows/widgets/ElidedLabel.h"
-#include "windows/widgets/Naming.h"
 #include "windows/widgets/OneLine.h"
 #include "windows/widgets/TextGrid.h"
 
 #include <QCheckBox>
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <limits>
 
 namespace corvane {
+
+using namespace controls;
 
 namespace {
 
@@ -87,14 +83,6 @@ protected:
     void wheelEvent(QWheelEvent *event) override { event->accept(); }
 };
 
-QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
-{
-    auto *layout = new QHBoxLayout;
-    for (QWidget *widget : widgets)
-        layout->addWidget(widget);
-    return layout;
-}
-
 /// The key presses the button while it can be pressed; the tool tip tells it.
 void addShortcut(QPushButton &button, const QString &purpose, const QKeySequence &key)
 {
@@ -147,21 +135,16 @@ void CommandListArea::layOut()
 
     m_leftHand = new QWidget(this);
     auto *files = new QGridLayout;
-    files->addWidget(cmdLoad, 0, 0);
-    files->addWidget(cmdSave, 0, 1);
-    files->addWidget(cmdEditList, 1, 0);
-    files->addWidget(cmdSaveList, 1, 1);
+    addRow(*files, 0, {cmdLoad, cmdSave});
+    addRow(*files, 1, {cmdEditList, cmdSaveList});
     auto *left = new QVBoxLayout(m_leftHand);
     left->setContentsMargins(0, 0, 0, 0);
     left->addWidget(txtVDL);
     left->addLayout(files);
 
     auto *list = new QWidget(this);
-    auto *buttons = row({cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear});
-    buttons->addStretch();
-    for (QWidget *widget :
-         std::initializer_list<QWidget *>{chkStripOpr, cmdGetList, cmdSendList, cmdStopSend})
-        buttons->addWidget(widget);
+    auto *buttons = row({cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear, nullptr, chkStripOpr,
+                         cmdGetList, cmdSendList, cmdStopSend});
     auto *right = new QVBoxLayout(list);
     right->setContentsMargins(0, 0, 0, 0);
     right->addWidget(flexgridVDL);
@@ -176,17 +159,9 @@ void CommandListArea::layOut()
     auto *all = new QVBoxLayout(this);
     all->addLayout(top);
     all->addWidget(splitter, 1);
-    orderTabs();
-}
-
-void CommandListArea::orderTabs()
-{
-    QWidget *const order[] = {cmdMaxGrid,  cmdMinGrid,   txtVDL,      cmdLoad,
-                              cmdSave,     cmdEditList,  cmdSaveList, flexgridVDL,
-                              cmdAddRow,   cmdDeleteRow, cmdClearCol, cmdClear,
-                              chkStripOpr, cmdGetList,   cmdSendList, cmdStopSend};
-    for (std::size_t at = 1; at < std::size(order); ++at)
-        setTabOrder(order[at - 1], order[at]);
+    orderTabs({cmdMaxGrid, cmdMinGrid, txtVDL, cmdLoad, cmdSave, cmdEditList, cmdSaveList,
+               flexgridVDL, cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear, chkStripOpr, cmdGetList,
+               cmdSendList, cmdStopSend});
 }
 
 void CommandListArea::setColumnWidths()

@@ -6,16 +6,12 @@
 #include "core/lists/ListTexts.h"
 #include "core/text/Dialogs.h"
 #include "windows/lists/PlainText.h"
-#include "windows/widgets/Naming.h"
+#include "windows/widgets/Controls.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFontDatabase>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 namespace corvane {
 
@@ -39,14 +35,9 @@ frmList::frmList(Dialogs &dialogs, QWidget *parent)
     txtList->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtList->setTabChangesFocus(true);
 
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdSave);
-    buttons->addWidget(cmdCAncel);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(lblNote);
-    layout->addWidget(txtList);
-    layout->addLayout(buttons);
+    controls::addAll(*layout, {lblNote, txtList});
+    layout->addLayout(controls::row({nullptr, cmdSave, cmdCAncel}));
 
     connect(cmdSave, &QPushButton::clicked, this, &frmList::cmdSave_Click);
     connect(cmdCAncel, &QPushButton::clicked, this, &frmList::cmdCAncel_Click);
@@ -95,11 +86,6 @@ void frmList::showNote(const QString &note)
 {
     lblNote->setText(note);
     lblNote->setVisible(!note.isEmpty());
-}
-
-void frmList::cmdCAncel_Click()
-{
-    close();
 }
 
 void frmList::reject()

@@ -32,7 +32,7 @@ public:
     void edit(const QString &text, int listKind, bool readOnly, const UnreadRest &rest);
 
     void cmdSave_Click();
-    void cmdCAncel_Click();
+    void cmdCAncel_Click() { close(); }
     /// Esc: closes, and asks before when the text has been changed.
     void reject() override;
 

@@ -118,16 +118,11 @@ QWidget *BenchWindow::createBoard()
     cmdOrder =
         button(u"O&rder"_s, u"cmdOrder"_s, u"Give the order"_s, this, &BenchWindow::cmdOrder_Click);
     auto *box = new QGroupBox(u"Board and meter"_s);
-    auto *first = new QHBoxLayout;
-    first->addWidget(chkConnector);
-    first->addStretch();
-    first->addWidget(sensorLabel);
-    first->addWidget(cboSensor);
     auto *second = new QHBoxLayout;
     second->addWidget(order, 1);
     second->addWidget(cmdOrder, 0, Qt::AlignTop);
     auto *rows = new QVBoxLayout(box);
-    rows->addLayout(first);
+    rows->addLayout(row({chkConnector, nullptr, sensorLabel, cboSensor}));
     rows->addLayout(second);
     rows->addWidget(lblState);
     connect(chkConnector, &QCheckBox::clicked, this, &BenchWindow::chkConnector_Click);

@@ -75,12 +75,9 @@ void BoardWindows::openReport()
         bringToFront(*m_report);
         return;
     }
-    const QString version = u"%1.%2.%3"_s.arg(productInfo::versionMajor)
-                                .arg(productInfo::versionMinor)
-                                .arg(productInfo::versionRevision);
     m_report = std::make_unique<frmSBCPrint>(
         ReportedBoard{m_board->session(), m_board->link(), m_board->calibration->table()},
-        m_remembered, m_dialogs, version);
+        m_remembered, m_dialogs, QString::fromUtf16(productInfo::version));
     m_report->showUnsaved(m_unsaved.text());
     connect(&m_unsaved, &UnsavedCalibrations::changed, m_report.get(), &frmSBCPrint::showUnsaved);
     connect(m_board.get(), &frmSBC::closing, m_report.get(), &QWidget::close);

@@ -43,6 +43,7 @@ void ChannelTab::connectHandlers()
 void ChannelTab::showSession()
 {
     using Session = ChannelSession;
+    connect(&m_session, &Session::entriesChanged, this, &ChannelTab::showEntries);
     connect(&m_session, &Session::statusChanged, this, &ChannelTab::showStatus);
     connect(&m_session, &Session::lightChanged, this, &ChannelTab::showLight);
     connect(&m_session, &Session::commandChanged, cboOut, &CommandBox::showCommand);

@@ -62,6 +62,8 @@ public:
 protected:
     ChannelTab(ChannelSession &session, QWidget *parent);
 
+    /// The session's entries into the fields of the connection row.
+    virtual void showEntries() = 0;
     /// Keeps room for the longest status text, so that no button moves under the pointer.
     void reserveStatus(const QString &longest);
     /// For a transport without a state to tell.

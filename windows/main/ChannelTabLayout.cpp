@@ -1,14 +1,14 @@
 // How a Channel's page looks: its controls, their names and places.
 #include "core/channels/ChannelSession.h"
 #include "windows/main/ChannelTab.h"
+#include "windows/widgets/Controls.h"
 #include "windows/widgets/EditableBox.h"
-#include "windows/widgets/Naming.h"
 
 #include <QFrame>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 namespace corvane {
+
+using namespace controls;
 
 namespace {
 
@@ -35,12 +35,6 @@ constexpr ButtonRow buttonRows[] = {
 
 constexpr int gapBeforeLog = 12;
 constexpr int gapBeforePlace = 8;
-
-void addAll(QHBoxLayout &row, std::initializer_list<QWidget *> widgets)
-{
-    for (QWidget *widget : widgets)
-        row.addWidget(widget);
-}
 
 } // namespace
 
@@ -82,9 +76,8 @@ void ChannelTab::makeControls()
 
 void ChannelTab::layOut()
 {
-    m_connectionRow = new QHBoxLayout;
-    m_connectionRow->addStretch();
-    addAll(*m_connectionRow, {cmdConnect, cmdDisconnect, m_statusCaption, lblStatus, shpComm});
+    m_connectionRow =
+        row({nullptr, cmdConnect, cmdDisconnect, m_statusCaption, lblStatus, shpComm});
     auto *line = new QFrame(this);
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     auto *placeRow = new QHBoxLayout;
@@ -92,19 +85,15 @@ void ChannelTab::layOut()
     placeRow->addWidget(line, 1);
     placeRow->addWidget(lblPlace); // keeps its height while it is empty
 
-    auto *entryRow = new QHBoxLayout;
-    entryRow->addWidget(cboOut, 1);
-    addAll(*entryRow, {cmdSend, cmdIDN, cmdSystErr});
+    auto *entryRow = row({cboOut, cmdSend, cmdIDN, cmdSystErr});
+    entryRow->setStretchFactor(cboOut, 1);
 
     auto *every = new QLabel(u"ever&y"_s, this);
     every->setBuddy(cboMs);
-    auto *optionRow = new QHBoxLayout;
-    addAll(*optionRow, {chkLoop, every, cboMs, new QLabel(u"ms"_s, this)});
+    auto *optionRow = row({chkLoop, every, cboMs, new QLabel(u"ms"_s, this)});
     optionRow->addSpacing(gapBeforeLog);
-    optionRow->addWidget(chkLog);
-    optionRow->addStretch();
-    addAll(*optionRow,
-           {new QLabel(u"Settings list:"_s, this), cmdLoadFrmChmber, cmdLoadToChmber, cmdStop});
+    addAll(*optionRow, {chkLog, nullptr, new QLabel(u"Settings list:"_s, this), cmdLoadFrmChmber,
+                        cmdLoadToChmber, cmdStop});
 
     auto *page = new QVBoxLayout(this);
     page->addLayout(m_connectionRow);
@@ -150,11 +139,7 @@ void ChannelTab::orderTabs()
         order.append(m_connectionRow->itemAt(place)->widget());
     order += {cboOut, cmdSend,          cmdIDN,          cmdSystErr, chkLoop, cboMs,
               chkLog, cmdLoadFrmChmber, cmdLoadToChmber, cmdStop,    txtIn};
-    order.removeIf([](const QWidget *widget) {
-        return widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0;
-    });
-    for (qsizetype place = 1; place < order.size(); ++place)
-        setTabOrder(order.at(place - 1), order.at(place));
+    controls::orderTabs(order);
 }
 
 } // namespace corvane

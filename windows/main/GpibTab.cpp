@@ -35,7 +35,6 @@ GpibTab::GpibTab(GpibSession &session, QWidget *parent)
     txtTimeout488->installEventFilter(this);
     connect(txtTimeout488, &QLineEdit::returnPressed, this, &GpibTab::txtTimeout488_Apply);
     connect(txtTimeout488, &QLineEdit::textEdited, this, [this] { setTimeoutBold(true); });
-    connect(&m_gpib, &GpibSession::entriesChanged, this, &GpibTab::showEntries);
     connect(&m_gpib, &ChannelSession::progressChanged, this,
             [this](const QString &progress) { showBusy(!progress.isEmpty()); });
 }
@@ -46,7 +45,7 @@ void GpibTab::buildFields()
 {
     cboIEEEPort = new EditableBox(this);
     for (int board = 0; board < GpibAddress::boardCount; ++board)
-        cboIEEEPort->addItem(u"GPIB%1"_s.arg(board));
+        cboIEEEPort->addItem(GpibAddress::boardName(board));
     cboIEEEAddress = new EditableBox(this);
     for (int address = 0; address <= GpibSession::lastPrimaryAddress; ++address)
         cboIEEEAddress->addItem(QString::number(address));

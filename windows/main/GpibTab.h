@@ -34,7 +34,7 @@ public:
 
 private:
     void buildFields();
-    void showEntries();
+    void showEntries() override;
     void showBusy(bool busy);
     void setTimeoutBold(bool bold);
 

@@ -1,19 +1,14 @@
 #include "windows/main/GuideWindow.h"
 
-#include "windows/widgets/Naming.h"
+#include "windows/widgets/Controls.h"
 
 #include <QFile>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <QVBoxLayout>
 
 namespace corvane {
 
@@ -47,11 +42,8 @@ GuideWindow::GuideWindow(QWidget *parent)
     lstOutline->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     fillOutline();
 
-    auto *findRow = new QHBoxLayout;
-    findRow->addWidget(txtFind, 1);
-    findRow->addWidget(next);
     auto *page = new QVBoxLayout(this);
-    page->addLayout(findRow);
+    page->addLayout(controls::row({txtFind, next}));
     auto *sides = new QSplitter(this);
     sides->setChildrenCollapsible(false);
     sides->addWidget(lstOutline);

@@ -160,34 +160,35 @@ TcpTab &Main::tcpTab(int index) const
     return *m_tcp.at(static_cast<size_t>(index - channels::tcpIp1));
 }
 
-void Main::cmdConnect_Click(int index)
+void Main::pass(int index, void (ChannelTab::*handler)()) const
 {
     if (ChannelTab *target = channel(index))
-        target->cmdConnect_Click();
+        (target->*handler)();
+}
+
+void Main::cmdConnect_Click(int index)
+{
+    pass(index, &ChannelTab::cmdConnect_Click);
 }
 
 void Main::cmdDisconnect_Click(int index)
 {
-    if (ChannelTab *target = channel(index))
-        target->cmdDisconnect_Click();
+    pass(index, &ChannelTab::cmdDisconnect_Click);
 }
 
 void Main::cmdSend_Click(int index)
 {
-    if (ChannelTab *target = channel(index))
-        target->cmdSend_Click();
+    pass(index, &ChannelTab::cmdSend_Click);
 }
 
 void Main::cmdIDN_Click(int index)
 {
-    if (ChannelTab *target = channel(index))
-        target->cmdIDN_Click();
+    pass(index, &ChannelTab::cmdIDN_Click);
 }
 
 void Main::cmdSystErr_Click(int index)
 {
-    if (ChannelTab *target = channel(index))
-        target->cmdSystErr_Click();
+    pass(index, &ChannelTab::cmdSystErr_Click);
 }
 
 void Main::Timer1_Timer(int index)
@@ -250,11 +251,6 @@ void Main::cmdLoadFrmChmber_Click(int index)
 void Main::cmdLoadToChmber_Click(int index)
 {
     m_parts.engine.cmdLoadToChmber_Click(index);
-}
-
-void Main::cmdStop_Click(int index)
-{
-    ResetTransferData(index);
 }
 
 void Main::closeEvent(QCloseEvent *event)

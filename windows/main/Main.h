@@ -101,7 +101,7 @@ public:
     void chkLog_Click(int index);
     void cmdLoadFrmChmber_Click(int index);
     void cmdLoadToChmber_Click(int index);
-    void cmdStop_Click(int index);
+    void cmdStop_Click(int index) { ResetTransferData(index); }
 
     /// The tab of a Channel, or null for an index outside 0..4.
     [[nodiscard]] ChannelTab *channel(int index) const;
@@ -145,6 +145,7 @@ private:
     void showOwnAddress(const LocalAddress &found);
     void loggingFailed(const QString &description);
     void shutDown();
+    void pass(int index, void (ChannelTab::*handler)()) const;
 
     const MainParts m_parts;
     std::array<ChannelTab *, channelCount> m_channels{};

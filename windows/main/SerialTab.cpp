@@ -25,7 +25,6 @@ SerialTab::SerialTab(SerialSession &session, QWidget *parent)
     txtPort->installEventFilter(this);
     connect(txtPort, &QLineEdit::textChanged, this, &SerialTab::txtPort_Change);
     connect(txtPort, &QLineEdit::returnPressed, this, &ChannelTab::cmdConnect_Click);
-    connect(&m_serial, &SerialSession::entriesChanged, this, &SerialTab::showEntries);
 }
 
 void SerialTab::buildAddress()
@@ -36,7 +35,7 @@ void SerialTab::buildAddress()
     lblPrefix->setAccessibleName(u"Addressing prefix"_s);
     addConnectionWidget(lblPrefix, u"lblPrefix"_s);
     for (int address = 1; address <= SerialSession::lastAddress; ++address)
-        cboAddress485->addItem(u"%1"_s.arg(address, 2, 10, QLatin1Char('0')));
+        cboAddress485->addItem(SerialSession::addressText(address));
     connect(cboAddress485, &QComboBox::currentTextChanged, this, &SerialTab::cboAddress485_Change);
 }
 

@@ -28,7 +28,7 @@ public:
 
 private:
     void buildAddress();
-    void showEntries();
+    void showEntries() override;
 
     SerialSession &m_serial;
 };

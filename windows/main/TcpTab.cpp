@@ -22,7 +22,6 @@ TcpTab::TcpTab(TcpSession &session, QWidget *parent)
     connect(txtAddress, &QLineEdit::textChanged, this, &TcpTab::txtAddress_Change);
     for (const QLineEdit *entry : {txtPort, txtAddress})
         connect(entry, &QLineEdit::returnPressed, this, &ChannelTab::cmdConnect_Click);
-    connect(&m_tcp, &TcpSession::entriesChanged, this, &TcpTab::showEntries);
 }
 
 void TcpTab::showEntries()

@@ -22,7 +22,7 @@ public:
     QLineEdit *txtPort = nullptr;
 
 private:
-    void showEntries();
+    void showEntries() override;
 
     TcpSession &m_tcp;
 };

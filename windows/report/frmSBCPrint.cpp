@@ -73,16 +73,12 @@ frmSBCPrint::frmSBCPrint(const ReportedBoard &board, modSBC &remembered, Dialogs
     setObjectName(u"frmSBCPrint"_s);
     setWindowTitle(reportTexts::caption);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(makeGroup(u"PRODUCT INFORMATION"_s, 0, 4));
-    layout->addWidget(makeGroup(u"TEST INFORMATION"_s, 4, 4));
-    layout->addWidget(makeGroup(u"TEST METER"_s, 8, 4));
     lblUnsaved = named(new QLabel, u"lblUnsaved"_s, u"Not saved to EEPROM"_s);
     lblUnsaved->setWordWrap(true);
-    layout->addWidget(lblUnsaved);
-    layout->addWidget(makeButtons());
-    layout->addStretch();
     makeStatusBar();
-    layout->addWidget(StatusBar1);
+    addAll(*layout,
+           {makeGroup(u"PRODUCT INFORMATION"_s, 0, 4), makeGroup(u"TEST INFORMATION"_s, 4, 4),
+            makeGroup(u"TEST METER"_s, 8, 4), lblUnsaved, makeButtons(), nullptr, StatusBar1});
     resize(520, sizeHint().height());
 }
 
@@ -110,8 +106,6 @@ QWidget *frmSBCPrint::makeGroup(const QString &title, size_t first, size_t count
 QWidget *frmSBCPrint::makeButtons()
 {
     auto *box = new QWidget;
-    auto *row = new QHBoxLayout(box);
-    row->setContentsMargins({});
     using W = frmSBCPrint;
     cmdAutoFill = button(u"Auto &Fill"_s, u"cmdAutoFill"_s, u"Fill in from the board"_s, this,
                          &W::cmdAutoFill_Click);
@@ -121,11 +115,9 @@ QWidget *frmSBCPrint::makeButtons()
         button(u"&Accept"_s, u"cmdAccept"_s, u"Save the report"_s, this, &W::cmdAccept_Click);
     cmdCAncel =
         button(u"&Cancel"_s, u"cmdCAncel"_s, u"Close without saving"_s, this, &W::cmdCAncel_Click);
-    row->addWidget(cmdAutoFill);
-    row->addWidget(cmdGenFilename);
-    row->addStretch();
-    row->addWidget(cmdAccept);
-    row->addWidget(cmdCAncel);
+    auto *buttons = row({cmdAutoFill, cmdGenFilename, nullptr, cmdAccept, cmdCAncel});
+    buttons->setContentsMargins({});
+    box->setLayout(buttons);
     auto *escape = new QShortcut(Qt::Key_Escape, this);
     connect(escape, &QShortcut::activated, this, &frmSBCPrint::cmdCAncel_Click);
     return box;
@@ -237,11 +229,6 @@ bool frmSBCPrint::refusesToSave()
     box.setSelection(static_cast<int>(box.text().indexOf(misfit->character)),
                      static_cast<int>(misfit->character.size()));
     return true;
-}
-
-void frmSBCPrint::cmdCAncel_Click()
-{
-    close();
 }
 
 void frmSBCPrint::PrintCals()

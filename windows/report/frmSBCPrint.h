@@ -45,7 +45,7 @@ public:
     void cmdAutoFill_Click();
     void cmdGenFilename_Click();
     void cmdAccept_Click();
-    void cmdCAncel_Click();
+    void cmdCAncel_Click() { close(); }
     /// Says which channels of the report are not in the board's EEPROM yet.
     void showUnsaved(const QString &text);
     /// Asks for the file and writes the report.

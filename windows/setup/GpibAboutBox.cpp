@@ -42,7 +42,7 @@ void GpibAboutBox::createControls()
         lblVersion[board] = controls::note(indexed(u"lblVersion"_s, board));
         int cell = 0;
         for (QLabel *label :
-             {new QLabel(u"GPIB%1"_s.arg(board)), lblAdapter[board], lblVersion[board]})
+             {new QLabel(GpibAddress::boardName(board)), lblAdapter[board], lblVersion[board]})
             grid->addWidget(label, board + 1, cell++, Qt::AlignTop);
     }
     cmdClose = named(new QPushButton(u"&Close"_s), u"cmdClose"_s);

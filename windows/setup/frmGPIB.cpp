@@ -44,16 +44,9 @@ void frmGPIB::createControls()
     tmrStart->setTimerType(Qt::PreciseTimer);
     tmrStart->setInterval(startDelayMs);
 
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    for (QPushButton *each : {cmdSearch, cmdCancel, cmdClose})
-        buttons->addWidget(each);
     auto *rows = new QVBoxLayout(this);
-    rows->addWidget(lblSearch);
-    rows->addWidget(progress);
-    rows->addWidget(lblFaults);
-    rows->addStretch();
-    rows->addLayout(buttons);
+    addAll(*rows, {lblSearch, progress, lblFaults, nullptr});
+    rows->addLayout(row({nullptr, cmdSearch, cmdCancel, cmdClose}));
     setMinimumWidth(72 * fontMetrics().averageCharWidth());
 }
 
@@ -114,11 +107,6 @@ void frmGPIB::cmdCancel_Click()
 {
     showButtons(false);
     m_search.cancel();
-}
-
-void frmGPIB::cmdClose_Click()
-{
-    close();
 }
 
 void frmGPIB::endProcedure()

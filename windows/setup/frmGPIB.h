@@ -27,7 +27,7 @@ public:
     void tmrStart_Timer();
     void cmdSearch_Click();
     void cmdCancel_Click();
-    void cmdClose_Click();
+    void cmdClose_Click() { close(); }
 
     QLabel *lblSearch = nullptr;
     QProgressBar *progress = nullptr; ///< addresses probed, of 124

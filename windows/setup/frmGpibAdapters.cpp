@@ -55,23 +55,18 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
     auto *installed = new QGroupBox(u"Installed on this computer"_s);
     lblInstalled = note(u"lblInstalled"_s);
     (new QVBoxLayout(installed))->addWidget(lblInstalled);
-    rows->addWidget(installed);
-    rows->addStretch();
+    addAll(*rows, {installed, nullptr});
     cmdOK = button(u"&OK"_s, u"cmdOK"_s, this, &frmGpibAdapters::cmdOK_Click);
     cmdCancel = button(u"&Cancel"_s, u"cmdCancel"_s, this, &frmGpibAdapters::cmdCancel_Click);
     cmdOK->setDefault(true);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    rows->addLayout(buttons);
+    rows->addLayout(row({nullptr, cmdOK, cmdCancel}));
     setMinimumWidth(100 * fontMetrics().averageCharWidth());
     cmdTest.connectTo(this, &frmGpibAdapters::cmdTest_Click);
 }
 
 void frmGpibAdapters::createRow(QGridLayout &grid, int board)
 {
-    const QString name = u"GPIB%1"_s.arg(board);
+    const QString name = GpibAddress::boardName(board);
     auto *label = new QLabel(u"GPIB&%1"_s.arg(board));
     auto *kind = named(new QComboBox, indexed(u"cboKind"_s, board), u"Adapter of "_s + name);
     for (const Kind &entry : kinds)
@@ -183,11 +178,6 @@ void frmGpibAdapters::cmdOK_Click()
         m_parts.dialogs.showMessage(this, fault.description());
         return;
     }
-    close();
-}
-
-void frmGpibAdapters::cmdCancel_Click()
-{
     close();
 }
 

@@ -46,7 +46,7 @@ public:
     void cmdTest_Click(int board);
     /// Stores all choices and closes; a wrong one is told and the window stays.
     void cmdOK_Click();
-    void cmdCancel_Click();
+    void cmdCancel_Click() { close(); }
 
     ControlArray<QComboBox, boardCount> cboKind{};
     ControlArray<QComboBox, boardCount> cboPlace{}; ///< host and port, device, library board

@@ -4,14 +4,11 @@
 #include "core/setup/PortSettingsText.h"
 #include "core/setup/SetupTexts.h"
 #include "devices/SerialPort.h"
+#include "windows/widgets/Controls.h"
 #include "windows/widgets/EditableBox.h"
-#include "windows/widgets/Naming.h"
 
-#include <QBoxLayout>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
 
 namespace corvane {
 
@@ -76,14 +73,12 @@ frmPortConfig::frmPortConfig(int channel, SerialPort &port, QWidget *parent)
     , m_port(port)
 {
     auto *rows = new QVBoxLayout(this);
-    auto *columns = new QHBoxLayout;
-    columns->addWidget(createFields(), 1);
     fraPresets232 = createPresets(u"RS-232 Presets"_s, u"fraPresets232"_s, u"cmdPreset232"_s,
                                   presets232, cmdPreset232);
     fraPresets485 = createPresets(u"RS-485 Presets"_s, u"fraPresets485"_s, u"cmdPreset485"_s,
                                   presets485, cmdPreset485);
-    columns->addWidget(fraPresets232);
-    columns->addWidget(fraPresets485);
+    auto *columns = controls::row({createFields(), fraPresets232, fraPresets485});
+    columns->setStretch(0, 1);
     rows->addLayout(columns, 1);
     lblSummary = new QLabel;
     lblSummary->setObjectName(u"lblSummary"_s);
@@ -126,12 +121,8 @@ QLayout *frmPortConfig::createButtons()
     }
     cmdPortConfig[applyAndClose]->setDefault(true);
     cmdPortConfig[applyAndStay]->setToolTip(u"Can be pressed once a setting was changed"_s);
-    auto *row = new QHBoxLayout;
-    row->addWidget(cmdPortConfig[applyAndStay]);
-    row->addStretch();
-    row->addWidget(cmdPortConfig[applyAndClose]);
-    row->addWidget(cmdPortConfig[cancel]);
-    return row;
+    return controls::row({cmdPortConfig[applyAndStay], nullptr, cmdPortConfig[applyAndClose],
+                          cmdPortConfig[cancel]});
 }
 
 void frmPortConfig::connectControls()

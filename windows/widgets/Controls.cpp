@@ -76,6 +76,32 @@ QLabel *note(const QString &name, const QString &accessibleName)
     return label;
 }
 
+void addAll(QBoxLayout &layout, std::initializer_list<QWidget *> widgets)
+{
+    for (QWidget *widget : widgets) {
+        if (widget)
+            layout.addWidget(widget);
+        else
+            layout.addStretch();
+    }
+}
+
+QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
+{
+    auto *layout = new QHBoxLayout;
+    addAll(*layout, widgets);
+    return layout;
+}
+
+void orderTabs(QList<QWidget *> order)
+{
+    order.removeIf([](const QWidget *widget) {
+        return widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0;
+    });
+    for (qsizetype place = 1; place < order.size(); ++place)
+        QWidget::setTabOrder(order.at(place - 1), order.at(place));
+}
+
 void addRow(QGridLayout &grid, int row, std::initializer_list<QWidget *> widgets, int column)
 {
     for (QWidget *widget : widgets)

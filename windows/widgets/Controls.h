@@ -46,6 +46,12 @@ void showText(QLabel &label, const QString &text);
 /// A text that can be selected and is broken into lines.
 QLabel *note(const QString &name, const QString &accessibleName = {});
 
+/// Adds the widgets to the layout, one after the other; a null is a stretch.
+void addAll(QBoxLayout &layout, std::initializer_list<QWidget *> widgets);
+/// A row of them.
+QHBoxLayout *row(std::initializer_list<QWidget *> widgets);
+/// The Tab key goes through the widgets in this order, past those that it does not reach.
+void orderTabs(QList<QWidget *> order);
 /// Puts the widgets into a row of the grid, one a column from `column` on.
 void addRow(QGridLayout &grid, int row, std::initializer_list<QWidget *> widgets, int column = 0);
 /// The grid of a titled frame that fills the panel.

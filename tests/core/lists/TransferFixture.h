@@ -12,7 +12,7 @@ class Transfer : public ListFolder, protected FakeChannels
 {
 protected:
     using Outcome = TransferEngine::Outcome;
-    using RowVerdict = TransferEngine::RowVerdict;
+    using RowVerdict = GridModel::Verdict;
 
     Transfer()
     {

@@ -26,7 +26,7 @@ struct Search : testing::Test
     ScriptedDialogs dialogs;
     WaitGroup waits{clock};
     ChannelUsers users;
-    GpibSession channel{channels::ieee488, control, {module, dialogs, waits, users}};
+    GpibSession channel{control, {module, dialogs, waits, users}};
     GpibSearch search{channel, users, module, clock};
     QSignalSpy ended{&search, &GpibSearch::ended};
     frmGPIB window{search, module, dialogs};

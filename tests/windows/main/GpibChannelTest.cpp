@@ -19,7 +19,7 @@ struct GpibDesk : ChannelDesk
 
     FakeGpibBus bus;
     GpibControl control{clock, [this](int) { return std::make_unique<FakeGpibAdapter>(bus); }};
-    GpibSession session{channels::ieee488, control, context};
+    GpibSession session{control, context};
     GpibTab channel{session};
 };
 
