@@ -3,8 +3,6 @@
 #include "BenchSupport.h"
 #include "bench/Meter.h"
 
-#include <cmath>
-
 using namespace corvane::bench;
 
 namespace {
@@ -18,31 +16,6 @@ protected:
         meter.pinSensor(channel);
         return QByteArray::fromStdString(ask(meter, "data?\r")).trimmed().toDouble();
     }
-    double adc(int channel)
-    {
-        const std::string reply = ask(board, "ADC? " + QByteArray::number(channel));
-        return std::stod(reply.substr(0, reply.find(',')));
-    }
-    /// A channel's calibration as a technician's program does it, with neutral values first.
-    void calibrate(int channel)
-    {
-        const QByteArray number = ' ' + QByteArray::number(channel);
-        const auto five = [](double value) { return QByteArray::number(value, 'f', 5); };
-        board.answer("DAC " + number + ", .5,1.0,0.0");
-        board.answer("ADC " + number + ",1.0,0.0");
-        const double a1 = adc(channel);
-        const double m1 = reading(channel);
-        board.answer("DAC " + number + ", 2,1.0,0.0");
-        const double a2 = adc(channel);
-        const double m2 = reading(channel);
-        const double dacOffset = 0.5 - m1;
-        const double dacGain = 2.0 / (dacOffset + m2);
-        const double adcOffset = m1 - a1;
-        const double adcGain = m2 / (adcOffset + a2);
-        board.answer("DAC " + number + ", 2," + five(dacGain) + ',' + five(dacOffset));
-        board.answer("ADC " + number + ',' + five(adcGain) + ',' + five(adcOffset));
-    }
-
     Board board;
     Meter meter{[this](int channel) { return board.analog().outputVolts(channel); },
                 [this] { return board.lastDacChannel(); }};
@@ -62,6 +35,10 @@ TEST_F(BoardOnTheBench, QueriesAreAnsweredAndSettingsAreNot)
                           {":CALibrate:PICSerialNumber 7/5", "(silent)"},
                           {"*IDN?", "BRENNICK,P/N_25010-1,R2.14,P3.02,7/5"},
                           {":system:err?", "0,\"No error\""}});
+    // The DAC gets (2 - 0.015) * 0.99256 = 1.9702316, step 51648 or 1.9702449, and its output is
+    // 1.01 times that and 10 mV.
+    board.answer("DAC 0,2,0.99256,-0.01500");
+    EXPECT_NEAR(reading(0), 1.9999473, 0.000005);
 }
 
 TEST_F(BoardOnTheBench, TheJoinedCommandSetCountsInHexadecimal)
@@ -73,20 +50,6 @@ TEST_F(BoardOnTheBench, TheJoinedCommandSetCountsInHexadecimal)
                           {"W4;W9FFFF;W4FFFFF;W4G1;W4-1;M8", "(silent)"},
                           {"M4", "FFFF"},
                           {"SYST:ERR?", "-108,\"Parameter error\""}});
-}
-
-TEST_F(BoardOnTheBench, ACalibrationComesOutAsWorkedByHand)
-{
-    // Meter 0.515 and 2.03. The ADC sees 0.515 * 0.995 - 0.004 = 0.508425, step 13328 of 65535,
-    // which is 0.50843; and 2.03 * 0.995 - 0.004 = 2.01585, step 52843, which is 2.01583.
-    calibrate(0);
-    // Offset 0.5 - 0.515; gain 2 / (-0.015 + 2.03) = 0.992556. So the DAC gets
-    // (2 - 0.015) * 0.99256 = 1.9702316, step 51648 or 1.9702449, and puts out 1.9999473.
-    EXPECT_EQ(ask(board, "DAC? 0"), "2.00000,0.99256,-0.01500");
-    EXPECT_NEAR(reading(0), 1.9999473, 0.000005);
-    // Offset 0.515 - 0.50843; gain 2.03 / (0.00657 + 2.01583) = 1.003758. The ADC now sees
-    // 1.9999473 * 0.995 - 0.004 = 1.9859476, step 52060 or 1.9859617, and reports 2.00002.
-    EXPECT_EQ(ask(board, "ADC? 0"), "2.00002,1.00376,0.00657");
 }
 
 TEST_F(BoardOnTheBench, APowerCycleKeepsWhatWasSavedAndNothingElse)

@@ -55,16 +55,10 @@ struct About : testing::Test
 TEST_F(About, TheWindowShowsTheProductsFactsAndOpensItsDoors)
 {
     window.openWindow();
-    EXPECT_EQ(window.windowTitle(), u"About Corvane");
-    EXPECT_EQ(window.lblTitle->text(), u"Corvane");
     const QStringList version = QStringLiteral(PROJECT_VERSION_TEXT).split(u'.');
     EXPECT_EQ(window.lblVersion->text(),
               u"Version: %1.%2 Build %3"_s.arg(version[0], version[1], version[2]));
     EXPECT_TRUE(window.lblFileDescription->text().startsWith(u"Part Number: "));
-    EXPECT_EQ(window.lblDescription->text(),
-              u"This application provides a simple, all-in-one test of the communications "
-              u"capabilities of Brennick products.");
-    EXPECT_TRUE(window.lblCopyRight->text().startsWith(u"Copyright"));
     const QSignalSpy gpibAbout(&window, &frmAbout::gpibAboutRequested);
     window.cmdQBXAbout->click();
     EXPECT_EQ(gpibAbout.size(), 1);

@@ -33,9 +33,8 @@ TEST(Main, StartsWithItsDefaultsAndNothingOpen)
         EXPECT_FALSE(channel.session().TimerTransfer->isActive());
         EXPECT_TRUE(channel.shpComm->isHidden());
     }
-    for (const int index : {3, 4}) {
+    for (const int index : {3, 4})
         EXPECT_EQ(desk.main.tcpTab(index).txtPort->text(), u"5000");
-    }
     EXPECT_EQ(desk.main.serialTab(1).txtPort->text(), u"1");
     EXPECT_EQ(desk.gpib.connectString(), u"GPIB0::0");
     EXPECT_EQ(desk.main.gpibTab().lblConnectString->text(), u"GPIB0::0");
@@ -59,21 +58,6 @@ TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouc
     desk.addressWanted({.failure = 11001}); // nobody asks any more
 }
 
-TEST(Main, NoCommandBringsALineEndOfItsOwnToAWire)
-{
-    MainDesk desk;
-    desk.connectAll();
-    for (int index = 0; index < channelCount; ++index) {
-        desk.channels.at(index).setCommand(u"A\r\nB\n"_s);
-        desk.main.cmdSend_Click_Public(index);
-    }
-    EXPECT_EQ(desk.rs485.written.back(), ">01 A B\r");
-    EXPECT_EQ(desk.rs232.written.back(), "A B\r");
-    EXPECT_EQ(desk.bus.calls.back(), u"write GPIB0::0 A B\r");
-    EXPECT_EQ(desk.tcpClient1.sent.back(), "A B\r");
-    EXPECT_EQ(desk.tcpClient2.sent.back(), "A B\r");
-}
-
 TEST(Main, IgnoresAnIndexOutsideTheChannels)
 {
     MainDesk desk;
@@ -92,20 +76,20 @@ TEST(Main, IgnoresAnIndexOutsideTheChannels)
     EXPECT_EQ(desk.rs485.opened + desk.tcpClient1.connects, 0);
 }
 
-TEST(Main, ChannelsRunSideBySide)
+TEST(Main, ChannelsRunSideBySideAndNoCommandBringsALineEndOfItsOwn)
 {
     MainDesk desk;
     desk.connectAll();
     for (int index = 0; index < channelCount; ++index) {
-        desk.channels.at(index).setCommand(u"C%1"_s.arg(index));
+        desk.channels.at(index).setCommand(u"A\r\nC%1\n"_s.arg(index));
         desk.main.channel(index)->chkLoop->setChecked(true);
         desk.main.Timer1_Timer(index);
     }
-    EXPECT_EQ(desk.rs485.written.back(), ">01 C0\r");
-    EXPECT_EQ(desk.rs232.written.back(), "C1\r");
-    EXPECT_EQ(desk.bus.calls.back(), u"write GPIB0::0 C2\r");
-    EXPECT_EQ(desk.tcpClient1.sent.back(), "C3\r");
-    EXPECT_EQ(desk.tcpClient2.sent.back(), "C4\r");
+    EXPECT_EQ(desk.rs485.written.back(), ">01 A C0\r");
+    EXPECT_EQ(desk.rs232.written.back(), "A C1\r");
+    EXPECT_EQ(desk.bus.calls.back(), u"write GPIB0::0 A C2\r");
+    EXPECT_EQ(desk.tcpClient1.sent.back(), "A C3\r");
+    EXPECT_EQ(desk.tcpClient2.sent.back(), "A C4\r");
     desk.rs485.feed("<01:zero\r\n");
     desk.rs232.feed("<01:one");
     EXPECT_EQ(desk.main.channel(0)->txtIn->text(), u"zero");

@@ -30,23 +30,14 @@ struct SerialDesk : ChannelDesk
 
 } // namespace
 
-TEST(SerialChannel, OffersThirtyAddressesAndShowsThePrefixThatGoesOut)
-{
-    SerialDesk desk(channels::rs485);
-    const QComboBox &list = *desk.channel.cboAddress485;
-    ASSERT_EQ(list.count(), 30);
-    using Item = std::pair<int, const char *>;
-    for (const auto &[at, text] : {Item(0, "01"), Item(8, "09"), Item(9, "10"), Item(29, "30")})
-        EXPECT_EQ(list.itemText(at), QLatin1String(text));
-    EXPECT_EQ(desk.channel.lblPrefix->text(), u">05");
-}
-
 TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
 {
     SerialDesk rs485Desk(channels::rs485);
     rs485Desk.channel.cmdConnect_Click();
     rs485Desk.channel.cmdSend_Click();
     EXPECT_EQ(rs485Desk.port.written, (std::vector<QByteArray>{">05 *IDN?\r"}));
+    EXPECT_EQ(rs485Desk.channel.lblPrefix->text(), u">05");
+    EXPECT_EQ(rs485Desk.channel.cboAddress485->count(), 30);
     EXPECT_EQ(rs485Desk.port.inputLen(), 0);
     for (const char *piece : {"<0", "5:AB", "C\r", "\n"})
         rs485Desk.port.feed(piece);
@@ -63,19 +54,6 @@ TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
     EXPECT_EQ(rs232Desk.port.written, (std::vector<QByteArray>{"syst:err?\r"}));
     rs232Desk.port.feed("<05:0");
     EXPECT_EQ(rs232Desk.channel.txtIn->text(), u"0") << "what came before the send is dropped";
-}
-
-TEST(SerialChannel, OnlyTheReceiveEventReadsThePort)
-{
-    SerialDesk desk(channels::rs232);
-    desk.channel.cmdConnect_Click();
-    desk.port.setRThreshold(0);
-    desk.port.feed("waiting");
-    for (const int event : {1, 3, 4, 5, 6, 1001, 1004, 1006, 1008, 1009, 1010, 1011})
-        desk.session.MSComm1_OnComm(event);
-    EXPECT_EQ(desk.channel.txtIn->text(), QString());
-    desk.session.MSComm1_OnComm(CommEvent::receive);
-    EXPECT_EQ(desk.channel.txtIn->text(), u"waiting");
 }
 
 TEST(SerialChannel, ASendOnAClosedPortIsToldAndNeitherLoopNorRunEnds)

@@ -240,13 +240,3 @@ TEST_F(ReportWindowTest, ClosesWithTheBoardWindowUnderItsMessageBox)
     window->cmdAccept_Click();
     EXPECT_EQ(dialogs.questions.size(), 1U);
 }
-
-TEST_F(ReportWindowTest, ClosesWithTheBoardWindowWhileItFills)
-{
-    QSignalSpy closed(window.get(), &frmSBCPrint::closed);
-    channels.forget();
-    clock.after(10, [this] { board.close(); });
-    window->cmdAutoFill_Click();
-    EXPECT_TRUE(channels.commands().isEmpty());
-    EXPECT_TRUE(soon([&] { return closed.count() == 1; }));
-}

@@ -15,10 +15,9 @@ struct Page : QWidget
     {
         EntryRules::install();
         auto *rows = new QVBoxLayout(this);
-        for (QWidget *each : {static_cast<QWidget *>(&other), static_cast<QWidget *>(&box),
-                              static_cast<QWidget *>(&list), static_cast<QWidget *>(&spin)})
+        for (QWidget *each : std::initializer_list<QWidget *>{&other, &box, &list, &spin})
             rows->addWidget(each);
-        for (QComboBox *each : {static_cast<QComboBox *>(&box), &list})
+        for (QComboBox *each : std::initializer_list<QComboBox *>{&box, &list})
             each->addItems({u"1"_s, u"2"_s, u"3"_s});
         show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(this, 30000));
@@ -54,15 +53,13 @@ TEST(EntryRules, TheWheelTurnsABoxOnlyWhileItHasTheFocus)
 {
     Page page;
     for (QWidget *over :
-         {static_cast<QWidget *>(&page.box), static_cast<QWidget *>(page.box.lineEdit()),
-          static_cast<QWidget *>(&page.list), static_cast<QWidget *>(&page.spin)})
+         std::initializer_list<QWidget *>{&page.box, page.box.lineEdit(), &page.list, &page.spin})
         turnWheelOver(*over);
     EXPECT_EQ(state(page), u"110");
     EXPECT_EQ(page.scrolls, 4) << "the page is scrolled instead";
     EXPECT_TRUE(page.other.hasFocus());
     page.spin.setValue(1);
-    for (QWidget *each : {static_cast<QWidget *>(&page.box), static_cast<QWidget *>(&page.list),
-                          static_cast<QWidget *>(&page.spin)}) {
+    for (QWidget *each : std::initializer_list<QWidget *>{&page.box, &page.list, &page.spin}) {
         each->setFocus();
         turnWheelOver(*each);
     }

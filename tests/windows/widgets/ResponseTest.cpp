@@ -45,15 +45,6 @@ TEST(ResponseText, CleansAsIfTheWholeTextWereSearchedAtEachArrival)
     }
 }
 
-TEST(ResponseText, AnotherSequenceIsLookedForInTheWholeText)
-{
-    ResponseText text;
-    text.append("<05:A<06:B", {true, "<05:"});
-    EXPECT_EQ(text.bytes(), "A<06:B");
-    text.append("C", {true, "<06:"});
-    EXPECT_EQ(text.bytes(), "ABC");
-}
-
 TEST(ResponseText, KeepsTheNewestAndCountsPositionsFromTheBeginning)
 {
     const QByteArray arrivals[] = {"0123<05:4567", "<<0505::", QByteArray(300, '\n'), "89\n",
