@@ -14,16 +14,21 @@
 
 namespace corvane {
 
-QList<QHostAddress> hostLookup::systemResolver(const QString &name)
+QHostInfo hostLookup::systemHost(const QString &name)
 {
+    QHostInfo host;
     // A name of other letters than ASCII's is asked for in its encoded form.
-    const QByteArray host = QUrl::toAce(name);
+    const QByteArray encoded = QUrl::toAce(name);
     addrinfo wanted{};
     wanted.ai_family = AF_UNSPEC;
     wanted.ai_socktype = SOCK_STREAM;
     addrinfo *list = nullptr;
-    if (host.isEmpty() || getaddrinfo(host.constData(), nullptr, &wanted, &list) != 0)
-        return {};
+    const int fault =
+        encoded.isEmpty() ? EAI_NONAME : getaddrinfo(encoded.constData(), nullptr, &wanted, &list);
+    if (fault != 0) {
+        host.setError(fault == EAI_AGAIN ? QHostInfo::UnknownError : QHostInfo::HostNotFound);
+        return host;
+    }
     const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> owner(list, &freeaddrinfo);
     QList<QHostAddress> found;
     for (const addrinfo *next = list; next; next = next->ai_next) {
@@ -31,7 +36,13 @@ QList<QHostAddress> hostLookup::systemResolver(const QString &name)
         if (!address.isNull() && !found.contains(address))
             found.append(address);
     }
-    return found;
+    host.setAddresses(found);
+    return host;
+}
+
+QList<QHostAddress> hostLookup::systemResolver(const QString &name)
+{
+    return systemHost(name).addresses();
 }
 
 } // namespace corvane

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QHostAddress>
-#include <QList>
-#include <QString>
+#include <QHostInfo>
 
 #include <functional>
 
@@ -12,8 +10,10 @@ namespace corvane::hostLookup {
 /// for as long as it likes, on any thread. It must own all it uses, and throw nothing.
 using Resolver = std::function<QList<QHostAddress>(const QString &name)>;
 
-/// The system's resolver. The toolkit's own would hold up the end of the program while a name
-/// server is silent.
+/// What the system's resolver says of a host. The toolkit's own lookup would hold up the end of the
+/// program while a name server is silent, or outlive what it needs.
+QHostInfo systemHost(const QString &name);
+/// Its addresses alone.
 QList<QHostAddress> systemResolver(const QString &name);
 
 } // namespace corvane::hostLookup

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QHostInfo>
-#include <QString>
+#include "devices/HostLookup.h"
 
 #include <functional>
 #include <optional>
@@ -28,7 +27,7 @@ public:
     /// The mask that goes with the address.
     static constexpr auto subnetMask = u"255.255.255.0";
 
-    explicit modWinsockAPI(Dialogs &dialogs, Resolver resolve = QHostInfo::fromName)
+    explicit modWinsockAPI(Dialogs &dialogs, Resolver resolve = hostLookup::systemHost)
         : m_dialogs(dialogs)
         , m_resolve(std::move(resolve))
     {
@@ -36,7 +35,7 @@ public:
 
     /// Looks the address up and shows nothing. A name server that is silent holds it up for as long
     /// as the system's resolver has patience, so it may be called on any thread.
-    static LocalAddress find(const Resolver &resolve = QHostInfo::fromName);
+    static LocalAddress find(const Resolver &resolve = hostLookup::systemHost);
     /// The address that was found; empty after a failure, which has then been shown in one message.
     static QString taken(const LocalAddress &found, Dialogs &dialogs, QObject *asker = nullptr);
 

@@ -102,9 +102,4 @@ void frmAbout::cmdSysInfo_Click()
     m_systemInfo.StartSysInfo(this);
 }
 
-void frmAbout::cmdQBXAbout_Click()
-{
-    Q_EMIT gpibAboutRequested();
-}
-
 } // namespace corvane

@@ -24,7 +24,7 @@ public:
     void Form_Load() override;
     void cmdOK_Click() { close(); }
     void cmdSysInfo_Click();
-    void cmdQBXAbout_Click();
+    void cmdQBXAbout_Click() { Q_EMIT gpibAboutRequested(); }
 
     QLabel *lblTitle = nullptr;
     QLabel *lblProductName = nullptr;
