@@ -98,7 +98,7 @@ TEST_F(Transfer, AnEmptyOrIncompleteListIsRefused)
     dialogs.expectMessage(listTexts::incompleteAtSend);
     send("a.kms", "SP 50\n= SP 50\n");
     expectEnd(Outcome::Incomplete);
-    for (const int index : {-1, 5, 1000})
+    for (const int index : {-1, channelCount, 1000})
         m_engine.cmdLoadToChmber_Click(index);
     EXPECT_TRUE(m_outcomes.empty());
 }

@@ -76,7 +76,7 @@ TEST_F(BenchDesk, EveryFaultIsOrderedAtEveryPlaceWithItsValuesAndCleared)
     choose(*window.fault, u"slow"_s, u"txtFault_slow_0=long"_s);
     window.cmdFault->click();
     EXPECT_TRUE(window.lblAnswer->text().contains(u"There is no fault"));
-    devices.order(u"gpib:16 slow 5 once"_s); // by another way
+    devices.order(devices.places().back().name + u" slow 5 once"_s); // by another way
     devices.places().back().faults->spoil("used up");
     window.show();
     EXPECT_TRUE(soon([&] { return shownState(places - 1) == u"none"; }));

@@ -61,7 +61,7 @@ TEST(Main, AShownWindowPutsTheComputersOwnAddressIntoTheHostEntriesThatAreUntouc
 TEST(Main, IgnoresAnIndexOutsideTheChannels)
 {
     MainDesk desk;
-    for (const int index : {-1, 5, 2147483647}) {
+    for (const int index : {-1, channelCount, 2147483647}) {
         desk.main.cmdConnect_Click(index);
         desk.main.cmdDisconnect_Click(index);
         desk.main.cmdSend_Click_Public(index);
