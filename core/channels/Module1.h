@@ -22,7 +22,7 @@ struct Module1
     bool GpibTransfer = false;
     /// Grid row of the step last started; 0: none yet.
     int CurrentListRow = 0;
-    /// 0 chamber settings, 1 chamber profile, 2 test list.
+    /// The number of the list's kind: 0 chamber settings.
     int ListKind = 0;
     /// The GPIB search was asked to stop.
     bool SearchCancelled = false;

@@ -23,7 +23,7 @@ public:
     QString ListFilePath;
     QString ListFileName;
 
-    /// 0 chamber settings, 1 chamber profile, 2 test list.
+    /// Its number in listKinds.
     [[nodiscard]] int kind() const { return m_kind; }
     /// Lines ended by CR LF. A view hands over what the user has made of them.
     [[nodiscard]] const QString &comments() const { return m_comments; }

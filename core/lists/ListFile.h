@@ -61,7 +61,7 @@ struct ListContents
     std::vector<ListConstant> constants;
 };
 
-/// Command list files: text of the three kinds to rows, comments and constants, and chamber
+/// Command list files: text of every kind to rows, comments and constants, and chamber
 /// settings back to text. Knows no widget and shows no message.
 namespace listFile {
 

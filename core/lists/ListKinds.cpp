@@ -3,21 +3,20 @@
 #include "devices/Literals.h"
 
 #include <algorithm>
-#include <array>
+#include <vector>
 
 namespace corvane::listKinds {
 
 namespace {
 
-const std::array<Layout, 3> &layouts()
+/// By the numbers of the kinds.
+const std::vector<Layout> &layouts()
 {
-    static const std::array<Layout, 3> all{
-        Layout{{u"Line"_s, u"Command"_s, u"Value"_s, u"Response"_s},
-               u"KMX Chamber Settings (*.kms)|*.kms"_s},
-        Layout{{u"Line"_s, u"Operator"_s, u"Command"_s, u"Value"_s, u"Response"_s},
-               u"KMX Profile (*.kmp)|*.kmp"_s},
-        Layout{{u"Line"_s, u"Operator"_s, u"Command"_s, u"Value"_s, u"Tolerance"_s, u"Response"_s},
-               u"Test List (*.tst)|*.tst"_s}};
+    static const std::vector<Layout> all{
+        {u"Line Command Value Response"_s.split(u' '), u"KMX Chamber Settings (*.kms)|*.kms"_s},
+        {u"Line Operator Command Value Response"_s.split(u' '), u"KMX Profile (*.kmp)|*.kmp"_s},
+        {u"Line Operator Command Value Tolerance Response"_s.split(u' '),
+         u"Test List (*.tst)|*.tst"_s}};
     return all;
 }
 
@@ -25,8 +24,16 @@ const std::array<Layout, 3> &layouts()
 
 const Layout &layout(int kind)
 {
-    const bool known = kind >= chamberSettings && kind <= testList;
-    return layouts()[static_cast<std::size_t>(known ? kind : chamberSettings)];
+    const auto at = static_cast<std::size_t>(kind);
+    return layouts()[at < layouts().size() ? at : chamberSettings];
+}
+
+QString openFilter()
+{
+    QStringList filters;
+    for (const Layout &each : layouts())
+        filters.append(each.filter);
+    return filters.join(u'|');
 }
 
 int ofPath(const QString &path)

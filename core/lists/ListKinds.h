@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The three kinds of command list, numbered as ListKind numbers them, and how each lays out the
+/// The kinds of command list, numbered as ListKind numbers them, and how each lays out the
 /// grid. One table, used by everything that touches a column.
 namespace corvane::listKinds {
 
@@ -29,12 +29,14 @@ struct Layout
 
     /// Where Send list puts its replies: the last column.
     [[nodiscard]] int replyColumn() const { return static_cast<int>(titles.size()) - 1; }
-    /// The last three characters of its files' names.
+    /// The last three characters of its files' paths.
     [[nodiscard]] QString ending() const { return filter.right(3); }
 };
 
 /// The layout of a kind; another number is read as chamber settings.
 const Layout &layout(int kind);
+/// The file dialog's filters of all kinds.
+QString openFilter();
 /// The kind that a path's last three characters name; chamber settings for any other.
 int ofPath(const QString &path);
 /// The part of a path after its last "\" or "/".

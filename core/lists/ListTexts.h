@@ -38,10 +38,7 @@ inline const QString restNotRead =
 inline const QString saveAllTheSame = u"\r\nSave all the same?"_s;
 inline const QString discardChanges = u"The text has been changed.  Close without saving it?"_s;
 
-inline const QString openFilter = u"KMX Chamber Settings (*.kms)|*.kms"
-                                  "|KMX Profile (*.kmp)|*.kmp"
-                                  "|Test List (*.tst)|*.tst"_s;
-/// Without the blank before the parenthesis that the other filters have.
+/// Without the blank before the parenthesis that the filters of listKinds have.
 inline const QString saveFilter = u"KMX Chamber Settings(*.kms)|*.kms"_s;
 
 inline const QString emptyAtGet =

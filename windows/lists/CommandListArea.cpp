@@ -87,7 +87,7 @@ void CommandListArea::cmdLoad_Click()
 {
     m_list.setCurrentCell(0, 0);
     const Dialogs::FileChoice choice = m_dialogs.openFile(
-        this, {listTexts::openFilter, QCoreApplication::applicationDirPath(), QString()});
+        this, {listKinds::openFilter(), QCoreApplication::applicationDirPath(), QString()});
     if (choice.outcome != Outcome::Chosen || choice.path.isEmpty())
         return;
     m_list.OpenFile(choice.path);

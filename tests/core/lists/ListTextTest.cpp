@@ -1,12 +1,11 @@
 #include "core/lists/ListText.h"
 
 #include "ListFixture.h"
+#include "core/lists/ListKinds.h"
 
 using namespace corvane;
 
 namespace {
-
-const char *const names[] = {"a.kms", "a.kmp", "a.tst"};
 
 /// Writes the list as text and reads the text back.
 class ListText : public ListFolder
@@ -15,7 +14,8 @@ protected:
     ListContents readBack(const ListContents &list)
     {
         m_text = listText::ofList(list.kind, list.table, list.comments, list.constants);
-        return listFile::read(file(names[list.kind], m_text.toLatin1()));
+        const QString name = u"a."_s + listKinds::layout(list.kind).ending;
+        return listFile::read(file(qPrintable(name), m_text.toLatin1()));
     }
 
     /// A list of the rows given as lines, "|" between their cells.
