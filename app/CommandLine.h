@@ -25,7 +25,7 @@ struct CommandLine
     std::array<QString, 4> gpibAdapters;
 
     /// For an unattended run:
-    int channel = -1; ///< 0..4
+    int channel = -1; ///< its index
     QString port;
     QString host;
     QString address;

@@ -85,7 +85,7 @@ private:
     double m_lastWork = threadSeconds();
 };
 
-/// The program with its five Channels connected, all but the flooded one to the bench, and those
+/// The program with its Channels connected, all but the flooded one to the bench, and those
 /// looping.
 class Desk
 {

@@ -1,4 +1,4 @@
-// What the program costs while nothing happens, with five connected Channels, and how well the
+// What the program costs while nothing happens, with the Channels connected, and how well the
 // shortest loop keeps its period.
 #include "app/window/WindowProgram.h"
 #include "perf/Application.h"
@@ -70,7 +70,7 @@ int measure()
     connectAll(window, bench);
     idle(1000);
 
-    Table table("Five connected Channels");
+    Table table("All Channels connected");
     table.atMost("an idle window", load([] { idle(10'000); }), 1, "% core");
     table.atMost("a wait", load([&] { window.WaitMs(10'000); }), 1, "% core");
     const double loop = loopPeriodMs(window, period, 5000);

@@ -13,9 +13,9 @@ ChannelSet::ChannelSet(const ChannelDevices &devices, Module1 &module, Dialogs &
     , m_rs485(channels::rs485, devices.rs485, devices.serialPorts, m_context)
     , m_rs232(channels::rs232, devices.rs232, devices.serialPorts, m_context, &m_rs485)
     , m_gpib(devices.gpib, m_context)
-    , m_tcp1(channels::tcpIp1, devices.tcpClient1, m_context)
-    , m_tcp2(channels::tcpIp2, devices.tcpClient2, m_context)
-    , m_all{&m_rs485, &m_rs232, &m_gpib, &m_tcp1, &m_tcp2}
+    , m_tcp{TcpSession{channels::tcpIp1, devices.tcpClient1, m_context},
+            TcpSession{channels::tcpIp2, devices.tcpClient2, m_context}}
+    , m_all{&m_rs485, &m_rs232, &m_gpib, &m_tcp.front(), &m_tcp.back()}
 {
 }
 
@@ -33,9 +33,9 @@ void ChannelSet::resetEntries()
 {
     for (SerialSession *each : {&m_rs485, &m_rs232})
         each->setPortEntry(u"1"_s);
-    for (TcpSession *each : {&m_tcp1, &m_tcp2}) {
-        each->setHost({});
-        each->setPortEntry(QString::number(TcpSession::defaultPort));
+    for (TcpSession &each : m_tcp) {
+        each.setHost({});
+        each.setPortEntry(QString::number(TcpSession::defaultPort));
     }
 }
 
@@ -65,7 +65,7 @@ SerialSession &ChannelSet::serial(int index)
 
 TcpSession &ChannelSet::tcp(int index)
 {
-    return index == channels::tcpIp1 ? m_tcp1 : m_tcp2;
+    return m_tcp.at(static_cast<size_t>(index - channels::tcpIp1));
 }
 
 } // namespace corvane

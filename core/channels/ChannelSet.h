@@ -19,7 +19,7 @@ struct ChannelDevices
     SerialSession::PortList serialPorts;
 };
 
-/// The five Channels, and what they share: who uses them, the flags, the waits over them.
+/// The Channels, and what they share: who uses them, the flags, the waits over them.
 class ChannelSet
 {
 public:
@@ -35,12 +35,12 @@ public:
     void close();
 
     [[nodiscard]] const std::array<ChannelSession *, channelCount> &all() const { return m_all; }
-    /// `index` 0..4.
+    /// `index` 0..channelCount-1.
     [[nodiscard]] ChannelSession &at(int index) const;
-    /// `index` 0 or 1.
+    /// `index` of a serial Channel.
     [[nodiscard]] SerialSession &serial(int index);
     [[nodiscard]] GpibSession &gpib() { return m_gpib; }
-    /// `index` 3 or 4.
+    /// `index` of a TCP Channel.
     [[nodiscard]] TcpSession &tcp(int index);
 
     [[nodiscard]] ChannelUsers &users() { return m_users; }
@@ -55,8 +55,7 @@ private:
     SerialSession m_rs485;
     SerialSession m_rs232;
     GpibSession m_gpib;
-    TcpSession m_tcp1;
-    TcpSession m_tcp2;
+    std::array<TcpSession, 2> m_tcp;
     const std::array<ChannelSession *, channelCount> m_all;
 };
 

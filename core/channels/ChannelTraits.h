@@ -25,7 +25,7 @@ inline constexpr int tcpIp2 = 4;
     return index >= 0 && index < channelCount;
 }
 
-/// What distinguishes the five Channels. Everything else is the same for all, or their transport's.
+/// What distinguishes the Channels. Everything else is the same for all, or their transport's.
 struct ChannelTraits
 {
     int index;
@@ -54,7 +54,7 @@ struct ChannelTraits
 /// The table of the Channels. A Channel more is a row here.
 [[nodiscard]] const std::array<ChannelTraits, channelCount> &channelTraits();
 
-/// What messages call the Channel; its index is 0..4.
+/// What messages call the Channel; its index is 0..channelCount-1.
 [[nodiscard]] inline const QString &channelCaption(int index)
 {
     return channelTraits().at(static_cast<std::size_t>(index)).caption;

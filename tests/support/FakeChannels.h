@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// The five Channels over devices in memory.
+/// The Channels over devices in memory.
 struct FakeDevices
 {
     FakeDevices(Clock &clock, Dialogs &dialogs)

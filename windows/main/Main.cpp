@@ -89,7 +89,7 @@ void Main::resetUserInterface()
 QList<QLineEdit *> Main::untouchedHosts() const
 {
     QList<QLineEdit *> untouched;
-    for (const TcpTab *each : m_tcp) {
+    for (const TcpTab *each : findChildren<TcpTab *>()) {
         if (each->txtAddress->text().isEmpty() && !each->txtAddress->isModified())
             untouched.append(each->txtAddress);
     }
@@ -152,12 +152,12 @@ ChannelTab *Main::channel(int index) const
 
 SerialTab &Main::serialTab(int index) const
 {
-    return *m_serial.at(static_cast<size_t>(index - channels::rs485));
+    return static_cast<SerialTab &>(*m_channels.at(static_cast<size_t>(index)));
 }
 
 TcpTab &Main::tcpTab(int index) const
 {
-    return *m_tcp.at(static_cast<size_t>(index - channels::tcpIp1));
+    return static_cast<TcpTab &>(*m_channels.at(static_cast<size_t>(index)));
 }
 
 void Main::pass(int index, void (ChannelTab::*handler)()) const

@@ -57,8 +57,8 @@ struct MainParts
     std::function<void(std::function<void(const LocalAddress &)> found)> findLocalAddress;
 };
 
-/// The main window: the tabs of the five Channels above the command-list area, the menus, start-up
-/// and shutdown. Its index-based handlers ignore an index outside 0..4 and pass on.
+/// The main window: the tabs of the Channels above the command-list area, the menus, start-up
+/// and shutdown. Its index-based handlers ignore an index outside the Channels and pass on.
 class Main : public QMainWindow
 {
     Q_OBJECT
@@ -103,7 +103,7 @@ public:
     void cmdLoadToChmber_Click(int index);
     void cmdStop_Click(int index) { ResetTransferData(index); }
 
-    /// The tab of a Channel, or null for an index outside 0..4.
+    /// The tab of a Channel, or null for an index outside the Channels.
     [[nodiscard]] ChannelTab *channel(int index) const;
     [[nodiscard]] SerialTab &serialTab(int index) const;
     [[nodiscard]] GpibTab &gpibTab() const { return *m_gpib; }
@@ -149,9 +149,7 @@ private:
 
     const MainParts m_parts;
     std::array<ChannelTab *, channelCount> m_channels{};
-    std::array<SerialTab *, 2> m_serial{};
     GpibTab *m_gpib = nullptr;
-    std::array<TcpTab *, 2> m_tcp{};
     TrafficLog *m_log = nullptr;
     QSplitter *m_splitter = nullptr;
     /// Of a closed and of an open Channel. Made once: the toolkit keeps the picture of every icon.

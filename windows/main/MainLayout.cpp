@@ -28,12 +28,11 @@ void Main::buildChannels()
     ChannelSet &set = m_parts.channels;
     tabChannels = named(new QTabWidget(this), u"tabChannels"_s, u"Channels"_s);
     tabChannels->setDocumentMode(true);
-    m_serial = {new SerialTab(set.serial(channels::rs485), this),
-                new SerialTab(set.serial(channels::rs232), this)};
     m_gpib = new GpibTab(set.gpib(), this);
-    m_tcp = {new TcpTab(set.tcp(channels::tcpIp1), this),
-             new TcpTab(set.tcp(channels::tcpIp2), this)};
-    m_channels = {m_serial[0], m_serial[1], m_gpib, m_tcp[0], m_tcp[1]};
+    m_channels = {new SerialTab(set.serial(channels::rs485), this),
+                  new SerialTab(set.serial(channels::rs232), this), m_gpib,
+                  new TcpTab(set.tcp(channels::tcpIp1), this),
+                  new TcpTab(set.tcp(channels::tcpIp2), this)};
     for (ChannelTab *each : m_channels) {
         const int index = each->index();
         tabChannels->addTab(each, m_tabMarks.front(), each->session().caption());
@@ -152,7 +151,7 @@ void Main::connectWindows()
 {
     for (ChannelSession *each : m_parts.channels.all())
         watch(*each);
-    for (const SerialTab *each : m_serial)
+    for (const SerialTab *each : findChildren<SerialTab *>())
         connect(each->cmdPortConfig, &QPushButton::clicked, m_setup,
                 [this, index = each->index()] { m_setup->cmdPortConfig_Click(index); });
     connect(m_gpib->cmdSearchGPIB, &QPushButton::clicked, m_setup, [this] {

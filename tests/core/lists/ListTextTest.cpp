@@ -14,7 +14,7 @@ protected:
     ListContents readBack(const ListContents &list)
     {
         m_text = listText::ofList(list.kind, list.table, list.comments, list.constants);
-        const QString name = u"a."_s + listKinds::layout(list.kind).ending;
+        const QString name = u"a."_s + listKinds::layout(list.kind).ending();
         return listFile::read(file(qPrintable(name), m_text.toLatin1()));
     }
 
