@@ -104,15 +104,11 @@ QWidget *frmSBC::makeMeter()
 
 QTabWidget *frmSBC::makePages(UnsavedCalibrations &unsaved)
 {
-    dacAdc = new DacAdcPanel(m_link, m_session);
-    calibration = new CalibrationPanel(m_link, m_session, unsaved);
-    digitalIo = new DigitalIoPanel(m_link, m_session);
-    identity = new IdentityPanel(m_link, m_session);
     auto *pages = named(new QTabWidget, u"tabBoard"_s, u"Board"_s);
-    pages->addTab(dacAdc, u"DAC and ADC"_s);
-    pages->addTab(calibration, u"Calibration"_s);
-    pages->addTab(digitalIo, u"Digital I/O"_s);
-    pages->addTab(identity, u"Identity"_s);
+    pages->addTab(dacAdc = new DacAdcPanel(m_link, m_session), u"DAC and ADC"_s);
+    pages->addTab(calibration = new CalibrationPanel(m_link, m_session, unsaved), u"Calibration"_s);
+    pages->addTab(digitalIo = new DigitalIoPanel(m_link, m_session), u"Digital I/O"_s);
+    pages->addTab(identity = new IdentityPanel(m_link, m_session), u"Identity"_s);
     for (int page = 0; page < pages->count(); ++page) {
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);
         connect(shortcut, &QShortcut::activated, pages,
