@@ -21,6 +21,7 @@ struct Kind
     QString caption;
     QString word;    ///< the choice's text, before its place
     QString place{}; ///< what its place looks like; empty: it has none
+    bool isOnSerialPort = false;
 };
 
 /// In the order of GpibAdapterChoice::Kind.
@@ -28,12 +29,10 @@ const std::array kinds{
     Kind{u"Automatic"_s, u"auto"_s},
     Kind{u"None"_s, u"none"_s},
     Kind{u"\"++\" over the network"_s, u"tcp"_s, u"host, or host:port"_s},
-    Kind{u"\"++\" over a serial port"_s, u"serial"_s, u"device"_s},
+    Kind{u"\"++\" over a serial port"_s, u"serial"_s, u"device"_s, true},
     Kind{u"GPIB library"_s, u"library"_s, u"the library's board number"_s},
     Kind{u"VISA"_s, u"visa"_s},
 };
-
-constexpr auto serialKind = static_cast<int>(GpibAdapterChoice::Kind::Serial);
 
 const Kind &kindOf(const QComboBox &box)
 {
@@ -123,7 +122,7 @@ void frmGpibAdapters::cboKind_Click(int board)
     QComboBox *place = cboPlace[board];
     const Kind &kind = kindOf(*cboKind[board]);
     place->clear();
-    if (cboKind[board]->currentIndex() == serialKind)
+    if (kind.isOnSerialPort)
         place->addItems(m_parts.serialDevices());
     else
         place->clearEditText();
