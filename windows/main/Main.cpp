@@ -152,12 +152,12 @@ ChannelTab *Main::channel(int index) const
 
 SerialTab &Main::serialTab(int index) const
 {
-    return static_cast<SerialTab &>(*m_channels.at(static_cast<size_t>(index)));
+    return dynamic_cast<SerialTab &>(*m_channels.at(static_cast<size_t>(index)));
 }
 
 TcpTab &Main::tcpTab(int index) const
 {
-    return static_cast<TcpTab &>(*m_channels.at(static_cast<size_t>(index)));
+    return dynamic_cast<TcpTab &>(*m_channels.at(static_cast<size_t>(index)));
 }
 
 void Main::pass(int index, void (ChannelTab::*handler)()) const
