@@ -65,6 +65,7 @@ UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream
     connect(&m_engine, &Engine::rowStarted, this, [this](int row, const QString &command) {
         m_row = row;
         m_command = command;
+        m_fault.clear(); // what was said of a row before has ended nothing
         m_sinceSign.start();
     });
     connect(&m_channel, &ChannelSession::replied, this, [this] { m_sinceSign.start(); });

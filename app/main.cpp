@@ -13,6 +13,7 @@
 #include "devices/StopSignal.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QLibrary>
 #include <QTextStream>
 #include <QTimer>
@@ -55,9 +56,10 @@ int runWindow(const Job &job, int &argc, char **argv)
         const QCoreApplication application(argc, argv); // knows the folder
         folder = QCoreApplication::applicationDirPath();
     }
-    QLibrary module(folder + u"/corvane-window"_s);
-    if (!module.load())
-        module.setFileName(folder + u"/" CORVANE_MODULE_FOLDER "/corvane-window"_s);
+    const QString beside = folder + u"/corvane-window"_s;
+    const QString installed = folder + u"/" CORVANE_MODULE_FOLDER "/corvane-window"_s;
+    const bool isBeside = !QDir(folder).entryList({u"corvane-window.*"_s}, QDir::Files).isEmpty();
+    QLibrary module(isBeside ? beside : installed);
     const auto show = reinterpret_cast<WindowFunction>(module.resolve(windowFunction));
     if (!show)
         throw PlatformError(u"the window cannot be loaded: "_s + module.errorString());

@@ -1,5 +1,6 @@
 #include "devices/HostLookup.h"
 
+#include <QMap>
 #include <QUrl>
 
 #include <memory>
@@ -14,35 +15,55 @@
 
 namespace corvane {
 
-QHostInfo hostLookup::systemHost(const QString &name)
+namespace {
+
+constexpr int noDataRecord = 11004;
+
+int codeOf(int fault)
 {
-    QHostInfo host;
+    static const QMap<int, int> codes{
+#ifdef EAI_NODATA
+        {EAI_NODATA, noDataRecord},
+#endif
+        {EAI_NONAME, 11001},
+        {EAI_AGAIN, 11002}};
+    return codes.value(fault, 11003);
+}
+
+hostLookup::Answer ask(const QString &name, int family)
+{
     // A name of other letters than ASCII's is asked for in its encoded form.
-    const QByteArray encoded = QUrl::toAce(name);
+    const QByteArray host = QUrl::toAce(name);
     addrinfo wanted{};
-    wanted.ai_family = AF_UNSPEC;
+    wanted.ai_family = family;
     wanted.ai_socktype = SOCK_STREAM;
     addrinfo *list = nullptr;
     const int fault =
-        encoded.isEmpty() ? EAI_NONAME : getaddrinfo(encoded.constData(), nullptr, &wanted, &list);
-    if (fault != 0) {
-        host.setError(fault == EAI_AGAIN ? QHostInfo::UnknownError : QHostInfo::HostNotFound);
-        return host;
-    }
+        host.isEmpty() ? EAI_NONAME : getaddrinfo(host.constData(), nullptr, &wanted, &list);
+    if (fault != 0)
+        return {.fault = codeOf(fault)};
     const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> owner(list, &freeaddrinfo);
-    QList<QHostAddress> found;
+    hostLookup::Answer answer;
     for (const addrinfo *next = list; next; next = next->ai_next) {
         const QHostAddress address(next->ai_addr);
-        if (!address.isNull() && !found.contains(address))
-            found.append(address);
+        if (!address.isNull() && !answer.addresses.contains(address))
+            answer.addresses.append(address);
     }
-    host.setAddresses(found);
-    return host;
+    if (answer.addresses.isEmpty())
+        answer.fault = noDataRecord;
+    return answer;
+}
+
+} // namespace
+
+hostLookup::Answer hostLookup::systemAnswer(const QString &name)
+{
+    return ask(name, AF_INET);
 }
 
 QList<QHostAddress> hostLookup::systemResolver(const QString &name)
 {
-    return systemHost(name).addresses();
+    return ask(name, AF_UNSPEC).addresses;
 }
 
 } // namespace corvane

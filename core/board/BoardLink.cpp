@@ -105,6 +105,7 @@ void BoardLink::OutputToSbc(QString &command, const Clock::Condition &isCancelle
         }
         send(command);
         m_isSent = true;
+        Q_EMIT channelsChanged(); // the method may have been changed while it waited
         if (command.contains(u'?'))
             expectLateAnswer(); // until it is read
     } catch (const PlatformError &error) {

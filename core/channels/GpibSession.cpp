@@ -140,11 +140,6 @@ void GpibSession::setReadPending(bool pending)
     m_context.users.claim(index(), ChannelUse::Reply, pending);
 }
 
-void GpibSession::forgetExchange()
-{
-    setReadPending(false);
-}
-
 void GpibSession::poll()
 {
     if (m_control.isBusy() || !refusal().isEmpty())

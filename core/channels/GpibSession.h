@@ -52,7 +52,7 @@ protected:
     void closeTransport() override;
     void transmit(const QByteArray &command) override;
     void poll() override;
-    void forgetExchange() override;
+    void forgetExchange() override { setReadPending(false); }
     [[nodiscard]] QString statusText() const override { return {}; }
 
 private:

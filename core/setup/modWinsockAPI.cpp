@@ -3,31 +3,16 @@
 #include "core/setup/SocketTexts.h"
 #include "core/text/Dialogs.h"
 
-#include <QHostAddress>
-
-#include <algorithm>
+#include <QHostInfo>
 
 namespace corvane {
 
-namespace {
-
-constexpr int hostNotFound = 11001;
-constexpr int serverFailure = 11002;
-constexpr int noDataRecord = 11004;
-
-} // namespace
-
 LocalAddress modWinsockAPI::find(const Resolver &resolve)
 {
-    const QHostInfo host = resolve(QHostInfo::localHostName().trimmed());
-    if (host.error() != QHostInfo::NoError)
-        return {.failure = host.error() == QHostInfo::HostNotFound ? hostNotFound : serverFailure};
-    const QList<QHostAddress> addresses = host.addresses();
-    const auto first = std::ranges::find(addresses, QHostAddress::IPv4Protocol,
-                                         [](const QHostAddress &each) { return each.protocol(); });
-    if (first == addresses.end())
-        return {.failure = noDataRecord};
-    return {.text = first->toString()};
+    const auto [addresses, fault] = resolve(QHostInfo::localHostName().trimmed());
+    if (fault != 0)
+        return {.failure = fault};
+    return {.text = addresses.front().toString()};
 }
 
 QString modWinsockAPI::taken(const LocalAddress &found, Dialogs &dialogs, QObject *asker)

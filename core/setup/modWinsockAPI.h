@@ -22,12 +22,12 @@ class modWinsockAPI
 {
 public:
     /// Looks a host up; blocks for as long as the system's resolver takes.
-    using Resolver = std::function<QHostInfo(const QString &host)>;
+    using Resolver = std::function<hostLookup::Answer(const QString &host)>;
 
     /// The mask that goes with the address.
     static constexpr auto subnetMask = u"255.255.255.0";
 
-    explicit modWinsockAPI(Dialogs &dialogs, Resolver resolve = hostLookup::systemHost)
+    explicit modWinsockAPI(Dialogs &dialogs, Resolver resolve = hostLookup::systemAnswer)
         : m_dialogs(dialogs)
         , m_resolve(std::move(resolve))
     {
@@ -35,7 +35,7 @@ public:
 
     /// Looks the address up and shows nothing. A name server that is silent holds it up for as long
     /// as the system's resolver has patience, so it may be called on any thread.
-    static LocalAddress find(const Resolver &resolve = hostLookup::systemHost);
+    static LocalAddress find(const Resolver &resolve = hostLookup::systemAnswer);
     /// The address that was found; empty after a failure, which has then been shown in one message.
     static QString taken(const LocalAddress &found, Dialogs &dialogs, QObject *asker = nullptr);
 

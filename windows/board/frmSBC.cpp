@@ -161,11 +161,6 @@ void frmSBC::DelayMs(qint16 ms)
     m_waits.waitUntil([this] { return m_caliTimerTag != runningTag; }, Clock::forever);
 }
 
-void frmSBC::caliTimer_Timer()
-{
-    m_caliTimerTag.clear();
-}
-
 /// Disabled buttons lose the focus: it waits on the window and comes back, unless the user has
 /// moved it meanwhile.
 void frmSBC::keepFocus(bool running)

@@ -40,7 +40,7 @@ public:
 
     /// Waits for one tick of caliTimer set to `ms`.
     void DelayMs(qint16 ms);
-    void caliTimer_Timer();
+    void caliTimer_Timer() { m_caliTimerTag.clear(); }
 
     /// The pauses of closing.
     void Form_QueryUnload();

@@ -33,11 +33,6 @@ QSize ElidedLabel::minimumSizeHint() const
     return {0, fontMetrics().height()};
 }
 
-QSize ElidedLabel::sizeHint() const
-{
-    return minimumSizeHint();
-}
-
 void ElidedLabel::paintEvent(QPaintEvent *event)
 {
     if (hasSelectedText()) { // shows what is being selected

@@ -15,7 +15,7 @@ public:
     void showLong(const QString &text);
 
     [[nodiscard]] QSize minimumSizeHint() const override;
-    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
 
 protected:
     /// The text as it is painted in a width.

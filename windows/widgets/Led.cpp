@@ -33,11 +33,6 @@ void Led::setBright(bool bright)
     update();
 }
 
-QSize Led::sizeHint() const
-{
-    return {18, 18};
-}
-
 void Led::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

@@ -26,7 +26,7 @@ public:
     /// The small light on a Channel's tab: filled while the Channel is open.
     [[nodiscard]] static QIcon tabMark(bool open);
 
-    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override { return {18, 18}; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

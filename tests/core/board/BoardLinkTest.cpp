@@ -177,6 +177,18 @@ TEST_F(BoardLinkTest, TheMeterIsAddressedReadAfterTwoSecondsAndTheBoardAddressed
     EXPECT_EQ(clock.waits, (Waits{1000, 1000}));
 }
 
+TEST_F(BoardLinkTest, WhatWasSentKeepsItsChannelThoughTheMethodWasChangedBeforeItWentOut)
+{
+    board.OptSbcCommMeth_Click(0);
+    answerQueriesWith("");
+    const auto operation = board.session().begin();
+    board.link().ask(u"ADC?  0"_s, 0);
+    clock.after(300, [this] { board.OptSbcCommMeth_Click(1); }); // waits for the late answer
+    QString command = u"DAC?  1"_s;
+    board.link().OutputToSbc(command);
+    EXPECT_TRUE(channels.set.users().isUsed(corvane::channels::rs232, ChannelUse::Board));
+}
+
 TEST_F(BoardLinkTest, AMeterWithoutANumberReadsAsZeroAndAHugeOneAsInfinite)
 {
     WaitGroup waits(clock);

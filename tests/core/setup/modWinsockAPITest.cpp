@@ -2,7 +2,7 @@
 
 #include "tests/support/ScriptedDialogs.h"
 
-#include <QHostAddress>
+#include <QHostInfo>
 
 using namespace corvane;
 
@@ -10,7 +10,7 @@ namespace {
 
 struct WinsockApi : testing::Test
 {
-    QHostInfo host;
+    hostLookup::Answer host;
     ScriptedDialogs dialogs;
     modWinsockAPI module{dialogs, [this](const QString &name) {
                              EXPECT_EQ(name, QHostInfo::localHostName().trimmed());
@@ -22,9 +22,11 @@ struct WinsockApi : testing::Test
 
 TEST_F(WinsockApi, TheFirstIPv4AddressOfTheHostNameIsWrittenDotted)
 {
-    host.setAddresses(
-        {QHostAddress(u"fe80::1"_s), QHostAddress(u"192.168.1.20"_s), QHostAddress(u"10.0.0.1"_s)});
+    host.addresses = {QHostAddress(u"192.168.1.20"_s), QHostAddress(u"10.0.0.1"_s)};
     EXPECT_EQ(module.GetLocalIPAddress(), u"192.168.1.20");
+    const hostLookup::Answer own = hostLookup::systemAnswer(u"127.0.0.1"_s);
+    EXPECT_EQ(own.addresses, QList{QHostAddress(QHostAddress::LocalHost)});
+    EXPECT_NE(hostLookup::systemAnswer(u"::1"_s).fault, 0) << "no IPv4 address";
 }
 
 TEST_F(WinsockApi, EachFailureShowsOneMessageAndGivesNoAddress)
@@ -33,14 +35,15 @@ TEST_F(WinsockApi, EachFailureShowsOneMessageAndGivesNoAddress)
     const auto expect = [this](Dialogs::Icon icon, const QString &text) {
         dialogs.expectMessage({.text = text, .icon = icon});
     };
-    expect(Exclamation, u"Valid name, no data record of requested type."_s);
-    EXPECT_EQ(module.GetLocalIPAddress(), QString());
-    host.setError(QHostInfo::HostNotFound);
-    expect(Exclamation, u"Authoritative answer host not found."_s);
-    EXPECT_EQ(module.GetLocalIPAddress(), QString());
-    host.setError(QHostInfo::UnknownError);
-    expect(Exclamation, u"Nonauthoritative host not found, or server failure."_s);
-    EXPECT_EQ(module.GetLocalIPAddress(), QString());
+    for (const auto &[fault, text] :
+         {std::pair(11001, "Authoritative answer host not found."),
+          std::pair(11002, "Nonauthoritative host not found, or server failure."),
+          std::pair(11003, "A nonrecoverable error occurred."),
+          std::pair(11004, "Valid name, no data record of requested type.")}) {
+        host.fault = fault;
+        expect(Exclamation, QString::fromLatin1(text));
+        EXPECT_EQ(module.GetLocalIPAddress(), QString());
+    }
 
     expect(Exclamation, u"The network subsystem has failed."_s);
     module.ReportSocketError(10050);
