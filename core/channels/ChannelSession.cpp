@@ -233,6 +233,7 @@ void ChannelSession::setPeriod(int ms)
     if (ms < minPeriodMs || ms > maxPeriodMs)
         return;
     m_periodMs = ms;
+    Q_EMIT periodChanged(ms);
     Timer1->setInterval(ms);
     if (m_traits.listFollowsLoop)
         TimerTransfer->setInterval(ms); // restarts it when it runs

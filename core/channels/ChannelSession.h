@@ -131,6 +131,7 @@ Q_SIGNALS:
     void commandChanged(const QString &command);
     void historyChanged();
     void loopingChanged(bool looping);
+    void periodChanged(int ms);
     void loggedChanged(bool logged);
     /// An entry of the connection row holds something else, or was refused and is as before.
     void entriesChanged();

@@ -50,6 +50,8 @@ void ChannelTab::showSession()
     connect(&m_session, &Session::historyChanged, this,
             [this] { cboOut->showHistory(m_session.history(), m_session.command()); });
     connect(&m_session, &Session::loopingChanged, chkLoop, &QCheckBox::setChecked);
+    connect(&m_session, &Session::periodChanged, cboMs,
+            [this](int ms) { cboMs->setEditText(QString::number(ms)); });
     connect(&m_session, &Session::loggedChanged, chkLog, &QCheckBox::setChecked);
     connect(&m_session, &Session::responseReplaced, txtIn, &ResponseView::textReplaced);
     connect(&m_session, &Session::responseAppended, txtIn, &ResponseView::textAppended);
