@@ -34,6 +34,8 @@ constexpr Option options[] = {
     {"gpib", "N=ADAPTER",
      "GPIB board N: auto | none | tcp:HOST[:PORT] | serial:DEVICE | library[:BOARD] | visa "
      "(repeatable)."},
+    {"record", "FILE", "Write the traffic to FILE as JSON lines (\"-\": standard output).", false,
+     &CommandLine::recordFile},
     {"run", "LIST", "Run LIST without a display.", false, &CommandLine::list},
     {"channel", "NAME", "Channel of the run: rs485 | rs232 | gpib | tcp1 | tcp2.", true},
     {"port", "P", "Port entry: serial port number, or TCP port.", true, &CommandLine::port},
@@ -105,10 +107,6 @@ void readRun(const QCommandLineParser &parser, CommandLine &line)
         refuse(u"channel"_s, name, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
     line.task = CommandLine::Task::Run;
     line.channel = static_cast<int>(found - channelTraits().begin());
-    for (const Option &option : options) {
-        if (option.field)
-            line.*option.field = parser.value(QLatin1String(option.name));
-    }
     if (parser.isSet(u"timeout"_s))
         line.timeoutMs = numberOf(parser, u"timeout"_s, 1, 59999);
     if (parser.isSet(u"loop"_s))
@@ -163,6 +161,10 @@ CommandLine CommandLine::parse(const QStringList &arguments)
 
     refuseEmptyAndRepeated(parser);
     CommandLine line;
+    for (const Option &option : options) {
+        if (option.field)
+            line.*option.field = parser.value(QLatin1String(option.name));
+    }
     if (parser.isSet(u"help"_s))
         line.task = Task::Help;
     else if (parser.isSet(u"version"_s))

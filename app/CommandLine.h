@@ -24,6 +24,9 @@ struct CommandLine
     /// The adapter of each GPIB board, as given.
     std::array<QString, 4> gpibAdapters;
 
+    /// Where the traffic is written as it passes, "-" for standard output; empty: nowhere.
+    QString recordFile;
+
     /// For an unattended run:
     int channel = -1; ///< its index
     QString port;

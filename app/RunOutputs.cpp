@@ -25,8 +25,10 @@ struct Output
 /// Those that were asked for.
 QList<Output> outputsOf(const CommandLine &line)
 {
-    QList<Output> outputs = {
-        {u"--save"_s, line.saveFile}, {u"--csv"_s, line.csvFile}, {u"--junit"_s, line.junitFile}};
+    QList<Output> outputs = {{u"--save"_s, line.saveFile},
+                             {u"--csv"_s, line.csvFile},
+                             {u"--junit"_s, line.junitFile},
+                             {u"--record"_s, line.recordFile}};
     outputs.removeIf([](const Output &output) { return output.path.isEmpty(); });
     return outputs;
 }

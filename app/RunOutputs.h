@@ -8,8 +8,8 @@ namespace corvane {
 
 struct CommandLine;
 
-/// Where a run's results go: the files of --save, --csv and --junit, or standard output for "-". It
-/// knows whether they can be written before the run begins, and writes them afterwards.
+/// Where a run's results go: the files of --save, --csv, --junit and --record, or standard output
+/// for "-". It knows whether they can be written before the run begins, and writes them afterwards.
 class RunOutputs
 {
 public:

@@ -24,6 +24,8 @@ Workbench::Workbench(CommandLine line, Dialogs &dialogs, GpibAdapterFactory::Rea
         ChannelDevices{*m_rs485, *m_rs232, *m_gpib, m_tcpClient1, m_tcpClient2,
                        [this] { return m_serialPorts.entries(); }},
         m_module, dialogs, m_clock);
+    for (const ChannelSession *each : m_channels->all())
+        m_traffic.listenTo(*each);
     m_list = std::make_unique<CommandList>(m_module, dialogs);
     m_engine = std::make_unique<TransferEngine>(*m_channels, *m_list, dialogs);
 }

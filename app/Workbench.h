@@ -5,6 +5,7 @@
 #include "core/channels/Module1.h"
 #include "core/lists/CommandList.h"
 #include "core/lists/TransferEngine.h"
+#include "core/traffic/TrafficRecorder.h"
 #include "devices/GpibAdapterFactory.h"
 #include "devices/GpibControl.h"
 #include "devices/QtSerialPort.h"
@@ -33,6 +34,8 @@ public:
 
     [[nodiscard]] Clock &clock() { return m_clock; }
     [[nodiscard]] ChannelSet &channels() { return *m_channels; }
+    /// Records what goes over them, from the start.
+    [[nodiscard]] TrafficRecorder &traffic() { return m_traffic; }
     [[nodiscard]] CommandList &list() { return *m_list; }
     [[nodiscard]] TransferEngine &engine() { return *m_engine; }
     [[nodiscard]] GpibAdapterChoices &gpibAdapters() { return m_gpibAdapters; }
@@ -57,6 +60,7 @@ private:
     GpibAdapterChoices m_gpibAdapters;
     std::unique_ptr<GpibControl> m_gpib;
     std::unique_ptr<ChannelSet> m_channels;
+    TrafficRecorder m_traffic;
     std::unique_ptr<CommandList> m_list;
     std::unique_ptr<TransferEngine> m_engine;
 };

@@ -1,6 +1,8 @@
 #include "app/CommandLine.h"
 #include "app/DemoGreeting.h"
 #include "app/Display.h"
+#include "app/Recording.h"
+#include "app/RunOutputs.h"
 #include "app/ToolkitWatch.h"
 #include "app/UnattendedDialogs.h"
 #include "app/UnattendedRun.h"
@@ -69,7 +71,8 @@ int runWindow(const Job &job, int &argc, char **argv)
 /// What `corvane --demo [LIST]` does without a display. Returns the exit code.
 int demonstrate(Workbench &workbench, const Job &job)
 {
-    const int greeting = greetTheBench(workbench.channels(), job.out);
+    const bool isTaken = RunOutputs(job.line, job.out).useStandardOutput();
+    const int greeting = greetTheBench(workbench.channels(), isTaken ? job.messages : job.out);
     if (workbench.channels().waits().isClosed())
         job.messages << "corvane: stopped" << Qt::endl;
     if (greeting != 0 || job.line.list.isEmpty())
@@ -112,6 +115,7 @@ int runUnattended(const Job &job, int &argc, char **argv)
     channels->initialise();
     workbench.pointChannelsAtBench();
     tellNotes(workbench, job.messages);
+    const auto recording = startRecording(job.line, workbench.traffic(), job.out, job.messages);
     std::optional<int> exitCode;
     QTimer::singleShot(0, &application, [&] {
         if (!channels->waits().isClosed())
@@ -123,9 +127,10 @@ int runUnattended(const Job &job, int &argc, char **argv)
     QCoreApplication::exec();
     channels->stop();
     channels->close();
+    const bool isRecorded = finishRecording(recording.get());
     if (!exitCode)
         throw PlatformError(u"stopped before anything was sent"_s);
-    return *exitCode;
+    return isRecorded ? *exitCode : failed;
 }
 
 int runTask(const Job &job, int &argc, char **argv)

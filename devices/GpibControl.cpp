@@ -59,21 +59,32 @@ void GpibControl::reset()
     adapter(address.board).clear(address, m_waits);
 }
 
-void GpibControl::write(const QByteArray &bytes)
+GpibAddress GpibControl::tellAddress()
+{
+    const auto address = GpibAddress::parse(m_connectString);
+    const QString text = address.toString();
+    if (std::exchange(m_told, text) != text)
+        Q_EMIT addressed(text);
+    return address;
+}
+
+void GpibControl::put(const QByteArray &bytes)
 {
     const Use use(*this);
-    const auto address = GpibAddress::parse(m_connectString);
+    const auto address = tellAddress();
     adapter(address.board).write(address, bytes, m_timeoutMs, m_waits);
 }
 
-QByteArray GpibControl::read()
+QByteArray GpibControl::take()
 {
     const Use use(*this);
     m_incomplete.clear();
-    const auto address = GpibAddress::parse(m_connectString);
+    const auto address = tellAddress();
     GpibAdapter &from = adapter(address.board);
     QByteArray reply = from.read(address, m_timeoutMs, m_waits);
     m_incomplete = gpibReply::whyIncomplete(reply, from.replyEnd());
+    if (reply.isEmpty() && !m_waits.isClosed())
+        Q_EMIT timedOut();
     return reply;
 }
 

@@ -2,10 +2,10 @@
 
 #include "devices/GpibAdapter.h"
 #include "devices/Literals.h"
+#include "devices/Transport.h"
 #include "devices/WaitGroup.h"
 
 #include <QByteArray>
-#include <QObject>
 #include <QString>
 
 #include <array>
@@ -20,7 +20,7 @@ namespace corvane {
 /// While a call waits for the bus the windows keep painting and other devices keep being served;
 /// whoever holds back clicks and keys meanwhile follows busyChanged. A second use throws
 /// PlatformError ("busy"), so two exchanges are never interleaved.
-class GpibControl : public QObject
+class GpibControl : public Transport
 {
     Q_OBJECT
 
@@ -47,9 +47,9 @@ public:
     /// Clears the addressed device. Throws PlatformError when the adapter is not there.
     void reset();
     /// Writes the text's bytes as they are. Throws PlatformError.
-    void write(const QByteArray &bytes);
+    void write(const QByteArray &bytes) { send(bytes); }
     /// Reads one reply; empty when none came within the time-out, or the read was cancelled.
-    QByteArray read();
+    QByteArray read() { return receive(); }
     /// Why the last reply is only a part of one, or may be; empty when it is whole.
     [[nodiscard]] QString incomplete() const { return m_incomplete; }
 
@@ -73,15 +73,21 @@ Q_SIGNALS:
     void busyChanged(bool busy);
     void adapterForgotten(int board);
 
+protected:
+    void put(const QByteArray &bytes) override;
+    QByteArray take() override;
+
 private:
     class Use;
 
     GpibAdapter &adapter(int board);
+    GpibAddress tellAddress();
 
     WaitGroup m_waits;
     AdapterFactory m_factory;
     std::array<std::unique_ptr<GpibAdapter>, GpibAddress::boardCount> m_adapters;
     QString m_connectString = u"GPIB0::0"_s;
+    QString m_told; ///< the address of the last exchange
     int m_timeoutMs = defaultTimeoutMs;
     QString m_incomplete;
     bool m_busy = false;

@@ -153,7 +153,7 @@ QString QtSerialPort::openFault(const QString &device) const
     }
 }
 
-void QtSerialPort::output(const QByteArray &bytes)
+void QtSerialPort::put(const QByteArray &bytes)
 {
     if (!m_open)
         throw PlatformError(u"the serial port is not open"_s);
@@ -163,7 +163,7 @@ void QtSerialPort::output(const QByteArray &bytes)
         throw PlatformError(u"%1: cannot send: %2"_s.arg(m_label, m_port.errorString()));
 }
 
-QByteArray QtSerialPort::input()
+QByteArray QtSerialPort::take()
 {
     if (!m_open)
         return {};

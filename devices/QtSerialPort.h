@@ -31,8 +31,10 @@ public:
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;
     [[nodiscard]] QString place() const override { return m_open ? m_place : QString(); }
-    void output(const QByteArray &bytes) override;
-    QByteArray input() override;
+
+protected:
+    void put(const QByteArray &bytes) override;
+    QByteArray take() override;
 
 private:
     void open();

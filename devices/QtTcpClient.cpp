@@ -126,7 +126,7 @@ void QtTcpClient::close()
         Q_EMIT stateChanged();
 }
 
-void QtTcpClient::sendData(const QByteArray &bytes)
+void QtTcpClient::put(const QByteArray &bytes)
 {
     if (m_state != SocketState::Connected)
         throw PlatformError(u"the socket is not connected"_s);
@@ -137,7 +137,7 @@ void QtTcpClient::sendData(const QByteArray &bytes)
     m_socket.flush(); // now, not after the paint that the event loop may have waiting
 }
 
-QByteArray QtTcpClient::getData()
+QByteArray QtTcpClient::take()
 {
     // To the end: only a read that finds nothing more lets a socket with a full buffer go on.
     QByteArray bytes = m_socket.isOpen() ? m_socket.readAll() : QByteArray();

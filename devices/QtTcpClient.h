@@ -34,8 +34,10 @@ public:
     [[nodiscard]] bool wasReset() const override { return m_wasReset; }
     void connectToPeer() override;
     void close() override;
-    void sendData(const QByteArray &bytes) override;
-    QByteArray getData() override;
+
+protected:
+    void put(const QByteArray &bytes) override;
+    QByteArray take() override;
 
 private:
     [[nodiscard]] bool isActive() const;

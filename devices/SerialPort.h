@@ -1,9 +1,9 @@
 #pragma once
 
 #include "devices/Literals.h"
+#include "devices/Transport.h"
 
 #include <QByteArray>
-#include <QObject>
 #include <QString>
 
 namespace corvane {
@@ -16,7 +16,7 @@ inline constexpr int receive = 2;
 
 /// One serial port as the Channels see it. Settings are kept as given and reach the device when the
 /// port is opened.
-class SerialPort : public QObject
+class SerialPort : public Transport
 {
     Q_OBJECT
 
@@ -55,9 +55,9 @@ public:
 
     /// Queues the bytes for sending; returns at once. Throws PlatformError when the port is closed
     /// or has failed.
-    virtual void output(const QByteArray &bytes) = 0;
+    void output(const QByteArray &bytes) { send(bytes); }
     /// Takes buffered bytes, in order. Empty when there are none or the port is closed.
-    virtual QByteArray input() = 0;
+    QByteArray input() { return receive(); }
 
 Q_SIGNALS:
     /// Something happened at the port; `event` is a CommEvent code.

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "devices/Transport.h"
+
 #include <QByteArray>
-#include <QObject>
 #include <QString>
 
 namespace corvane {
@@ -21,7 +22,7 @@ enum class SocketState {
 };
 
 /// One TCP client socket as the Channels see it.
-class TcpClient : public QObject
+class TcpClient : public Transport
 {
     Q_OBJECT
 
@@ -46,10 +47,10 @@ public:
     virtual void close() = 0;
 
     /// Queues the bytes for sending; returns at once. Throws PlatformError unless connected.
-    virtual void sendData(const QByteArray &bytes) = 0;
+    void sendData(const QByteArray &bytes) { send(bytes); }
     /// Takes what has arrived. One arrival is bounded: a peer that never stops is held up by its
     /// own connection.
-    virtual QByteArray getData() = 0;
+    QByteArray getData() { return receive(); }
 
 Q_SIGNALS:
     void stateChanged();

@@ -21,8 +21,10 @@ public:
     [[nodiscard]] QString place() const override { return {}; }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override { m_open = open; }
-    void output(const QByteArray &) override {}
-    QByteArray input() override { return std::exchange(m_waiting, {}); }
+
+protected:
+    void put(const QByteArray &) override {}
+    QByteArray take() override { return std::exchange(m_waiting, {}); }
 
 private:
     QByteArray m_waiting;

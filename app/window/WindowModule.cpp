@@ -1,6 +1,7 @@
 #include "app/WindowModule.h"
 
 #include "app/Display.h"
+#include "app/Recording.h"
 #include "app/ToolkitWatch.h"
 #include "app/window/WindowProgram.h"
 #include "devices/StopSignal.h"
@@ -8,13 +9,14 @@
 #include "windows/widgets/QtDialogs.h"
 
 #include <QApplication>
+#include <QTextStream>
 #include <QTimer>
 
 using namespace corvane;
 
 namespace {
 
-constexpr int toolkitFailed = 2;
+constexpr int failed = 2;
 
 int showWindow(const CommandLine &line)
 {
@@ -22,6 +24,11 @@ int showWindow(const CommandLine &line)
     WindowProgram program(line, dialogs);
     Main &window = program.window();
     dialogs.setHome(&window);
+    QTextStream out(stdout);
+    QTextStream messages(stderr);
+    const auto recording = startRecording(line, program.workbench().traffic(), out, messages);
+    if (recording)
+        QObject::connect(recording.get(), &TrafficWriter::failed, &window, &Main::showNote);
     const StopSignal stop([&window] { window.close(); });
     QObject::connect(&window, &Main::closed, qApp, &QCoreApplication::quit);
     window.show();
@@ -33,14 +40,15 @@ int showWindow(const CommandLine &line)
     });
     if (!line.list.isEmpty())
         program.workbench().list().OpenFile(line.list);
-    return QApplication::exec();
+    const int exitCode = QApplication::exec();
+    return finishRecording(recording.get()) ? exitCode : failed;
 }
 
 } // namespace
 
 extern "C" Q_DECL_EXPORT int corvaneWindow(const CommandLine &line, int &argc, char **argv)
 {
-    const ToolkitWatch watch(display::fault(), toolkitFailed);
+    const ToolkitWatch watch(display::fault(), failed);
     const QApplication application(argc, argv);
     ToolkitWatch::started();
     QApplication::setQuitOnLastWindowClosed(false);

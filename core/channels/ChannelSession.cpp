@@ -13,11 +13,12 @@
 
 namespace corvane {
 
-ChannelSession::ChannelSession(int index, const ChannelContext &context)
+ChannelSession::ChannelSession(int index, Transport &transport, const ChannelContext &context)
     : Timer1(new QTimer(this))
     , TimerTransfer(new QTimer(this))
     , m_context(context)
     , m_traits(channelTraits().at(static_cast<size_t>(index)))
+    , m_transport(transport)
     , m_command(channelTexts::idnCommand)
 {
     for (QTimer *timer : {Timer1, TimerTransfer})

@@ -11,6 +11,7 @@ namespace corvane {
 
 class Dialogs;
 class PlatformError;
+class Transport;
 class WaitGroup;
 struct Module1;
 
@@ -53,6 +54,8 @@ public:
 
     [[nodiscard]] const ChannelTraits &traits() const { return m_traits; }
     [[nodiscard]] int index() const { return m_traits.index; }
+    /// What the bytes go over; others use it as well, the board link and the GPIB search.
+    [[nodiscard]] Transport &transport() const { return m_transport; }
     /// What messages call the Channel: the title of its tab.
     [[nodiscard]] const QString &caption() const { return m_traits.caption; }
 
@@ -160,7 +163,7 @@ Q_SIGNALS:
     void progressChanged(const QString &progress);
 
 protected:
-    ChannelSession(int index, const ChannelContext &context);
+    ChannelSession(int index, Transport &transport, const ChannelContext &context);
 
     /// Opens, closes the transport. A PlatformError is shown by the caller.
     virtual void openTransport() = 0;
@@ -212,6 +215,7 @@ private:
     void tellRefusal(const QString &message);
 
     const ChannelTraits &m_traits;
+    Transport &m_transport;
     QString m_status;
     QString m_connection;
     QString m_command;

@@ -20,7 +20,7 @@ const QString separator = u"::"_s;
 } // namespace
 
 GpibSession::GpibSession(GpibControl &control, const ChannelContext &context)
-    : ChannelSession(channels::ieee488, context)
+    : ChannelSession(channels::ieee488, control, context)
     , m_control(control)
 {
     connect(&m_control, &GpibControl::adapterForgotten, this, [this](int board) {

@@ -23,7 +23,7 @@ QString knownAddress(const QString &entry)
 
 SerialSession::SerialSession(int index, SerialPort &port, PortList ports,
                              const ChannelContext &context, const SerialSession *addressed)
-    : ChannelSession(index, context)
+    : ChannelSession(index, port, context)
     , m_port(port)
     , m_ports(std::move(ports))
     , m_addressed(addressed ? *addressed : *this)

@@ -11,7 +11,7 @@
 namespace corvane {
 
 TcpSession::TcpSession(int index, TcpClient &client, const ChannelContext &context)
-    : ChannelSession(index, context)
+    : ChannelSession(index, client, context)
     , m_client(client)
 {
     connect(&m_client, &TcpClient::stateChanged, this, [this] {

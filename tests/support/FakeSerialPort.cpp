@@ -14,7 +14,7 @@ void FakeSerialPort::setPortOpen(bool open)
     ++(open ? opened : closed);
 }
 
-void FakeSerialPort::output(const QByteArray &bytes)
+void FakeSerialPort::put(const QByteArray &bytes)
 {
     if (!failWrite.isEmpty())
         throw PlatformError(failWrite);

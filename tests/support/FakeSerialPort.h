@@ -23,8 +23,6 @@ public:
     }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;
-    void output(const QByteArray &bytes) override;
-    QByteArray input() override { return std::exchange(m_buffer, {}); }
 
     /// Bytes arrive; the receive event follows when the threshold asks for it.
     void feed(const QByteArray &bytes);
@@ -41,6 +39,10 @@ public:
     /// How often the port was opened and closed.
     int opened = 0;
     int closed = 0;
+
+protected:
+    void put(const QByteArray &bytes) override;
+    QByteArray take() override { return std::exchange(m_buffer, {}); }
 
 private:
     bool m_open = false;

@@ -19,7 +19,7 @@ void FakeTcpClient::close()
     setState(SocketState::Closed);
 }
 
-void FakeTcpClient::sendData(const QByteArray &bytes)
+void FakeTcpClient::put(const QByteArray &bytes)
 {
     if (!failSend.isEmpty())
         throw PlatformError(failSend);

@@ -15,8 +15,6 @@ public:
     [[nodiscard]] bool wasReset() const override { return reset; }
     void connectToPeer() override;
     void close() override;
-    void sendData(const QByteArray &bytes) override;
-    QByteArray getData() override { return std::exchange(m_buffer, {}); }
 
     void setState(SocketState state);
     /// Bytes arrive in one piece.
@@ -37,6 +35,10 @@ public:
     bool reset = false;
     int connects = 0;
     int closes = 0;
+
+protected:
+    void put(const QByteArray &bytes) override;
+    QByteArray take() override { return std::exchange(m_buffer, {}); }
 
 private:
     SocketState m_state = SocketState::Closed;

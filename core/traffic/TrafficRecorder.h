@@ -1,0 +1,80 @@
+#pragma once
+
+#include "core/traffic/TrafficEvent.h"
+
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+namespace corvane {
+
+class ChannelSession;
+
+/// What went over the Channels, both ways, and what became of their connections: always on, in a
+/// bounded memory. When that is full the oldest events make room.
+///
+/// Events are numbered as they come, from 0; the numbers of those that were dropped are not given
+/// again.
+class TrafficRecorder : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Memory that is taken at most, whatever the events are like.
+    static constexpr qsizetype mostKept = qsizetype{32} << 20;
+    /// Bytes of one event at most: more are recorded as several.
+    static constexpr qsizetype longestEvent = qsizetype{32} << 10;
+
+    /// `most` bytes are kept, two blocks of them at least.
+    explicit TrafficRecorder(qsizetype most = mostKept);
+    ~TrafficRecorder() override;
+
+    /// Records all that passes the session's transport, whoever uses it, and the session's
+    /// connections and faults, for as long as both live.
+    void listenTo(const ChannelSession &session);
+    /// Records an event that happens now.
+    void add(int channel, TrafficKind kind, QByteArrayView content);
+
+    /// The wall clock at time 0, in UTC.
+    [[nodiscard]] const QDateTime &began() const { return m_began; }
+    /// µs since then.
+    [[nodiscard]] qint64 now() const { return m_clock.nsecsElapsed() / 1000; }
+    /// The number of the oldest event that is kept: as many have been dropped.
+    [[nodiscard]] quint64 first() const;
+    /// The number that the next event gets.
+    [[nodiscard]] quint64 end() const { return m_end; }
+    /// The event of a number from first() on and before end(). Its content stays where it is until
+    /// the next event is added.
+    [[nodiscard]] TrafficEvent at(quint64 number) const;
+    /// The memory taken, in bytes.
+    [[nodiscard]] qsizetype size() const { return blockSize * std::ssize(m_blocks); }
+
+Q_SIGNALS:
+    /// The events before this number are about to be dropped: the last moment to read them.
+    void aboutToDrop(quint64 before);
+
+private:
+    /// Holds events by their number: their contents from the front, what is known of each from the
+    /// back.
+    class Block;
+
+    static constexpr qsizetype blockSize = qsizetype{256} << 10;
+
+    void addFault(int channel, const QString &text);
+    void addText(int channel, TrafficKind kind, const QString &text);
+    void addPiece(int channel, TrafficKind kind, QByteArrayView content);
+    void startBlock(qint64 time);
+
+    const std::size_t m_mostBlocks;
+    QDateTime m_began;
+    QElapsedTimer m_clock;
+    std::deque<std::unique_ptr<Block>> m_blocks;
+    quint64 m_end = 0;
+    std::vector<QString> m_faults; ///< by Channel: the fault that nothing has followed yet
+};
+
+} // namespace corvane

@@ -1,0 +1,31 @@
+#include "devices/Transport.h"
+
+#include "devices/PlatformError.h"
+
+namespace corvane {
+
+void Transport::send(const QByteArray &bytes)
+{
+    try {
+        put(bytes);
+    } catch (const PlatformError &error) {
+        Q_EMIT failed(error.description());
+        throw;
+    }
+    Q_EMIT sent(bytes);
+}
+
+QByteArray Transport::receive()
+{
+    try {
+        QByteArray bytes = take();
+        if (!bytes.isEmpty())
+            Q_EMIT received(bytes);
+        return bytes;
+    } catch (const PlatformError &error) {
+        Q_EMIT failed(error.description());
+        throw;
+    }
+}
+
+} // namespace corvane

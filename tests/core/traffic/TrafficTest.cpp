@@ -1,0 +1,154 @@
+#include "core/traffic/TrafficRecorder.h"
+#include "core/traffic/TrafficWriter.h"
+#include "devices/PlatformError.h"
+#include "tests/support/FakeChannels.h"
+#include "tests/support/Soon.h"
+#include "tests/support/WriteLimit.h"
+
+using namespace corvane;
+
+namespace {
+
+/// "0 sent *IDN?\r" of the Channel 0.
+QString told(const TrafficEvent &event)
+{
+    const char *const kinds[] = {"sent",      "received", "connected", "disconnected",
+                                 "addressed", "fault",    "timeout"};
+    return u"%1 %2 %3"_s.arg(event.channel)
+        .arg(QLatin1StringView(kinds[static_cast<int>(event.kind)]), event.text())
+        .trimmed();
+}
+
+QStringList told(const TrafficRecorder &recorder)
+{
+    QStringList events;
+    for (quint64 number = recorder.first(); number < recorder.end(); ++number)
+        events.append(told(recorder.at(number)));
+    return events;
+}
+
+struct Recording : testing::Test
+{
+    [[nodiscard]] QByteArray file() const
+    {
+        QFile written(path);
+        return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+    }
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"traffic.jsonl"_s);
+    TrafficRecorder recorder;
+};
+
+} // namespace
+
+TEST(TrafficRecorder, RecordsWhatPassesAChannelWhoeverUsesItAndAFaultOnce)
+{
+    FakeChannels desk;
+    TrafficRecorder recorder;
+    for (const ChannelSession *each : desk.channels.all())
+        recorder.listenTo(*each);
+    desk.channels.serial(0).open();
+    desk.channels.serial(0).send();
+    desk.rs485.feed("<01:A\r\n");
+    desk.rs485.failWrite = u"broken"_s;
+    desk.dialogs.expectMessage(u"Error occurred in CmdSend"_s);
+    desk.channels.serial(0).send();
+    desk.rs485.unplug(u"gone"_s);
+    desk.channels.tcp(3).open();
+    desk.tcpClient1.sendData("by another"); // as the board window does
+    desk.tcpClient1.feed(QByteArray("\0\xff", 2));
+    desk.channels.tcp(3).close();
+    const QString place = desk.channels.serial(0).place();
+    EXPECT_EQ(told(recorder),
+              (QStringList{u"0 connected fake port 1, address 01"_s, u"0 sent >01 *IDN?"_s,
+                           u"0 received <01:A"_s, u"0 fault broken"_s, u"0 fault gone"_s,
+                           u"0 disconnected"_s, u"3 connected "_s + desk.channels.tcp(3).place(),
+                           u"3 sent by another"_s, u"3 received "_s + QChar(0) + QChar(0xff),
+                           u"3 disconnected"_s}));
+}
+
+TEST(TrafficRecorder, KeepsTheNewestInItsMemoryAndNumbersThemOn)
+{
+    TrafficRecorder recorder(qsizetype{1} << 20);
+    quint64 dropped = 0;
+    QObject::connect(&recorder, &TrafficRecorder::aboutToDrop, &recorder, [&](quint64 before) {
+        EXPECT_EQ(recorder.first(), dropped);
+        dropped = before;
+    });
+    const auto contentOf = [](quint64 number) {
+        return QByteArray::number(number) + QByteArray(static_cast<qsizetype>(number % 700), 'x');
+    };
+    for (quint64 number = 0; number < 20'000; ++number)
+        recorder.add(static_cast<int>(number % 5), TrafficKind::Received, contentOf(number));
+    EXPECT_EQ(recorder.end(), 20'000U);
+    EXPECT_EQ(recorder.first(), dropped);
+    EXPECT_LE(recorder.size(), 1 << 20);
+    EXPECT_GT(recorder.end() - recorder.first(), 2000U);
+    qint64 time = 0;
+    for (quint64 number = recorder.first(); number < recorder.end(); ++number) {
+        const TrafficEvent event = recorder.at(number);
+        ASSERT_EQ(event.content, contentOf(number));
+        ASSERT_EQ(event.channel, static_cast<int>(number % 5));
+        ASSERT_GE(event.time, time);
+        time = event.time;
+    }
+    const QByteArray flood(100'000, 'f');
+    recorder.add(1, TrafficKind::Received, flood);
+    QByteArray pieces;
+    for (quint64 number = 20'000; number < recorder.end(); ++number)
+        pieces += recorder.at(number).content;
+    EXPECT_EQ(pieces, flood);
+}
+
+TEST_F(Recording, IsWrittenAsItComesEachEventAWholeLineThatReadsBack)
+{
+    recorder.add(0, TrafficKind::Connected, "/dev/tty\xc3\xbc");
+    TrafficWriter writer(recorder, path);
+    QByteArray all;
+    for (int value = 0; value < 256; ++value)
+        all += static_cast<char>(value);
+    recorder.add(4, TrafficKind::Received, all);
+    recorder.add(2, TrafficKind::TimedOut, {});
+    EXPECT_TRUE(soon([&] { return file().count('\n') == 4; })) << "in time by itself";
+    const QByteArrayList lines = file().split('\n');
+    const auto object = [&lines](int line) {
+        return QJsonDocument::fromJson(lines[line]).object();
+    };
+    EXPECT_EQ(object(0)[u"format"].toString(), u"corvane-traffic");
+    EXPECT_EQ(object(1)[u"text"].toString(), u"/dev/tty\u00fc");
+    EXPECT_EQ(object(2)[u"bytes"].toString(), QString::fromLatin1(all));
+    EXPECT_EQ(object(2)[u"channel"].toString(), u"TCP/IP-2");
+    EXPECT_TRUE(lines[2].contains("\\u000d\\u000e"));
+    EXPECT_TRUE(lines[2].contains("\\\"#"));
+    EXPECT_EQ(object(3)[u"event"].toString(), u"timeout");
+    // What the ring drops while no event loop runs is written before.
+    const QByteArray piece(TrafficRecorder::longestEvent, 'p');
+    for (qsizetype size = 0; size < 2 * TrafficRecorder::mostKept; size += piece.size())
+        recorder.add(1, TrafficKind::Sent, piece);
+    EXPECT_EQ(writer.finish(), QString());
+    EXPECT_EQ(file().count('\n'), 4 + 2 * (TrafficRecorder::mostKept / piece.size()));
+}
+
+TEST_F(Recording, EndsAtAWholeLineWithAWordWhenItCannotBeWritten)
+{
+    recorder.add(0, TrafficKind::Sent, "A");
+    for (const QString &refused : {folder.path(), folder.filePath(u"none/a"_s), u"/dev/full"_s})
+        EXPECT_THROW(TrafficWriter(recorder, refused), PlatformError);
+    TrafficWriter writer(recorder, path);
+    const QSignalSpy failures(&writer, &TrafficWriter::failed);
+    const QByteArray before = file();
+    recorder.add(0, TrafficKind::Sent, QByteArray(1000, 'B'));
+    {
+        const WriteLimit limit(static_cast<rlim_t>(before.size()) + 100);
+        writer.finish();
+    }
+    EXPECT_EQ(file(), before);
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_TRUE(writer.fault().startsWith(path + u": File too large"_s));
+
+    TrafficWriter other(recorder, path);
+    QFile::remove(path);
+    EXPECT_TRUE(soon([&] { return !other.fault().isEmpty(); }));
+    EXPECT_TRUE(other.fault().contains(u"has gone"));
+}

@@ -1,0 +1,1 @@
+corvane_test(core/traffic SOURCES TrafficTest.cpp USES core/traffic)
