@@ -108,7 +108,7 @@ bool isPattern(const QByteArray &bytes, const Load &load)
 }
 
 /// The program as it is, with its window, as a reader in a process of its own.
-int readInWindow(const QString &device, qsizetype bytes)
+int readInWindow(const QString &device, qsizetype bytes, bool isRecorded)
 {
     const Load &load = bytes == static_cast<qsizetype>(bulk.bytes) ? bulk : trickle;
     CommandLine line;
@@ -117,6 +117,11 @@ int readInWindow(const QString &device, qsizetype bytes)
     UnattendedDialogs dialogs(messages);
     WindowProgram program(line, dialogs);
     Main &window = program.window();
+    if (!isRecorded)
+        window.parts()
+            .channels.at(channels::rs232)
+            .transport()
+            .disconnect(&program.workbench().traffic());
     window.serialTab(channels::rs232).txtPort->setText(u"2"_s);
     window.showChannel(channels::rs232);
     window.show();
@@ -170,6 +175,19 @@ void measureStream(Table &table, const QString &program)
     table.atMost("memory a byte kept", median(memory), 3, "bytes");
 }
 
+void measureRecorder(Table &table, const QString &program)
+{
+    const Comparison cost = compare(
+        9,
+        [&] {
+            return runReader({program, u"--read"_s}, bulk).seconds;
+        },
+        [&] {
+            return runReader({program, u"--read-unrecorded"_s}, bulk).seconds;
+        });
+    table.atMost("20 MB with the recorder over without", cost.ratio, 1.05, "times");
+}
+
 void measureTrickle(Table &table, const QString &program)
 {
     const auto window = [&] { return runReader({program, u"--read"_s}, trickle).processorSeconds; };
@@ -189,18 +207,21 @@ int measure(const QString &program)
     Table table("Receiving");
     measureGrowth(table);
     measureStream(table, program);
+    measureRecorder(table, program);
     measureTrickle(table, program);
     return table.exitCode();
 }
 
 } // namespace
 
-/// Without arguments: measures. With --read DEVICE BYTES: the window as a reader.
+/// Without arguments: measures. With --read DEVICE BYTES: the window as a reader; with
+/// --read-unrecorded, without the recorder.
 int main(int argc, char **argv)
 {
     return runApplication(argc, argv, [argc, argv] {
         return argc == 4
-                   ? readInWindow(QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toLongLong())
+                   ? readInWindow(QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toLongLong(),
+                                  QByteArrayView(argv[1]) == "--read")
                    : measure(QString::fromLocal8Bit(argv[0]));
     });
 }

@@ -22,6 +22,7 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs)
                   .channels = m_workbench.channels(),
                   .list = m_workbench.list(),
                   .engine = m_workbench.engine(),
+                  .traffic = m_workbench.traffic(),
                   .programFolder = QCoreApplication::applicationDirPath(),
                   .gpibAdapters = m_workbench.gpibAdapters(),
                   .gpibAdapterFactory = m_workbench.gpibAdapterFactory(),

@@ -28,6 +28,37 @@ Ended shell(const QString &command)
 
 } // namespace
 
+/// What is recorded of all Channels and of a run, held to the schema of the format.
+TEST(Program, RecordsTheTrafficInItsFormatAndSaysWhenItCannot)
+{
+    const QTemporaryDir folder;
+    const QString prepare = u"cd %1; printf '? SP x\\n! SP 25 9\\n' > a.tst; "_s.arg(folder.path());
+    const Ended whole = shell(
+        prepare + u"$corvane --demo --record t.jsonl a.tst >/dev/null && "
+                  "python3 -c 'import json, sys, jsonschema\n"
+                  "schema = json.load(open(sys.argv[1]))\n"
+                  "lines = [json.loads(line) for line in open(sys.argv[2])]\n"
+                  "for line in lines: jsonschema.validate(line, schema)\n"
+                  "print(len({line[\"channel\"] for line in lines[1:]}), "
+                  "sum(\"? SP\" in line.get(\"bytes\", \"\") for line in lines))' "
+                  "%1/docs/traffic.schema.json t.jsonl"_s.arg(QStringLiteral(PROJECT_FOLDER)));
+    EXPECT_EQ(whole.output, "5 1\n") << whole.errors.toStdString();
+    const std::pair<const char *, const char *> rows[] = {
+        {"$corvane --demo --record . a.tst 2>&1 >o; echo $?; cat o",
+         "corvane: --record .: it is no regular file\n2\n"},
+        {"$corvane --demo --record a.tst a.tst 2>&1; echo $?",
+         "corvane: --record a.tst: that is the list itself\n2\n"},
+        {"$corvane --demo --record - a.tst 2>e | grep -c time >n; test $(cat n) -gt 20; echo $?; "
+         "tail -1 e",
+         "0\nTest Passed.\n"},
+        {"ulimit -f 2; $corvane --demo --record t.jsonl a.tst >/dev/null 2>e; echo $?; "
+         "grep -o 't.jsonl: File too large' e; tail -c 2 t.jsonl",
+         "2\nt.jsonl: File too large\n}\n"},
+    };
+    for (const auto &[command, output] : rows)
+        EXPECT_EQ(shell(prepare + QLatin1String(command)).output, output) << command;
+}
+
 TEST(Program, EndsWithAnExitCodeAndPlainWords)
 {
     const QTemporaryDir folder;

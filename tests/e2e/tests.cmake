@@ -8,4 +8,5 @@ corvane_test(
   ProgramTest.cpp
   USES
   app/window)
+target_compile_definitions(test_e2e PRIVATE PROJECT_FOLDER="${PROJECT_SOURCE_DIR}")
 add_dependencies(test_e2e corvane) # it is started as users start it

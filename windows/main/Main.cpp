@@ -11,6 +11,7 @@
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
 #include "windows/main/TcpTab.h"
+#include "windows/traffic/TrafficWindow.h"
 #include "windows/widgets/Accessibility.h"
 #include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/EntryRules.h"
@@ -143,6 +144,13 @@ void Main::showChannel(int index)
 void Main::mnuCmdList_Click()
 {
     commandList->setVisible(mnuCmdList->isChecked());
+}
+
+void Main::mnuTraffic_Click()
+{
+    if (!m_trafficWindow)
+        m_trafficWindow = new TrafficWindow(m_parts.traffic, m_parts.dialogs, this);
+    bringToFront(*m_trafficWindow);
 }
 
 ChannelTab *Main::channel(int index) const

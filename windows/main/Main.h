@@ -33,6 +33,8 @@ class Led;
 class SerialTab;
 class TcpTab;
 class TrafficLog;
+class TrafficRecorder;
+class TrafficWindow;
 class TransferEngine;
 struct modSBC;
 
@@ -44,6 +46,7 @@ struct MainParts
     ChannelSet &channels;
     CommandList &list;
     TransferEngine &engine;
+    TrafficRecorder &traffic;
     /// The folder that Log.txt is in and the file dialogs start in.
     QString programFolder;
     /// The adapter of each GPIB board, and what makes it.
@@ -91,6 +94,7 @@ public:
     void showNote(const QString &note);
 
     void mnuCmdList_Click();
+    void mnuTraffic_Click();
     void mnuHelp_Click();
 
     void cmdGetList_Click();
@@ -110,6 +114,8 @@ public:
     [[nodiscard]] TcpTab &tcpTab(int index) const;
     [[nodiscard]] SetupWindows &setupWindows() const { return *m_setup; }
     [[nodiscard]] BoardWindows &boardWindows() const { return *m_board; }
+    /// Null until it is first opened.
+    [[nodiscard]] TrafficWindow *trafficWindow() const { return m_trafficWindow; }
     [[nodiscard]] const MainParts &parts() const { return m_parts; }
     [[nodiscard]] WaitGroup &waits() const { return m_parts.channels.waits(); }
 
@@ -118,6 +124,7 @@ public:
     QAction *mnuExit = nullptr;
     QAction *mnuCmdList = nullptr;
     QAction *mnuSBC = nullptr;
+    QAction *mnuTraffic = nullptr;
     QAction *mnuHelp = nullptr;
     QAction *mnuAboutSC = nullptr;
     StatusLine *lblFaults = nullptr;
@@ -157,6 +164,7 @@ private:
     SetupWindows *m_setup = nullptr;
     BoardWindows *m_board = nullptr;
     GuideWindow *m_guide = nullptr;
+    TrafficWindow *m_trafficWindow = nullptr;
     bool m_painted = false;
 };
 

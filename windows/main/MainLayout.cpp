@@ -138,12 +138,15 @@ void Main::buildMenus()
     mnuCmdList->setCheckable(true);
     mnuSBC = addEntry(mnuView, u"&VXM250E"_s, u"mnuSBC"_s);
     mnuSBC->setCheckable(true);
+    mnuTraffic = addEntry(mnuView, u"&Traffic"_s, u"mnuTraffic"_s);
+    mnuTraffic->setShortcut(QKeySequence(u"Ctrl+T"_s));
     mnuHelp = addEntry(mnuAbout, u"&Help"_s, u"mnuHelp"_s);
     mnuHelp->setShortcut(QKeySequence::HelpContents);
     mnuAboutSC = addEntry(mnuAbout, u"&About Corvane"_s, u"mnuAboutSC"_s);
 
     connect(mnuExit, &QAction::triggered, this, &QWidget::close);
     connect(mnuCmdList, &QAction::toggled, this, &Main::mnuCmdList_Click);
+    connect(mnuTraffic, &QAction::triggered, this, &Main::mnuTraffic_Click);
     connect(mnuHelp, &QAction::triggered, this, &Main::mnuHelp_Click);
 }
 

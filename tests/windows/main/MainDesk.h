@@ -3,6 +3,7 @@
 #include "core/board/modSBC.h"
 #include "core/lists/CommandList.h"
 #include "core/lists/TransferEngine.h"
+#include "core/traffic/TrafficRecorder.h"
 #include "devices/GpibAdapterFactory.h"
 #include "tests/support/FakeChannels.h"
 #include "windows/about/ProgramLauncher.h"
@@ -22,11 +23,13 @@ struct MainDesk : FakeChannels
     SystemInfo systemInfo{systemRegistry(), launcher, dialogs};
     CommandList list{module, dialogs};
     TransferEngine engine{channels, list, dialogs};
+    TrafficRecorder traffic;
     Main main{{.clock = clock,
                .dialogs = dialogs,
                .channels = channels,
                .list = list,
                .engine = engine,
+               .traffic = traffic,
                .programFolder = folder.path(),
                .gpibAdapters = adapters,
                .gpibAdapterFactory = adapterFactory,

@@ -1,0 +1,1 @@
+corvane_test(windows/traffic SOURCES TrafficWindowTest.cpp USES windows/traffic)

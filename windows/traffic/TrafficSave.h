@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/traffic/TrafficFormat.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <vector>
+
+namespace corvane {
+
+class TrafficRecorder;
+
+/// Saves events in a file, put together in several turns of the event loop, so that everything else
+/// goes on meanwhile. What the recorder drops until then is saved all the same.
+class TrafficSave : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The numbers of the events, ascending; the path's ending says in which format.
+    TrafficSave(const TrafficRecorder &recorder, std::vector<quint64> numbers, const QString &path);
+
+    [[nodiscard]] const QString &path() const { return m_path; }
+    [[nodiscard]] std::size_t count() const { return m_numbers.size(); }
+
+Q_SIGNALS:
+    /// Why the file could not be written, and is as it was; empty: it is written.
+    void done(const QString &fault);
+
+private:
+    void turn_Timer();
+    void add(quint64 before);
+
+    const TrafficRecorder &m_recorder;
+    const std::vector<quint64> m_numbers;
+    const QString m_path;
+    const TrafficFormat m_format;
+    std::size_t m_next = 0;
+    QByteArray m_bytes;
+    QTimer m_turn;
+};
+
+} // namespace corvane
