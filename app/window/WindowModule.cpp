@@ -28,7 +28,8 @@ int showWindow(const CommandLine &line)
     QTextStream messages(stderr);
     const auto recording = startRecording(line, program.workbench().traffic(), out, messages);
     if (recording)
-        QObject::connect(recording.get(), &TrafficWriter::failed, &window, &Main::showNote);
+        QObject::connect(recording.get(), &TrafficWriter::failed, &window,
+                         &Main::showRecordingFault);
     const StopSignal stop([&window] { window.close(); });
     QObject::connect(&window, &Main::closed, qApp, &QCoreApplication::quit);
     window.show();

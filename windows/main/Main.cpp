@@ -64,6 +64,11 @@ void Main::showNote(const QString &note)
     lblFaults->setNote(StatusLine::About::Board, note);
 }
 
+void Main::showRecordingFault(const QString &fault)
+{
+    lblFaults->setNote(StatusLine::About::Recording, fault);
+}
+
 void Main::loggingFailed(const QString &description)
 {
     for (ChannelSession *each : m_parts.channels.all())

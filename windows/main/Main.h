@@ -92,6 +92,8 @@ public:
 
     /// Says something in the status bar that is no fault of a Channel; empty: no more.
     void showNote(const QString &note);
+    /// Says in the status bar that the recording of the traffic has ended.
+    void showRecordingFault(const QString &fault);
 
     void mnuCmdList_Click();
     void mnuTraffic_Click();

@@ -98,6 +98,7 @@ void TrafficWindow::makeTable()
     QHeaderView &titles = *tblTraffic->horizontalHeader();
     titles.setStretchLastSection(true);
     titles.setHighlightSections(false);
+    titles.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     const int character = tblTraffic->fontMetrics().horizontalAdvance(u'0');
     for (const auto &[column, characters] :
          {std::pair(TrafficModel::Time, 20), std::pair(TrafficModel::Channel, 11),
