@@ -32,36 +32,40 @@ Workbench::Workbench(CommandLine line, Dialogs &dialogs, GpibAdapterFactory::Rea
 
 Workbench::~Workbench() = default;
 
-/// The bench's devices take the numbers and the board that the command line left free. Its
+/// The bench's devices take the numbers and the boards that the command line left free. Its
 /// connector is fitted from the start: the first test that a newcomer runs shall pass.
 void Workbench::startBench(CommandLine &line)
 {
-    m_bench = std::make_unique<bench::Bench>();
-    if (!m_bench->start())
-        throw PlatformError(u"the bench cannot start: "_s + m_bench->errorString());
-    m_bench->board().ports().setConnector(true);
-    const QString devices[] = {m_bench->rs485Device(), m_bench->rs232Device(),
-                               m_bench->boardDevice()};
-    int number = 0;
-    for (const QString &device : devices) {
-        ++number;
-        if (!line.serialDevices.contains(number))
-            line.serialDevices.insert(number, device);
+    auto simulated = std::make_unique<bench::Bench>();
+    simulated->board().ports().setConnector(true);
+    m_bench = simulated.get();
+    m_desk = std::move(simulated);
+    if (!m_desk->start())
+        throw PlatformError(u"the bench cannot start: "_s + m_desk->errorString());
+    const QMap<int, QString> &devices = m_desk->serialDevices();
+    for (auto each = devices.begin(); each != devices.end(); ++each) {
+        if (!line.serialDevices.contains(each.key()))
+            line.serialDevices.insert(each.key(), each.value());
     }
-    if (line.gpibAdapters[0].isEmpty())
-        line.gpibAdapters[0] = u"tcp:%1:%2"_s.arg(bench::Bench::host()).arg(m_bench->gpibPort());
+    const QMap<int, QString> &adapters = m_desk->gpibAdapters();
+    for (auto each = adapters.begin(); each != adapters.end(); ++each) {
+        QString &adapter = line.gpibAdapters.at(static_cast<size_t>(each.key()));
+        if (adapter.isEmpty())
+            adapter = each.value();
+    }
 }
 
 void Workbench::pointChannelsAtBench()
 {
-    if (!m_bench)
+    if (!m_desk)
         return;
-    const QString chamberPort = QString::number(m_bench->chamberPort());
-    m_channels->serial(channels::rs485).fillIn({.port = u"1"_s, .address = u"05"_s});
-    m_channels->serial(channels::rs232).fillIn({.port = u"2"_s});
-    m_channels->gpib().fillIn({.address = u"GPIB0::%1"_s.arg(bench::Bench::chamberGpibAddress)});
-    for (const int tcp : {channels::tcpIp1, channels::tcpIp2})
-        m_channels->tcp(tcp).fillIn({.port = chamberPort, .host = bench::Bench::host()});
+    for (const bench::Desk::Entries &entries : m_desk->entries()) {
+        const auto &all = m_channels->all();
+        const auto channel = std::ranges::find(all, entries.channel, &ChannelSession::caption);
+        if (channel != all.end())
+            (*channel)->fillIn(
+                {.port = entries.port, .host = entries.host, .address = entries.address});
+    }
 }
 
 } // namespace corvane

@@ -19,7 +19,8 @@ namespace corvane {
 
 namespace bench {
 class Bench;
-}
+class Desk;
+} // namespace bench
 
 /// The program without its windows: the Channels on real transports as the command line wants them,
 /// the command list, the engine that runs it and, for a demonstration, the bench behind them.
@@ -40,15 +41,18 @@ public:
     [[nodiscard]] TransferEngine &engine() { return *m_engine; }
     [[nodiscard]] GpibAdapterChoices &gpibAdapters() { return m_gpibAdapters; }
     [[nodiscard]] const GpibAdapterFactory &gpibAdapterFactory() { return m_gpibAdapterFactory; }
-    /// Null without --demo.
-    [[nodiscard]] bench::Bench *bench() { return m_bench.get(); }
+    /// The bench of whichever kind; null without --demo.
+    [[nodiscard]] bench::Desk *desk() { return m_desk.get(); }
+    /// The bench of simulated devices; null without one.
+    [[nodiscard]] bench::Bench *bench() { return m_bench; }
     /// Fills in the bench's entries, when there is one; for after the defaults.
     void pointChannelsAtBench();
 
 private:
     void startBench(CommandLine &line);
 
-    std::unique_ptr<bench::Bench> m_bench;
+    std::unique_ptr<bench::Desk> m_desk;
+    bench::Bench *m_bench = nullptr; ///< the desk, when its devices are simulated
     SystemClock m_clock;
     Module1 m_module;
     SerialPortList m_serialPorts;

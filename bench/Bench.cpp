@@ -1,17 +1,16 @@
 #include "bench/Bench.h"
 
-#include <QDir>
+#include "bench/BenchOrders.h"
 
 #include <utility>
 
 namespace corvane::bench {
 
 Bench::Bench(BenchOptions options)
-    : m_options(std::move(options))
-    , m_temporaryLinks(QDir::tempPath() + u"/corvane-bench-XXXXXX"_s)
-    , m_chamber(m_options.time, 5, "CH-10421")
-    , m_secondChamber(m_options.time, 1, "CH-10422")
-    , m_thirdChamber(m_options.time, 2, "CH-10423")
+    : Desk(std::move(options))
+    , m_chamber(this->options().time, 5, "CH-10421")
+    , m_secondChamber(this->options().time, 1, "CH-10422")
+    , m_thirdChamber(this->options().time, 2, "CH-10423")
     , m_meter([this](int channel) { return m_board.analog().outputVolts(channel); },
               [this] { return m_board.lastDacChannel(); })
     , m_rs485Bus({&m_secondChamber, &m_chamber})
@@ -32,13 +31,6 @@ Bench::Bench(BenchOptions options)
     wire();
 }
 
-QString Bench::link(const QString &name) const
-{
-    const QString folder =
-        m_options.linkFolder.isEmpty() ? m_temporaryLinks.path() : m_options.linkFolder;
-    return folder + u'/' + name;
-}
-
 void Bench::wire()
 {
     m_rs485Link.attach(m_rs485);
@@ -57,44 +49,55 @@ void Bench::wire()
     m_gpibSerial.attach(m_gpibPty);
 }
 
-bool Bench::start()
+Bench::Layout Bench::lay()
 {
-    m_errors.clear();
-    for (PtyPort *port : {&m_rs485, &m_rs232, &m_boardSerial, &m_gpibPty}) {
-        if (!port->replug())
-            m_errors.append(u"%1: %2"_s.arg(port->path(), port->errorString()));
-    }
-    startTcp(m_chamberTcp, m_options.chamberPort);
-    startTcp(m_boardTcp, m_options.boardPort);
-    startTcp(m_gpibTcp, m_options.gpibPort);
-    if (m_options.secondGpibPort)
-        startTcp(m_secondGpibTcp, *m_options.secondGpibPort);
-    listPlaces();
-    return m_errors.isEmpty();
+    startTransports();
+    const QString chamberPort = QString::number(m_chamberTcp.port());
+    Layout layout{
+        .places = placesNow(),
+        .serialDevices = {{1, m_rs485.path()}, {2, m_rs232.path()}, {3, m_boardSerial.path()}},
+        .gpibAdapters = {{0, u"tcp:"_s + addressOf(m_gpibTcp)}},
+        .entries = {{.channel = u"RS-485"_s, .port = u"1"_s, .host = {}, .address = u"05"_s},
+                    {.channel = u"RS-232"_s, .port = u"2"_s, .host = {}, .address = {}},
+                    {.channel = u"IEEE 488"_s,
+                     .port = {},
+                     .host = {},
+                     .address = u"GPIB0::%1"_s.arg(chamberGpibAddress)},
+                    {.channel = u"TCP/IP-1"_s, .port = chamberPort, .host = host(), .address = {}},
+                    {.channel = u"TCP/IP-2"_s, .port = chamberPort, .host = host(), .address = {}}},
+    };
+    if (options().secondGpibPort)
+        layout.gpibAdapters.insert(1, u"tcp:"_s + addressOf(m_secondGpibTcp));
+    return layout;
 }
 
-void Bench::startTcp(TcpPort &port, quint16 preferred)
+void Bench::startTransports()
 {
-    if (!port.listen(preferred))
-        m_errors.append(u"TCP port %1: %2"_s.arg(preferred).arg(port.errorString()));
+    for (PtyPort *port : {&m_rs485, &m_rs232, &m_boardSerial, &m_gpibPty})
+        startSerial(*port);
+    startTcp(m_chamberTcp, options().chamberPort);
+    startTcp(m_boardTcp, options().boardPort);
+    startTcp(m_gpibTcp, options().gpibPort);
+    if (options().secondGpibPort)
+        startTcp(m_secondGpibTcp, *options().secondGpibPort);
 }
 
-void Bench::listPlaces()
+std::vector<Desk::Place> Bench::placesNow()
 {
     const QString board0 = u"GPIB0::%1"_s;
-    const auto tcp = [](const TcpPort &port) { return u"%1:%2"_s.arg(host()).arg(port.port()); };
     const QString chamber = u"chamber controller"_s;
     const QString board = u"board"_s;
     const QString controller = u"\"++\" GPIB controller"_s;
-    m_places = {
+    std::vector<Place> places{
         {u"rs485"_s, u"chamber controllers 01 and 05"_s, m_rs485.path(), &m_rs485Link.faults(),
          &m_rs485},
         {u"rs232"_s, chamber, m_rs232.path(), &m_rs232Link.faults(), &m_rs232},
         {u"rs232-board"_s, board, m_boardSerial.path(), &m_boardSerialLink.faults(),
          &m_boardSerial},
-        {u"tcp-chamber"_s, chamber, tcp(m_chamberTcp), &m_chamberTcpLink.faults(), &m_chamberTcp},
-        {u"tcp-board"_s, board, tcp(m_boardTcp), &m_boardTcpLink.faults(), &m_boardTcp},
-        {u"gpib"_s, controller, tcp(m_gpibTcp), &m_gpib.faults(), &m_gpibTcp},
+        {u"tcp-chamber"_s, chamber, addressOf(m_chamberTcp), &m_chamberTcpLink.faults(),
+         &m_chamberTcp},
+        {u"tcp-board"_s, board, addressOf(m_boardTcp), &m_boardTcpLink.faults(), &m_boardTcp},
+        {u"gpib"_s, controller, addressOf(m_gpibTcp), &m_gpib.faults(), &m_gpibTcp},
         {u"gpib-serial"_s, controller, m_gpibPty.path(), &m_gpibSerial.faults(), &m_gpibPty},
         {u"gpib:5"_s, chamber, board0.arg(chamberGpibAddress), &m_chamberStation.faults(),
          &m_chamberStation},
@@ -103,30 +106,30 @@ void Bench::listPlaces()
         {u"gpib:16"_s, u"meter"_s, board0.arg(meterGpibAddress), &m_meterStation.faults(),
          &m_meterStation},
     };
-    if (!m_options.secondGpibPort)
-        return;
-    m_places.push_back(
-        {u"gpib2"_s, controller, tcp(m_secondGpibTcp), &m_secondGpib.faults(), &m_secondGpibTcp});
-    m_places.push_back(
+    if (!options().secondGpibPort)
+        return places;
+    places.push_back({u"gpib2"_s, controller, addressOf(m_secondGpibTcp), &m_secondGpib.faults(),
+                      &m_secondGpibTcp});
+    places.push_back(
         {u"gpib2:0"_s, chamber, u"GPIB1::0"_s, &m_secondStation.faults(), &m_secondStation});
+    return places;
 }
 
-QStringList Bench::programArguments() const
+QString Bench::tcpHint() const
 {
-    QStringList arguments{u"--com"_s,  u"1="_s + m_rs485.path(),
-                          u"--com"_s,  u"2="_s + m_rs232.path(),
-                          u"--com"_s,  u"3="_s + m_boardSerial.path(),
-                          u"--gpib"_s, u"0=tcp:%1:%2"_s.arg(host()).arg(gpibPort())};
-    if (m_options.secondGpibPort) {
-        arguments << u"--gpib"_s << u"1=tcp:%1:%2"_s.arg(host()).arg(secondGpibPort());
-    }
-    return arguments;
+    return u"TCP/IP Channels: host %1, port %2 (chamber) or %3 (board)."_s.arg(host())
+        .arg(chamberPort())
+        .arg(boardPort());
 }
 
-QString Bench::Place::state() const
+std::vector<DeskOrder> Bench::ownOrders()
 {
-    const QString plugged = plug->state();
-    return faults->fault().toString() + (plugged.isEmpty() ? QString() : u", "_s + plugged);
+    return benchOrders::of(*this);
+}
+
+QString Bench::state()
+{
+    return benchOrders::state(*this);
 }
 
 } // namespace corvane::bench

@@ -22,9 +22,10 @@ void wake(int)
 
 } // namespace
 
-BenchConsole::BenchConsole(BenchOptions options)
-    : m_bench(std::move(options))
+BenchConsole::BenchConsole(std::unique_ptr<Desk> desk)
+    : m_desk(std::move(desk))
 {
+    connect(m_desk.get(), &Desk::said, this, &BenchConsole::print);
 }
 
 BenchConsole::~BenchConsole()
@@ -38,20 +39,17 @@ BenchConsole::~BenchConsole()
 
 bool BenchConsole::start()
 {
-    if (!m_bench.start()) {
-        std::fprintf(stderr, "corvane-bench: %s\n", qPrintable(m_bench.errorString()));
+    if (!m_desk->start()) {
+        std::fprintf(stderr, "corvane-bench: %s\n", qPrintable(m_desk->errorString()));
         return false;
     }
     listenToSignals();
     m_input = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
     connect(m_input.get(), &QSocketNotifier::activated, this, &BenchConsole::readOrders);
-    print(m_bench.order(u"list"_s));
-    print(u"\nStart the program against it:\n  corvane %1\n\n"
-          "TCP/IP Channels: host %2, port %3 (chamber) or %4 (board).\n"
-          "Orders are read here; \"help\" lists them, \"quit\" ends."_s
-              .arg(m_bench.programArguments().join(u' '), Bench::host())
-              .arg(m_bench.chamberPort())
-              .arg(m_bench.boardPort()));
+    print(m_desk->order(u"list"_s));
+    print(u"\nStart the program against it:\n  corvane %1\n\n%2\n"
+          "Orders are read here; \"help\" lists them, \"quit\" ends."_s.arg(
+              m_desk->programArguments().join(u' '), m_desk->tcpHint()));
     return true;
 }
 
@@ -84,7 +82,7 @@ void BenchConsole::readOrders()
             return;
         }
         if (!order.isEmpty())
-            print(m_bench.order(order));
+            print(m_desk->order(order));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "bench/Bench.h"
+#include "bench/Desk.h"
+#include "bench/LineReader.h"
 
 #include <QSocketNotifier>
 
@@ -9,12 +10,12 @@
 
 namespace corvane::bench {
 
-/// The bench as a program of its own: prints what is where, reads orders from the standard input
+/// A bench as a program of its own: prints what is where, reads orders from the standard input
 /// and ends on "quit", SIGINT and SIGTERM.
 class BenchConsole : public QObject
 {
 public:
-    explicit BenchConsole(BenchOptions options);
+    explicit BenchConsole(std::unique_ptr<Desk> desk);
     ~BenchConsole() override;
 
     /// False, with the reason on the standard error, when the bench could not start whole.
@@ -25,7 +26,7 @@ private:
     void readOrders();
     void print(const QString &text);
 
-    Bench m_bench;
+    std::unique_ptr<Desk> m_desk;
     LineReader m_orders;
     std::unique_ptr<QSocketNotifier> m_input;
     std::unique_ptr<QSocketNotifier> m_signals;

@@ -1,24 +1,24 @@
 #pragma once
 
-#include <QByteArray>
+#include "bench/Responder.h"
 
 #include <optional>
 
 namespace corvane::bench {
 
-/// A simulated instrument: takes one command line and returns its reply. It knows neither the
-/// transport that carries the line nor the faults that spoil the reply.
-class BenchDevice
+/// A simulated instrument: takes one command line and returns its reply, which goes out at once.
+class BenchDevice : public Responder
 {
 public:
-    virtual ~BenchDevice() = default;
-
     /// The reply to one command line, both without their line end. Nothing: the device is silent.
     virtual std::optional<QByteArray> answer(const QByteArray &line) = 0;
 
-protected:
-    BenchDevice() = default;
-    Q_DISABLE_COPY_MOVE(BenchDevice)
+    /// The reply, ended by CR LF.
+    Pieces respond(const QByteArray &line) final
+    {
+        const auto reply = answer(line);
+        return reply ? Pieces{{0, *reply + "\r\n", true}} : Pieces{};
+    }
 };
 
 } // namespace corvane::bench

@@ -3,13 +3,12 @@
 #include "bench/Bench.h"
 #include "bench/Text.h"
 
-#include <algorithm>
-
 namespace corvane::bench {
+
+using deskOrders::done;
 
 namespace {
 
-const QString done = u"done"_s;
 const QString dataWord = u"data"_s;
 const QString directionWord = u"dir"_s;
 const QString normalWord = u"normal"_s;
@@ -18,51 +17,6 @@ const QString overflowWord = u"overflow"_s;
 std::optional<int> numberOf(const QString &word, int high)
 {
     return text::whole(word.toLatin1(), 0, high);
-}
-
-QString fault(Bench &bench, const QString &place, const QString &text)
-{
-    const auto &places = bench.places();
-    const auto found = std::find_if(places.begin(), places.end(), [&](const Bench::Place &one) {
-        return one.name.compare(place, Qt::CaseInsensitive) == 0;
-    });
-    if (found == places.end())
-        return u"There is no order and no place \"%1\". Try \"help\" or \"list\"."_s.arg(place);
-    const auto fault = Fault::parse(text);
-    if (!fault)
-        return u"There is no fault \"%1\". Try \"help\"."_s.arg(text);
-    found->faults->order(*fault);
-    if (fault->kind == Fault::Kind::Unplug) {
-        found->plug->unplug();
-        return done;
-    }
-    if (fault->kind == Fault::Kind::None)
-        found->plug->discardOutput();
-    return found->plug->replug() ? done : u"%1 cannot come back now."_s.arg(found->name);
-}
-
-QString list(Bench &bench, const QStringList &)
-{
-    QStringList lines;
-    for (const Bench::Place &place : bench.places()) {
-        lines.append(u"%1 %2 %3 %4"_s.arg(place.name, -12)
-                         .arg(place.what, -30)
-                         .arg(place.where, -38)
-                         .arg(place.state()));
-    }
-    lines.append(benchOrders::state(bench));
-    return lines.join(u'\n');
-}
-
-QString clear(Bench &bench, const QStringList &)
-{
-    QString answer = done;
-    for (const Bench::Place &place : bench.places()) {
-        const QString one = fault(bench, place.name, u"none"_s);
-        if (one != done)
-            answer = one;
-    }
-    return answer;
 }
 
 QString connector(Bench &bench, const QStringList &arguments)
@@ -126,19 +80,13 @@ QString power(Bench &bench, const QStringList &)
     return done;
 }
 
-QString help(Bench &, const QStringList &);
-
 struct Order
 {
     OrderText text;
-    /// Empty: the arguments were wrong. It gets as many as the text names.
     QString (*run)(Bench &bench, const QStringList &arguments);
 };
 
 constexpr Order orders[] = {
-    {{"list"_L1, ""_L1, "what is where, and its fault"_L1}, list},
-    {{"help"_L1, ""_L1, "this list"_L1}, help},
-    {{"clear"_L1, ""_L1, "no fault anywhere, nothing unplugged"_L1}, clear},
     {{"connector"_L1, "on|off"_L1, "the loop-back connector between ports 0-2 and 1-3"_L1},
      connector},
     {{"sensor"_L1, "follow|CHANNEL"_L1,
@@ -151,54 +99,16 @@ constexpr Order orders[] = {
     {{"power"_L1, ""_L1, "the board is switched off and on"_L1}, power},
 };
 
-QString help(Bench &, const QStringList &)
-{
-    const auto line = [](int width, const QString &order, QLatin1String about) {
-        return u"  %1 %2\n"_s.arg(order, -width).arg(about);
-    };
-    const auto usage = [](const OrderText &text) {
-        return u"%1 %2"_s.arg(text.word, text.arguments);
-    };
-    constexpr int width = 28;
-    QString text = u"Orders:\n"_s;
-    for (const Order &order : orders)
-        text += line(width, usage(order.text), order.text.about);
-    text += line(width, u"PLACE FAULT"_s, "a fault at a place of the list, as \"rs485 silent\""_L1);
-    text += u"Faults:\n"_s;
-    for (const OrderText &fault : Fault::choices())
-        text += line(width, usage(fault), fault.about);
-    return text.chopped(1);
-}
-
 } // namespace
 
-std::vector<OrderText> benchOrders::choices()
+std::vector<DeskOrder> benchOrders::of(Bench &bench)
 {
-    std::vector<OrderText> choices;
-    for (const Order &order : orders) {
-        if (order.run != list && order.run != help)
-            choices.push_back(order.text);
-    }
-    return choices;
-}
-
-QString benchOrders::run(Bench &bench, const QString &text)
-{
-    if (text != QString::fromLatin1(text.toLatin1()))
-        return u"An order has 8-bit characters only; nothing was done."_s;
-    const QString word = text.trimmed().section(u' ', 0, 0);
-    const QString rest = text.trimmed().section(u' ', 1).trimmed();
-    for (const Order &order : orders) {
-        if (word.compare(order.text.word, Qt::CaseInsensitive) != 0)
-            continue;
-        const QStringList arguments = rest.split(u' ', Qt::SkipEmptyParts);
-        const QString named(order.text.arguments);
-        const QString answer = arguments.size() == named.split(u' ', Qt::SkipEmptyParts).size()
-                                   ? order.run(bench, arguments)
-                                   : QString();
-        return answer.isEmpty() ? u"Use: %1 %2"_s.arg(order.text.word, named).trimmed() : answer;
-    }
-    return fault(bench, word, rest);
+    std::vector<DeskOrder> result;
+    for (const Order &order : orders)
+        result.push_back({order.text, [&bench, run = order.run](const QStringList &arguments) {
+                              return run(bench, arguments);
+                          }});
+    return result;
 }
 
 QString benchOrders::state(Bench &bench)

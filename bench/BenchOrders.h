@@ -1,23 +1,15 @@
 #pragma once
 
-#include "bench/OrderText.h"
-
-#include <QString>
-
-#include <vector>
+#include "bench/DeskOrders.h"
 
 namespace corvane::bench {
 
 class Bench;
 
-/// The orders by which people and tests make the bench misbehave, as text. Every order gets an
-/// answer; a wrong one says what would be right and changes nothing.
+/// The orders for the board and the meter.
 namespace benchOrders {
 
-QString run(Bench &bench, const QString &text);
-
-/// The orders that change something, faults aside.
-std::vector<OrderText> choices();
+std::vector<DeskOrder> of(Bench &bench);
 
 /// What the orders have made of the board and the meter, in a line.
 QString state(Bench &bench);

@@ -21,6 +21,8 @@ public:
     virtual void dropPeer() = 0;
 
 Q_SIGNALS:
+    /// Somebody is at the other end now. A stream that cannot tell never says so.
+    void opened();
     void received(const QByteArray &bytes);
     /// Nothing is queued any more.
     void drained();

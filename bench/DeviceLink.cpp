@@ -11,11 +11,11 @@ void DeviceLink::attach(ByteStream &stream)
 {
     auto *sender = new ReplySender(stream, m_faults);
     const auto reader = std::make_shared<LineReader>();
+    connect(&stream, &ByteStream::opened, this, [this, sender] { sender->send(m_device.greet()); });
     connect(&stream, &ByteStream::closed, this, [reader] { reader->take(); });
     connect(&stream, &ByteStream::received, this, [this, sender, reader](const QByteArray &bytes) {
         for (const QByteArray &line : reader->feed(bytes)) {
-            const auto reply = m_device.answer(line);
-            if (reply && !sender->send(*reply + "\r\n"))
+            if (!sender->send(m_device.respond(line)))
                 return;
         }
     });

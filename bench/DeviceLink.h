@@ -1,18 +1,17 @@
 #pragma once
 
-#include "bench/BenchDevice.h"
 #include "bench/ByteStream.h"
 #include "bench/FaultLine.h"
 
 namespace corvane::bench {
 
-/// Puts a device behind streams: cuts what arrives into command lines and sends the replies, each
-/// ended by CR LF, to the stream that asked, as the fault in force leaves them.
+/// Puts a device behind streams: cuts what arrives into command lines and sends the replies to the
+/// stream that asked, as the fault in force leaves them.
 class DeviceLink : public QObject
 {
 public:
     /// The device outlives the link.
-    explicit DeviceLink(BenchDevice &device)
+    explicit DeviceLink(Responder &device)
         : m_device(device)
     {
     }
@@ -22,7 +21,7 @@ public:
     [[nodiscard]] FaultLine &faults() { return m_faults; }
 
 private:
-    BenchDevice &m_device;
+    Responder &m_device;
     FaultLine m_faults;
 };
 

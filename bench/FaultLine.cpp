@@ -10,9 +10,32 @@ using Kind = Fault::Kind;
 
 constexpr const char *lineEnd = "\r\n";
 
-QByteArray withoutLineEnd(const QByteArray &reply)
+QByteArray bytesOf(const Pieces &reply)
 {
-    return reply.endsWith(lineEnd) ? reply.chopped(2) : reply;
+    QByteArray bytes;
+    for (const TimedPiece &piece : reply)
+        bytes += piece.bytes;
+    return bytes;
+}
+
+QByteArray withoutLineEnd(QByteArray reply)
+{
+    while (reply.endsWith('\r') || reply.endsWith('\n'))
+        reply.chop(1);
+    return reply;
+}
+
+/// The reply, its first piece that much later.
+Pieces delayed(Pieces reply, int ms)
+{
+    reply.front().afterMs += ms;
+    return reply;
+}
+
+Pieces joined(Pieces first, const Pieces &second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
 }
 
 QByteArray garbage(const QByteArray &text)
@@ -27,13 +50,13 @@ QByteArray garbage(const QByteArray &text)
 
 /// Cut where a receiver finds it hardest: inside the address in front ("<0", "5:"), in the middle
 /// of the text, and between CR and LF.
-std::vector<TimedPiece> split(const QByteArray &reply, int ms)
+Pieces split(const QByteArray &reply, int startMs, int ms)
 {
     QByteArray rest = withoutLineEnd(reply);
-    std::vector<TimedPiece> pieces;
+    Pieces pieces;
     const auto cut = [&](qsizetype size) {
         if (size > 0)
-            pieces.push_back({pieces.empty() ? 0 : ms, rest.first(size), false});
+            pieces.push_back({pieces.empty() ? startMs : ms, rest.first(size), false});
         rest = rest.sliced(size);
     };
     if (rest.startsWith('<') && rest.size() >= 4)
@@ -41,7 +64,7 @@ std::vector<TimedPiece> split(const QByteArray &reply, int ms)
     cut(rest.size() / 2);
     cut(rest.size());
     for (const char c : reply.sliced(withoutLineEnd(reply).size()))
-        pieces.push_back({pieces.empty() ? 0 : ms, QByteArray(1, c), false});
+        pieces.push_back({pieces.empty() ? startMs : ms, QByteArray(1, c), false});
     if (!pieces.empty())
         pieces.back().end = true;
     return pieces;
@@ -56,34 +79,31 @@ void FaultLine::order(const Fault &fault)
     ++m_orders;
 }
 
-SpoiltReply FaultLine::spoil(const QByteArray &reply)
+SpoiltReply FaultLine::spoil(const Pieces &reply)
 {
+    const int startMs = reply.front().afterMs;
     const Fault fault = m_fault;
     if (fault.once)
         m_fault = {};
     switch (fault.kind) {
     case Kind::None:
         // A reply held back by a fault that acted once comes before the next one.
-        if (!m_held.isEmpty())
-            return {{{0, std::exchange(m_held, {}), true}, {0, reply, true}}};
-        return {{{0, reply, true}}};
+        return {joined(std::exchange(m_held, {}), reply)};
     case Kind::Silent:
     case Kind::Unplug:
         return {};
     case Kind::Slow:
-        return {{{fault.ms, reply, true}}};
-    case Kind::Late: {
-        const QByteArray earlier = std::exchange(m_held, reply);
-        return earlier.isEmpty() ? SpoiltReply{} : SpoiltReply{{{0, earlier, true}}};
-    }
+        return {delayed(reply, fault.ms)};
+    case Kind::Late:
+        return {std::exchange(m_held, reply)};
     case Kind::Split:
-        return {split(reply, fault.ms)};
+        return {split(bytesOf(reply), startMs, fault.ms)};
     case Kind::Garbage:
-        return {{{0, garbage(fault.text), true}}};
+        return {{{startMs, garbage(fault.text), true}}};
     case Kind::Twice:
-        return {{{0, reply, true}, {fault.ms, reply, true}}};
+        return {joined(reply, delayed(reply, fault.ms))};
     case Kind::NoEnd:
-        return {{{0, withoutLineEnd(reply), false}}};
+        return {{{startMs, withoutLineEnd(bytesOf(reply)), false}}};
     case Kind::Drop:
         return {.pieces = {}, .drop = true};
     case Kind::Flood:

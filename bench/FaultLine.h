@@ -1,25 +1,14 @@
 #pragma once
 
 #include "bench/Fault.h"
-
-#include <vector>
+#include "bench/Responder.h"
 
 namespace corvane::bench {
-
-/// One piece of a spoilt reply.
-struct TimedPiece
-{
-    /// Milliseconds after the piece before it.
-    int afterMs = 0;
-    QByteArray bytes;
-    /// The reply's end: where a GPIB device marks its last byte.
-    bool end = false;
-};
 
 /// What becomes of one reply.
 struct SpoiltReply
 {
-    std::vector<TimedPiece> pieces;
+    Pieces pieces;
     bool drop = false;
     /// Bytes to stream after the pieces, that many at a time.
     qint64 floodBytes = 0;
@@ -36,14 +25,15 @@ public:
     /// Counts the orders, so that a long flood notices a new one.
     [[nodiscard]] int orders() const { return m_orders; }
 
-    /// The reply, line end included, as the fault leaves it.
-    SpoiltReply spoil(const QByteArray &reply);
+    /// The reply, line end included, as the fault leaves it. One that is cut anew, or replaced,
+    /// begins when the reply would have.
+    SpoiltReply spoil(const Pieces &reply);
 
 private:
     Fault m_fault;
     int m_orders = 0;
     /// The reply that waits for the next command.
-    QByteArray m_held;
+    Pieces m_held;
 };
 
 } // namespace corvane::bench

@@ -4,7 +4,7 @@
 
 namespace corvane::bench {
 
-GpibStation::GpibStation(BenchDevice &device)
+GpibStation::GpibStation(Responder &device)
     : m_device(device)
     , m_pieces([this](const TimedPiece &piece) {
         if (piece.bytes.isEmpty())
@@ -30,11 +30,11 @@ void GpibStation::listen(const QByteArray &bytes, bool end)
 
 void GpibStation::answer(const QByteArray &line)
 {
-    const auto reply = m_device.answer(line);
-    if (!reply)
+    const Pieces reply = m_device.respond(line);
+    if (reply.empty())
         return;
     m_keepUnread = m_faults.fault().kind != Fault::Kind::None;
-    const SpoiltReply spoilt = m_faults.spoil(*reply + "\r\n");
+    const SpoiltReply spoilt = m_faults.spoil(reply);
     m_pieces.add(spoilt.pieces);
     if (spoilt.floodBytes > 0)
         m_pieces.add({{0, floodPattern(0, spoilt.floodBytes), true}});

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "bench/BenchDevice.h"
 #include "bench/ByteStream.h"
 #include "bench/LineReader.h"
 #include "bench/PieceQueue.h"
@@ -15,8 +14,10 @@ class GpibStation : public QObject, public Plug
 
 public:
     /// The device outlives the station.
-    explicit GpibStation(BenchDevice &device);
+    explicit GpibStation(Responder &device);
 
+    /// Somebody has connected to the bus.
+    void greet() { m_pieces.add(m_device.greet()); }
     /// Bytes for the device; `end`: the last one came with END, which ends a command like a line
     /// end. A new message discards a reply that nobody read, as instruments do that are asked
     /// anew, unless a fault spoilt it.
@@ -48,7 +49,7 @@ Q_SIGNALS:
 private:
     void answer(const QByteArray &line);
 
-    BenchDevice &m_device;
+    Responder &m_device;
     FaultLine m_faults;
     LineReader m_reader;
     PieceQueue m_pieces;

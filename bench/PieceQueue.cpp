@@ -15,7 +15,7 @@ PieceQueue::PieceQueue(Sink sink)
     });
 }
 
-void PieceQueue::add(const std::vector<TimedPiece> &pieces)
+void PieceQueue::add(const Pieces &pieces)
 {
     m_pieces.insert(m_pieces.end(), pieces.begin(), pieces.end());
     if (!m_timer.isActive())

@@ -17,7 +17,7 @@ public:
 
     explicit PieceQueue(Sink sink);
 
-    void add(const std::vector<TimedPiece> &pieces);
+    void add(const Pieces &pieces);
     void clear();
 
 private:

@@ -230,7 +230,7 @@ void PlusPlusController::finishRead()
 void PlusPlusController::send(const QByteArray &bytes)
 {
     if (m_current.stream)
-        m_current.sender->send(bytes);
+        m_current.sender->send({{0, bytes, true}});
 }
 
 } // namespace corvane::bench

@@ -25,8 +25,10 @@ ReplySender::ReplySender(ByteStream &stream, FaultLine &faults)
     });
 }
 
-bool ReplySender::send(const QByteArray &reply)
+bool ReplySender::send(const Pieces &reply)
 {
+    if (reply.empty())
+        return true;
     const SpoiltReply spoilt = m_faults.spoil(reply);
     if (spoilt.drop) {
         m_stream.dropPeer();

@@ -18,8 +18,8 @@ public:
     /// Lives as long as the stream; the fault line outlives both.
     ReplySender(ByteStream &stream, FaultLine &faults);
 
-    /// The reply with its line end. False: the connection was dropped in its place.
-    bool send(const QByteArray &reply);
+    /// False: the connection was dropped in the reply's place.
+    bool send(const Pieces &reply);
 
 private:
     void startFlood(qint64 bytes, int piece);

@@ -36,8 +36,11 @@ TcpPort::TcpPort()
 {
     m_server.setProxy(QNetworkProxy::NoProxy);
     connect(&m_server, &QTcpServer::newConnection, this, [this] {
-        while (QTcpSocket *socket = m_server.nextPendingConnection())
-            Q_EMIT opened(*new TcpStream(socket, this));
+        while (QTcpSocket *socket = m_server.nextPendingConnection()) {
+            auto *stream = new TcpStream(socket, this);
+            Q_EMIT opened(*stream);
+            Q_EMIT stream->opened();
+        }
     });
 }
 

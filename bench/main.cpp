@@ -1,3 +1,4 @@
+#include "bench/Bench.h"
 #include "bench/BenchConsole.h"
 
 #include <QCommandLineParser>
@@ -59,6 +60,6 @@ int main(int argc, char **argv)
         areGood = areGood && takePort(parser, second, options.secondGpibPort.emplace());
     if (!areGood)
         return 2;
-    BenchConsole console(std::move(options));
+    BenchConsole console(std::make_unique<Bench>(std::move(options)));
     return console.start() ? QCoreApplication::exec() : 2;
 }

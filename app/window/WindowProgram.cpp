@@ -34,15 +34,15 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs)
                   }});
     m_window->Form_Load();
     m_workbench.pointChannelsAtBench();
-    if (bench::Bench *bench = m_workbench.bench())
-        addBenchWindow(*bench);
+    if (m_workbench.desk())
+        addBenchWindow();
 }
 
 WindowProgram::~WindowProgram() = default;
 
-void WindowProgram::addBenchWindow(bench::Bench &bench)
+void WindowProgram::addBenchWindow()
 {
-    m_benchWindow = std::make_unique<BenchWindow>(bench);
+    m_benchWindow = std::make_unique<BenchWindow>(*m_workbench.desk(), m_workbench.bench());
     auto *mnuView = m_window->findChild<QMenu *>(u"mnuView"_s);
     QAction *mnuBench = mnuView->addAction(u"Simulated &Bench"_s);
     mnuBench->setObjectName(u"mnuBench"_s);

@@ -26,7 +26,7 @@ public:
     [[nodiscard]] BenchWindow *benchWindow() { return m_benchWindow.get(); }
 
 private:
-    void addBenchWindow(bench::Bench &bench);
+    void addBenchWindow();
 
     Workbench m_workbench;
     modSBC m_remembered;

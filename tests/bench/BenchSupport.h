@@ -22,6 +22,17 @@ inline std::string ask(BenchDevice &device, const QByteArray &line)
     return device.answer(line).value_or("(silent)").toStdString();
 }
 
+/// Pieces as "ms:bytes|ms:bytes", an end marked "$".
+inline std::string written(const Pieces &pieces)
+{
+    QByteArray text;
+    for (const TimedPiece &piece : pieces) {
+        text += (text.isEmpty() ? "" : "|") + QByteArray::number(piece.afterMs) + ':' +
+                piece.bytes + (piece.end ? "$" : "");
+    }
+    return text.toStdString();
+}
+
 /// The fault that the text orders.
 inline Fault parsed(const char *text)
 {

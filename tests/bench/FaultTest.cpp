@@ -5,15 +5,10 @@ using namespace corvane::bench;
 
 namespace {
 
-/// The pieces as "ms:bytes|ms:bytes", the end marked "$".
-std::string written(const SpoiltReply &reply)
+/// A reply that would go out whole and at once, as it goes out.
+std::string spoilt(FaultLine &line, const QByteArray &reply)
 {
-    QByteArray text;
-    for (const TimedPiece &piece : reply.pieces) {
-        text += (text.isEmpty() ? "" : "|") + QByteArray::number(piece.afterMs) + ':' +
-                piece.bytes + (piece.end ? "$" : "");
-    }
-    return text.toStdString();
+    return written(line.spoil({{0, reply, true}}).pieces);
 }
 
 } // namespace
@@ -56,8 +51,22 @@ TEST(Faults, SpoilARepliesPiecesAndTimes)
     for (const Row &row : rows) {
         FaultLine line;
         line.order(parsed(row.fault));
-        EXPECT_EQ(written(line.spoil(row.reply)), row.pieces) << row.fault;
-        EXPECT_EQ(written(line.spoil(row.reply)), row.pieces) << row.fault << ", again";
+        EXPECT_EQ(spoilt(line, row.reply), row.pieces) << row.fault;
+        EXPECT_EQ(spoilt(line, row.reply), row.pieces) << row.fault << ", again";
+    }
+}
+
+TEST(Faults, KeepTheTimesOfAReplyInPiecesWhereTheyCan)
+{
+    const Pieces reply{{30, "AB", false}, {7, "CD\r", true}};
+    for (const auto &[fault, pieces] :
+         {std::pair("none", "30:AB|7:CD\r$"), std::pair("slow 5", "35:AB|7:CD\r$"),
+          std::pair("twice 9", "30:AB|7:CD\r$|39:AB|7:CD\r$"),
+          std::pair("split 2", "30:AB|2:CD|2:\r$"), std::pair("noend", "30:ABCD"),
+          std::pair("garbage x", "30:x\r\n$")}) {
+        FaultLine line;
+        line.order(parsed(fault));
+        EXPECT_EQ(written(line.spoil(reply).pieces), pieces) << fault;
     }
 }
 
@@ -65,13 +74,13 @@ TEST(Faults, ALateReplyComesWithTheNextCommand)
 {
     FaultLine line;
     line.order(parsed("late"));
-    EXPECT_EQ(written(line.spoil("1")), "");
-    EXPECT_EQ(written(line.spoil("2")), "0:1$");
-    EXPECT_EQ(written(line.spoil("3")), "0:2$");
+    EXPECT_EQ(spoilt(line, "1"), "");
+    EXPECT_EQ(spoilt(line, "2"), "0:1$");
+    EXPECT_EQ(spoilt(line, "3"), "0:2$");
     line.order(parsed("late once"));
-    EXPECT_EQ(written(line.spoil("4")), "");
-    EXPECT_EQ(written(line.spoil("5")), "0:4$|0:5$");
-    EXPECT_EQ(written(line.spoil("6")), "0:6$");
+    EXPECT_EQ(spoilt(line, "4"), "");
+    EXPECT_EQ(spoilt(line, "5"), "0:4$|0:5$");
+    EXPECT_EQ(spoilt(line, "6"), "0:6$");
 }
 
 TEST(Faults, ActOnceWhereTheyAreOrderedSoOrCannotDoOtherwise)
@@ -79,7 +88,7 @@ TEST(Faults, ActOnceWhereTheyAreOrderedSoOrCannotDoOtherwise)
     for (const char *fault : {"silent once", "drop", "flood 10"}) {
         FaultLine line;
         line.order(parsed(fault));
-        EXPECT_TRUE(line.spoil("1").pieces.empty()) << fault;
-        EXPECT_EQ(written(line.spoil("2")), "0:2$") << fault;
+        EXPECT_EQ(spoilt(line, "1"), "") << fault;
+        EXPECT_EQ(spoilt(line, "2"), "0:2$") << fault;
     }
 }

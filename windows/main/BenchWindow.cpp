@@ -1,7 +1,6 @@
 #include "windows/main/BenchWindow.h"
 
 #include "bench/Bench.h"
-#include "bench/BenchOrders.h"
 #include "windows/main/OrderEntry.h"
 #include "windows/widgets/Controls.h"
 
@@ -30,16 +29,16 @@ enum Column { Place, Device, State };
 
 const QString connectorWord = u"connector"_s;
 const QString sensorWord = u"sensor"_s;
-const QString clearWord = u"clear"_s;
 
 /// The orders that have no control of their own here.
-std::vector<OrderText> otherOrders()
+std::vector<OrderText> otherOrders(bench::Desk &desk)
 {
-    std::vector<OrderText> orders = bench::benchOrders::choices();
-    std::erase_if(orders, [](const OrderText &order) {
-        return order.word == connectorWord || order.word == sensorWord || order.word == clearWord;
-    });
-    return orders;
+    std::vector<OrderText> texts;
+    for (const bench::DeskOrder &order : desk.ownOrders()) {
+        if (order.text.word != connectorWord && order.text.word != sensorWord)
+            texts.push_back(order.text);
+    }
+    return texts;
 }
 
 QString faultPresets(const QString &word)
@@ -50,8 +49,9 @@ QString faultPresets(const QString &word)
 
 } // namespace
 
-BenchWindow::BenchWindow(bench::Bench &bench)
-    : m_bench(bench)
+BenchWindow::BenchWindow(bench::Desk &desk, bench::Bench *bench)
+    : m_desk(desk)
+    , m_bench(bench)
 {
     setObjectName(u"BenchWindow"_s);
     setWindowTitle(u"Simulated bench"_s);
@@ -61,7 +61,7 @@ BenchWindow::BenchWindow(bench::Bench &bench)
         label->setTextFormat(Qt::PlainText);
     auto *rows = new QVBoxLayout(this);
     rows->addWidget(createFaults(), 1);
-    rows->addWidget(createBoard());
+    rows->addWidget(createOrders());
     rows->addWidget(lblAnswer);
     tmrState = new QTimer(this);
     tmrState->setInterval(stateEveryMs);
@@ -93,7 +93,7 @@ QWidget *BenchWindow::createFaults()
 
 void BenchWindow::fillPlaces()
 {
-    for (const bench::Bench::Place &place : m_bench.places()) {
+    for (const bench::Bench::Place &place : m_desk.places()) {
         auto *row = new QTreeWidgetItem(lstPlaces, {place.name, place.what});
         for (const int column : {Place, Device, State})
             row->setToolTip(column, place.where);
@@ -105,7 +105,24 @@ void BenchWindow::fillPlaces()
     lstPlaces->setMinimumHeight(rows * (fontMetrics().height() + 3));
 }
 
-QWidget *BenchWindow::createBoard()
+QWidget *BenchWindow::createOrders()
+{
+    auto *box = new QGroupBox(m_bench ? u"Board and meter"_s : u"Replayed recording"_s);
+    order = new OrderEntry(u"Order"_s, u"Order"_s, otherOrders(m_desk));
+    cmdOrder =
+        button(u"O&rder"_s, u"cmdOrder"_s, u"Give the order"_s, this, &BenchWindow::cmdOrder_Click);
+    auto *second = new QHBoxLayout;
+    second->addWidget(order, 1);
+    second->addWidget(cmdOrder, 0, Qt::AlignTop);
+    auto *rows = new QVBoxLayout(box);
+    if (m_bench)
+        rows->addLayout(createBoard());
+    rows->addLayout(second);
+    rows->addWidget(lblState);
+    return box;
+}
+
+QLayout *BenchWindow::createBoard()
 {
     chkConnector = named(new QCheckBox(u"Loop-back &connector fitted"_s), u"chkConnector"_s);
     cboSensor = named(new QComboBox, u"cboSensor"_s, u"The meter's sensor"_s);
@@ -114,20 +131,9 @@ QWidget *BenchWindow::createBoard()
         cboSensor->addItem(u"stays on channel %1"_s.arg(channel));
     auto *sensorLabel = new QLabel(u"Meter's &sensor:"_s);
     sensorLabel->setBuddy(cboSensor);
-    order = new OrderEntry(u"Order"_s, u"Order"_s, otherOrders());
-    cmdOrder =
-        button(u"O&rder"_s, u"cmdOrder"_s, u"Give the order"_s, this, &BenchWindow::cmdOrder_Click);
-    auto *box = new QGroupBox(u"Board and meter"_s);
-    auto *second = new QHBoxLayout;
-    second->addWidget(order, 1);
-    second->addWidget(cmdOrder, 0, Qt::AlignTop);
-    auto *rows = new QVBoxLayout(box);
-    rows->addLayout(row({chkConnector, nullptr, sensorLabel, cboSensor}));
-    rows->addLayout(second);
-    rows->addWidget(lblState);
     connect(chkConnector, &QCheckBox::clicked, this, &BenchWindow::chkConnector_Click);
     connect(cboSensor, &QComboBox::activated, this, &BenchWindow::cboSensor_Click);
-    return box;
+    return row({chkConnector, nullptr, sensorLabel, cboSensor});
 }
 
 void BenchWindow::openBeside(const QWidget &main)
@@ -162,7 +168,7 @@ void BenchWindow::cmdFault_Click()
 
 void BenchWindow::cmdClear_Click()
 {
-    give(clearWord);
+    give(u"clear"_s);
 }
 
 void BenchWindow::cmdOrder_Click()
@@ -172,19 +178,21 @@ void BenchWindow::cmdOrder_Click()
 
 void BenchWindow::give(const QString &text)
 {
-    lblAnswer->setText(u"%1: %2"_s.arg(text, m_bench.order(text)));
+    lblAnswer->setText(u"%1: %2"_s.arg(text, m_desk.order(text)));
     tmrState_Timer();
 }
 
 void BenchWindow::tmrState_Timer()
 {
     for (int row = 0; row < lstPlaces->topLevelItemCount(); ++row)
-        lstPlaces->topLevelItem(row)->setText(
-            State, m_bench.places().at(static_cast<size_t>(row)).state());
-    const bench::Meter &meter = m_bench.meter();
-    chkConnector->setChecked(m_bench.board().ports().connector());
+        lstPlaces->topLevelItem(row)->setText(State,
+                                              m_desk.places().at(static_cast<size_t>(row)).state());
+    lblState->setText(m_desk.state());
+    if (!m_bench)
+        return;
+    const bench::Meter &meter = m_bench->meter();
+    chkConnector->setChecked(m_bench->board().ports().connector());
     cboSensor->setCurrentIndex(meter.isSensorPinned() ? meter.sensorChannel() + 1 : 0);
-    lblState->setText(m_bench.state());
 }
 
 void BenchWindow::showEvent(QShowEvent *event)

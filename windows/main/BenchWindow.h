@@ -5,6 +5,7 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
+class QLayout;
 class QPushButton;
 class QTimer;
 class QTreeWidget;
@@ -13,7 +14,8 @@ namespace corvane {
 
 namespace bench {
 class Bench;
-}
+class Desk;
+} // namespace bench
 class OrderEntry;
 
 /// The window of a demonstration's simulated bench: where each device is found and what is wrong
@@ -24,8 +26,9 @@ class BenchWindow : public QWidget
     Q_OBJECT
 
 public:
-    /// The bench must outlive the window.
-    explicit BenchWindow(bench::Bench &bench);
+    /// `bench` is the desk when it has a board and a meter, and null when it has none. The desk
+    /// must outlive the window.
+    BenchWindow(bench::Desk &desk, bench::Bench *bench);
 
     /// Shows the window beside `main`, which keeps the keys; not at all where the screen has no
     /// room for both.
@@ -44,8 +47,8 @@ public:
     OrderEntry *fault = nullptr;
     QPushButton *cmdFault = nullptr;
     QPushButton *cmdClear = nullptr;
-    QCheckBox *chkConnector = nullptr;
-    QComboBox *cboSensor = nullptr; ///< following, then the channels 0 to 7
+    QCheckBox *chkConnector = nullptr; ///< null without a board
+    QComboBox *cboSensor = nullptr;    ///< following, then the channels 0 to 7; null likewise
     OrderEntry *order = nullptr;
     QPushButton *cmdOrder = nullptr;
     QLabel *lblState = nullptr;
@@ -58,11 +61,13 @@ protected:
 
 private:
     QWidget *createFaults();
-    QWidget *createBoard();
+    QWidget *createOrders();
+    QLayout *createBoard();
     void fillPlaces();
     void give(const QString &text);
 
-    bench::Bench &m_bench;
+    bench::Desk &m_desk;
+    bench::Bench *m_bench;
 };
 
 } // namespace corvane

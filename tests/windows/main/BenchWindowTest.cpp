@@ -1,7 +1,6 @@
 #include "windows/main/BenchWindow.h"
 
 #include "bench/Bench.h"
-#include "bench/BenchOrders.h"
 #include "tests/support/Soon.h"
 #include "windows/main/OrderEntry.h"
 
@@ -17,7 +16,7 @@ struct BenchDesk : testing::Test
                           .secondGpibPort = std::nullopt,
                           .linkFolder = {}}};
     const bool started = devices.start();
-    BenchWindow window{devices};
+    BenchWindow window{devices, &devices};
 
     /// Selects an order and fills its fields by name ("txtFault_slow_0=20", "chkFault_slow_1").
     static void choose(const OrderEntry &entry, const QString &word, const QString &fields = {})
@@ -77,7 +76,7 @@ TEST_F(BenchDesk, EveryFaultIsOrderedAtEveryPlaceWithItsValuesAndCleared)
     window.cmdFault->click();
     EXPECT_TRUE(window.lblAnswer->text().contains(u"There is no fault"));
     devices.order(devices.places().back().name + u" slow 5 once"_s); // by another way
-    devices.places().back().faults->spoil("used up");
+    devices.places().back().faults->spoil({{0, "used up", true}});
     window.show();
     EXPECT_TRUE(soon([&] { return shownState(places - 1) == u"none"; }));
     window.close();

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <vector>
+
+namespace corvane::bench {
+
+/// One piece of a reply.
+struct TimedPiece
+{
+    /// Milliseconds after the piece before it; of the first, after the command.
+    int afterMs = 0;
+    QByteArray bytes;
+    /// The reply's end: where a GPIB device marks its last byte.
+    bool end = false;
+};
+using Pieces = std::vector<TimedPiece>;
+
+/// What stands behind a transport: it is given command lines and says which bytes go out in return,
+/// and when. It knows neither the transport nor the faults that spoil the reply.
+class Responder
+{
+public:
+    virtual ~Responder() = default;
+
+    /// The reply to one command line, which comes without its line end. Empty: it is silent.
+    virtual Pieces respond(const QByteArray &line) = 0;
+    /// What goes out unasked when somebody has connected.
+    virtual Pieces greet() { return {}; }
+
+protected:
+    Responder() = default;
+    Q_DISABLE_COPY_MOVE(Responder)
+};
+
+} // namespace corvane::bench
