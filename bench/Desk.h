@@ -18,7 +18,9 @@ namespace corvane::bench {
 /// What a bench is started with. A port of 0 asks for a free one.
 struct BenchOptions
 {
+    /// The port of the chamber controller, or of a recorded TCP/IP-1.
     quint16 chamberPort = 5000;
+    /// The port of the board, or of a recorded TCP/IP-2.
     quint16 boardPort = 5001;
     quint16 gpibPort = 1234;
     /// The port of a second "++" controller; none without it.

@@ -64,20 +64,6 @@ bool takeNumbers(const QStringList &words, Fault &fault)
     return words.isEmpty();
 }
 
-QByteArray escaped(const QByteArray &text)
-{
-    QByteArray result;
-    for (const char c : text) {
-        if (c == '\\')
-            result += "\\\\";
-        else if (c >= ' ' && c <= '~')
-            result += c;
-        else
-            result += "\\x" + QByteArray(1, c).toHex();
-    }
-    return result;
-}
-
 } // namespace
 
 std::optional<Fault> Fault::parse(const QString &text)
@@ -114,7 +100,7 @@ QString Fault::toString() const
     if (kind == Kind::Flood)
         written += u" %1 %2"_s.arg(bytes).arg(piece);
     if (kind == Kind::Garbage && !text.isEmpty())
-        written += u' ' + QString::fromLatin1(escaped(text));
+        written += u' ' + QString::fromLatin1(text::escaped(text));
     if (once && !row.fault.once)
         written += u" once"_s;
     return written;

@@ -116,4 +116,18 @@ QByteArray unescaped(const QByteArray &text)
     return result;
 }
 
+QByteArray escaped(const QByteArray &text)
+{
+    QByteArray result;
+    for (const char c : text) {
+        if (c == '\\')
+            result += "\\\\";
+        else if (c >= ' ' && c <= '~')
+            result += c;
+        else
+            result += "\\x" + QByteArray(1, c).toHex();
+    }
+    return result;
+}
+
 } // namespace corvane::bench::text

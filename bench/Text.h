@@ -33,5 +33,7 @@ QList<QByteArray> pieces(const QByteArray &text, char separator);
 
 /// The text with \r, \n, \\ and \xHH replaced by the bytes that they stand for.
 QByteArray unescaped(const QByteArray &text);
+/// The text that is unescaped to this one: \\ for \, and \xHH for what cannot be printed.
+QByteArray escaped(const QByteArray &text);
 
 } // namespace corvane::bench::text

@@ -1,4 +1,4 @@
-#include "BenchSupport.h"
+#include "ReplaySupport.h"
 
 #include <csignal>
 
@@ -78,6 +78,33 @@ TEST_F(Console, SignalsEndItCleanlyAndTheEndOfItsInputDoesNot)
         ASSERT_TRUE(ends());
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         EXPECT_TRUE(links().isEmpty());
+    }
+}
+
+TEST_F(Console, ReplaysARecordingAndRefusesWhatIsNone)
+{
+    RecordingFile file;
+    file.write({"1 RS-232 > A\r", "2 RS-232 < a\r\n"});
+    start({u"--replay"_s, file.path(), u"--links"_s, folder.path(), u"--fast"_s});
+    ASSERT_TRUE(prints("\"quit\" ends."));
+    EXPECT_TRUE(output.contains("r.jsonl: 1 exchange, at once\n")) << output.toStdString();
+    EXPECT_TRUE(output.contains("\n  corvane --com 2=" + folder.path().toLocal8Bit() + "/rs232\n"));
+    PtyUser user(folder.filePath(u"rs232"_s));
+    user.send("B\rA\r");
+    user.expect("a\r\n");
+    EXPECT_TRUE(prints("not in the recording, on RS-232: \"B\"\n"));
+    process.write("quit\n");
+    ASSERT_TRUE(ends());
+
+    file.writeRaw("= SP 25\n");
+    for (const auto &[arguments, message] :
+         {std::pair(QStringList{u"--fast"_s}, "--fast: needs --replay FILE\n"),
+          std::pair(QStringList{u"--replay"_s, file.path()},
+                    "r.jsonl: it is no recording of traffic\n")}) {
+        start(arguments);
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 2);
+        EXPECT_TRUE(process.readAllStandardError().endsWith(message)) << message;
     }
 }
 

@@ -9,6 +9,8 @@ corvane_test(
   FaultTest.cpp
   PlusPlusTest.cpp
   PtyPortTest.cpp
+  RecordingTest.cpp
+  ReplayTest.cpp
   USES
   bench)
 add_dependencies(test_bench corvane-bench)

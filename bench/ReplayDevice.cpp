@@ -1,0 +1,43 @@
+#include "bench/ReplayDevice.h"
+
+#include <utility>
+
+namespace corvane::bench {
+
+ReplayDevice::ReplayDevice(RecordedDevice recorded, Pace pace, Listener unknown)
+    : m_recorded(std::move(recorded))
+    , m_pace(pace)
+    , m_unknown(std::move(unknown))
+{
+}
+
+Pieces ReplayDevice::respond(const QByteArray &line)
+{
+    const auto found = m_recorded.replies.find(line);
+    if (found == m_recorded.replies.end()) {
+        m_unknown(line);
+        return {};
+    }
+    size_t &next = m_next[line];
+    const Pieces &reply = found->at(next);
+    next = (next + 1) % found->size();
+    return paced(reply);
+}
+
+Pieces ReplayDevice::greet()
+{
+    const size_t number = m_greetings++;
+    return number < m_recorded.unasked.size() ? paced(m_recorded.unasked[number]) : Pieces{};
+}
+
+Pieces ReplayDevice::paced(const Pieces &pieces) const
+{
+    if (m_pace == Pace::Recorded || pieces.empty())
+        return pieces;
+    QByteArray whole;
+    for (const TimedPiece &piece : pieces)
+        whole += piece.bytes;
+    return {{0, whole, true}};
+}
+
+} // namespace corvane::bench

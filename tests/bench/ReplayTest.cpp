@@ -1,0 +1,108 @@
+#include "bench/Replay.h"
+
+#include "ReplaySupport.h"
+
+#include <termios.h>
+
+using namespace Qt::StringLiterals;
+
+using namespace corvane::bench;
+
+namespace {
+
+class ReplayedDesk : public testing::Test
+{
+protected:
+    void start(std::optional<quint16> secondGpibPort = std::nullopt)
+    {
+        const QList<QByteArray> tcp{
+            "0 TCP/IP-1 + h:1", "1 TCP/IP-1 < hello\r\n", "2 TCP/IP-1 > A\r",  "3 TCP/IP-1 < 1",
+            "4 TCP/IP-1 < \r",  "5 TCP/IP-1 > A\r",       "6 TCP/IP-1 < 2\r\n"};
+        const QList<QByteArray> serial{"7 RS-485 + p", "8 RS-485 < up\r\n", "9 RS-485 > >07 B\r",
+                                       "10 RS-485 < <07:b"};
+        // The reply at 16 is read after another instrument was addressed.
+        const QList<QByteArray> gpib{
+            "11 IEEE 488 @ GPIB1::16", "12 IEEE 488 > C",       "13 IEEE 488 @ GPIB1::5",
+            "14 IEEE 488 > B\rC",      "15 IEEE 488 < c",       "16 IEEE 488 < 5",
+            "17 IEEE 488 @ GPIB1::16", "18 IEEE 488 < c16\r\n", "19 IEEE 488 @ GPIB3::5",
+            "20 IEEE 488 > C\r",       "21 IEEE 488 < far"};
+        Recording recording = RecordingFile().write(tcp + serial + gpib).read();
+        recording.path = u"site.jsonl"_s;
+        BenchOptions options;
+        options.chamberPort = 0;
+        options.gpibPort = 0;
+        options.secondGpibPort = secondGpibPort;
+        desk = std::make_unique<Replay>(std::move(recording), Replay::Pace::Recorded, options);
+        QObject::connect(desk.get(), &Desk::said, [this](const QString &text) { said += text; });
+        EXPECT_TRUE(desk->start()) << desk->errorString().toStdString();
+    }
+    std::string order(const char *text) { return desk->order(QLatin1String(text)).toStdString(); }
+    [[nodiscard]] quint16 portOf(size_t entries) const
+    {
+        return desk->entries().at(entries).port.toUShort();
+    }
+
+    std::unique_ptr<Replay> desk;
+    QStringList said;
+};
+
+} // namespace
+
+TEST_F(ReplayedDesk, AnswersOnTcpAsRecordedAndSaysWhatWasNot)
+{
+    start();
+    TcpUser user(portOf(2));
+    user.expect("hello\r\n");
+    user.send("A\r");
+    user.expect("1\r");
+    user.send("x\\\x01\rA\r");
+    user.expect("2\r\n");
+    EXPECT_EQ(said.join(u'|').toStdString(), R"(not in the recording, on TCP/IP-1: "x\\\x01")");
+    EXPECT_NE(order("list").find(R"(1 unknown request, the last on TCP/IP-1: "x\\\x01")"),
+              std::string::npos);
+    EXPECT_EQ(order("tcp1 silent once"), "done");
+    user.send("A\rA\r");
+    user.expect("2\r\n");
+    EXPECT_EQ(order("rewind"), "done");
+    TcpUser second(portOf(2));
+    second.send("A\r");
+    second.expect("1\r"); // and no greeting
+}
+
+TEST_F(ReplayedDesk, GreetsOnASerialPortWhenItsUserIsThere)
+{
+    start();
+    EXPECT_EQ(desk->entries().at(0).address, u"07");
+    PtyUser user(desk->serialDevices().value(1));
+    termios settings{};
+    ::tcgetattr(user.descriptor(), &settings);
+    ::cfsetspeed(&settings, B9600);
+    ::tcsetattr(user.descriptor(), TCSANOW, &settings);
+    user.expect("up\r\n");
+    user.send(">07 B\r>08 B\r>07 B\r");
+    user.expect("<07:b<07:b");
+    EXPECT_EQ(said.size(), 1);
+}
+
+TEST_F(ReplayedDesk, EachRecordedAddressAnswersOnItsBoardsController)
+{
+    start(0);
+    EXPECT_EQ(desk->entries().at(1).address, u"GPIB1::5");
+    EXPECT_EQ(desk->programArguments().mid(2).filter(u"--gpib"_s).size(), 2);
+    const auto portOfBoard = [this](int board) {
+        return desk->gpibAdapters().value(board).section(u':', -1).toUShort();
+    };
+    TcpUser first(portOfBoard(1));
+    first.send("++addr 16\nC\n++read eoi\n++addr 5\nC\n++read eoi\n++addr 6\nC\n++ver\n");
+    first.expect("c16\r\nc5Bench GPIB controller version 1.0\r\n");
+    TcpUser second(portOfBoard(3));
+    second.send("++addr 5\nC\n++read eoi\n");
+    second.expect("far");
+    EXPECT_EQ(order("gpib2:5 silent"), "done");
+
+    start();
+    EXPECT_NE(order("list").find("site.jsonl: 7 exchanges\nGPIB3::5 is not replayed"),
+              std::string::npos);
+    EXPECT_EQ(order("gpib2 silent").find("There is no order and no place"), 0U);
+    EXPECT_EQ(order("connector on").find("There is no order"), 0U) << "there is no board";
+}
