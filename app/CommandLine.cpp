@@ -30,6 +30,8 @@ constexpr Option options[] = {
     {"demo", "",
      "With the simulated bench behind every Channel; without a display, ask each of them and run "
      "LIST on TCP/IP-1."},
+    {"replay", "FILE", "With --demo: answer as the devices did whose traffic is recorded in FILE."},
+    {"fast", "", "With --replay: without the recorded delays."},
     {"com", "N=DEVICE", "Serial port number N is DEVICE (repeatable)."},
     {"gpib", "N=ADAPTER",
      "GPIB board N: auto | none | tcp:HOST[:PORT] | serial:DEVICE | library[:BOARD] | visa "
@@ -125,6 +127,17 @@ bool isSwitch(const Option &option)
     return *option.value == '\0';
 }
 
+void readDemo(const QCommandLineParser &parser, CommandLine &line)
+{
+    line.demo = parser.isSet(u"demo"_s);
+    line.replayFile = parser.value(u"replay"_s);
+    line.replaysFast = parser.isSet(u"fast"_s);
+    if (!line.demo && parser.isSet(u"replay"_s))
+        refuse(u"replay"_s, line.replayFile, u"needs --demo"_s);
+    if (line.replaysFast && !parser.isSet(u"replay"_s))
+        refuse(u"fast"_s, {}, u"needs --replay FILE"_s);
+}
+
 /// A value that is empty, or of which only the last would count, is a slip worth telling.
 void refuseEmptyAndRepeated(const QCommandLineParser &parser)
 {
@@ -185,7 +198,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
             refuse(u"gpib"_s, value, u"the number is given twice"_s);
         chosen = GpibAdapterChoice::parse(adapter).toString();
     }
-    line.demo = parser.isSet(u"demo"_s);
+    readDemo(parser, line);
     if (line.task != Task::Window)
         return line;
 

@@ -19,6 +19,10 @@ struct CommandLine
     QString list;
     /// With the simulated bench behind every Channel.
     bool demo = false;
+    /// The recording whose devices the bench answers as; empty for the simulated ones.
+    QString replayFile;
+    /// Without the recorded delays.
+    bool replaysFast = false;
     /// Serial port numbers pinned to devices.
     QMap<int, QString> serialDevices;
     /// The adapter of each GPIB board, as given.

@@ -73,6 +73,8 @@ QString RunOutputs::refusal() const
         // The settings may be written back over the list that they were read from.
         if (output.path != m_line.saveFile && isSamePlace(output.path, m_line.list))
             return because(u"that is the list itself"_s);
+        if (isSamePlace(output.path, m_line.replayFile))
+            return because(u"that is the recording to be replayed"_s);
         for (qsizetype before = 0; before < each; ++before) {
             if (isSamePlace(output.path, outputs.at(before).path))
                 return because(u"%1 goes there"_s.arg(outputs.at(before).option));

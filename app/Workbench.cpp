@@ -1,6 +1,7 @@
 #include "app/Workbench.h"
 
 #include "bench/Bench.h"
+#include "bench/Replay.h"
 #include "devices/PlatformError.h"
 
 namespace corvane {
@@ -32,14 +33,30 @@ Workbench::Workbench(CommandLine line, Dialogs &dialogs, GpibAdapterFactory::Rea
 
 Workbench::~Workbench() = default;
 
-/// The bench's devices take the numbers and the boards that the command line left free. Its
-/// connector is fitted from the start: the first test that a newcomer runs shall pass.
+/// The bench's connector is fitted from the start: the first test that a newcomer runs shall pass.
+void Workbench::makeBench(const CommandLine &line)
+{
+    if (line.replayFile.isEmpty()) {
+        auto simulated = std::make_unique<bench::Bench>();
+        simulated->board().ports().setConnector(true);
+        m_bench = simulated.get();
+        m_desk = std::move(simulated);
+        return;
+    }
+    bench::Recording recording = bench::Recording::read(line.replayFile);
+    if (!recording.fault.isEmpty())
+        throw PlatformError(u"--replay %1: %2"_s.arg(line.replayFile, recording.fault));
+    bench::BenchOptions options;
+    options.secondGpibPort = 0;
+    using Pace = bench::Replay::Pace;
+    m_desk = std::make_unique<bench::Replay>(
+        std::move(recording), line.replaysFast ? Pace::Fast : Pace::Recorded, std::move(options));
+}
+
+/// The bench's devices take the numbers and the boards that the command line left free.
 void Workbench::startBench(CommandLine &line)
 {
-    auto simulated = std::make_unique<bench::Bench>();
-    simulated->board().ports().setConnector(true);
-    m_bench = simulated.get();
-    m_desk = std::move(simulated);
+    makeBench(line);
     if (!m_desk->start())
         throw PlatformError(u"the bench cannot start: "_s + m_desk->errorString());
     const QMap<int, QString> &devices = m_desk->serialDevices();

@@ -28,8 +28,8 @@ class Workbench
 {
 public:
     /// `dialogs` must outlive the workbench. The Channels are not initialised yet. Throws
-    /// PlatformError for an adapter or a device on the command line that cannot be, and for a bench
-    /// that cannot start.
+    /// PlatformError for an adapter or a device on the command line that cannot be, for a recording
+    /// that cannot be replayed, and for a bench that cannot start.
     Workbench(CommandLine line, Dialogs &dialogs, GpibAdapterFactory::Reader reader);
     ~Workbench();
 
@@ -49,6 +49,7 @@ public:
     void pointChannelsAtBench();
 
 private:
+    void makeBench(const CommandLine &line);
     void startBench(CommandLine &line);
 
     std::unique_ptr<bench::Desk> m_desk;

@@ -8,6 +8,7 @@
 #include "app/UnattendedRun.h"
 #include "app/WindowModule.h"
 #include "app/Workbench.h"
+#include "bench/Bench.h"
 #include "core/text/PrintableText.h"
 #include "core/text/ProductInfo.h"
 #include "devices/PlatformError.h"
@@ -68,17 +69,37 @@ int runWindow(const Job &job, int &argc, char **argv)
     return show(job.line, argc, argv);
 }
 
-/// What `corvane --demo [LIST]` does without a display. Returns the exit code.
+/// Where a list runs when nobody has chosen: on TCP/IP-1, or the first Channel that the bench has.
+int channelOfDemo(bench::Desk &desk)
+{
+    const auto &there = desk.entries();
+    const auto has = [&](const ChannelTraits &traits) {
+        return std::ranges::find(there, traits.caption, &bench::Desk::Entries::channel) !=
+               there.end();
+    };
+    const auto &all = channelTraits();
+    if (has(all[channels::tcpIp1]))
+        return channels::tcpIp1;
+    return static_cast<int>(std::ranges::find_if(all, has) - all.begin());
+}
+
+/// What `corvane --demo [LIST]` does without a display. A recording need not know the commands of
+/// the greeting; what it holds is told instead. Returns the exit code.
 int demonstrate(Workbench &workbench, const Job &job)
 {
     const bool isTaken = RunOutputs(job.line, job.out).useStandardOutput();
-    const int greeting = greetTheBench(workbench.channels(), isTaken ? job.messages : job.out);
+    QTextStream &told = isTaken ? job.messages : job.out;
+    int greeting = 0;
+    if (workbench.bench())
+        greeting = greetTheBench(workbench.channels(), told);
+    else
+        told << printableText::message(workbench.desk()->order(u"list"_s)) << Qt::endl;
     if (workbench.channels().waits().isClosed())
         job.messages << "corvane: stopped" << Qt::endl;
     if (greeting != 0 || job.line.list.isEmpty())
         return greeting;
     CommandLine run = job.line;
-    run.channel = channels::tcpIp1;
+    run.channel = channelOfDemo(*workbench.desk());
     return UnattendedRun(workbench, run, job.out, job.messages).execute();
 }
 
@@ -94,6 +115,8 @@ void tellNotes(Workbench &workbench, QTextStream &messages)
         QObject::connect(each, &ChannelSession::noteChanged, each, tell);
     }
     QObject::connect(&workbench.list(), &CommandList::noted, &workbench.list(), tell);
+    if (workbench.desk())
+        QObject::connect(workbench.desk(), &bench::Desk::said, workbench.desk(), tell);
 }
 
 /// Runs a task in the event loop, without a window.

@@ -1,4 +1,4 @@
-#include "tests/support/Testing.h"
+#include "tests/bench/ReplaySupport.h"
 
 using namespace Qt::StringLiterals;
 
@@ -94,8 +94,20 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
          2, "corvane: stopped, and the output is read by nobody\n", ""},
         {"{ $corvane --demo --run $folder/a.tst --channel tcp2; echo $? >&2; } | true", 0, "",
          "Test Passed.\ncorvane: standard output cannot be written\n2\n"},
+        {"cd $folder; $corvane --demo --replay r.jsonl --fast r.tst 2>e | tail -5; cat e", 0,
+         "replays r.jsonl: 2 exchanges, at once\nline 6: the file is cut here; what is before it "
+         "is "
+         "used\n1\t? SP x\t9.0\t\n2\t! SP 9 1\tPASSED\tPASSED\n3\t? SP x\t8.0\t\nTest Passed.\n",
+         ""},
+        {"cd $folder; $corvane --demo --replay a.kms", 2, "",
+         "corvane: --replay a.kms: it is no recording of traffic\n"},
     };
+    corvane::bench::RecordingFile recording;
+    recording.write({"1 TCP/IP-1 > ? SP x\r", "2 TCP/IP-1 < 9.0\r\n", "3 TCP/IP-1 > ? SP x\r",
+                     "4 TCP/IP-1 < 8.0\r\n", "{\"event\":\"da"});
+    EXPECT_TRUE(QFile::copy(recording.path(), folder.filePath(u"r.jsonl"_s)));
     shell(u"printf '= SP 25\\n' > %1/a.kms; printf '? SP x\\n! SP 25 9\\n' > %1/a.tst; "
+          "printf '? SP x\\n! SP 9 1\\n? SP x\\n' > %1/r.tst; truncate -s -1 %1/r.jsonl; "
           "yes SP | head -20000 > %1/n.kms"_s.arg(folder.path()));
     for (const auto &row : rows) {
         const Ended ended = shell(u"folder=%1; "_s.arg(folder.path()) + QLatin1String(row.command));

@@ -1,6 +1,8 @@
 #include "windows/main/BenchWindow.h"
 
 #include "bench/Bench.h"
+#include "bench/Replay.h"
+#include "tests/bench/ReplaySupport.h"
 #include "tests/support/Soon.h"
 #include "windows/main/OrderEntry.h"
 
@@ -121,4 +123,26 @@ TEST_F(BenchDesk, TheBoardAndTheMeterObeyAndWhatIsShownIsTheirs)
     choose(*window.order, u"stuck"_s, u"txtOrder_stuck_1=4"_s);
     window.cmdOrder->click();
     EXPECT_TRUE(window.lblAnswer->text().contains(u"Use: stuck data|dir PORT BIT 0|1"));
+}
+
+TEST(ReplayedBenchWindow, ShowsTheRecordingAndItsPlacesAndNoBoard)
+{
+    bench::RecordingFile file;
+    bench::Replay replay(file.write({"1 RS-232 > A\r", "2 RS-232 < a", "wrong"}).read(),
+                         bench::Replay::Pace::Recorded);
+    ASSERT_TRUE(replay.start());
+    BenchWindow window(replay, nullptr);
+    EXPECT_EQ(window.lstPlaces->topLevelItemCount(), 1);
+    EXPECT_TRUE(
+        window.lblState->text().endsWith(u"r.jsonl: 1 exchange\nline 4: it is no JSON object"_s));
+    EXPECT_EQ(window.chkConnector, nullptr);
+    EXPECT_EQ(window.order->text(), u"rewind");
+    window.cmdOrder->click();
+    EXPECT_EQ(window.lblAnswer->text(), u"rewind: done");
+    bench::PtyUser user(replay.serialDevices().value(2));
+    user.send("B\r");
+    EXPECT_TRUE(soon([&] {
+        window.tmrState_Timer();
+        return window.lblState->text().contains(u"1 unknown request, the last on RS-232: \"B\""_s);
+    }));
 }
