@@ -1,6 +1,7 @@
 // What a device that never stops costs the rest of the program: memory, how long the window takes
 // to answer, whether the other Channels go on. Each flood comes over a real transport. Arguments
-// choose among the parts: tcp, serial, gpib, list, board, end.
+// choose among the parts: tcp, serial, gpib, list, board, traffic, end.
+#include "core/traffic/TrafficWriter.h"
 #include "perf/Application.h"
 #include "perf/Flood.h"
 #include "perf/FloodedDesk.h"
@@ -10,10 +11,13 @@
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BoardWindows.h"
 #include "windows/main/StatusLine.h"
+#include "windows/traffic/TrafficWindow.h"
 
 #include <QAction>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
+#include <QTemporaryDir>
 
 using namespace corvane;
 using namespace corvane::perf;
@@ -202,6 +206,32 @@ void floodBoard(Table &table, int index)
     judgeClose(table, desk);
 }
 
+/// The traffic window shows the flood, with a filter and without one, while it is recorded in a
+/// file.
+void floodTraffic(Table &table)
+{
+    for (const bool isFiltered : {false, true}) {
+        TcpFlooder device;
+        Desk desk({.index = channels::tcpIp2, .tcpPort = device.port()});
+        desk.window().mnuTraffic->trigger();
+        TrafficWindow &traffic = *desk.window().trafficWindow();
+        if (isFiltered)
+            traffic.txtFilter->setText(u"5"_s);
+        const QTemporaryDir folder;
+        TrafficWriter writer(desk.window().parts().traffic, folder.filePath(u"traffic.jsonl"_s));
+        const std::string name = isFiltered ? "filtered and recorded" : "recorded";
+        judge(table, desk, "TCP/IP-2, the traffic window open, " + name, [&] {
+            device.start(kinds().front().text, shortFlood * 2, rate);
+            idle(shortFlood * 2);
+        });
+        table.note("  arrived", device.join() / (shortFlood * 2) / 1e6, "MB/s");
+        const bool isCounted = traffic.lblState->text().contains(u"have been dropped"_s);
+        table.atLeast("  dropped events told (1: yes)", isCounted ? 1 : 0, 1, "");
+        table.atLeast("  all recorded (1: yes)", writer.finish().isEmpty() ? 1 : 0, 1, "");
+        judgeClose(table, desk);
+    }
+}
+
 /// Disconnect, and closing the window, in mid-flood.
 void floodAndEnd(Table &table)
 {
@@ -258,6 +288,8 @@ int measure(const QStringList &parts)
         floodBoard(table, channels::rs232);
         floodBoard(table, channels::tcpIp1);
     }
+    if (wants("traffic"))
+        floodTraffic(table);
     if (wants("end"))
         floodAndEnd(table);
     return table.exitCode();

@@ -27,7 +27,8 @@ struct EndToEndDesk
 {
     static constexpr int patienceMs = 30000;
 
-    EndToEndDesk()
+    explicit EndToEndDesk(const CommandLine &line = demo())
+        : program(line, dialogs)
     {
         for (int index = 0; index < channelCount; ++index) {
             if (!open(index))
@@ -63,7 +64,7 @@ struct EndToEndDesk
     QString messages;
     QTextStream messageStream{&messages};
     DeskDialogs dialogs{messageStream};
-    WindowProgram program{demo(), dialogs};
+    WindowProgram program;
     Main &main = program.window();
     ChannelSet &channels = main.parts().channels;
 };

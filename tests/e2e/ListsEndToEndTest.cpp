@@ -1,4 +1,5 @@
 #include "app/UnattendedRun.h"
+#include "core/traffic/TrafficWriter.h"
 #include "tests/e2e/EndToEndDesk.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/widgets/TextGrid.h"
@@ -83,6 +84,40 @@ TEST(EndToEndLists, GetSendPassAndFailOnEveryChannel)
         EXPECT_TRUE(files.read("saved.kms").startsWith("SP 31.0\r\nTHI ")) << index;
         EXPECT_TRUE(files.read("grid.csv").startsWith("Line,Command,Value,Response\r\n1,SP,31.0,"));
     }
+}
+
+TEST(EndToEndLists, ASessionOfAllChannelsThatWasRecordedIsReplayedToTheSameVerdicts)
+{
+    const Folder files;
+    const QString lists[] = {files.write("pass.tst", "= SP 31\r\n? SP x\r\n! SP 31 0.5\r\n"),
+                             files.write("fail.tst", "? SP x\r\n! SP 25 0.5\r\n")};
+    const auto session = [&lists](EndToEndDesk &desk) {
+        QStringList told;
+        for (int index = 0; index < channelCount; ++index) {
+            for (const QString &list : lists) {
+                CommandLine line;
+                line.channel = index;
+                line.list = list;
+                const ListRun result = run(desk, line);
+                told << QString::number(result.exitCode) + result.rows + result.messages;
+            }
+        }
+        return told;
+    };
+    CommandLine line = EndToEndDesk::demo();
+    line.replayFile = files.folder.filePath(u"session.jsonl"_s);
+    line.replaysFast = true;
+    QStringList recorded;
+    {
+        EndToEndDesk desk;
+        TrafficWriter writer(desk.program.workbench().traffic(), line.replayFile);
+        recorded = session(desk);
+        EXPECT_EQ(writer.finish(), QString());
+    }
+    EXPECT_EQ(recorded.filter(u"Test Passed."_s).size(), channelCount);
+    EXPECT_EQ(recorded.filter(u"Test Failed."_s).size(), channelCount);
+    EndToEndDesk again(line);
+    EXPECT_EQ(session(again), recorded);
 }
 
 TEST(EndToEndLists, WhatCannotRunEndsWithTwoAndTheReason)
