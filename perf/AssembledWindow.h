@@ -6,6 +6,7 @@
 #include "core/channels/Module1.h"
 #include "core/lists/CommandList.h"
 #include "core/lists/TransferEngine.h"
+#include "core/traffic/TrafficRecorder.h"
 #include "devices/GpibAdapterFactory.h"
 #include "devices/GpibControl.h"
 #include "devices/QtTcpClient.h"
@@ -45,6 +46,7 @@ public:
             .channels = *m_channels,
             .list = *m_list,
             .engine = *m_engine,
+            .traffic = m_traffic,
             .programFolder = QDir::tempPath(),
             .gpibAdapters = m_choices,
             .gpibAdapterFactory = m_factory,
@@ -67,6 +69,7 @@ private:
     QTextStream m_messageStream{&m_messages};
     UnattendedDialogs m_dialogs{m_messageStream};
     Module1 m_module;
+    TrafficRecorder m_traffic;
     modSBC m_remembered;
     SystemClock m_adapterClock;
     QtTcpClient m_tcpClient1;

@@ -82,7 +82,7 @@ QVariant TrafficModel::data(const QModelIndex &index, int role) const
     const bool isMarked = m_marks.contains(number(row));
     switch (index.column()) {
     case Time:
-        return (isMarked ? u"\u25cf "_s : u"   "_s) + timeOf(row); // not by its colour alone
+        return (isMarked ? u"\u25cf "_s : u"  "_s) + timeOf(row); // not by its colour alone
     case Channel:
         return channelCaption(shown.channel);
     case Kind:
