@@ -175,17 +175,16 @@ void measureStream(Table &table, const QString &program)
     table.atMost("memory a byte kept", median(memory), 3, "bytes");
 }
 
+/// The best of several rounds: the difference is smaller than what the machine adds to most.
 void measureRecorder(Table &table, const QString &program)
 {
-    const Comparison cost = compare(
-        9,
-        [&] {
-            return runReader({program, u"--read"_s}, bulk).seconds;
-        },
-        [&] {
-            return runReader({program, u"--read-unrecorded"_s}, bulk).seconds;
-        });
-    table.atMost("20 MB with the recorder over without", cost.ratio, 1.05, "times");
+    constexpr int rounds = 20;
+    double best[2] = {1e9, 1e9};
+    for (int round = 0; round < rounds; ++round) {
+        best[0] = std::min(best[0], runReader({program, u"--read"_s}, bulk).seconds);
+        best[1] = std::min(best[1], runReader({program, u"--read-unrecorded"_s}, bulk).seconds);
+    }
+    table.atMost("20 MB with the recorder over without", best[0] / best[1], 1.05, "times");
 }
 
 void measureTrickle(Table &table, const QString &program)

@@ -14,8 +14,8 @@ namespace {
 struct Mark
 {
     quint32 sinceBlock; ///< µs
-    quint32 end : 20;   ///< of its content in the block
-    quint32 channel : 8;
+    quint32 end : 22;   ///< of its content in the block
+    quint32 channel : 6;
     quint32 kind : 4;
 };
 static_assert(sizeof(Mark) == 8);
@@ -48,8 +48,8 @@ public:
         std::ranges::copy(event.content, m_bytes.get() + from);
         ++m_count;
         *markOf(m_count - 1) = {static_cast<quint32>(event.time - m_time),
-                                static_cast<quint32>(from + event.content.size()) & 0xF'FFFFU,
-                                static_cast<quint32>(event.channel) & 0xFFU,
+                                static_cast<quint32>(from + event.content.size()) & 0x3F'FFFFU,
+                                static_cast<quint32>(event.channel) & 0x3FU,
                                 static_cast<quint32>(event.kind) & 0xFU};
     }
 
@@ -74,7 +74,7 @@ private:
         return reinterpret_cast<Mark *>(m_bytes.get() + blockSize) - index - 1;
     }
 
-    std::unique_ptr<char[]> m_bytes = std::make_unique_for_overwrite<char[]>(blockSize);
+    LargePage m_bytes = makeLargePage();
     quint64 m_first = 0;
     qint64 m_time = 0;
     std::size_t m_count = 0;

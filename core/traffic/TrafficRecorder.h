@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/traffic/TrafficEvent.h"
+#include "devices/LargePage.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -62,7 +63,7 @@ private:
     /// back.
     class Block;
 
-    static constexpr qsizetype blockSize = qsizetype{256} << 10;
+    static constexpr qsizetype blockSize = largePageSize;
 
     void addFault(int channel, const QString &text);
     void addText(int channel, TrafficKind kind, const QString &text);

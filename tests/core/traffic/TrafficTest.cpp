@@ -70,7 +70,7 @@ TEST(TrafficRecorder, RecordsWhatPassesAChannelWhoeverUsesItAndAFaultOnce)
 
 TEST(TrafficRecorder, KeepsTheNewestInItsMemoryAndNumbersThemOn)
 {
-    TrafficRecorder recorder(qsizetype{1} << 20);
+    TrafficRecorder recorder(qsizetype{4} << 20);
     quint64 dropped = 0;
     QObject::connect(&recorder, &TrafficRecorder::aboutToDrop, &recorder, [&](quint64 before) {
         EXPECT_EQ(recorder.first(), dropped);
@@ -83,7 +83,7 @@ TEST(TrafficRecorder, KeepsTheNewestInItsMemoryAndNumbersThemOn)
         recorder.add(static_cast<int>(number % 5), TrafficKind::Received, contentOf(number));
     EXPECT_EQ(recorder.end(), 20'000U);
     EXPECT_EQ(recorder.first(), dropped);
-    EXPECT_LE(recorder.size(), 1 << 20);
+    EXPECT_LE(recorder.size(), qsizetype{4} << 20);
     EXPECT_GT(recorder.end() - recorder.first(), 2000U);
     qint64 time = 0;
     for (quint64 number = recorder.first(); number < recorder.end(); ++number) {

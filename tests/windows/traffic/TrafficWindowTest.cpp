@@ -49,7 +49,7 @@ struct TrafficDesk : testing::Test
 
     QTemporaryDir folder;
     ScriptedDialogs dialogs;
-    TrafficRecorder recorder{qsizetype{1} << 20};
+    TrafficRecorder recorder{qsizetype{4} << 20};
     TrafficWindow window{recorder, dialogs};
 };
 
