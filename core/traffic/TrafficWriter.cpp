@@ -115,11 +115,15 @@ void TrafficWriter::fail(const QString &why)
 
 QString TrafficWriter::finish()
 {
-    const QDeadlineTimer patience(patienceMs);
-    while (writeSome() || (m_fault.isEmpty() && !m_pending.isEmpty())) {
-        if (patience.hasExpired())
+    QDeadlineTimer patience(patienceMs);
+    for (;;) {
+        if (writeSome())
+            patience.setRemainingTime(patienceMs);
+        else if (m_pending.isEmpty() || !m_fault.isEmpty())
+            break;
+        else if (patience.hasExpired())
             fail(u"its reader takes no more"_s);
-        else if (m_isStandardOutput && !standardStreams::takesOutput())
+        else
             QThread::msleep(1);
     }
     m_timer.stop();

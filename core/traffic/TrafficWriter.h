@@ -18,7 +18,7 @@ class TrafficWriter : public QObject
 public:
     /// What a program that is killed has not written yet is no older than this.
     static constexpr int intervalMs = 200;
-    /// How long the rest may take at the end.
+    /// How long a reader may take nothing at the end.
     static constexpr int patienceMs = 3000;
 
     /// Begins the file anew, with the events that the recorder still has; "-" is standard output.
