@@ -12,12 +12,11 @@
 #include "core/text/PrintableText.h"
 #include "core/text/ProductInfo.h"
 #include "devices/PlatformError.h"
+#include "devices/ProgramModule.h"
 #include "devices/StandardStreams.h"
 #include "devices/StopSignal.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QLibrary>
 #include <QTextStream>
 #include <QTimer>
 
@@ -59,13 +58,8 @@ int runWindow(const Job &job, int &argc, char **argv)
         const QCoreApplication application(argc, argv); // knows the folder
         folder = QCoreApplication::applicationDirPath();
     }
-    const QString beside = folder + u"/corvane-window"_s;
-    const QString installed = folder + u"/" CORVANE_MODULE_FOLDER "/corvane-window"_s;
-    const bool isBeside = !QDir(folder).entryList({u"corvane-window.*"_s}, QDir::Files).isEmpty();
-    QLibrary module(isBeside ? beside : installed);
-    const auto show = reinterpret_cast<WindowFunction>(module.resolve(windowFunction));
-    if (!show)
-        throw PlatformError(u"the window cannot be loaded: "_s + module.errorString());
+    const auto show = reinterpret_cast<WindowFunction>(
+        programModule::load(windowFunction, folder, u"the window"_s));
     return show(job.line, argc, argv);
 }
 

@@ -46,6 +46,15 @@ bool startsWithNumber(QStringView text)
     return parse(text.trimmed()).length > 0;
 }
 
+std::optional<NumberAndRest> split(QStringView text)
+{
+    const QStringView trimmed = text.trimmed();
+    const Leading number = parse(trimmed);
+    if (!number.fits)
+        return std::nullopt;
+    return NumberAndRest{number.value, trimmed.sliced(number.length)};
+}
+
 int nearest(double value)
 {
     return static_cast<int>(std::clamp(std::nearbyint(value),

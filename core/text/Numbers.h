@@ -18,6 +18,16 @@ double leadingNumber(QStringView text);
 /// want of one.
 bool startsWithNumber(QStringView text);
 
+/// A number, and what stands behind it.
+struct NumberAndRest
+{
+    double value = 0;
+    QStringView rest;
+};
+/// The longest decimal number that the text begins with, after leading blanks; nothing when there
+/// is none, and when it is beyond what a double holds.
+std::optional<NumberAndRest> split(QStringView text);
+
 /// The nearest whole number, of two the even one, clamped to 32 bits.
 int nearest(double value);
 /// The leading number as the nearest whole one.

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "core/traffic/TrafficEvent.h"
+#include "core/traffic/TrafficEvents.h"
 #include "devices/LargePage.h"
 
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QObject>
 
@@ -20,7 +19,7 @@ class ChannelSession;
 ///
 /// Events are numbered as they come, from 0; the numbers of those that were dropped are not given
 /// again.
-class TrafficRecorder : public QObject
+class TrafficRecorder : public QObject, public TrafficEvents
 {
     Q_OBJECT
 
@@ -40,17 +39,11 @@ public:
     /// Records an event that happens now.
     void add(int channel, TrafficKind kind, QByteArrayView content);
 
-    /// The wall clock at time 0, in UTC.
-    [[nodiscard]] const QDateTime &began() const { return m_began; }
-    /// µs since then.
-    [[nodiscard]] qint64 now() const { return m_clock.nsecsElapsed() / 1000; }
-    /// The number of the oldest event that is kept: as many have been dropped.
-    [[nodiscard]] quint64 first() const;
-    /// The number that the next event gets.
-    [[nodiscard]] quint64 end() const { return m_end; }
-    /// The event of a number from first() on and before end(). Its content stays where it is until
-    /// the next event is added.
-    [[nodiscard]] TrafficEvent at(quint64 number) const;
+    [[nodiscard]] const QDateTime &began() const override { return m_began; }
+    [[nodiscard]] qint64 now() const override { return m_clock.nsecsElapsed() / 1000; }
+    [[nodiscard]] quint64 first() const override;
+    [[nodiscard]] quint64 end() const override { return m_end; }
+    [[nodiscard]] TrafficEvent at(quint64 number) const override;
     /// The memory taken, in bytes.
     [[nodiscard]] qsizetype size() const { return blockSize * std::ssize(m_blocks); }
 

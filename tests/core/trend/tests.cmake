@@ -1,0 +1,1 @@
+corvane_test(core/trend SOURCES TrendTest.cpp USES core/trend)
