@@ -10,3 +10,6 @@ corvane_test(
   app/window)
 target_compile_definitions(test_e2e PRIVATE PROJECT_FOLDER="${PROJECT_SOURCE_DIR}")
 add_dependencies(test_e2e corvane) # it is started as users start it
+if(TARGET corvane-trend)
+  target_compile_definitions(test_e2e PRIVATE CORVANE_HAS_TREND)
+endif()

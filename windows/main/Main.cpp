@@ -3,6 +3,7 @@
 #include "core/channels/TrafficLog.h"
 #include "core/lists/TransferEngine.h"
 #include "core/text/Dialogs.h"
+#include "core/traffic/TrafficRecorder.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BoardWindows.h"
 #include "windows/main/GpibTab.h"
@@ -11,6 +12,7 @@
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
 #include "windows/main/TcpTab.h"
+#include "windows/main/TrendOpener.h"
 #include "windows/traffic/TrafficWindow.h"
 #include "windows/widgets/Accessibility.h"
 #include "windows/widgets/ClosableWindow.h"
@@ -53,6 +55,8 @@ Main::Main(const MainParts &parts, QWidget *parent)
                                *this);
     m_board = new BoardWindows(parts.channels, parts.dialogs, parts.clock, parts.remembered,
                                *mnuSBC, this);
+    m_trend = std::make_unique<TrendOpener>(
+        TrendParts{parts.traffic, parts.dialogs, parts.programFolder});
     connectWindows();
     resize(1024, 700);
 }
@@ -215,6 +219,11 @@ void Main::mnuHelp_Click()
     if (!m_guide)
         m_guide = new GuideWindow(this);
     bringToFront(*m_guide);
+}
+
+void Main::mnuTrend_Click()
+{
+    m_trend->open(*this);
 }
 
 void Main::chkLog_Click(int index)

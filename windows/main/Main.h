@@ -36,6 +36,7 @@ class TrafficLog;
 class TrafficRecorder;
 class TrafficWindow;
 class TransferEngine;
+class TrendOpener;
 struct modSBC;
 
 /// What the main window is built on; all of it outlives the window.
@@ -97,6 +98,7 @@ public:
 
     void mnuCmdList_Click();
     void mnuTraffic_Click();
+    void mnuTrend_Click();
     void mnuHelp_Click();
 
     void cmdGetList_Click();
@@ -127,6 +129,7 @@ public:
     QAction *mnuCmdList = nullptr;
     QAction *mnuSBC = nullptr;
     QAction *mnuTraffic = nullptr;
+    QAction *mnuTrend = nullptr;
     QAction *mnuHelp = nullptr;
     QAction *mnuAboutSC = nullptr;
     StatusLine *lblFaults = nullptr;
@@ -167,6 +170,7 @@ private:
     BoardWindows *m_board = nullptr;
     GuideWindow *m_guide = nullptr;
     TrafficWindow *m_trafficWindow = nullptr;
+    std::unique_ptr<TrendOpener> m_trend;
     bool m_painted = false;
 };
 

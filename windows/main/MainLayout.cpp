@@ -11,6 +11,7 @@
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
 #include "windows/main/TcpTab.h"
+#include "windows/main/TrendOpener.h"
 #include "windows/widgets/InputHold.h"
 #include "windows/widgets/Naming.h"
 
@@ -140,6 +141,7 @@ void Main::buildMenus()
     mnuSBC->setCheckable(true);
     mnuTraffic = addEntry(mnuView, u"&Traffic"_s, u"mnuTraffic"_s);
     mnuTraffic->setShortcut(QKeySequence(u"Ctrl+T"_s));
+    mnuTrend = addEntry(mnuView, u"T&rend"_s, u"mnuTrend"_s);
     mnuHelp = addEntry(mnuAbout, u"&Help"_s, u"mnuHelp"_s);
     mnuHelp->setShortcut(QKeySequence::HelpContents);
     mnuAboutSC = addEntry(mnuAbout, u"&About Corvane"_s, u"mnuAboutSC"_s);
@@ -147,6 +149,7 @@ void Main::buildMenus()
     connect(mnuExit, &QAction::triggered, this, &QWidget::close);
     connect(mnuCmdList, &QAction::toggled, this, &Main::mnuCmdList_Click);
     connect(mnuTraffic, &QAction::triggered, this, &Main::mnuTraffic_Click);
+    connect(mnuTrend, &QAction::triggered, this, &Main::mnuTrend_Click);
     connect(mnuHelp, &QAction::triggered, this, &Main::mnuHelp_Click);
 }
 

@@ -1,6 +1,7 @@
 // The main window among the others: who may use a Channel, and closing.
 #include "core/board/BoardTexts.h"
 #include "core/setup/GpibSearch.h"
+#include "devices/PlatformError.h"
 #include "tests/support/Soon.h"
 #include "tests/windows/main/MainDesk.h"
 #include "windows/board/CalibrationPanel.h"
@@ -10,6 +11,7 @@
 #include "windows/main/GpibTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
+#include "windows/trend/TrendModule.h"
 #include "windows/widgets/TextGrid.h"
 
 using namespace corvane;
@@ -230,4 +232,20 @@ TEST(Main, TheBoardWindowChosenAgainWhileItClosesOpensAfterwardsAndItsStateStays
     ending.main.boardWindows().shutDown();
     ASSERT_TRUE(QTest::qWaitFor([&] { return last.isNull(); }, 2000));
     EXPECT_EQ(ending.main.boardWindows().boardWindow(), nullptr) << "the program ends";
+}
+
+TEST(Main, ATrendWindowThatCannotBeLoadedIsSaidAndNothingElseHappens)
+{
+    MainDesk desk; // whose folder has no module
+    QString reason;
+    try {
+        programModule::load(trendFunction, desk.folder.path(), u"the Trend window"_s);
+    } catch (const PlatformError &error) {
+        reason = error.description();
+    }
+    EXPECT_TRUE(reason.startsWith(u"the Trend window cannot be loaded: ")) << reason.toStdString();
+    for (int time = 0; time < 2; ++time) {
+        desk.dialogs.expectMessage(reason);
+        desk.main.mnuTrend->trigger();
+    }
 }

@@ -1,0 +1,3 @@
+if(TARGET corvane_windows_trend)
+  corvane_test(windows/trend SOURCES TrendWindowTest.cpp USES windows/trend)
+endif()

@@ -1,0 +1,32 @@
+#include "windows/main/TrendOpener.h"
+
+#include "core/text/Dialogs.h"
+#include "devices/PlatformError.h"
+#include "windows/widgets/BusyPointer.h"
+#include "windows/widgets/ClosableWindow.h"
+
+namespace corvane {
+
+TrendOpener::TrendOpener(TrendParts parts)
+    : m_parts(std::move(parts))
+{
+}
+
+TrendOpener::~TrendOpener() = default;
+
+void TrendOpener::open(QWidget &asker)
+{
+    try {
+        if (!m_window) {
+            const BusyPointer busy;
+            const auto make = reinterpret_cast<TrendFunction>(
+                programModule::load(trendFunction, m_parts.folder, u"the Trend window"_s));
+            m_window.reset(make(m_parts));
+        }
+        bringToFront(*m_window);
+    } catch (const PlatformError &error) {
+        m_parts.dialogs.showMessage(&asker, error.description());
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "windows/trend/TrendModule.h"
+
+#include <memory>
+
+namespace corvane {
+
+/// Opens the Trend window: loads its module at the first time and keeps the window.
+class TrendOpener
+{
+public:
+    explicit TrendOpener(TrendParts parts);
+    ~TrendOpener();
+
+    /// A module that cannot be loaded is said in a message box of `asker`; the program lacks
+    /// nothing else.
+    void open(QWidget &asker);
+
+private:
+    const TrendParts m_parts;
+    std::unique_ptr<QWidget> m_window;
+};
+
+} // namespace corvane

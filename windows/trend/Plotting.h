@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QtGlobal>
+
+// The plotting library's header is written in the toolkit's keywords, which are switched off here.
+#define signals Q_SIGNALS
+#define slots Q_SLOTS
+#define foreach(variable, container) for (variable : container)
+#include <qcustomplot.h>
+#undef signals
+#undef slots
+#undef foreach
