@@ -3,7 +3,7 @@
 # The chapters of docs/guide are joined, in this order, into guide.md in the build tree. A chapter
 # that is changed is joined again by the next build.
 function(corvane_guide target)
-  set(chapters channels lists traffic setup board report bench shortcuts)
+  set(chapters channels lists traffic trend setup board report bench shortcuts)
   set(guide "# Corvane user's guide\n")
   foreach(chapter IN LISTS chapters)
     set(file ${PROJECT_SOURCE_DIR}/docs/guide/${chapter}.md)
