@@ -24,7 +24,7 @@ public:
     {
         const qint64 wall = m_began + time;
         if (const qint64 seconds = wall / second; std::exchange(m_second, seconds) != seconds)
-            m_text = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC)
+            m_text = QDateTime::fromSecsSinceEpoch(seconds, QTimeZone::utc())
                          .toString(u"yyyy-MM-ddTHH:mm:ss."_s)
                          .toLatin1();
         return m_text + QByteArray::number(wall % second / 1000).rightJustified(3, '0') + 'Z';
