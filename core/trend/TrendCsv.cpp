@@ -4,6 +4,8 @@
 #include "core/traffic/TrafficEvents.h"
 #include "core/trend/TrendSeries.h"
 
+#include <QTimeZone>
+
 #include <charconv>
 
 namespace corvane {

@@ -46,7 +46,7 @@ private:
         QByteArray content;
     };
 
-    const QDateTime m_began{{2026, 1, 2}, {3, 4, 5}, Qt::UTC};
+    const QDateTime m_began{{2026, 1, 2}, {3, 4, 5}, QTimeZone::utc()};
     qint64 m_now = 0;
     quint64 m_first = 0;
     std::deque<Kept> m_events;
