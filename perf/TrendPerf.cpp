@@ -22,7 +22,8 @@ constexpr int many = 1'000'000;
 void feed(TrafficRecorder &recorder, TrendSeries &series, int replies)
 {
     for (int reply = 0; reply < replies; ++reply) {
-        const double value = 25 + 10 * std::sin(reply * 20.0 / replies) + reply * 7919 % 101 / 50.0;
+        const double value =
+            25 + 10 * std::sin(reply * 20.0 / replies) + reply % 101 * 37 % 101 / 50.0;
         recorder.add(3, TrafficKind::Sent, "? PV x\r");
         recorder.add(3, TrafficKind::Received, QByteArray::number(value, 'f', 2) + "\r\n");
         if (reply % few == 0)
