@@ -42,7 +42,9 @@ QString openWithoutWaiting(QFile &file, QIODevice::OpenMode mode)
         close(handle);
         return regularFile::refusal;
     }
-    if (file.open(handle, mode, QFileDevice::AutoCloseHandle))
+    // The toolkit does that only for a file that it opens by its name.
+    const bool isEmptied = !mode.testFlag(QIODevice::Truncate) || ftruncate(handle, 0) == 0;
+    if (isEmptied && file.open(handle, mode, QFileDevice::AutoCloseHandle))
         return {};
     close(handle);
     return file.errorString();

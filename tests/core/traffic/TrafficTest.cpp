@@ -104,6 +104,10 @@ TEST(TrafficRecorder, KeepsTheNewestInItsMemoryAndNumbersThemOn)
 TEST_F(Recording, IsWrittenAsItComesEachEventAWholeLineThatReadsBack)
 {
     recorder.add(0, TrafficKind::Connected, "/dev/tty\xc3\xbc");
+    {
+        QFile old(path); // longer than what is written at first
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write(QByteArray(5000, '\n')) == 5000);
+    }
     TrafficWriter writer(recorder, path);
     QByteArray all;
     for (int value = 0; value < 256; ++value)
