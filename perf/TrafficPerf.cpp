@@ -42,12 +42,16 @@ Took take(const std::function<void()> &start, const std::function<bool()> &isDon
     Took took;
     const double begin = now();
     double last = begin;
+    const auto answer = [&] {
+        took.longestStallMs = std::max(took.longestStallMs, (now() - last) * 1e3);
+        last = now();
+    };
     start();
     while (!isDone()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-        took.longestStallMs = std::max(took.longestStallMs, (now() - last) * 1e3);
-        last = now();
+        answer();
     }
+    answer();
     took.ms = (now() - begin) * 1e3;
     return took;
 }
@@ -120,6 +124,23 @@ int measure()
                         window->tblTraffic->viewport()->repaint();
                         return ++page == 100;
                     });
+    });
+    const auto done = [] { return true; };
+    window->tblTraffic->selectAll();
+    judge(table, "to mark all of them", 200,
+          [&] { return take([&] { window->cmdMark_Click(); }, done); });
+    judge(table, "to copy as many as it does", 200,
+          [&] { return take([&] { window->cmdCopy_Click(); }, done); });
+
+    for (int event = 0; event < 2 * TrafficRecorder::mostKept / TrafficRecorder::longestEvent;
+         ++event)
+        recorder.add(0, TrafficKind::Received, QByteArray(TrafficRecorder::longestEvent, 'x'));
+    window->tmrRefresh_Timer();
+    judge(table, "to filter events of 32 KB", 200, [&] {
+        const Took took =
+            take([&] { window->txtFilter->setText(u"last"_s); }, [&] { return !isStill(); });
+        take([&] { window->txtFilter->clear(); }, [&] { return !isStill(); });
+        return took;
     });
     return table.exitCode();
 }

@@ -30,17 +30,20 @@ char small(char c)
 } // namespace
 
 TrafficSearch::TrafficSearch(const QString &text)
-    : m_bytes(trafficText::bytesOf(text))
-    , m_text(text.toUtf8())
+    : m_text(text)
+    , m_bytes(trafficText::bytesOf(text))
 {
-    for (QByteArray *each : {&m_bytes, &m_text})
-        std::ranges::transform(*each, each->begin(), small);
+    if (m_bytes)
+        std::ranges::transform(*m_bytes, m_bytes->begin(), small);
 }
 
 bool TrafficSearch::isIn(const TrafficEvent &event) const
 {
-    const QByteArray &wanted = event.isBytes() ? m_bytes : m_text;
-    return !std::ranges::search(event.content, wanted, {}, small).empty() || wanted.isEmpty();
+    if (m_text.isEmpty())
+        return true;
+    if (!event.isBytes())
+        return trafficText::visible(event.text()).contains(m_text, Qt::CaseInsensitive);
+    return m_bytes && !std::ranges::search(event.content, *m_bytes, {}, small).empty();
 }
 
 bool TrafficFilter::takes(const TrafficEvent &event) const

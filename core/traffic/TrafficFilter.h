@@ -5,6 +5,8 @@
 
 #include <QByteArray>
 
+#include <optional>
+
 namespace corvane {
 
 /// A text that is looked for in events, whether its letters are large or small. Control characters
@@ -17,13 +19,12 @@ public:
 
     /// An empty text is in every event.
     [[nodiscard]] bool isIn(const TrafficEvent &event) const;
-    [[nodiscard]] bool isEmpty() const { return m_bytes.isEmpty(); }
 
-    bool operator==(const TrafficSearch &) const = default;
+    bool operator==(const TrafficSearch &other) const { return m_text == other.m_text; }
 
 private:
-    QByteArray m_bytes; ///< in small letters, as those below
-    QByteArray m_text;  ///< for what is no bytes
+    QString m_text;                    ///< for what is no bytes, as it is shown
+    std::optional<QByteArray> m_bytes; ///< in small letters; none: no bytes are this text
 };
 
 /// Which events are shown.

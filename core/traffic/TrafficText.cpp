@@ -19,22 +19,6 @@ constexpr std::array controls{"NUL"_L1, "SOH"_L1, "STX"_L1, "ETX"_L1, "EOT"_L1, 
                               "NAK"_L1, "SYN"_L1, "ETB"_L1, "CAN"_L1, "EM"_L1,  "SUB"_L1, "ESC"_L1,
                               "FS"_L1,  "GS"_L1,  "RS"_L1,  "US"_L1};
 
-QString visible(const QString &text)
-{
-    QString result;
-    result.reserve(text.size());
-    for (const QChar c : text) {
-        const auto code = static_cast<std::size_t>(c.unicode());
-        if (code < controls.size())
-            result += u'<' + controls.at(code) + u'>';
-        else if (c.isPrint() || c.isSurrogate())
-            result += c;
-        else
-            result += u"<%1>"_s.arg(code, 2, 16, QLatin1Char('0')).toUpper();
-    }
-    return result;
-}
-
 /// The byte of what stands between "<" and ">"; nothing when that names none.
 std::optional<char> byteOf(QStringView name)
 {
@@ -53,6 +37,22 @@ std::optional<char> byteOf(QStringView name)
 QString trafficText::kindOf(TrafficKind kind)
 {
     return kinds.at(static_cast<std::size_t>(kind));
+}
+
+QString trafficText::visible(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (const QChar c : text) {
+        const auto code = static_cast<std::size_t>(c.unicode());
+        if (code < controls.size())
+            result += u'<' + controls.at(code) + u'>';
+        else if (c.isPrint() || c.isSurrogate())
+            result += c;
+        else
+            result += u"<%1>"_s.arg(code, 2, 16, QLatin1Char('0')).toUpper();
+    }
+    return result;
 }
 
 QString trafficText::contentOf(const TrafficEvent &event, Style style, qsizetype most)
@@ -83,13 +83,15 @@ QString trafficText::secondsOf(qint64 microseconds)
         .arg(microseconds % million, 6, 10, QLatin1Char('0'));
 }
 
-QByteArray trafficText::bytesOf(const QString &text)
+std::optional<QByteArray> trafficText::bytesOf(const QString &text)
 {
     QByteArray bytes;
     for (qsizetype at = 0; at < text.size(); ++at) {
         const qsizetype end = text.at(at) == u'<' ? text.indexOf(u'>', at) : -1;
         const auto named =
             end < 0 ? std::nullopt : byteOf(QStringView(text).sliced(at + 1, end - at - 1));
+        if (!named && text.at(at).unicode() > 0xFF)
+            return std::nullopt;
         bytes += named ? *named : text.at(at).toLatin1();
         at = named ? end : at;
     }

@@ -4,6 +4,8 @@
 
 #include <QDateTime>
 
+#include <optional>
+
 /// How an event is shown to people.
 namespace corvane::trafficText {
 
@@ -19,7 +21,10 @@ QString contentOf(const TrafficEvent &event, Style style, qsizetype most);
 QString clockOf(const QDateTime &began, qint64 time);
 /// Seconds to the microsecond: "0.001234".
 QString secondsOf(qint64 microseconds);
-/// The bytes of a text in which control characters may be written by their names or numbers.
-QByteArray bytesOf(const QString &text);
+/// The text with its control characters by their names.
+QString visible(const QString &text);
+/// The bytes of a text in which control characters may be written by their names or numbers;
+/// nothing when it has a character that is no byte.
+std::optional<QByteArray> bytesOf(const QString &text);
 
 } // namespace corvane::trafficText

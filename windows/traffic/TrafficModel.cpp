@@ -1,24 +1,16 @@
 #include "windows/traffic/TrafficModel.h"
 
 #include "core/traffic/TrafficRecorder.h"
+#include "windows/traffic/TrafficTurn.h"
 
 #include <QColor>
-#include <QElapsedTimer>
 #include <QFont>
 
 #include <algorithm>
-#include <vector>
+#include <iterator>
+#include <ranges>
 
 namespace corvane {
-
-namespace {
-
-/// The window answers in between.
-constexpr qint64 turnMs = 8;
-/// The clock is looked at only so often.
-constexpr quint64 eventsALook = 512;
-
-} // namespace
 
 TrafficModel::TrafficModel(const TrafficRecorder &recorder, QObject *parent)
     : QAbstractTableModel(parent)
@@ -55,10 +47,20 @@ quint64 TrafficModel::number(int row) const
     return m_isFiltered ? m_matches.at(index) : m_firstRow + index;
 }
 
+/// It is a row until the next refresh.
+bool TrafficModel::isDropped(int row) const
+{
+    return number(row) < m_recorder.first();
+}
+
 TrafficEvent TrafficModel::event(int row) const
 {
-    const quint64 wanted = number(row);
-    return wanted < m_recorder.first() ? TrafficEvent{} : m_recorder.at(wanted);
+    return isDropped(row) ? TrafficEvent{} : m_recorder.at(number(row));
+}
+
+bool TrafficModel::isMarked(int row) const
+{
+    return std::ranges::binary_search(m_marks, number(row));
 }
 
 QString TrafficModel::timeOf(int row) const
@@ -66,7 +68,8 @@ QString TrafficModel::timeOf(int row) const
     const qint64 time = event(row).time;
     if (m_timeStyle == TimeStyle::Clock)
         return trafficText::clockOf(m_recorder.began(), time);
-    return u'+' + trafficText::secondsOf(row == 0 ? 0 : time - event(row - 1).time);
+    const bool isFirst = row == 0 || isDropped(row - 1);
+    return u'+' + trafficText::secondsOf(isFirst ? 0 : time - event(row - 1).time);
 }
 
 QVariant TrafficModel::data(const QModelIndex &index, int role) const
@@ -78,11 +81,12 @@ QVariant TrafficModel::data(const QModelIndex &index, int role) const
         return shadeOf(row, role);
     if (role != Qt::DisplayRole)
         return {};
+    if (isDropped(row))
+        return index.column() == Content ? u"(dropped)"_s : QString();
     const TrafficEvent shown = event(row);
-    const bool isMarked = m_marks.contains(number(row));
     switch (index.column()) {
     case Time:
-        return (isMarked ? u"\u25cf "_s : u"  "_s) + timeOf(row); // not by its colour alone
+        return (isMarked(row) ? u"\u25cf "_s : u"  "_s) + timeOf(row); // not by its colour alone
     case Channel:
         return channelCaption(shown.channel);
     case Kind:
@@ -98,7 +102,7 @@ QVariant TrafficModel::data(const QModelIndex &index, int role) const
 QVariant TrafficModel::shadeOf(int row, int role) const
 {
     const bool isPaper = role == Qt::BackgroundRole;
-    if (m_marks.contains(number(row)))
+    if (isMarked(row))
         return isPaper ? QColor(0xff, 0xf0, 0xb8) : QColor(0x20, 0x20, 0x20);
     const TrafficKind kind = event(row).kind;
     if (kind == TrafficKind::Fault || kind == TrafficKind::TimedOut)
@@ -110,14 +114,15 @@ QString TrafficModel::line(int row) const
 {
     QStringList cells;
     for (int column = Time; column <= Content; ++column)
-        cells.append(data(index(row, column), Qt::DisplayRole).toString().trimmed());
+        cells.append(data(index(row, column), Qt::DisplayRole).toString());
+    cells.first() = cells.first().trimmed(); // room for the mark
     return cells.join(u'\t');
 }
 
 void TrafficModel::refresh()
 {
     dropGone();
-    if (m_isPaused || m_next == m_recorder.end())
+    if (m_next >= end())
         return;
     if (!m_isFiltered)
         takeUnfiltered();
@@ -128,41 +133,37 @@ void TrafficModel::refresh()
 void TrafficModel::dropGone()
 {
     const quint64 first = m_recorder.first();
-    m_next = std::max(m_next, first);
-    m_marks.erase(m_marks.begin(), m_marks.lower_bound(first));
+    m_marks.erase(m_marks.begin(), std::ranges::lower_bound(m_marks, first));
     const int gone = rowOf(first);
-    if (gone == 0)
-        return;
-    beginRemoveRows({}, 0, gone - 1);
+    if (gone > 0)
+        beginRemoveRows({}, 0, gone - 1);
     if (m_isFiltered)
         m_matches.erase(m_matches.begin(), m_matches.begin() + gone);
-    else
-        m_firstRow = first;
-    endRemoveRows();
+    m_next = std::max(m_next, first);
+    m_firstRow = std::max(m_firstRow, first);
+    if (gone > 0)
+        endRemoveRows();
 }
 
 void TrafficModel::takeUnfiltered()
 {
     const int rows = rowCount();
-    const quint64 end = m_recorder.end();
-    beginInsertRows({}, rows, rows + static_cast<int>(end - m_next) - 1);
-    m_next = end;
+    beginInsertRows({}, rows, rows + static_cast<int>(end() - m_next) - 1);
+    m_next = end();
     endInsertRows();
 }
 
 /// Goes through a part of the recording.
 void TrafficModel::turn_Timer()
 {
-    QElapsedTimer time;
-    time.start();
+    TrafficTurn turn;
     m_next = std::max(m_next, m_recorder.first());
     std::vector<quint64> found;
-    while (m_next < m_recorder.end() && !time.hasExpired(turnMs)) {
-        const quint64 end = std::min(m_recorder.end(), m_next + eventsALook);
-        for (; m_next < end; ++m_next) {
-            if (m_filter.takes(m_recorder.at(m_next)))
-                found.push_back(m_next);
-        }
+    for (bool isOver = false; m_next < end() && !isOver; ++m_next) {
+        const TrafficEvent event = m_recorder.at(m_next);
+        if (m_filter.takes(event))
+            found.push_back(m_next);
+        isOver = turn.isOver(event);
     }
     if (!found.empty()) {
         const int rows = rowCount();
@@ -170,10 +171,22 @@ void TrafficModel::turn_Timer()
         m_matches.insert(m_matches.end(), found.begin(), found.end());
         endInsertRows();
     }
-    if (m_next < m_recorder.end())
+    if (m_next < end())
         m_turn.start();
     else
         m_turn.stop();
+}
+
+/// Up to which event the rows go.
+quint64 TrafficModel::end() const
+{
+    return m_pausedAt.value_or(m_recorder.end());
+}
+
+void TrafficModel::setPaused(bool paused)
+{
+    m_pausedAt = paused ? std::optional(m_recorder.end()) : std::nullopt;
+    refresh();
 }
 
 void TrafficModel::setFilter(const TrafficFilter &filter)
@@ -220,7 +233,6 @@ void TrafficModel::showAnew()
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, Content));
 }
 
-/// The first row whose event has this number or a later one.
 int TrafficModel::rowOf(quint64 number) const
 {
     if (m_isFiltered)
@@ -228,29 +240,25 @@ int TrafficModel::rowOf(quint64 number) const
     return static_cast<int>(std::clamp(number, m_firstRow, m_next) - m_firstRow);
 }
 
-void TrafficModel::toggleMark(int row)
+void TrafficModel::toggleMarks(int first, int last)
 {
-    const quint64 marked = number(row);
-    if (m_marks.erase(marked) == 0)
-        m_marks.insert(marked);
-    Q_EMIT dataChanged(index(row, 0), index(row, Content));
+    const auto rows = std::views::iota(first, last + 1);
+    const auto toggled = rows | std::views::transform([this](int row) { return number(row); });
+    std::vector<quint64> marks;
+    std::ranges::set_symmetric_difference(m_marks, toggled, std::back_inserter(marks));
+    m_marks = std::move(marks);
+    Q_EMIT dataChanged(index(first, 0), index(last, Content));
 }
 
-int TrafficModel::markedRow(int from, bool below) const
+int TrafficModel::markedRow(int from) const
 {
-    const auto isShown = [this](quint64 mark) {
+    const auto after = from < 0 ? m_marks.begin() : std::ranges::upper_bound(m_marks, number(from));
+    for (const quint64 mark : std::ranges::subrange(after, m_marks.end())) {
         const int row = rowOf(mark);
-        return row < rowCount() && number(row) == mark ? row : -1;
-    };
-    int found = -1;
-    for (const quint64 mark : m_marks) {
-        const int row = isShown(mark);
-        if (below && row > from)
+        if (row < rowCount() && number(row) == mark)
             return row;
-        if (!below && row >= 0 && row < from)
-            found = row;
     }
-    return found;
+    return -1;
 }
 
 } // namespace corvane

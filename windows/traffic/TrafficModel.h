@@ -7,7 +7,8 @@
 #include <QTimer>
 
 #include <deque>
-#include <set>
+#include <optional>
+#include <vector>
 
 namespace corvane {
 
@@ -41,7 +42,8 @@ public:
     /// True while a part of the recording is still to be gone through.
     [[nodiscard]] bool isSearching() const { return m_turn.isActive(); }
     void setFilter(const TrafficFilter &filter);
-    void setPaused(bool paused) { m_isPaused = paused; }
+    /// While it is paused the rows are of what had been recorded by then.
+    void setPaused(bool paused);
     /// No row any more; what is recorded from now on follows.
     void clear();
     void setStyle(trafficText::Style style);
@@ -49,13 +51,16 @@ public:
 
     /// The number of a row's event.
     [[nodiscard]] quint64 number(int row) const;
+    /// The first row whose event has this number or a later one; the number of rows: there is none.
+    [[nodiscard]] int rowOf(quint64 number) const;
     /// The row's event; of one that has been dropped meanwhile an empty one.
     [[nodiscard]] TrafficEvent event(int row) const;
     /// A row as a line of text.
     [[nodiscard]] QString line(int row) const;
-    void toggleMark(int row);
-    /// The next marked row below a row, or above it; -1: there is none.
-    [[nodiscard]] int markedRow(int from, bool below) const;
+    /// Marks the rows from one to another, or takes the marks of those that are marked.
+    void toggleMarks(int first, int last);
+    /// The next marked row below a row, -1 for the top; -1: there is none.
+    [[nodiscard]] int markedRow(int from) const;
 
 private:
     void restart(quint64 from);
@@ -63,7 +68,9 @@ private:
     void takeUnfiltered();
     void turn_Timer();
     void showAnew();
-    [[nodiscard]] int rowOf(quint64 number) const;
+    [[nodiscard]] quint64 end() const;
+    [[nodiscard]] bool isDropped(int row) const;
+    [[nodiscard]] bool isMarked(int row) const;
     [[nodiscard]] QString timeOf(int row) const;
     [[nodiscard]] QVariant shadeOf(int row, int role) const;
 
@@ -74,10 +81,10 @@ private:
     quint64 m_next;                ///< the next event to be gone through
     quint64 m_firstRow = 0;        ///< without a filter: the event of row 0
     std::deque<quint64> m_matches; ///< with one: the rows' events
-    std::set<quint64> m_marks;
+    std::vector<quint64> m_marks;  ///< the marked events, ascending
     trafficText::Style m_style = trafficText::Style::Text;
     TimeStyle m_timeStyle = TimeStyle::Clock;
-    bool m_isPaused = false;
+    std::optional<quint64> m_pausedAt; ///< the end of what is shown
     QTimer m_turn;
 };
 

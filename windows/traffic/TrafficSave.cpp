@@ -2,19 +2,11 @@
 
 #include "core/traffic/TrafficRecorder.h"
 #include "devices/WholeFile.h"
-
-#include <QElapsedTimer>
+#include "windows/traffic/TrafficTurn.h"
 
 #include <limits>
 
 namespace corvane {
-
-namespace {
-
-constexpr qint64 turnMs = 8;
-constexpr std::size_t eventsALook = 64;
-
-} // namespace
 
 TrafficSave::TrafficSave(const TrafficRecorder &recorder, std::vector<quint64> numbers,
                          const QString &path)
@@ -32,25 +24,41 @@ TrafficSave::TrafficSave(const TrafficRecorder &recorder, std::vector<quint64> n
 /// Those before this number, which may go after it.
 void TrafficSave::add(quint64 before)
 {
-    for (; m_next < m_numbers.size() && m_numbers[m_next] < before; ++m_next) {
-        if (m_numbers[m_next] >= m_recorder.first())
-            m_bytes += m_format.event(m_recorder.began(), m_recorder.at(m_numbers[m_next]));
-    }
+    while (m_next < m_numbers.size() && m_numbers[m_next] < before)
+        addNext();
+}
+
+/// Gives the event; an empty one when it had been dropped before.
+TrafficEvent TrafficSave::addNext()
+{
+    const quint64 number = m_numbers[m_next++];
+    if (number < m_recorder.first())
+        return {};
+    const TrafficEvent event = m_recorder.at(number);
+    m_bytes += m_format.event(m_recorder.began(), event);
+    ++m_count;
+    return event;
 }
 
 void TrafficSave::turn_Timer()
 {
-    QElapsedTimer time;
-    time.start();
-    while (m_next < m_numbers.size() && !time.hasExpired(turnMs)) {
-        const std::size_t last = std::min(m_next + eventsALook, m_numbers.size()) - 1;
-        add(m_numbers[last] + 1);
+    TrafficTurn turn;
+    while (m_next < m_numbers.size()) {
+        if (turn.isOver(addNext()))
+            return;
     }
-    if (m_next < m_numbers.size())
-        return;
-    m_turn.stop();
-    m_recorder.disconnect(this);
-    Q_EMIT done(wholeFile::write(m_path, m_bytes));
+    Q_EMIT done(finish());
+}
+
+QString TrafficSave::finish()
+{
+    if (!m_fault) {
+        m_turn.stop();
+        add(std::numeric_limits<quint64>::max());
+        m_recorder.disconnect(this);
+        m_fault = wholeFile::write(m_path, m_bytes);
+    }
+    return *m_fault;
 }
 
 } // namespace corvane

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -22,7 +23,10 @@ public:
     TrafficSave(const TrafficRecorder &recorder, std::vector<quint64> numbers, const QString &path);
 
     [[nodiscard]] const QString &path() const { return m_path; }
-    [[nodiscard]] std::size_t count() const { return m_numbers.size(); }
+    /// How many events have been put together; those that had been dropped before are none.
+    [[nodiscard]] qsizetype count() const { return m_count; }
+    /// Does at once what is still to be done, if anything is, and gives what done() tells.
+    QString finish();
 
 Q_SIGNALS:
     /// Why the file could not be written, and is as it was; empty: it is written.
@@ -31,13 +35,16 @@ Q_SIGNALS:
 private:
     void turn_Timer();
     void add(quint64 before);
+    TrafficEvent addNext();
 
     const TrafficRecorder &m_recorder;
     const std::vector<quint64> m_numbers;
     const QString m_path;
     const TrafficFormat m_format;
     std::size_t m_next = 0;
+    qsizetype m_count = 0;
     QByteArray m_bytes;
+    std::optional<QString> m_fault; ///< none: not yet written
     QTimer m_turn;
 };
 

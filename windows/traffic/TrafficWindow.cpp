@@ -3,12 +3,12 @@
 #include "core/text/Dialogs.h"
 #include "core/traffic/TrafficRecorder.h"
 #include "windows/traffic/TrafficSave.h"
+#include "windows/traffic/TrafficTurn.h"
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,12 +16,12 @@
 #include <QScrollBar>
 #include <QTableView>
 
+#include <algorithm>
+#include <utility>
+
 namespace corvane {
 
 namespace {
-
-constexpr qint64 turnMs = 8;
-constexpr int rowsALook = 512;
 
 const QString saveFilter = u"Text (*.txt)|*.txt|Comma-separated values (*.csv)|*.csv"
                            "|Packets (*.pcapng)|*.pcapng"_s;
@@ -46,7 +46,12 @@ TrafficWindow::TrafficWindow(TrafficRecorder &recorder, Dialogs &dialogs, QWidge
     connect(&m_model, &QAbstractItemModel::modelReset, &m_findTurn, &QTimer::stop);
 }
 
-TrafficWindow::~TrafficWindow() = default;
+/// A file whose saving was begun is saved.
+TrafficWindow::~TrafficWindow()
+{
+    if (m_save)
+        saved(m_save->finish());
+}
 
 void TrafficWindow::showEvent(QShowEvent *event)
 {
@@ -140,52 +145,58 @@ void TrafficWindow::goTo(int row)
 
 void TrafficWindow::find(bool below)
 {
-    m_search = TrafficSearch(txtFind->text());
+    m_searched = txtFind->text();
+    m_search = TrafficSearch(m_searched);
     m_findBelow = below;
-    const int from = currentRow();
-    m_findRow = from < 0 ? (below ? 0 : m_model.rowCount() - 1) : from + (below ? 1 : -1);
-    if (m_search.isEmpty()) {
+    if (m_searched.isEmpty()) {
         txtFind->setFocus();
         return;
     }
+    const int from = currentRow();
+    if (from < 0)
+        m_findAt = below ? 0 : m_recorder.end();
+    else
+        m_findAt = m_model.number(from) + (below ? 1 : 0);
     m_findTurn.start(0);
     findTurn();
 }
 
 void TrafficWindow::findTurn()
 {
-    QElapsedTimer time;
-    time.start();
-    const int step = m_findBelow ? 1 : -1;
-    int looked = 0;
-    for (; m_findRow >= 0 && m_findRow < m_model.rowCount(); m_findRow += step) {
-        if (m_search.isIn(m_model.event(m_findRow))) {
+    TrafficTurn turn;
+    int row = m_model.rowOf(m_findAt) - (m_findBelow ? 0 : 1);
+    for (; row >= 0 && row < m_model.rowCount(); row += m_findBelow ? 1 : -1) {
+        const TrafficEvent event = m_model.event(row);
+        if (m_search.isIn(event)) {
             m_findTurn.stop();
-            goTo(m_findRow);
+            goTo(row);
             say({});
             return;
         }
-        if (++looked % rowsALook == 0 && time.hasExpired(turnMs))
+        m_findAt = m_model.number(row) + (m_findBelow ? 1 : 0);
+        if (turn.isOver(event))
             return; // the next turn goes on
     }
+    if (m_findBelow && m_model.isSearching())
+        return; // rows are still to come
     m_findTurn.stop();
-    say(u"\"%1\" is not %2"_s.arg(txtFind->text(), m_findBelow ? u"below"_s : u"above"_s));
+    say(u"\"%1\" is not %2"_s.arg(m_searched, m_findBelow ? u"below"_s : u"above"_s));
 }
 
 // Rows
 
 void TrafficWindow::cmdMark_Click()
 {
-    const QModelIndexList rows = tblTraffic->selectionModel()->selectedRows();
-    for (const QModelIndex &row : rows)
-        m_model.toggleMark(row.row());
+    const QItemSelection selection = tblTraffic->selectionModel()->selection();
+    for (const QItemSelectionRange &range : selection)
+        m_model.toggleMarks(range.top(), range.bottom());
 }
 
 void TrafficWindow::cmdNextMark_Click()
 {
-    int row = m_model.markedRow(currentRow(), true);
+    int row = m_model.markedRow(currentRow());
     if (row < 0)
-        row = m_model.markedRow(-1, true); // from the top again
+        row = m_model.markedRow(-1); // from the top again
     if (row >= 0)
         goTo(row);
     say(row < 0 ? u"no row is marked"_s : QString());
@@ -193,19 +204,22 @@ void TrafficWindow::cmdNextMark_Click()
 
 void TrafficWindow::cmdCopy_Click()
 {
+    QItemSelection selection = tblTraffic->selectionModel()->selection();
+    std::ranges::sort(selection, {}, &QItemSelectionRange::top);
     QStringList lines;
-    bool isCut = false;
-    for (const QItemSelectionRange &range : tblTraffic->selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom() && !isCut; ++row) {
+    qsizetype selected = 0;
+    for (const QItemSelectionRange &range : std::as_const(selection)) {
+        selected += range.height();
+        for (int row = range.top(); row <= range.bottom() && lines.size() < mostCopied; ++row)
             lines.append(m_model.line(row));
-            isCut = lines.size() == mostCopied;
-        }
     }
     if (lines.isEmpty())
         return;
     QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
-    say(isCut ? u"the first %L1 rows are copied: no more at once"_s.arg(mostCopied)
-              : u"%L1 rows copied"_s.arg(lines.size()));
+    say(selected > lines.size()
+            ? u"the first %L1 of %L2 rows copied; a file takes them all"_s.arg(mostCopied)
+                  .arg(selected)
+            : u"%L1 rows copied"_s.arg(lines.size()));
 }
 
 void TrafficWindow::cmdClear_Click()
@@ -227,22 +241,26 @@ void TrafficWindow::cmdSave_Click()
         m_dialogs.showMessage(this, u"%1: no file can have this name"_s.arg(choice.path));
     if (choice.outcome != Outcome::Chosen || m_save)
         return;
+    m_model.refresh(); // some may have been dropped while the dialog was open
     std::vector<quint64> numbers;
     for (int row = 0; row < m_model.rowCount(); ++row)
         numbers.push_back(m_model.number(row));
     m_save = std::make_unique<TrafficSave>(m_recorder, std::move(numbers), choice.path);
     cmdSave->setEnabled(false);
-    say(u"saving"_s);
-    const auto saved = [this](const QString &fault) {
-        const auto save = std::move(m_save);
-        cmdSave->setEnabled(true);
-        say(fault.isEmpty() ? u"%L1 rows saved in %2"_s.arg(save->count()).arg(save->path())
-                            : u"not saved"_s);
-        if (!fault.isEmpty())
-            m_dialogs.showMessage(this, u"%1: %2"_s.arg(save->path(), fault));
-    };
+    say(m_model.isSearching() ? u"saving what the filter has found so far"_s : u"saving"_s);
     // Not from inside its own turn, which it would not outlive.
-    connect(m_save.get(), &TrafficSave::done, this, saved, Qt::QueuedConnection);
+    connect(m_save.get(), &TrafficSave::done, this, &TrafficWindow::saved, Qt::QueuedConnection);
+}
+
+void TrafficWindow::saved(const QString &fault)
+{
+    const auto save = std::move(m_save);
+    cmdSave->setEnabled(true);
+    say(fault.isEmpty() ? u"%L1 rows saved in %2"_s.arg(save->count()).arg(save->path())
+                        : u"not saved"_s);
+    if (!fault.isEmpty())
+        m_dialogs.showMessage(isVisible() ? this : parentWidget(),
+                              u"%1: %2"_s.arg(save->path(), fault));
 }
 
 } // namespace corvane

@@ -29,7 +29,7 @@ class TrafficWindow : public QWidget
 public:
     static constexpr int refreshMs = 50;
     /// Rows that can be copied at once.
-    static constexpr int mostCopied = 100'000;
+    static constexpr int mostCopied = 10'000;
 
     /// All that is given must outlive the window.
     TrafficWindow(TrafficRecorder &recorder, Dialogs &dialogs, QWidget *parent = nullptr);
@@ -78,6 +78,7 @@ private:
     void makeTable();
     void addShortcuts();
     void find(bool below);
+    void saved(const QString &fault);
     void findTurn();
     void goTo(int row);
     void showState();
@@ -93,8 +94,9 @@ private:
 
     /// A search that goes on in several turns of the event loop.
     TrafficSearch m_search;
+    QString m_searched; ///< as it was typed
     QTimer m_findTurn;
-    int m_findRow = -1; ///< the next row to be looked at
+    quint64 m_findAt = 0; ///< events from it on are still to be looked at, or those before it
     bool m_findBelow = true;
 };
 

@@ -4,6 +4,8 @@
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/Soon.h"
 
+#include <QHeaderView>
+
 using namespace corvane;
 using Outcome = Dialogs::FileChoice::Outcome;
 
@@ -35,6 +37,27 @@ struct TrafficDesk : testing::Test
             cells.append(model.index(row, at).data().toString());
         return cells.join(u'|');
     }
+    void fill(int count)
+    {
+        for (int event = 0; event < count; ++event)
+            recorder.add(0, TrafficKind::Sent, "ev" + QByteArray::number(event));
+    }
+    /// So much that all that was recorded before is dropped.
+    void flood()
+    {
+        const QByteArray piece(TrafficRecorder::longestEvent, '9');
+        for (int count = 0; count < 200; ++count)
+            recorder.add(1, TrafficKind::Received, piece);
+    }
+    [[nodiscard]] bool isDone()
+    {
+        return soon([this] {
+            window.tmrRefresh_Timer();
+            return !state().contains(u"still");
+        });
+    }
+    [[nodiscard]] int rows() const { return window.tblTraffic->model()->rowCount(); }
+    [[nodiscard]] QString state() const { return window.lblState->text(); }
     [[nodiscard]] int current() const { return window.tblTraffic->currentIndex().row(); }
     /// Saves the rows under the name and gives what the file holds then.
     QByteArray saved(const QString &name)
@@ -119,8 +142,7 @@ TEST_F(TrafficDesk, PausesClearsMarksFindsAndCopies)
 
 TEST_F(TrafficDesk, FollowsUntilTheUserScrollsAndLosesWhatTheRecorderDrops)
 {
-    for (int event = 0; event < 1000; ++event)
-        recorder.add(0, TrafficKind::Sent, QByteArray::number(event));
+    fill(1000);
     window.tmrRefresh_Timer();
     QScrollBar &bar = *window.tblTraffic->verticalScrollBar();
     EXPECT_EQ(bar.value(), bar.maximum());
@@ -129,15 +151,137 @@ TEST_F(TrafficDesk, FollowsUntilTheUserScrollsAndLosesWhatTheRecorderDrops)
     EXPECT_EQ(bar.value(), 10);
     window.txtFilter->setText(u"9"_s);
     EXPECT_TRUE(soon([this] { return window.tblTraffic->model()->rowCount() == 271; }));
-    const QByteArray piece(TrafficRecorder::longestEvent, '9');
-    for (int count = 0; count < 200; ++count)
-        recorder.add(1, TrafficKind::Received, piece);
-    (void)column(3); // rows of events that are gone already
+    flood();
+    EXPECT_EQ(column(3).section(u'|', 0, 0), u"(dropped)");
+    EXPECT_EQ(column(1).section(u'|', 0, 0), QString());
     window.tmrRefresh_Timer();
     EXPECT_TRUE(soon([this] { return !window.lblState->text().contains(u"still"); }));
     EXPECT_EQ(column(1).count(u"RS-485"), 0);
     EXPECT_EQ(quint64(window.tblTraffic->model()->rowCount()), recorder.end() - recorder.first());
     EXPECT_TRUE(window.lblState->text().contains(u"have been dropped"));
+}
+
+TEST_F(TrafficDesk, WhatIsPausedStaysThroughFiltersAndGoesWithWhatIsDropped)
+{
+    fill(50'000);
+    window.tmrRefresh_Timer();
+    window.txtFilter->setText(u"ev"_s);
+    window.cmdPause->click();
+    fill(10);
+    ASSERT_TRUE(isDone());
+    EXPECT_EQ(rows(), 50'001);
+    window.txtFilter->clear();
+    window.chkReceived->click();
+    ASSERT_TRUE(isDone());
+    EXPECT_EQ(rows(), 50'004);
+    window.chkReceived->click();
+    EXPECT_EQ(rows(), 50'006);
+
+    const auto areHeaders = [this] { return window.tblTraffic->verticalHeader()->count(); };
+    flood();
+    window.tmrRefresh_Timer();
+    EXPECT_EQ(rows(), 0);
+    EXPECT_EQ(areHeaders(), 0);
+    window.cmdPause->click();
+    EXPECT_EQ(areHeaders(), rows());
+    window.close();
+    flood();
+    window.show();
+    EXPECT_EQ(areHeaders(), rows());
+    EXPECT_EQ(quint64(rows()), recorder.end() - recorder.first());
+}
+
+TEST_F(TrafficDesk, FindsWhatIsThereWhileOlderRowsGo)
+{
+    TrafficRecorder big{qsizetype{8} << 20};
+    TrafficWindow other(big, dialogs);
+    other.show();
+    for (int event = 0; event < 250'000; ++event)
+        big.add(0, TrafficKind::Sent, "ev" + QByteArray::number(event));
+    other.tmrRefresh_Timer();
+    const auto find = [&other](const QString &text) {
+        other.txtFind->setText(text);
+        other.tblTraffic->setCurrentIndex({});
+        other.cmdFindNext->click();
+        other.txtFind->setText(u"ev"_s);
+        other.tmrRefresh_Timer();
+        EXPECT_TRUE(other.lblState->text().contains(u"still"));
+    };
+    const auto isDone = [&other] {
+        other.tmrRefresh_Timer();
+        return !other.lblState->text().contains(u"still");
+    };
+    find(u"absent"_s);
+    EXPECT_TRUE(soon(isDone));
+    EXPECT_TRUE(other.lblState->text().contains(u"\"absent\" is not below"));
+    find(u"ev208000"_s);
+    while (big.first() < 100'000)
+        big.add(1, TrafficKind::Received, QByteArray(TrafficRecorder::longestEvent, '9'));
+    EXPECT_TRUE(soon(isDone));
+    const int row = other.tblTraffic->currentIndex().row();
+    EXPECT_EQ(other.tblTraffic->model()->index(row, 3).data(), u"ev208000"_s);
+}
+
+/// As it is shown, and no byte is an Omega.
+TEST_F(TrafficDesk, FiltersByWhatStandsThere)
+{
+    record(0, TrafficKind::Received, QByteArray("2.5 k\0", 6));
+    record(0, TrafficKind::Connected, u"M\u00dcLLER:1"_s.toUtf8());
+    record(0, TrafficKind::Fault, "a\nb");
+    const QList<std::pair<QString, QString>> table{{u"2.5 k\u03a9"_s, u""_s},
+                                                   {u"2.5 k<nul>"_s, u"2.5 k<NUL>"_s},
+                                                   {u"m\u00fcller"_s, u"M\u00dcLLER:1"_s},
+                                                   {u"a<LF>b"_s, u"a<LF>b"_s}};
+    for (const auto &[text, shown] : table) {
+        window.txtFilter->setText(text);
+        EXPECT_EQ(column(3), shown);
+    }
+}
+
+TEST_F(TrafficDesk, CopiesAndMarksWhatIsSelectedFromTheTop)
+{
+    fill(TrafficWindow::mostCopied + 1 - rows());
+    window.tmrRefresh_Timer();
+    QItemSelectionModel &selection = *window.tblTraffic->selectionModel();
+    for (const int row : {8, 7, 3}) {
+        const auto how = QItemSelectionModel::Select | QItemSelectionModel::Rows;
+        selection.select(window.tblTraffic->model()->index(row, 0), how);
+    }
+    window.cmdCopy->click();
+    const QStringList lines = QApplication::clipboard()->text().split(u'\n');
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_TRUE(lines[0].endsWith(u"? PV<CR>") && lines[2].endsWith(u"ev2"));
+    window.cmdMark->click();
+    window.tblTraffic->selectRow(7);
+    window.cmdMark->click();
+    EXPECT_EQ(column(0).count(u'\u25cf'), 2);
+
+    const auto copyAll = [this] {
+        window.tblTraffic->selectAll();
+        window.cmdCopy->click();
+    };
+    copyAll();
+    EXPECT_TRUE(state().contains(u"the first 10,000 of 10,001 rows")) << state().toStdString();
+    window.chkChannel[2]->click();
+    copyAll();
+    EXPECT_TRUE(state().contains(u"; 10,000 rows copied"));
+}
+
+TEST_F(TrafficDesk, CountsWhatItSavedAndSavesWhatWasBegunWhenItGoes)
+{
+    fill(1000);
+    window.tmrRefresh_Timer();
+    flood(); // before the next refresh
+    const auto count = saved(u"a.txt"_s).count('\n');
+    EXPECT_TRUE(state().contains(u"; %L1 rows saved"_s.arg(count))) << state().toStdString();
+    {
+        TrafficWindow other(recorder, dialogs);
+        other.show();
+        dialogs.answerSave({Outcome::Chosen, folder.filePath(u"b.txt"_s)});
+        other.cmdSave_Click();
+    }
+    EXPECT_EQ(QFileInfo(folder.filePath(u"b.txt"_s)).size(),
+              QFileInfo(folder.filePath(u"a.txt"_s)).size());
 }
 
 TEST_F(TrafficDesk, SavesTheRowsShownAsTextTableOrPacketsAndSaysWhyNot)
