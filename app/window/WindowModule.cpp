@@ -4,11 +4,13 @@
 #include "app/Recording.h"
 #include "app/ToolkitWatch.h"
 #include "app/window/WindowProgram.h"
+#include "core/text/ProductInfo.h"
 #include "devices/StopSignal.h"
 #include "windows/main/BenchWindow.h"
 #include "windows/widgets/QtDialogs.h"
 
 #include <QApplication>
+#include <QSettings>
 #include <QTextStream>
 #include <QTimer>
 
@@ -20,8 +22,11 @@ constexpr int failed = 2;
 
 int showWindow(const CommandLine &line)
 {
+    const QString name = QString::fromUtf16(productInfo::title);
+    QSettings settings(QSettings::IniFormat, QSettings::UserScope, name, name);
     QtDialogs dialogs;
-    WindowProgram program(line, dialogs);
+    dialogs.rememberFoldersIn(settings);
+    WindowProgram program(line, dialogs, &settings);
     Main &window = program.window();
     dialogs.setHome(&window);
     QTextStream out(stdout);

@@ -4,6 +4,7 @@
 #include "windows/main/BenchWindow.h"
 #include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/LeanStyle.h"
+#include "windows/widgets/WindowPlaces.h"
 
 #include <QAction>
 #include <QApplication>
@@ -11,11 +12,12 @@
 
 namespace corvane {
 
-WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs)
+WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs, QSettings *settings)
     : m_workbench(line, dialogs, GpibAdapterFactory::Reader::Window)
     , m_systemInfo(systemRegistry(), m_launcher, dialogs)
 {
     QApplication::setStyle(new LeanStyle);
+    WindowPlaces::install(settings);
     m_window = std::make_unique<Main>(
         MainParts{.clock = m_workbench.clock(),
                   .dialogs = dialogs,

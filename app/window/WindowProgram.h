@@ -7,6 +7,8 @@
 #include "windows/about/SystemInfo.h"
 #include "windows/main/Main.h"
 
+class QSettings;
+
 namespace corvane {
 
 class BenchWindow;
@@ -16,8 +18,9 @@ class BenchWindow;
 class WindowProgram
 {
 public:
-    /// `dialogs` must outlive the program. Throws PlatformError as Workbench does.
-    WindowProgram(const CommandLine &line, Dialogs &dialogs);
+    /// `dialogs` and the settings must outlive the program; without settings nothing of an earlier
+    /// session is known, and nothing is kept. Throws PlatformError as Workbench does.
+    WindowProgram(const CommandLine &line, Dialogs &dialogs, QSettings *settings = nullptr);
     ~WindowProgram();
 
     [[nodiscard]] Workbench &workbench() { return m_workbench; }

@@ -6,6 +6,7 @@ corvane_test(
   EndToEndDesk.h
   ListsEndToEndTest.cpp
   ProgramTest.cpp
+  ScreensTest.cpp
   USES
   app/window)
 target_compile_definitions(test_e2e PRIVATE PROJECT_FOLDER="${PROJECT_SOURCE_DIR}")

@@ -32,13 +32,13 @@ frmAbout::frmAbout(SystemInfo &systemInfo, QWidget *parent)
 {
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(20, 16, 20, 14);
-    setMinimumWidth(60 * fontMetrics().averageCharWidth());
     rows->addLayout(createTexts(), 1);
     rows->addSpacing(6);
     rows->addWidget(createRule());
     rows->addWidget(lblCopyRight);
     rows->addSpacing(6);
     rows->addLayout(createButtons());
+    finishLayout(60);
 }
 
 QLayout *frmAbout::createTexts()

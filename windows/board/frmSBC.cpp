@@ -9,6 +9,7 @@
 #include "windows/board/IdentityPanel.h"
 #include "windows/widgets/Controls.h"
 #include "windows/widgets/EditableBox.h"
+#include "windows/widgets/ScrollPage.h"
 #include "windows/widgets/ToolTip.h"
 
 #include <QAbstractButton>
@@ -53,8 +54,9 @@ frmSBC::frmSBC(ChannelSet &channels, UnsavedCalibrations &unsaved, Dialogs &dial
     top->addWidget(lblUnsaved, 1);
     layout->addLayout(top);
     layout->addWidget(makePages(unsaved), 1);
+    ScrollPage::wrap(*this);
     makeStatusBar();
-    layout->addWidget(StatusBar1);
+    this->layout()->addWidget(StatusBar1);
 
     connect(calibration, &CalibrationPanel::reportRequested, this, &frmSBC::reportRequested);
     connect(&m_session, &BoardSession::runningChanged, this, &frmSBC::setProcedure);
@@ -110,6 +112,7 @@ QTabWidget *frmSBC::makePages(UnsavedCalibrations &unsaved)
     pages->addTab(digitalIo = new DigitalIoPanel(m_link, m_session), u"Digital I/O"_s);
     pages->addTab(identity = new IdentityPanel(m_link, m_session), u"Identity"_s);
     for (int page = 0; page < pages->count(); ++page) {
+        ScrollPage::wrap(*pages->widget(page));
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);
         connect(shortcut, &QShortcut::activated, pages,
                 [pages, page] { pages->setCurrentIndex(page); });

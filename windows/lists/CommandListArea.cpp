@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFocusEvent>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -54,6 +55,7 @@ CommandListArea::~CommandListArea()
 {
     // The grid hides and the box loses the focus after this object is no area any more.
     flexgridVDL->disconnect(this);
+    flexgridVDL->horizontalHeader()->disconnect(this);
     txtFlexText->removeEventFilter(this);
 }
 

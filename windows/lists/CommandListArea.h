@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QWidget>
 
 class QCheckBox;
@@ -97,6 +98,7 @@ private:
     Dialogs &m_dialogs;
     QWidget *m_leftHand = nullptr;
     frmList *m_editor = nullptr;
+    QHash<QString, int> m_columnWidths; ///< by the columns' titles, in pixels
 };
 
 } // namespace corvane

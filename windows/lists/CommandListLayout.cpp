@@ -4,6 +4,7 @@
 #include "windows/widgets/Controls.h"
 #include "windows/widgets/ElidedLabel.h"
 #include "windows/widgets/OneLine.h"
+#include "windows/widgets/ScrollPage.h"
 #include "windows/widgets/TextGrid.h"
 
 #include <QCheckBox>
@@ -117,6 +118,12 @@ void CommandListArea::makeControls()
     txtVDL->setTabChangesFocus(true);
     flexgridVDL = named(new TextGrid(m_list, this), u"flexgridVDL"_s, u"Command list"_s);
     flexgridVDL->horizontalHeader()->setStretchLastSection(true);
+    // Another kind of list takes over the widths of the columns that both have.
+    connect(flexgridVDL->horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int column, int, int width) {
+                if (column < m_list.columnCount() - 1)
+                    m_columnWidths[m_list.text(0, column)] = width;
+            });
     txtFlexText = named(new CellBox(flexgridVDL->viewport()), u"txtFlexText"_s, u"Cell text"_s);
     txtFlexText->setMaxLength(std::numeric_limits<int>::max());
     oneLine::keepIn(*txtFlexText);
@@ -150,7 +157,7 @@ void CommandListArea::layOut()
     right->addWidget(flexgridVDL);
     right->addLayout(buttons);
 
-    auto *splitter = new QSplitter(this);
+    auto *splitter = named(new QSplitter(this), u"splitList"_s, QString());
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_leftHand);
     splitter->addWidget(list);
@@ -159,6 +166,7 @@ void CommandListArea::layOut()
     auto *all = new QVBoxLayout(this);
     all->addLayout(top);
     all->addWidget(splitter, 1);
+    ScrollPage::wrap(*this);
     orderTabs({cmdMaxGrid, cmdMinGrid, txtVDL, cmdLoad, cmdSave, cmdEditList, cmdSaveList,
                flexgridVDL, cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear, chkStripOpr, cmdGetList,
                cmdSendList, cmdStopSend});
@@ -171,7 +179,10 @@ void CommandListArea::setColumnWidths()
         const QString title = m_list.text(0, column);
         const auto found = std::ranges::find(columnWidths, QLatin1StringView(title.toLatin1()),
                                              &ColumnWidth::title);
-        if (found != std::end(columnWidths))
+        if (const auto chosen = m_columnWidths.constFind(title);
+            chosen != m_columnWidths.constEnd())
+            flexgridVDL->setColumnWidth(column, *chosen);
+        else if (found != std::end(columnWidths))
             flexgridVDL->setColumnWidth(column, found->characters * character);
     }
 }

@@ -7,6 +7,7 @@
 #include "core/text/Dialogs.h"
 #include "windows/lists/PlainText.h"
 #include "windows/widgets/Controls.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -38,6 +39,7 @@ frmList::frmList(Dialogs &dialogs, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     controls::addAll(*layout, {lblNote, txtList});
     layout->addLayout(controls::row({nullptr, cmdSave, cmdCAncel}));
+    ScrollPage::wrap(*this);
 
     connect(cmdSave, &QPushButton::clicked, this, &frmList::cmdSave_Click);
     connect(cmdCAncel, &QPushButton::clicked, this, &frmList::cmdCAncel_Click);

@@ -3,6 +3,7 @@
 #include "bench/Bench.h"
 #include "windows/main/OrderEntry.h"
 #include "windows/widgets/Controls.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -63,6 +64,7 @@ BenchWindow::BenchWindow(bench::Desk &desk, bench::Bench *bench)
     rows->addWidget(createFaults(), 1);
     rows->addWidget(createOrders());
     rows->addWidget(lblAnswer);
+    ScrollPage::wrap(*this);
     tmrState = new QTimer(this);
     tmrState->setInterval(stateEveryMs);
     connect(tmrState, &QTimer::timeout, this, &BenchWindow::tmrState_Timer);

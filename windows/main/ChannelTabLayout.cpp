@@ -3,6 +3,7 @@
 #include "windows/main/ChannelTab.h"
 #include "windows/widgets/Controls.h"
 #include "windows/widgets/EditableBox.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QFrame>
 
@@ -101,6 +102,7 @@ void ChannelTab::layOut()
     page->addLayout(entryRow);
     page->addLayout(optionRow);
     page->addWidget(txtIn, 1);
+    ScrollPage::wrap(*this);
 }
 
 void ChannelTab::reserveStatus(const QString &longest)

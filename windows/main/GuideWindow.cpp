@@ -1,6 +1,7 @@
 #include "windows/main/GuideWindow.h"
 
 #include "windows/widgets/Controls.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QFile>
 #include <QListWidget>
@@ -44,13 +45,14 @@ GuideWindow::GuideWindow(QWidget *parent)
 
     auto *page = new QVBoxLayout(this);
     page->addLayout(controls::row({txtFind, next}));
-    auto *sides = new QSplitter(this);
+    auto *sides = named(new QSplitter(this), u"splitGuide"_s, QString());
     sides->setChildrenCollapsible(false);
     sides->addWidget(lstOutline);
     sides->addWidget(txtGuide);
     sides->setStretchFactor(1, 1);
     sides->setSizes({270, 630});
     page->addWidget(sides, 1);
+    ScrollPage::wrap(*this);
 
     connect(lstOutline, &QListWidget::currentRowChanged, this, &GuideWindow::showHeading);
     connect(lstOutline, &QListWidget::itemClicked, this,

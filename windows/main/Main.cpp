@@ -17,6 +17,7 @@
 #include "windows/widgets/Accessibility.h"
 #include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/EntryRules.h"
+#include "windows/widgets/Naming.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -43,7 +44,7 @@ Main::Main(const MainParts &parts, QWidget *parent)
     EntryRules::install();
     setObjectName(u"Main"_s);
     setWindowTitle(u"Corvane"_s);
-    m_splitter = new QSplitter(Qt::Vertical, this);
+    m_splitter = named(new QSplitter(Qt::Vertical, this), u"splitMain"_s, QString());
     m_splitter->setChildrenCollapsible(false);
     setCentralWidget(m_splitter);
     buildStatusBar();
@@ -106,20 +107,6 @@ QList<QLineEdit *> Main::untouchedHosts() const
     return untouched;
 }
 
-/// With the frame that it has by now the window may be larger than the screen: its status line, at
-/// the very bottom, would be the first to go.
-void Main::fitToScreen()
-{
-    const QRect room = screen()->availableGeometry();
-    const QSize frame = frameGeometry().size() - size();
-    if (isMaximized() || room.contains(frameGeometry()))
-        return;
-    resize(size().boundedTo(room.size() - frame));
-    const QSize spare = room.size() - frame - size();
-    move(room.left() + qMax(0, qMin(x() - room.left(), spare.width())),
-         room.top() + qMax(0, qMin(y() - room.top(), spare.height())));
-}
-
 /// Not before the window is on the screen, and without one never: a name server may be silent.
 void Main::lookUpOwnAddress()
 {
@@ -138,10 +125,8 @@ void Main::showOwnAddress(const LocalAddress &found)
 
 bool Main::event(QEvent *event)
 {
-    if (event->type() == QEvent::Paint && !std::exchange(m_painted, true)) {
-        QMetaObject::invokeMethod(this, &Main::fitToScreen, Qt::QueuedConnection);
+    if (event->type() == QEvent::Paint && !std::exchange(m_painted, true))
         QMetaObject::invokeMethod(this, &Main::lookUpOwnAddress, Qt::QueuedConnection);
-    }
     return QMainWindow::event(event);
 }
 

@@ -152,7 +152,6 @@ private:
     void connectWindows();
     void watch(ChannelSession &session);
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
-    void fitToScreen();
     void lookUpOwnAddress();
     void showOwnAddress(const LocalAddress &found);
     void loggingFailed(const QString &description);

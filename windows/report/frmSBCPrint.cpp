@@ -9,6 +9,7 @@
 #include "core/text/ShownText.h"
 #include "devices/WholeFile.h"
 #include "windows/widgets/Controls.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -78,7 +79,9 @@ frmSBCPrint::frmSBCPrint(const ReportedBoard &board, modSBC &remembered, Dialogs
     makeStatusBar();
     addAll(*layout,
            {makeGroup(u"PRODUCT INFORMATION"_s, 0, 4), makeGroup(u"TEST INFORMATION"_s, 4, 4),
-            makeGroup(u"TEST METER"_s, 8, 4), lblUnsaved, makeButtons(), nullptr, StatusBar1});
+            makeGroup(u"TEST METER"_s, 8, 4), lblUnsaved, makeButtons(), nullptr});
+    ScrollPage::wrap(*this);
+    this->layout()->addWidget(StatusBar1);
     resize(520, sizeHint().height());
 }
 

@@ -50,7 +50,7 @@ void GpibAboutBox::createControls()
     grid->setRowStretch(boardCount + 1, 1);
     grid->setColumnStretch(1, 2);
     grid->setColumnStretch(2, 3);
-    setMinimumWidth(100 * fontMetrics().averageCharWidth());
+    finishLayout(100);
 }
 
 void GpibAboutBox::Form_Load()

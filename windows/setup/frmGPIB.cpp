@@ -47,7 +47,7 @@ void frmGPIB::createControls()
     auto *rows = new QVBoxLayout(this);
     addAll(*rows, {lblSearch, progress, lblFaults, nullptr});
     rows->addLayout(row({nullptr, cmdSearch, cmdCancel, cmdClose}));
-    setMinimumWidth(72 * fontMetrics().averageCharWidth());
+    finishLayout(72);
 }
 
 void frmGPIB::connectControls()

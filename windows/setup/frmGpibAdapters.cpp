@@ -59,7 +59,7 @@ frmGpibAdapters::frmGpibAdapters(Parts parts, QWidget *parent)
     cmdCancel = button(u"&Cancel"_s, u"cmdCancel"_s, this, &frmGpibAdapters::cmdCancel_Click);
     cmdOK->setDefault(true);
     rows->addLayout(row({nullptr, cmdOK, cmdCancel}));
-    setMinimumWidth(100 * fontMetrics().averageCharWidth());
+    finishLayout(100);
     cmdTest.connectTo(this, &frmGpibAdapters::cmdTest_Click);
 }
 

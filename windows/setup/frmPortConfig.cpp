@@ -89,6 +89,7 @@ frmPortConfig::frmPortConfig(int channel, SerialPort &port, QWidget *parent)
     lblSummary->setMinimumHeight(mostLines * fontMetrics().lineSpacing());
     rows->addWidget(lblSummary);
     rows->addLayout(createButtons());
+    finishLayout();
     connectControls();
     portOpened(m_port.isPortOpen());
 }

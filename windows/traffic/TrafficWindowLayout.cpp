@@ -1,6 +1,7 @@
 // How the traffic window looks: its controls, their names and places.
 #include "windows/traffic/TrafficWindow.h"
 #include "windows/widgets/Controls.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -122,6 +123,7 @@ void TrafficWindow::layOut()
     rows->addWidget(tblTraffic, 1);
     rows->addLayout(row({cmdPause, cmdMark, cmdNextMark, nullptr, cmdCopy, cmdClear, cmdSave}));
     rows->addWidget(lblState);
+    ScrollPage::wrap(*this);
     resize(960, 620);
     tblTraffic->setFocus();
 }

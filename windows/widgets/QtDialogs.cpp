@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QScreen>
+#include <QSettings>
 #include <QWindow>
 
 #include <algorithm>
@@ -129,13 +130,37 @@ Dialogs::Answer QtDialogs::showMessage(QObject *asker, const MessageBox &box)
     }
 }
 
+QString QtDialogs::folderKey(const QObject *asker) const
+{
+    const QWidget *window = windowOf(asker);
+    return window ? u"folders/"_s + window->objectName() : QString();
+}
+
+Dialogs::FileQuestion QtDialogs::inLastFolder(const QObject *asker, FileQuestion question) const
+{
+    const QString key = folderKey(asker);
+    if (m_settings == nullptr || key.isEmpty())
+        return question;
+    const QString last = m_settings->value(key).toString();
+    if (!last.isEmpty() && QFileInfo(last).isDir())
+        question.folder = last;
+    return question;
+}
+
+Dialogs::FileChoice QtDialogs::chosen(const QObject *asker, const QString &path)
+{
+    if (const QString key = folderKey(asker); m_settings != nullptr && !key.isEmpty())
+        m_settings->setValue(key, QFileInfo(path).absolutePath());
+    return {FileChoice::Outcome::Chosen, path};
+}
+
 Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &question)
 {
-    FileDialog dialog(question, QFileDialog::AcceptOpen);
+    FileDialog dialog(inLastFolder(asker, question), QFileDialog::AcceptOpen);
     while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (QFileInfo(path).isFile())
-            return {FileChoice::Outcome::Chosen, path};
+            return chosen(asker, path);
         const MessageBox missing{.text =
                                      u"%1\nFile not found."_s.arg(QDir::toNativeSeparators(path)),
                                  .icon = Icon::Exclamation};
@@ -147,20 +172,20 @@ Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &ques
 
 Dialogs::FileChoice QtDialogs::saveFile(QObject *asker, const FileQuestion &question)
 {
-    FileDialog dialog(question, QFileDialog::AcceptSave);
+    FileDialog dialog(inLastFolder(asker, question), QFileDialog::AcceptSave);
     while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (fileQuestions::isRefusedName(path))
             return {FileChoice::Outcome::InvalidName, path};
         if (!QFileInfo::exists(path))
-            return {FileChoice::Outcome::Chosen, path};
+            return chosen(asker, path);
         const MessageBox replace{.text = u"%1 already exists.\nDo you want to replace it?"_s.arg(
                                      QDir::toNativeSeparators(path)),
                                  .icon = Icon::Exclamation,
                                  .buttons = Buttons::YesNo};
         const Answer answer = showMessage(asker, replace);
         if (answer == Answer::Yes)
-            return {FileChoice::Outcome::Chosen, path};
+            return chosen(asker, path);
         if (answer == Answer::Dismissed)
             break;
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 class QDialog;
+class QSettings;
 
 namespace corvane {
 
@@ -23,6 +24,10 @@ public:
     /// The window that a box stands over whose asker leads to none; it outlives the dialogs' use.
     void setHome(const QWidget *window) { m_home = window; }
 
+    /// From now on a file dialog starts in the folder that was chosen last at the same window, also
+    /// in an earlier session. The settings outlive the dialogs' use.
+    void rememberFoldersIn(QSettings &settings) { m_settings = &settings; }
+
     Answer showMessage(QObject *asker, const MessageBox &box) override;
     FileChoice openFile(QObject *asker, const FileQuestion &question) override;
     FileChoice saveFile(QObject *asker, const FileQuestion &question) override;
@@ -37,12 +42,16 @@ private:
     };
 
     [[nodiscard]] const QWidget *windowOf(const QObject *asker) const;
+    [[nodiscard]] QString folderKey(const QObject *asker) const;
+    [[nodiscard]] FileQuestion inLastFolder(const QObject *asker, FileQuestion question) const;
+    FileChoice chosen(const QObject *asker, const QString &path);
     /// Runs the dialog over the asker's window. False when dismissAll closed it.
     bool run(QDialog &dialog, QObject *asker);
 
     /// The running dialogs, innermost last; each entry lives in its run's frame.
     std::vector<OpenDialog *> m_open;
     QPointer<const QWidget> m_home;
+    QSettings *m_settings = nullptr;
 };
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #include "windows/widgets/ReopenedDialog.h"
 
 #include "windows/widgets/ClosableWindow.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QLayout>
 
@@ -18,8 +19,11 @@ ReopenedDialog::ReopenedDialog(const QString &name, const QString &title, QWidge
 
 void ReopenedDialog::openWindow()
 {
-    if (!isVisible())
+    if (!isVisible()) {
         Form_Load();
+        if (testAttribute(Qt::WA_Resized))
+            growToFit();
+    }
     bringToFront(*this);
 }
 
@@ -27,6 +31,13 @@ void ReopenedDialog::done(int result)
 {
     endProcedure();
     QDialog::done(result);
+}
+
+void ReopenedDialog::finishLayout(int characters)
+{
+    ScrollPage::wrap(*this);
+    if (characters > 0)
+        resize(characters * fontMetrics().averageCharWidth(), 0);
 }
 
 void ReopenedDialog::growToFit()

@@ -30,6 +30,9 @@ protected:
     }
     /// The dialog closes: ends what its procedure waits for.
     virtual void endProcedure() {}
+    /// What the dialog shows has been laid out: it scrolls where there is too little room.
+    /// `characters` is how wide the dialog is at first; 0: as wide as its content.
+    void finishLayout(int characters = 0);
     /// Makes the dialog tall enough for its wrapped texts at its present width; never shrinks it.
     void growToFit();
 

@@ -1,1 +1,1 @@
-corvane_test(windows/widgets SOURCES EntryRulesTest.cpp QtDialogsTest.cpp ResponseTest.cpp TextGridTest.cpp USES windows/widgets)
+corvane_test(windows/widgets SOURCES EntryRulesTest.cpp QtDialogsTest.cpp ResponseTest.cpp TextGridTest.cpp WindowPlacesTest.cpp USES windows/widgets)

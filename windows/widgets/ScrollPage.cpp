@@ -1,0 +1,52 @@
+#include "windows/widgets/ScrollPage.h"
+
+#include <QApplication>
+#include <QVBoxLayout>
+
+namespace corvane {
+
+void ScrollPage::wrap(QWidget &widget)
+{
+    auto *content = new QWidget;
+    content->setLayout(widget.layout());
+    auto *place = new QVBoxLayout(&widget);
+    place->setContentsMargins({});
+    place->addWidget(new ScrollPage(*content));
+}
+
+ScrollPage::ScrollPage(QWidget &content)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(&content);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    policy.setHeightForWidth(content.layout()->hasHeightForWidth());
+    setSizePolicy(policy);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget *, const QWidget *now) { showFocus(now); });
+}
+
+/// Its content, when it goes, may give the focus to another.
+ScrollPage::~ScrollPage()
+{
+    qApp->disconnect(this);
+}
+
+QSize ScrollPage::sizeHint() const
+{
+    return widget()->sizeHint();
+}
+
+int ScrollPage::heightForWidth(int width) const
+{
+    return widget()->heightForWidth(width);
+}
+
+void ScrollPage::showFocus(const QWidget *now)
+{
+    if (now && widget()->isAncestorOf(now))
+        ensureWidgetVisible(const_cast<QWidget *>(now));
+}
+
+} // namespace corvane
