@@ -57,8 +57,7 @@ void Workbench::makeBench(const CommandLine &line)
 void Workbench::startBench(CommandLine &line)
 {
     makeBench(line);
-    if (!m_desk->start())
-        throw PlatformError(u"the bench cannot start: "_s + m_desk->errorString());
+    start();
     const QMap<int, QString> &devices = m_desk->serialDevices();
     for (auto each = devices.begin(); each != devices.end(); ++each) {
         if (!line.serialDevices.contains(each.key()))
@@ -72,6 +71,16 @@ void Workbench::startBench(CommandLine &line)
     }
 }
 
+void Workbench::start()
+{
+    if (m_desk->start())
+        return;
+    const QString fault = m_desk->errorString();
+    m_bench = nullptr;
+    m_desk.reset();
+    throw PlatformError(u"the bench cannot start: "_s + fault);
+}
+
 void Workbench::pointChannelsAtBench()
 {
     if (!m_desk)
@@ -79,10 +88,29 @@ void Workbench::pointChannelsAtBench()
     for (const bench::Desk::Entries &entries : m_desk->entries()) {
         const auto &all = m_channels->all();
         const auto channel = std::ranges::find(all, entries.channel, &ChannelSession::caption);
-        if (channel != all.end())
-            (*channel)->fillIn(
-                {.port = entries.port, .host = entries.host, .address = entries.address});
+        if (channel != all.end() && !(*channel)->isOpen())
+            (*channel)->fillIn({.port = m_benchDevices.value(entries.port.toInt(), entries.port),
+                                .host = entries.host,
+                                .address = entries.address});
     }
+}
+
+void Workbench::addBench()
+{
+    if (m_desk)
+        return;
+    makeBench({});
+    start();
+    m_benchDevices = m_desk->serialDevices();
+    const QMap<int, QString> &adapters = m_desk->gpibAdapters();
+    for (auto each = adapters.begin(); each != adapters.end(); ++each) {
+        GpibAdapterChoice &choice = m_gpibAdapters.at(static_cast<size_t>(each.key()));
+        if (choice != GpibAdapterChoice())
+            continue;
+        m_gpib->forgetAdapter(each.key());
+        choice = GpibAdapterChoice::parse(each.value());
+    }
+    pointChannelsAtBench();
 }
 
 } // namespace corvane

@@ -47,13 +47,19 @@ public:
     [[nodiscard]] bench::Bench *bench() { return m_bench; }
     /// Fills in the bench's entries, when there is one; for after the defaults.
     void pointChannelsAtBench();
+    /// Starts the simulated bench when there is none yet, and fills its entries in where a Channel
+    /// is not connected. The computer's own ports and the adapters that were chosen stay as they
+    /// are. Throws PlatformError for a bench that cannot start.
+    void addBench();
 
 private:
     void makeBench(const CommandLine &line);
     void startBench(CommandLine &line);
+    void start();
 
     std::unique_ptr<bench::Desk> m_desk;
-    bench::Bench *m_bench = nullptr; ///< the desk, when its devices are simulated
+    bench::Bench *m_bench = nullptr;   ///< the desk, when its devices are simulated
+    QMap<int, QString> m_benchDevices; ///< its serial devices, where their numbers are not pinned
     SystemClock m_clock;
     Module1 m_module;
     SerialPortList m_serialPorts;

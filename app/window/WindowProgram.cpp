@@ -1,7 +1,11 @@
 #include "app/window/WindowProgram.h"
 
 #include "core/setup/modWinsockAPI.h"
+#include "core/text/Dialogs.h"
+#include "devices/PlatformError.h"
 #include "windows/main/BenchWindow.h"
+#include "windows/main/ChannelTab.h"
+#include "windows/main/StatusLine.h"
 #include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/LeanStyle.h"
 #include "windows/widgets/WindowPlaces.h"
@@ -9,6 +13,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
+#include <QTabWidget>
 
 namespace corvane {
 
@@ -25,6 +30,7 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs, QSetting
                   .list = m_workbench.list(),
                   .engine = m_workbench.engine(),
                   .traffic = m_workbench.traffic(),
+                  .settings = settings,
                   .programFolder = QCoreApplication::applicationDirPath(),
                   .gpibAdapters = m_workbench.gpibAdapters(),
                   .gpibAdapterFactory = m_workbench.gpibAdapterFactory(),
@@ -38,12 +44,30 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs, QSetting
     m_workbench.pointChannelsAtBench();
     if (m_workbench.desk())
         addBenchWindow();
+    QObject::connect(m_window.get(), &Main::benchWanted, m_window.get(),
+                     [this, &dialogs] { startBench(dialogs); });
 }
 
 WindowProgram::~WindowProgram() = default;
 
+void WindowProgram::startBench(Dialogs &dialogs)
+{
+    try {
+        m_workbench.addBench();
+    } catch (const PlatformError &fault) {
+        dialogs.showMessage(m_window.get(), fault.description());
+        return;
+    }
+    addBenchWindow();
+    m_window->lblFaults->setNote(StatusLine::About::Bench,
+                                 u"The simulated bench has been started: press Connect"_s);
+    m_benchWindow->openBeside(*m_window);
+    m_window->channel(m_window->tabChannels->currentIndex())->cmdConnect->setFocus();
+}
+
 void WindowProgram::addBenchWindow()
 {
+    m_window->showBench();
     m_benchWindow = std::make_unique<BenchWindow>(*m_workbench.desk(), m_workbench.bench());
     auto *mnuView = m_window->findChild<QMenu *>(u"mnuView"_s);
     QAction *mnuBench = mnuView->addAction(u"Simulated &Bench"_s);

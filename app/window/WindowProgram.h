@@ -25,10 +25,11 @@ public:
 
     [[nodiscard]] Workbench &workbench() { return m_workbench; }
     [[nodiscard]] Main &window() { return *m_window; }
-    /// Null without --demo.
+    /// Null without a bench.
     [[nodiscard]] BenchWindow *benchWindow() { return m_benchWindow.get(); }
 
 private:
+    void startBench(Dialogs &dialogs);
     void addBenchWindow();
 
     Workbench m_workbench;

@@ -2,6 +2,7 @@
 #include "core/setup/GpibSearch.h"
 #include "tests/e2e/EndToEndDesk.h"
 #include "tests/support/Soon.h"
+#include "windows/main/ConnectHint.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 
@@ -139,3 +140,28 @@ TEST(EndToEnd, TheTrendWindowIsLoadedAndShowsALoopedReply)
     EXPECT_FALSE((*trend)->isVisible()) << "closes with the program";
 }
 #endif
+
+TEST(Bench, StartedFromAnEmptyResponseBoxItAnswersOnEveryChannelThatIsFree)
+{
+    QString messages;
+    QTextStream stream(&messages);
+    UnattendedDialogs dialogs(stream);
+    WindowProgram program({}, dialogs);
+    Main &window = program.window();
+    window.show();
+    QPushButton &bench = *window.channel(0)->hint->cmdBench;
+    EXPECT_TRUE(bench.isVisible());
+    bench.click();
+    ASSERT_NE(program.benchWindow(), nullptr) << messages.toStdString();
+    EXPECT_TRUE(bench.isHidden());
+    ChannelSet &channels = program.workbench().channels();
+    for (int index = 0; index < channelCount; ++index) {
+        ChannelSession &session = channels.at(index);
+        EXPECT_TRUE(channelDriver::open(session, channels.waits(), EndToEndDesk::patienceMs));
+        EXPECT_TRUE(
+            channelDriver::ask(session, channels.waits(), u"*IDN?"_s, EndToEndDesk::patienceMs))
+            << index << messages.toStdString();
+        EXPECT_TRUE(window.channel(index)->hint->isHidden());
+    }
+    window.close();
+}

@@ -36,7 +36,7 @@ QStackedLayout *place(QBoxLayout *in, QPushButton *start, QPushButton *cancel)
 } // namespace
 
 CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session,
-                                   UnsavedCalibrations &unsaved)
+                                   UnsavedCalibrations &unsaved, QWidget *identity)
     : BoardPanel(link, session)
     , m_unsaved(unsaved)
     , m_calibration(link, session, m_table)
@@ -44,7 +44,9 @@ CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session,
 {
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(makeActions());
-    layout->addWidget(makeGrid(), 1);
+    auto *middle = row({makeGrid(), identity});
+    middle->setStretch(0, 1);
+    layout->addLayout(middle, 1);
     auto *manual = new QHBoxLayout;
     layout->addLayout(manual);
     for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc}) {

@@ -26,7 +26,8 @@ class CalibrationPanel : public BoardPanel
     Q_OBJECT
 
 public:
-    CalibrationPanel(BoardLink &link, BoardSession &session, UnsavedCalibrations &unsaved);
+    CalibrationPanel(BoardLink &link, BoardSession &session, UnsavedCalibrations &unsaved,
+                     QWidget *identity);
 
     void cmdCal_Click();
     void cmdCancelCal_Click();

@@ -40,7 +40,7 @@ DacAdcPanel::DacAdcPanel(BoardLink &link, BoardSession &session)
     layout->addWidget(makeAdcs(), 1, 1);
     lblProgress = progressLine(u"lblProgressDacAdc"_s, u"Progress"_s);
     layout->addWidget(lblProgress, 2, 0, 1, 2);
-    layout->setRowStretch(3, 1);
+    layout->setRowStretch(1, 1);
     connectControls();
     chkBertanDac_Click(); // shows the names
 }
@@ -84,6 +84,7 @@ QWidget *DacAdcPanel::makeDacs()
                                        this, &DacAdcPanel::cmdSendAllDacs_Click));
     addRow(*grid, channels, {new QLabel(u"All"_s), txtSetAllDac, cmdSetAllDac});
     grid->addWidget(cmdSendAllDacs, channels + 1, 2);
+    spread(*grid, 0, channels + 1);
     grid->setColumnStretch(1, 1);
     return box;
 }
@@ -101,7 +102,8 @@ QWidget *DacAdcPanel::makeAdcs()
     cmdReadAdcAll = exchanging(button(u"Rea&d All"_s, u"cmdReadAdcAll"_s, u"Read all ADCs"_s, this,
                                       &DacAdcPanel::cmdReadAdcAll_Click));
     grid->addWidget(cmdReadAdcAll, channels + 1, 2);
-    grid->setRowStretch(channels, 1);
+    grid->setRowMinimumHeight(channels, cmdReadAdcAll->sizeHint().height()); // as beside it
+    spread(*grid, 0, channels + 1);
     grid->setColumnStretch(1, 1);
     return box;
 }

@@ -37,7 +37,7 @@ DigitalIoPanel::DigitalIoPanel(BoardLink &link, BoardSession &session)
     layout->addWidget(tests, 1, 0);
     layout->addWidget(calculator, 2, 0);
     layout->addWidget(pins, 0, 1, 3, 1);
-    layout->setRowStretch(3, 1);
+    layout->setRowStretch(0, 1);
     layout->setColumnStretch(0, 3);
     layout->setColumnStretch(1, 2);
     connectControls();
@@ -56,6 +56,8 @@ QWidget *DigitalIoPanel::makePorts()
     grid->setColumnMinimumWidth(5, 16);
     for (int port = 0; port < ports; ++port)
         makePort(*grid, port);
+    spread(*grid, 1, ports);
+    rows->setStretch(1, 1);
     for (const int column : {1, 3, 6, 8})
         grid->setColumnStretch(column, 1);
     return box;

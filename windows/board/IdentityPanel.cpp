@@ -23,12 +23,21 @@ bool isWithin(const QString &text, double largest)
     return value && *value >= 0 && *value <= largest;
 }
 
+/// Each caption above its field: the panel stands beside others.
+QFormLayout *narrowForm(QGroupBox &box)
+{
+    auto *form = new QFormLayout(&box);
+    form->setRowWrapPolicy(QFormLayout::WrapAllRows);
+    return form;
+}
+
 } // namespace
 
 IdentityPanel::IdentityPanel(BoardLink &link, BoardSession &session)
     : BoardPanel(link, session)
 {
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
     layout->addWidget(makeSerialNumber());
     layout->addWidget(makeNetwork());
     layout->addStretch();
@@ -40,41 +49,32 @@ IdentityPanel::IdentityPanel(BoardLink &link, BoardSession &session)
 QWidget *IdentityPanel::makeSerialNumber()
 {
     auto *box = new QGroupBox(u"Serial Number"_s);
-    auto *form = new QFormLayout(box);
-    txtSnPassword = entry(20, u"txtSnPassword"_s, u"Unlock phrase"_s);
+    auto *form = narrowForm(*box);
+    txtSnPassword = entry(16, u"txtSnPassword"_s, u"Unlock phrase"_s);
     txtSnPassword->setEchoMode(QLineEdit::Password);
-    txtSnPassword->setMaximumWidth(280);
-    txtSnPassword->setPlaceholderText(u"type it and press Enter"_s);
-    txtSN = entry(20, u"txtSN"_s, u"New serial number"_s);
+    txtSnPassword->setPlaceholderText(u"then press Enter"_s);
+    txtSN = entry(16, u"txtSN"_s, u"New serial number"_s);
     txtSN->setText(u"00/0000"_s);
-    txtSN->setMaximumWidth(280);
     txtSN->setEnabled(false);
-    cmdSetSN = button(u"&Set Serial Number"_s, u"cmdSetSN"_s, u"Send the new serial number"_s, this,
+    cmdSetSN = button(u"Set Serial Nu&mber"_s, u"cmdSetSN"_s, u"Send the new serial number"_s, this,
                       &IdentityPanel::cmdSetSN_Click);
     cmdSetSN->setEnabled(false);
-    cmdSetSN->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     form->addRow(u"&Unlock phrase"_s, txtSnPassword);
     form->addRow(u"Serial &number"_s, txtSN);
-    form->addRow(QString(), cmdSetSN);
+    form->addRow(cmdSetSN);
     return box;
 }
 
 QWidget *IdentityPanel::makeNetwork()
 {
     auto *box = new QGroupBox(u"Network"_s);
-    auto *form = new QFormLayout(box);
-    lblTcpip = readOut(20, u"lblTcpip"_s, u"Network setting of the board"_s);
-    lblTcpip->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    lblTcpip->setMaximumWidth(280);
+    auto *form = narrowForm(*box);
+    lblTcpip = readOut(16, u"lblTcpip"_s, u"Network setting of the board"_s);
     cmdGetTcpip = exchanging(button(u"Get TCP/IP Sett&ings"_s, u"cmdGetTcpip"_s,
                                     u"Query the board's network settings"_s, this,
                                     &IdentityPanel::cmdGetTcpip_Click));
-    cmdGetTcpip->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    auto *caption = new QLabel(u"TCP/IP"_s);
-    // The field stands below those of the serial number.
-    caption->setMinimumWidth(QLabel(u"Unlock phrase"_s).sizeHint().width());
-    form->addRow(caption, lblTcpip);
-    form->addRow(QString(), cmdGetTcpip);
+    form->addRow(u"TCP/IP"_s, lblTcpip);
+    form->addRow(cmdGetTcpip);
     return box;
 }
 

@@ -33,7 +33,7 @@ PortPinsPanel::PortPinsPanel(BoardLink &link, BoardSession &session)
     grid->setColumnStretch(7, 1);
     for (const int gap : {3, 6})
         grid->setColumnMinimumWidth(gap, 8);
-    grid->setRowStretch(pins + 3, 1);
+    spread(*grid, 2, pins + 2);
     connectControls();
 }
 

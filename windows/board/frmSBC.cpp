@@ -63,7 +63,7 @@ frmSBC::frmSBC(ChannelSet &channels, UnsavedCalibrations &unsaved, Dialogs &dial
     lblUnsaved->setText(unsaved.text());
     connect(&unsaved, &UnsavedCalibrations::changed, lblUnsaved, &QLabel::setText);
     cboMeasInstAdrGpib_Change();
-    resize(1000, 660);
+    resize(1010, 674);
 }
 
 frmSBC::~frmSBC() = default;
@@ -108,9 +108,10 @@ QTabWidget *frmSBC::makePages(UnsavedCalibrations &unsaved)
 {
     auto *pages = named(new QTabWidget, u"tabBoard"_s, u"Board"_s);
     pages->addTab(dacAdc = new DacAdcPanel(m_link, m_session), u"DAC and ADC"_s);
-    pages->addTab(calibration = new CalibrationPanel(m_link, m_session, unsaved), u"Calibration"_s);
+    identity = new IdentityPanel(m_link, m_session);
+    pages->addTab(calibration = new CalibrationPanel(m_link, m_session, unsaved, identity),
+                  u"Calibration"_s);
     pages->addTab(digitalIo = new DigitalIoPanel(m_link, m_session), u"Digital I/O"_s);
-    pages->addTab(identity = new IdentityPanel(m_link, m_session), u"Identity"_s);
     for (int page = 0; page < pages->count(); ++page) {
         ScrollPage::wrap(*pages->widget(page));
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);

@@ -16,6 +16,7 @@ class QHBoxLayout;
 namespace corvane {
 
 class ChannelSession;
+class ConnectHint;
 
 /// One tab of the main window: shows a Channel's session and hands on what the user does. It keeps
 /// no state of the Channel, only what is still being typed.
@@ -49,6 +50,7 @@ public:
     QCheckBox *chkLoop = nullptr;
     QComboBox *cboMs = nullptr;
     ResponseView *txtIn = nullptr;
+    ConnectHint *hint = nullptr;
     QPushButton *cmdConnect = nullptr;
     QPushButton *cmdDisconnect = nullptr;
     QLabel *lblStatus = nullptr;
@@ -66,6 +68,8 @@ protected:
     virtual void showEntries() = 0;
     /// Keeps room for the longest status text, so that no button moves under the pointer.
     void reserveStatus(const QString &longest);
+    /// Says in the empty response box how the Channel is connected.
+    void setHint(const QString &text);
     /// For a transport without a state to tell.
     void hideStatus();
     /// A field of the connection row, with its caption and name.

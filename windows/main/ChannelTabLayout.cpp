@@ -1,6 +1,7 @@
 // How a Channel's page looks: its controls, their names and places.
 #include "core/channels/ChannelSession.h"
 #include "windows/main/ChannelTab.h"
+#include "windows/main/ConnectHint.h"
 #include "windows/widgets/Controls.h"
 #include "windows/widgets/EditableBox.h"
 #include "windows/widgets/ScrollPage.h"
@@ -109,6 +110,11 @@ void ChannelTab::reserveStatus(const QString &longest)
 {
     constexpr int boldPercent = 115; // an open Channel's text is bold, hence wider
     lblStatus->setMinimumWidth(fontMetrics().horizontalAdvance(longest) * boldPercent / 100);
+}
+
+void ChannelTab::setHint(const QString &text)
+{
+    hint = new ConnectHint(text, m_session, *txtIn);
 }
 
 void ChannelTab::hideStatus()

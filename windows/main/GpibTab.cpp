@@ -28,6 +28,9 @@ GpibTab::GpibTab(GpibSession &session, QWidget *parent)
 {
     buildFields();
     hideStatus();
+    setHint(u"Not connected: choose the board and the instrument's address above, or have it found "
+            u"with "
+            "Search, and press Connect.  Adapter says through which GPIB adapter."_s);
     showEntries();
 
     for (const QComboBox *entry : {cboIEEEPort, cboIEEEAddress})

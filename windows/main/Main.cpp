@@ -6,6 +6,7 @@
 #include "core/traffic/TrafficRecorder.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BoardWindows.h"
+#include "windows/main/ConnectHint.h"
 #include "windows/main/GpibTab.h"
 #include "windows/main/GuideWindow.h"
 #include "windows/main/SerialTab.h"
@@ -67,6 +68,12 @@ Main::~Main() = default;
 void Main::showNote(const QString &note)
 {
     lblFaults->setNote(StatusLine::About::Board, note);
+}
+
+void Main::showBench()
+{
+    for (const ChannelTab *each : m_channels)
+        each->hint->withdrawBench();
 }
 
 void Main::showRecordingFault(const QString &fault)

@@ -13,6 +13,8 @@
 
 class QAction;
 class QLineEdit;
+class QMenu;
+class QSettings;
 class QSplitter;
 class QTabWidget;
 
@@ -48,6 +50,8 @@ struct MainParts
     CommandList &list;
     TransferEngine &engine;
     TrafficRecorder &traffic;
+    /// Keeps what is remembered from one session to the next; null: nothing is.
+    QSettings *settings = nullptr;
     /// The folder that Log.txt is in and the file dialogs start in.
     QString programFolder;
     /// The adapter of each GPIB board, and what makes it.
@@ -93,6 +97,8 @@ public:
 
     /// Says something in the status bar that is no fault of a Channel; empty: no more.
     void showNote(const QString &note);
+    /// The simulated bench is there: it is offered no more.
+    void showBench();
     /// Says in the status bar that the recording of the traffic has ended.
     void showRecordingFault(const QString &fault);
 
@@ -125,6 +131,7 @@ public:
 
     QTabWidget *tabChannels = nullptr;
     QAction *mnuPrefs = nullptr;
+    QMenu *mnuRecent = nullptr;
     QAction *mnuExit = nullptr;
     QAction *mnuCmdList = nullptr;
     QAction *mnuSBC = nullptr;
@@ -139,6 +146,8 @@ public:
 Q_SIGNALS:
     /// The window has closed: Channels disconnected, other windows gone.
     void closed();
+    /// The user wants the simulated bench behind the Channels.
+    void benchWanted();
 
 protected:
     bool event(QEvent *event) override;

@@ -5,8 +5,11 @@
 #include "devices/GpibControl.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BoardWindows.h"
+#include "windows/main/ConnectHint.h"
 #include "windows/main/GpibTab.h"
+#include "windows/main/ListDrop.h"
 #include "windows/main/Main.h"
+#include "windows/main/RecentLists.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
@@ -47,6 +50,7 @@ void Main::buildChannels()
         clicked(each->cmdLoadFrmChmber, &Main::cmdLoadFrmChmber_Click);
         clicked(each->cmdLoadToChmber, &Main::cmdLoadToChmber_Click);
         clicked(each->cmdStop, &Main::cmdStop_Click);
+        connect(each->hint, &ConnectHint::benchWanted, this, &Main::benchWanted);
     }
     m_splitter->addWidget(tabChannels);
 }
@@ -58,6 +62,7 @@ void Main::watch(ChannelSession &session)
     const int index = session.index();
     connect(&session, &Session::openChanged, this, [this, index](bool open) {
         tabChannels->setTabIcon(index, m_tabMarks.at(open ? 1 : 0));
+        lblFaults->setNote(StatusLine::About::Bench, {});
     });
     connect(&session, &Session::faultChanged, this,
             [this, index](const QString &fault) { lblFaults->setFault(index, fault); });
@@ -133,6 +138,9 @@ void Main::buildMenus()
 
     mnuPrefs = addEntry(mnuFile, u"&Preferences"_s, u"mnuPrefs"_s);
     mnuPrefs->setEnabled(false); // it has no action
+    mnuRecent = mnuFile->addMenu(u"&Recent Lists"_s);
+    mnuRecent->setObjectName(u"mnuRecent"_s);
+    new RecentLists(m_parts.list, *mnuRecent, m_parts.settings, this);
     mnuExit = addEntry(mnuFile, u"&Exit"_s, u"mnuExit"_s);
     mnuExit->setShortcut(QKeySequence::Quit);
     mnuCmdList = addEntry(mnuView, u"&Command List"_s, u"mnuCmdList"_s);
@@ -172,6 +180,7 @@ void Main::connectWindows()
                 &ChannelTab::applyPendingEntries);
     connect(m_board, &BoardWindows::noted, this, &Main::showNote);
     connect(mnuAboutSC, &QAction::triggered, m_setup, &SetupWindows::mnuAboutSC_Click);
+    new ListDrop(*this, [this](const QString &path) { m_parts.list.OpenFile(path); });
     auto *hold = new InputHold(m_parts.clock, this);
     connect(&m_parts.channels.gpib().control(), &GpibControl::busyChanged, hold,
             &InputHold::setCalling);

@@ -20,6 +20,8 @@ SerialTab::SerialTab(SerialSession &session, QWidget *parent)
     cmdPortConfig->setAccessibleName(u"Configure the port"_s);
     addConnectionWidget(cmdPortConfig, nameOf("cmdPortConfig"));
     reserveStatus(channelTexts::portClosed);
+    setHint(u"Not connected: enter the number or the name of the serial port above, look at its "
+            "settings with Configure, and press Connect."_s);
     showEntries();
 
     txtPort->installEventFilter(this);

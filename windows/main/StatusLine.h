@@ -8,12 +8,12 @@
 namespace corvane {
 
 /// The status bar's line of what is to know now: about the list run, each Channel's device and
-/// reply, the list file, the log, the board and the recording. Each stands until its own is set to
-/// an empty text.
+/// reply, the list file, the log, the board, the bench and the recording. Each stands until its own
+/// is set to an empty text.
 class StatusLine : public ElidedLabel
 {
 public:
-    enum class About { Run, ListFile, Log, Board, Recording };
+    enum class About { Run, ListFile, Log, Board, Bench, Recording };
 
     using ElidedLabel::ElidedLabel;
 
@@ -30,7 +30,7 @@ private:
     void set(QString &place, const QString &text);
 
     QStringList m_shown;
-    std::array<QString, 5> m_notes;
+    std::array<QString, 6> m_notes;
     std::array<QString, channelCount> m_faults;
     std::array<QString, channelCount> m_replyNotes;
 };

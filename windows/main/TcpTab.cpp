@@ -16,6 +16,7 @@ TcpTab::TcpTab(TcpSession &session, QWidget *parent)
     addConnectionField(u"&Host:"_s, txtAddress, nameOf("txtAddress"));
     addConnectionField(u"&Port:"_s, txtPort, nameOf("txtPort"));
     reserveStatus(channelTexts::socketStates.back());
+    setHint(u"Not connected: enter the device's host and port above and press Connect."_s);
     showEntries();
 
     connect(txtPort, &QLineEdit::textChanged, this, &TcpTab::txtPort_Change);

@@ -108,6 +108,18 @@ void addRow(QGridLayout &grid, int row, std::initializer_list<QWidget *> widgets
         grid.addWidget(widget, row, column++);
 }
 
+void spread(QGridLayout &grid, int first, int last)
+{
+    for (int row = first; row <= last; ++row) {
+        grid.setRowStretch(row, 1);
+        for (int column = 0; column < grid.columnCount(); ++column) {
+            // Without it a row is no taller than its controls.
+            if (QLayoutItem *item = grid.itemAtPosition(row, column))
+                item->setAlignment(item->alignment() | Qt::AlignVCenter);
+        }
+    }
+}
+
 QGridLayout *frame(QWidget &panel, const QString &title)
 {
     auto *outer = new QVBoxLayout(&panel);

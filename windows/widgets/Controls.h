@@ -54,6 +54,8 @@ QHBoxLayout *row(std::initializer_list<QWidget *> widgets);
 void orderTabs(QList<QWidget *> order);
 /// Puts the widgets into a row of the grid, one a column from `column` on.
 void addRow(QGridLayout &grid, int row, std::initializer_list<QWidget *> widgets, int column = 0);
+/// The rows from one to another, which share what room the grid has to spare.
+void spread(QGridLayout &grid, int first, int last);
 /// The grid of a titled frame that fills the panel.
 QGridLayout *frame(QWidget &panel, const QString &title);
 

@@ -16,6 +16,7 @@ namespace corvane {
 struct MainDesk : FakeChannels
 {
     QTemporaryDir folder;
+    QSettings settings{folder.filePath(u"settings.ini"_s), QSettings::IniFormat};
     GpibAdapterChoices adapters;
     GpibAdapterFactory adapterFactory;
     QtProgramLauncher launcher;
@@ -30,6 +31,7 @@ struct MainDesk : FakeChannels
                .list = list,
                .engine = engine,
                .traffic = traffic,
+               .settings = &settings,
                .programFolder = folder.path(),
                .gpibAdapters = adapters,
                .gpibAdapterFactory = adapterFactory,

@@ -1,5 +1,6 @@
 // The main window among the others: who may use a Channel, and closing.
 #include "core/board/BoardTexts.h"
+#include "core/lists/ListTexts.h"
 #include "core/setup/GpibSearch.h"
 #include "devices/PlatformError.h"
 #include "tests/support/Soon.h"
@@ -9,6 +10,7 @@
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BoardWindows.h"
 #include "windows/main/GpibTab.h"
+#include "windows/main/RecentLists.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
 #include "windows/trend/TrendModule.h"
@@ -248,4 +250,47 @@ TEST(Main, ATrendWindowThatCannotBeLoadedIsSaidAndNothingElseHappens)
         desk.dialogs.expectMessage(reason);
         desk.main.mnuTrend->trigger();
     }
+}
+
+TEST(Main, AListThatIsDroppedAnywhereIsLoadedAndComesBackFromTheMenu)
+{
+    MainDesk desk;
+    desk.main.show();
+    const auto fileOf = [&desk](const QString &name) {
+        QFile file(desk.folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("! a comment\r\n");
+        return file.fileName();
+    };
+    const auto drop = [](QWidget &on, const QList<QUrl> &urls, const QString &text = {}) {
+        QMimeData data;
+        data.setUrls(urls);
+        if (!text.isEmpty())
+            data.setText(text);
+        QDragEnterEvent enter({}, Qt::MoveAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&on, &enter);
+        QDropEvent event({}, Qt::MoveAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&on, &event);
+        QCoreApplication::processEvents();
+    };
+    const QString first = fileOf(u"first & only.kms"_s);
+    drop(*desk.main.commandList->txtVDL->viewport(), {QUrl::fromLocalFile(first)});
+    EXPECT_EQ(desk.list.ListFilePath, first);
+    EXPECT_FALSE(desk.main.commandList->txtVDL->toPlainText().contains(u"file:"));
+    const QString second = fileOf(u"second.tst"_s);
+    drop(desk.main, {QUrl::fromLocalFile(second)});
+    drop(desk.main, {QUrl::fromLocalFile(first), QUrl::fromLocalFile(first)});
+    drop(*desk.main.channel(0)->cboOut->lineEdit(), {}, u"*IDN?"_s);
+    EXPECT_EQ(desk.list.ListFilePath, second);
+
+    QMenu next;
+    const RecentLists ofNextSession(desk.list, next, &desk.settings, nullptr);
+    ASSERT_EQ(next.actions().size(), 2);
+    ASSERT_EQ(desk.main.mnuRecent->actions().size(), 2);
+    EXPECT_TRUE(desk.main.mnuRecent->actions().at(1)->text().startsWith(u"&2  first && only.kms"));
+    desk.main.mnuRecent->actions().at(1)->trigger();
+    EXPECT_EQ(desk.list.ListFilePath, first);
+    QFile::remove(second);
+    desk.dialogs.expectMessage(listTexts::openFailed + listTexts::openProcedure);
+    desk.main.mnuRecent->actions().at(1)->trigger();
 }

@@ -1,0 +1,56 @@
+#include "windows/main/ConnectHint.h"
+
+#include "core/channels/ChannelSession.h"
+#include "windows/widgets/Controls.h"
+#include "windows/widgets/ResponseView.h"
+
+#include <QApplication>
+#include <QEvent>
+
+namespace corvane {
+
+using namespace controls;
+
+ConnectHint::ConnectHint(const QString &text, const ChannelSession &session, ResponseView &box)
+    : QWidget(box.viewport())
+    , lblHint(note(indexed(u"lblHint"_s, session.index()), text))
+    , cmdBench(button(u"Use the Simulated Bench"_s, indexed(u"cmdBench"_s, session.index()),
+                      u"Use the simulated bench"_s))
+    , m_session(session)
+    , m_box(box)
+{
+    setFont(QApplication::font()); // the box has another, for replies
+    lblHint->setText(text);
+    cmdBench->setToolTip(u"Simulated devices answer behind every Channel that is not connected"_s);
+    auto *rows = new QVBoxLayout(this);
+    rows->addWidget(lblHint);
+    rows->addLayout(row({cmdBench, nullptr}));
+    rows->addStretch();
+    connect(cmdBench, &QPushButton::clicked, this, &ConnectHint::benchWanted);
+    using Session = ChannelSession;
+    connect(&session, &Session::openChanged, this, &ConnectHint::showWhereEmpty);
+    connect(&session, &Session::responseReplaced, this, &ConnectHint::showWhereEmpty);
+    connect(&session, &Session::responseAppended, this, &ConnectHint::showWhereEmpty);
+    box.viewport()->installEventFilter(this);
+    showWhereEmpty();
+}
+
+void ConnectHint::withdrawBench()
+{
+    cmdBench->hide();
+}
+
+void ConnectHint::showWhereEmpty()
+{
+    setVisible(!m_session.isOpen() && m_session.response().bytes().isEmpty());
+}
+
+/// It takes all of the box.
+bool ConnectHint::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        setGeometry(m_box.viewport()->rect());
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace corvane
