@@ -1,18 +1,16 @@
 #include "app/UnattendedRun.h"
 
 #include "app/ChannelDriver.h"
-#include "app/JUnitReport.h"
 #include "app/Workbench.h"
 #include "core/channels/ChannelSet.h"
+#include "core/lists/JUnitReport.h"
 #include "core/lists/ListKinds.h"
 #include "core/lists/ListTexts.h"
 #include "core/text/PrintableText.h"
-#include "core/text/ProductInfo.h"
 #include "devices/GpibControl.h"
 #include "devices/PlatformError.h"
 #include "devices/StopSignal.h"
 
-#include <QSysInfo>
 #include <QTextStream>
 
 #include <utility>
@@ -29,24 +27,6 @@ QString verdictText(GridModel::Verdict verdict)
     return QList{QString(), listTexts::passed, listTexts::failed}.at(static_cast<int>(verdict));
 }
 
-/// Why an outcome is neither passed nor failed.
-QString outcomeFault(TransferEngine::Outcome outcome)
-{
-    using Outcome = TransferEngine::Outcome;
-    static const QMap<Outcome, QString> faults = {
-        {Outcome::SyntaxError, u"a cell that is needed is empty"_s},
-        {Outcome::Empty, u"the list is empty"_s},
-        {Outcome::Incomplete, u"the list is incomplete"_s},
-        {Outcome::TimedOut, u"no reply within the GPIB time-out"_s},
-        {Outcome::Stopped, u"the run was stopped"_s}};
-    return faults.value(outcome);
-}
-
-double secondsOf(const QElapsedTimer &timer)
-{
-    return timer.isValid() ? static_cast<double>(timer.elapsed()) / 1000.0 : 0;
-}
-
 } // namespace
 
 UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream &out,
@@ -57,6 +37,7 @@ UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream
     , m_engine(workbench.engine())
     , m_channel(m_channels.at(m_line.channel))
     , m_outputs(m_line, out)
+    , m_record(m_list, m_engine)
     , m_out(out)
     , m_messages(messages)
     , m_rows(m_outputs.useStandardOutput() ? messages : out)
@@ -92,9 +73,7 @@ UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream
 int UnattendedRun::execute()
 {
     const StopSignal signal([this] { stop(); });
-    m_began = QDateTime::currentDateTimeUtc();
-    m_sinceStart.start();
-    m_sinceCheck.start();
+    m_record.restart();
     if (const QString refusal = m_outputs.refusal(); !refusal.isEmpty()) {
         refuse(refusal);
         return anythingElse;
@@ -164,7 +143,7 @@ bool UnattendedRun::connectChannel()
     if (isOpen)
         return true;
     if (m_channels.waits().isClosed())
-        return refuse(outcomeFault(TransferEngine::Outcome::Stopped));
+        return refuse(RunRecord::faultOf(TransferEngine::Outcome::Stopped));
     const QString &caption = m_channel.caption();
     if (waited.elapsed() >= patience)
         return refuse(u"%1: no connection within %2 s"_s.arg(caption).arg(m_line.patienceSeconds));
@@ -210,10 +189,6 @@ void UnattendedRun::stop()
 
 void UnattendedRun::printRow(int row, const QString &reply, GridModel::Verdict verdict)
 {
-    if (verdict != GridModel::Verdict::None) {
-        m_judged[row] = {verdict, secondsOf(m_sinceCheck)};
-        m_sinceCheck.start();
-    }
     if (m_line.get && reply.trimmed().isEmpty())
         m_emptyRows.append(QString::number(row));
     const QString command = m_command.isEmpty() ? m_list.rowText(row) : m_command;
@@ -227,16 +202,16 @@ void UnattendedRun::judgeOutcome()
 {
     if (!m_outcome) {
         if (m_faults.isEmpty())
-            refuseAtRow(outcomeFault(TransferEngine::Outcome::Stopped));
+            refuseAtRow(RunRecord::faultOf(TransferEngine::Outcome::Stopped));
         return;
     }
     const bool failed = *m_outcome == TransferEngine::Outcome::Stopped && !m_fault.isEmpty();
-    if (const QString fault = failed ? m_fault : outcomeFault(*m_outcome);
+    if (const QString fault = failed ? m_fault : RunRecord::faultOf(*m_outcome);
         !fault.isEmpty() && m_faults.isEmpty())
         refuseAtRow(fault);
     if (!m_emptyRows.isEmpty())
         refuse(u"no value came for row %1"_s.arg(m_emptyRows.join(u", "_s)));
-    if (*m_outcome == TransferEngine::Outcome::Passed && m_judged.isEmpty())
+    if (*m_outcome == TransferEngine::Outcome::Passed && !m_record.hasVerdict())
         m_messages << "corvane: the list holds no check; nothing was judged" << Qt::endl;
 }
 
@@ -263,48 +238,11 @@ void UnattendedRun::write(const QString &path, const QByteArray &bytes)
         refuse(fault);
 }
 
-bool UnattendedRun::isTestList() const
-{
-    return m_list.kind() == listKinds::testList;
-}
-
 RunReport UnattendedRun::report() const
 {
-    RunReport report;
-    report.listName = listKinds::fileName(m_line.list);
-    report.hostName = QSysInfo::machineHostName();
-    report.began = m_began;
-    report.properties = {{u"channel"_s, m_channel.caption()},
-                         {u"device"_s, m_channel.place()},
-                         {u"loop-ms"_s, QString::number(m_channel.periodMs())},
-                         {u"version"_s, QString::fromUtf16(productInfo::version)}};
-    report.fault = m_faults.join(u"; "_s);
-    report.seconds = secondsOf(m_sinceStart);
-    for (int row = 0; row < m_list.table().rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < m_list.columnCount(); ++column)
-            cells.append(m_list.text(row, column));
-        if (row > 0 && cells.first().isEmpty())
-            continue; // held ready for a list that could not be read to its end
-        if (row > 0 && isTestList() && cells.value(listKinds::firstColumn) == u"!")
-            report.checks.push_back(checkAt(row));
-        report.rows.push_back(cells);
-    }
+    RunReport report = m_record.report(m_channel, m_faults.join(u"; "_s));
+    report.listName = listKinds::fileName(m_line.list); // also of one that could not be loaded
     return report;
-}
-
-RunReport::Check UnattendedRun::checkAt(int row) const
-{
-    RunReport::Check check;
-    check.row = row;
-    check.command = m_list.rowText(row);
-    check.expected = m_list.text(row, listKinds::valueColumnOfTests);
-    check.tolerance = m_list.text(row, listKinds::toleranceColumn);
-    check.reply = row > 1 ? m_list.text(row - 1, m_list.columnCount() - 1) : QString();
-    const Judged judged = m_judged.value(row);
-    check.verdict = judged.verdict;
-    check.seconds = judged.seconds;
-    return check;
 }
 
 } // namespace corvane

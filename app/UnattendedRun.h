@@ -2,10 +2,8 @@
 
 #include "app/CommandLine.h"
 #include "app/RunOutputs.h"
-#include "app/RunReport.h"
-#include "core/lists/TransferEngine.h"
+#include "core/lists/RunRecord.h"
 
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QObject>
 
@@ -41,13 +39,6 @@ public:
     int execute();
 
 private:
-    /// How a check went.
-    struct Judged
-    {
-        GridModel::Verdict verdict = GridModel::Verdict::None;
-        double seconds = 0;
-    };
-
     bool prepare();
     bool connectChannel();
     void run();
@@ -59,9 +50,7 @@ private:
     void writeResults();
     void write(const QString &path, const QByteArray &bytes);
     [[nodiscard]] qint64 patienceMs() const;
-    [[nodiscard]] bool isTestList() const;
     [[nodiscard]] RunReport report() const;
-    [[nodiscard]] RunReport::Check checkAt(int row) const;
 
     const CommandLine m_line;
     ChannelSet &m_channels;
@@ -69,19 +58,16 @@ private:
     TransferEngine &m_engine;
     ChannelSession &m_channel;
     RunOutputs m_outputs;
+    RunRecord m_record;
     QTextStream &m_out;
     QTextStream &m_messages;
     QTextStream &m_rows;
     std::optional<TransferEngine::Outcome> m_outcome;
     QStringList m_faults;
-    QString m_fault;   ///< the Channel's, told already; that of its send ends the run
-    int m_row = 0;     ///< the row at hand; 0: none yet
-    QString m_command; ///< what it sends
-    QMap<int, Judged> m_judged;
-    QStringList m_emptyRows; ///< those of Get list that got no value
-    QDateTime m_began;
-    QElapsedTimer m_sinceStart;
-    QElapsedTimer m_sinceCheck;
+    QString m_fault;           ///< the Channel's, told already; that of its send ends the run
+    int m_row = 0;             ///< the row at hand; 0: none yet
+    QString m_command;         ///< what it sends
+    QStringList m_emptyRows;   ///< those of Get list that got no value
     QElapsedTimer m_sinceSign; ///< of life: a command went out, or a piece of a reply came
 };
 

@@ -1,1 +1,1 @@
-corvane_test(app SOURCES CommandLineTest.cpp RunReportTest.cpp USES app)
+corvane_test(app SOURCES CommandLineTest.cpp USES app)

@@ -70,12 +70,21 @@ TEST(EndToEndLists, GetSendPassAndFailOnEveryChannel)
         EXPECT_EQ(run(desk, line).messages, u"Test Passed.\n") << index;
         line.list = fail;
         line.junitFile = files.folder.filePath(u"f.xml"_s);
+        line.csvFile = files.folder.filePath(u"f.csv"_s);
         const ListRun failed = run(desk, line);
+        for (const QString &name : {u"window.csv"_s, u"window.xml"_s}) {
+            desk.dialogs.savePath = files.folder.filePath(name);
+            desk.main.commandList->cmdSaveResults->click();
+        }
+        EXPECT_EQ(files.read("window.csv"), files.read("f.csv"));
+        EXPECT_TRUE(files.read("window.xml").contains("tests=\"1\" failures=\"1\" errors=\"0\""))
+            << files.read("window.xml").toStdString();
         EXPECT_EQ(failed.exitCode, 1) << index;
         EXPECT_EQ(failed.messages, u"Test Failed.\n");
         EXPECT_EQ(failed.rows.count(u'\n'), 2) << failed.rows.toStdString();
         EXPECT_TRUE(files.read("f.xml").contains("expected &quot;25&quot;, tolerance "
                                                  "&quot;0.5&quot;, reply &quot;31.0&quot;"));
+        line.csvFile.clear();
         line.list = settings;
         line.get = true;
         line.saveFile = files.folder.filePath(u"saved.kms"_s);

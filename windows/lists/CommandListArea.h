@@ -37,6 +37,7 @@ public:
     QPushButton *cmdLoad;
     QPushButton *cmdSave;
     QPushButton *cmdEditList;
+    QPushButton *cmdSaveResults;
     QPushButton *cmdSaveList;
     QPushButton *cmdAddRow;
     QPushButton *cmdDeleteRow;

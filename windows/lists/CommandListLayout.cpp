@@ -41,6 +41,8 @@ constexpr ButtonRow buttonRows[] = {
      "Ctrl+E"},
     {&CommandListArea::cmdSaveList, "cmdSaveList", "Save List...", "Save the list as text",
      "Ctrl+Shift+S"},
+    {&CommandListArea::cmdSaveResults, "cmdSaveResults", "Save Results...",
+     "Save the results of the last run as a table or a JUnit report", "Ctrl+R"},
     {&CommandListArea::cmdAddRow, "cmdAddRow", "Add Row", "Add a row at the end of the list",
      "Ctrl+Ins"},
     {&CommandListArea::cmdDeleteRow, "cmdDeleteRow", "Delete Ro&w", "Delete the current row",
@@ -144,6 +146,8 @@ void CommandListArea::layOut()
     auto *files = new QGridLayout;
     addRow(*files, 0, {cmdLoad, cmdSave});
     addRow(*files, 1, {cmdEditList, cmdSaveList});
+    files->addWidget(cmdSaveResults, 2, 0, 1, 2);
+    cmdSaveResults->setEnabled(false); // nothing has been run
     auto *left = new QVBoxLayout(m_leftHand);
     left->setContentsMargins(0, 0, 0, 0);
     left->addWidget(txtVDL);
@@ -168,8 +172,8 @@ void CommandListArea::layOut()
     all->addWidget(splitter, 1);
     ScrollPage::wrap(*this);
     orderTabs({cmdMaxGrid, cmdMinGrid, txtVDL, cmdLoad, cmdSave, cmdEditList, cmdSaveList,
-               flexgridVDL, cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear, chkStripOpr, cmdGetList,
-               cmdSendList, cmdStopSend});
+               cmdSaveResults, flexgridVDL, cmdAddRow, cmdDeleteRow, cmdClearCol, cmdClear,
+               chkStripOpr, cmdGetList, cmdSendList, cmdStopSend});
 }
 
 void CommandListArea::setColumnWidths()

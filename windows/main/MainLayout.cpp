@@ -4,6 +4,7 @@
 #include "core/lists/TransferEngine.h"
 #include "devices/GpibControl.h"
 #include "windows/lists/CommandListArea.h"
+#include "windows/lists/RunResults.h"
 #include "windows/main/BoardWindows.h"
 #include "windows/main/ConnectHint.h"
 #include "windows/main/GpibTab.h"
@@ -108,6 +109,12 @@ void Main::buildCommandList()
     };
     connect(&m_parts.list, &CommandList::noted, this, showListNote);
     connect(commandList, &CommandListArea::noted, this, showListNote);
+    auto *results =
+        new RunResults(m_parts.channels, m_parts.list, m_parts.engine, m_parts.dialogs, this);
+    connect(results, &RunResults::changed, commandList->cmdSaveResults, &QWidget::setEnabled);
+    connect(results, &RunResults::noted, this, showListNote);
+    connect(commandList->cmdSaveResults, &QPushButton::clicked, results,
+            [this, results] { results->save(commandList); });
     m_splitter->addWidget(commandList);
 }
 

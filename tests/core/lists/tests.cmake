@@ -1,1 +1,1 @@
-corvane_test(core/lists SOURCES CheckRowTest.cpp ListFileTest.cpp ListStepTest.cpp ListTextTest.cpp TransferEngineTest.cpp USES core/lists)
+corvane_test(core/lists SOURCES CheckRowTest.cpp ListFileTest.cpp ListStepTest.cpp ListTextTest.cpp RunReportTest.cpp TransferEngineTest.cpp USES core/lists)

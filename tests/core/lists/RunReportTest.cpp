@@ -1,6 +1,6 @@
-#include "app/RunReport.h"
+#include "core/lists/RunReport.h"
 
-#include "app/JUnitReport.h"
+#include "core/lists/JUnitReport.h"
 #include "tests/support/Testing.h"
 
 using namespace corvane;

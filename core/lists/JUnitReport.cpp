@@ -1,6 +1,6 @@
-#include "app/JUnitReport.h"
+#include "core/lists/JUnitReport.h"
 
-#include "app/RunReport.h"
+#include "core/lists/RunReport.h"
 #include "core/text/PrintableText.h"
 #include "devices/Literals.h"
 

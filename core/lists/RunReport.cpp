@@ -1,4 +1,4 @@
-#include "app/RunReport.h"
+#include "core/lists/RunReport.h"
 
 #include "core/text/Csv.h"
 

@@ -1,0 +1,97 @@
+#include "core/lists/RunRecord.h"
+
+#include "core/channels/ChannelSession.h"
+#include "core/lists/CommandList.h"
+#include "core/lists/ListKinds.h"
+#include "core/text/ProductInfo.h"
+
+#include <QSysInfo>
+
+namespace corvane {
+
+namespace {
+
+double secondsOf(const QElapsedTimer &timer)
+{
+    return timer.isValid() ? static_cast<double>(timer.elapsed()) / 1000.0 : 0;
+}
+
+} // namespace
+
+RunRecord::RunRecord(const CommandList &list, const TransferEngine &engine, QObject *parent)
+    : QObject(parent)
+    , m_list(list)
+{
+    connect(&engine, &TransferEngine::rowFinished, this,
+            [this](int row, const QString &, GridModel::Verdict verdict) { judge(row, verdict); });
+}
+
+void RunRecord::restart()
+{
+    m_judged.clear();
+    m_began = QDateTime::currentDateTimeUtc();
+    m_sinceStart.start();
+    m_sinceCheck.start();
+}
+
+void RunRecord::judge(int row, GridModel::Verdict verdict)
+{
+    if (verdict == GridModel::Verdict::None)
+        return;
+    m_judged[row] = {verdict, secondsOf(m_sinceCheck)};
+    m_sinceCheck.start();
+}
+
+RunReport RunRecord::report(const ChannelSession &channel, const QString &fault) const
+{
+    RunReport report;
+    report.listName = m_list.ListFileName;
+    report.hostName = QSysInfo::machineHostName();
+    report.began = m_began;
+    report.properties = {{u"channel"_s, channel.caption()},
+                         {u"device"_s, channel.place()},
+                         {u"loop-ms"_s, QString::number(channel.periodMs())},
+                         {u"version"_s, QString::fromUtf16(productInfo::version)}};
+    report.fault = fault;
+    report.seconds = secondsOf(m_sinceStart);
+    const bool isTestList = m_list.kind() == listKinds::testList;
+    for (int row = 0; row < m_list.table().rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < m_list.columnCount(); ++column)
+            cells.append(m_list.text(row, column));
+        if (row > 0 && cells.first().isEmpty())
+            continue; // held ready for a list that could not be read to its end
+        if (row > 0 && isTestList && cells.value(listKinds::firstColumn) == u"!")
+            report.checks.push_back(checkAt(row));
+        report.rows.push_back(cells);
+    }
+    return report;
+}
+
+RunReport::Check RunRecord::checkAt(int row) const
+{
+    RunReport::Check check;
+    check.row = row;
+    check.command = m_list.rowText(row);
+    check.expected = m_list.text(row, listKinds::valueColumnOfTests);
+    check.tolerance = m_list.text(row, listKinds::toleranceColumn);
+    check.reply = row > 1 ? m_list.text(row - 1, m_list.columnCount() - 1) : QString();
+    const Judged judged = m_judged.value(row);
+    check.verdict = judged.verdict;
+    check.seconds = judged.seconds;
+    return check;
+}
+
+QString RunRecord::faultOf(TransferEngine::Outcome outcome)
+{
+    using Outcome = TransferEngine::Outcome;
+    static const QMap<Outcome, QString> faults = {
+        {Outcome::SyntaxError, u"a cell that is needed is empty"_s},
+        {Outcome::Empty, u"the list is empty"_s},
+        {Outcome::Incomplete, u"the list is incomplete"_s},
+        {Outcome::TimedOut, u"no reply within the GPIB time-out"_s},
+        {Outcome::Stopped, u"the run was stopped"_s}};
+    return faults.value(outcome);
+}
+
+} // namespace corvane
