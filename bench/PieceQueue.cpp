@@ -17,9 +17,13 @@ PieceQueue::PieceQueue(Sink sink)
 
 void PieceQueue::add(const Pieces &pieces)
 {
+    for (TimedPiece &waiting : m_pieces)
+        waiting.afterMs = waiting.isUnasked ? 0 : waiting.afterMs;
     m_pieces.insert(m_pieces.end(), pieces.begin(), pieces.end());
-    if (!m_timer.isActive())
-        run();
+    if (m_pieces.empty() || (m_timer.isActive() && !m_pieces.front().isUnasked))
+        return;
+    m_timer.stop();
+    run();
 }
 
 void PieceQueue::clear()

@@ -9,7 +9,8 @@
 
 namespace corvane::bench {
 
-/// Hands on the pieces of replies in order, each at its time.
+/// Hands on the pieces of replies in order, each at its time; what is unasked and still waits when
+/// another reply comes goes before that at once.
 class PieceQueue
 {
 public:

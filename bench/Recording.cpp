@@ -43,6 +43,17 @@ std::optional<QByteArray> bytesMember(const QJsonObject &object, QLatin1String n
     return bytes;
 }
 
+/// Marks the end of a reply, and what came after its first line as unasked; or all of it.
+void mark(Pieces &pieces, bool isUnasked)
+{
+    for (TimedPiece &piece : pieces) {
+        piece.isUnasked = isUnasked;
+        isUnasked = isUnasked || piece.bytes.endsWith('\r') || piece.bytes.endsWith('\n');
+    }
+    if (!pieces.empty())
+        pieces.back().end = true;
+}
+
 /// Puts the lines of one file into a recording.
 class Reader
 {
@@ -62,7 +73,8 @@ private:
         RecordedDevice device;
         /// What was sent of a request that is not ended yet.
         LineReader request;
-        /// Takes what is received: the reply to the last request, or what came unasked.
+        /// Takes what is received: the reply to the last request, or what came unasked. Null where
+        /// that is not known.
         Pieces *open = nullptr;
         qint64 openedAt = 0;
         /// Milliseconds from there to the last piece.
@@ -76,6 +88,7 @@ private:
     QString takeData(const QJsonObject &event, int channel, qint64 time);
     QString takeAddress(const QString &text, qint64 time);
 
+    QString lose(qint64 count);
     void connected(int channel, qint64 time);
     /// With the device of a Channel, on the GPIB with that at the address known last.
     Talk &talk(int channel, qint64 time);
@@ -161,7 +174,7 @@ QString Reader::take(const QJsonObject &event)
     if (!time)
         return u"its \"time\" is no number of microseconds"_s;
     if (kind == u"lost")
-        return u"events are missing here: %1"_s.arg(event["count"_L1].toInteger());
+        return lose(event["count"_L1].toInteger());
     const bool addresses = kind == u"addressed";
     const bool connects = kind == u"connected";
     if (kind != u"data" && !addresses && !connects)
@@ -207,6 +220,17 @@ QString Reader::takeAddress(const QString &text, qint64 time)
     m_gpib = {match.captured(1).toInt(), address};
     talk(gpibChannel, time);
     return {};
+}
+
+/// Nothing after it belongs to anything before it.
+QString Reader::lose(qint64 count)
+{
+    for (auto &[key, talk] : m_talks) {
+        talk.request.take();
+        talk.open = nullptr;
+    }
+    m_gpib.reset();
+    return u"events are missing here: %1"_s.arg(count);
 }
 
 void Reader::connected(int channel, qint64 time)
@@ -259,7 +283,7 @@ void Reader::sent(Talk &talk, const QByteArray &bytes, qint64 time)
 void Reader::received(Talk &talk, const QByteArray &bytes, qint64 time)
 {
     constexpr qint64 longestMs = std::numeric_limits<int>::max();
-    if (bytes.isEmpty())
+    if (bytes.isEmpty() || talk.open == nullptr)
         return;
     keep(bytes);
     // Rounded from the request on, so that many small delays add up to the whole.
@@ -286,20 +310,17 @@ void Reader::note(const QString &text)
 
 void Reader::finish()
 {
-    const auto markEnds = [](std::vector<Pieces> &all) {
-        for (Pieces &pieces : all) {
-            if (!pieces.empty())
-                pieces.back().end = true;
-        }
-    };
     if (m_untold > 0)
         m_recording.notes.append(u"and %1 more"_s.arg(m_untold));
     for (auto &[key, talk] : m_talks) {
         if (talk.device.exchanges == 0 && std::ranges::all_of(talk.device.unasked, &Pieces::empty))
             continue;
-        markEnds(talk.device.unasked);
-        for (std::vector<Pieces> &replies : talk.device.replies)
-            markEnds(replies);
+        for (Pieces &pieces : talk.device.unasked)
+            mark(pieces, true);
+        for (std::vector<Pieces> &replies : talk.device.replies) {
+            for (Pieces &pieces : replies)
+                mark(pieces, false);
+        }
         m_recording.devices.push_back(std::move(talk.device));
     }
     if (!m_recording.devices.empty())

@@ -14,6 +14,9 @@ struct TimedPiece
     QByteArray bytes;
     /// The reply's end: where a GPIB device marks its last byte.
     bool end = false;
+    /// It came on its own, not in answer to anything: it holds up no later reply, but goes out
+    /// before that, sooner than it would have.
+    bool isUnasked = false;
 };
 using Pieces = std::vector<TimedPiece>;
 

@@ -167,3 +167,25 @@ TEST(Recording, AFileThatIsNoneIsRefusedWithTheReason)
         EXPECT_EQ(file.read().fault.toStdString(), "Permission denied");
     }
 }
+
+/// Half a request before a loss is not the beginning of another, nor what came after it a reply.
+TEST(Recording, ALossParts)
+{
+    const Recording read =
+        RecordingFile()
+            .write({"0 IEEE 488 @ GPIB0::5", "1 TCP/IP-1 > A\r", "2 TCP/IP-1 > hal",
+                    R"({"time":2000,"event":"lost","count":9})",
+                    "3 TCP/IP-1 < of what was lost\r\n", "3 IEEE 488 > C", "4 TCP/IP-1 > A\r",
+                    "5 TCP/IP-1 < a\r\n", "6 IEEE 488 @ GPIB0::6", "7 IEEE 488 > D"})
+            .read();
+    EXPECT_EQ(read.notes, (QStringList{u"line 5: events are missing here: 9"_s,
+                                       u"line 7: no GPIB address is known for it"_s}));
+    ASSERT_EQ(read.devices.size(), 2U);
+    for (const RecordedDevice &device : read.devices) {
+        if (device.gpib)
+            EXPECT_EQ(device.replies.keys(), QByteArrayList{"D"});
+        else
+            EXPECT_EQ(written(device.replies["A"].at(0)) + written(device.replies["A"].at(1)),
+                      "1:a\r\n$");
+    }
+}

@@ -26,7 +26,11 @@ protected:
             "14 IEEE 488 > B\rC",      "15 IEEE 488 < c",       "16 IEEE 488 < 5",
             "17 IEEE 488 @ GPIB1::16", "18 IEEE 488 < c16\r\n", "19 IEEE 488 @ GPIB3::5",
             "20 IEEE 488 > C\r",       "21 IEEE 488 < far"};
-        Recording recording = RecordingFile().write(tcp + serial + gpib).read();
+        start(tcp + serial + gpib, secondGpibPort);
+    }
+    void start(const QList<QByteArray> &rows, std::optional<quint16> secondGpibPort = std::nullopt)
+    {
+        Recording recording = RecordingFile().write(rows).read();
         recording.path = u"site.jsonl"_s;
         BenchOptions options;
         options.chamberPort = 0;
@@ -67,6 +71,21 @@ TEST_F(ReplayedDesk, AnswersOnTcpAsRecordedAndSaysWhatWasNot)
     TcpUser second(portOf(2));
     second.send("A\r");
     second.expect("1\r"); // and no greeting
+}
+
+/// An alarm a minute after a reply, a banner a minute after the connection.
+TEST_F(ReplayedDesk, WhatCameLateAndUnaskedHoldsUpNoReply)
+{
+    start({"0 TCP/IP-1 + h:1", "60000 TCP/IP-1 < ready\r\n", "61000 TCP/IP-1 > A\r",
+           "61100 TCP/IP-1 < a", "61101 TCP/IP-1 < 1\r\n", "121000 TCP/IP-1 < ALARM\r\n",
+           "200000 TCP/IP-1 > B\r", "200001 TCP/IP-1 < b\r\n"});
+    TcpUser user(portOf(0));
+    user.send("A\r");
+    user.expect("ready\r\na1\r\n");
+    user.send("B\r");
+    user.expect("ALARM\r\nb\r\n");
+    user.send("A\rB\r"); // a reply that is under way comes first, and whole
+    user.expect("a1\r\nALARM\r\nb\r\n");
 }
 
 TEST_F(ReplayedDesk, GreetsOnASerialPortWhenItsUserIsThere)
