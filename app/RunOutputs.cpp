@@ -2,6 +2,7 @@
 
 #include "app/CommandLine.h"
 #include "devices/Literals.h"
+#include "devices/RegularFile.h"
 #include "devices/WholeFile.h"
 
 #include <QDir>
@@ -46,6 +47,8 @@ QString placeOf(const QString &path)
 
 bool isSamePlace(const QString &one, const QString &other)
 {
+    if (regularFile::isSame(one, other))
+        return true;
 #ifdef Q_OS_WIN
     constexpr auto sensitivity = Qt::CaseInsensitive;
 #else
@@ -81,6 +84,8 @@ QString RunOutputs::refusal() const
         }
         if (output.path == standardOutput)
             continue;
+        if (regularFile::isSame(output.path, standardOutput))
+            return because(u"standard output goes there"_s);
         if (const QString fault = wholeFile::refusal(output.path); !fault.isEmpty())
             return because(fault);
     }

@@ -31,6 +31,11 @@ int unixFlags(QIODevice::OpenMode mode)
     return mode.testFlag(QIODevice::NewOnly) ? flags | O_EXCL : flags;
 }
 
+bool isOne(const struct stat &file, const struct stat &other)
+{
+    return file.st_dev == other.st_dev && file.st_ino == other.st_ino;
+}
+
 QString openWithoutWaiting(QFile &file, QIODevice::OpenMode mode)
 {
     const int handle =
@@ -79,6 +84,40 @@ QString regularFile::write(QFileDevice &file, QByteArrayView bytes)
         bytes = bytes.sliced(taken);
     }
     return {};
+}
+
+QString regularFile::mishap(const QFileDevice &file, const QString &path, qint64 size)
+{
+#ifdef Q_OS_UNIX
+    struct stat ours = {};
+    struct stat there = {};
+    if (::stat(QFile::encodeName(path).constData(), &there) != 0)
+        return u"the file has gone"_s;
+    if (fstat(file.handle(), &ours) != 0 || !isOne(ours, there))
+        return u"another file has taken its place"_s;
+#else
+    if (!QFile::exists(path))
+        return u"the file has gone"_s;
+#endif
+    return file.size() == size ? QString() : u"somebody else has changed the file"_s;
+}
+
+bool regularFile::isSame(const QString &one, const QString &other)
+{
+#ifdef Q_OS_UNIX
+    const auto look = [](const QString &path, struct stat &found) {
+        return (path == u"-" ? fstat(STDOUT_FILENO, &found)
+                             : ::stat(QFile::encodeName(path).constData(), &found)) == 0 &&
+               S_ISREG(found.st_mode);
+    };
+    struct stat first = {};
+    struct stat second = {};
+    return look(one, first) && look(other, second) && isOne(first, second);
+#else
+    Q_UNUSED(one)
+    Q_UNUSED(other)
+    return false;
+#endif
 }
 
 QString regularFile::sync(const QFileDevice &file)

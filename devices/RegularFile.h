@@ -21,6 +21,14 @@ QString write(QFileDevice &file, QByteArrayView bytes);
 /// Has what was written reach the disk: some file systems find only then that they are full.
 QString sync(const QFileDevice &file);
 
+/// What has befallen an open file of ours, which was made at this path and is to be so many bytes
+/// long: it was removed, another took its place, or somebody else changed its length. Empty when
+/// nothing has.
+QString mishap(const QFileDevice &file, const QString &path, qint64 size);
+
+/// True when both paths lead to one regular file, by whatever names. "-" is standard output.
+bool isSame(const QString &one, const QString &other);
+
 /// What is said of something that is there and is no regular file.
 inline const QString refusal = u"it is no regular file"_s;
 

@@ -7,7 +7,6 @@
 #else
 #include <csignal>
 #include <fcntl.h>
-#include <poll.h>
 #include <unistd.h>
 #endif
 
@@ -40,11 +39,6 @@ bool standardStreams::canPrint()
     return _fileno(stdout) >= 0;
 }
 
-bool standardStreams::takesOutput()
-{
-    return true; // the system has no question for that
-}
-
 #else
 
 namespace {
@@ -72,12 +66,6 @@ bool standardStreams::canPrint()
 {
     const int flags = ::fcntl(STDOUT_FILENO, F_GETFL);
     return flags >= 0 && (flags & O_ACCMODE) != O_RDONLY;
-}
-
-bool standardStreams::takesOutput()
-{
-    pollfd output{STDOUT_FILENO, POLLOUT, 0};
-    return ::poll(&output, 1, 0) > 0;
 }
 
 #endif

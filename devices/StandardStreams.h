@@ -13,7 +13,4 @@ void prepare();
 /// False when nothing that is printed can arrive, as standard output was closed at the start.
 bool canPrint();
 
-/// True when standard output takes some bytes at once: a pipe's reader may be slow.
-bool takesOutput();
-
 } // namespace corvane::standardStreams

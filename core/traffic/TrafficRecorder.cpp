@@ -84,7 +84,6 @@ TrafficRecorder::TrafficRecorder(qsizetype most)
     : m_mostBlocks(static_cast<std::size_t>(std::max<qsizetype>(most / blockSize, 2)))
     , m_began(QDateTime::currentDateTimeUtc())
 {
-    m_clock.start();
 }
 
 TrafficRecorder::~TrafficRecorder() = default;
@@ -113,13 +112,17 @@ void TrafficRecorder::listenTo(const ChannelSession &session)
     });
 }
 
-/// A fault is told by the transport and by the session it befell; it is one event.
+/// A fault is told by the transport and by the session it befell, in one turn of the event loop; it
+/// is one event. The same one in a later turn is another.
 void TrafficRecorder::addFault(int channel, const QString &text)
 {
     const auto index = static_cast<std::size_t>(channel);
     if (text.isEmpty() || (index < m_faults.size() && m_faults[index] == text))
         return;
     addText(channel, TrafficKind::Fault, text);
+    if (m_faults.empty())
+        QMetaObject::invokeMethod(
+            this, [this] { m_faults.clear(); }, Qt::QueuedConnection);
     m_faults.resize(std::max(m_faults.size(), index + 1));
     m_faults[index] = text;
 }

@@ -2,8 +2,8 @@
 
 #include "core/traffic/TrafficEvents.h"
 #include "devices/LargePage.h"
+#include "devices/SteadyClock.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 
 #include <deque>
@@ -40,7 +40,7 @@ public:
     void add(int channel, TrafficKind kind, QByteArrayView content);
 
     [[nodiscard]] const QDateTime &began() const override { return m_began; }
-    [[nodiscard]] qint64 now() const override { return m_clock.nsecsElapsed() / 1000; }
+    [[nodiscard]] qint64 now() const override { return steadyMicroseconds() - m_start; }
     [[nodiscard]] quint64 first() const override;
     [[nodiscard]] quint64 end() const override { return m_end; }
     [[nodiscard]] TrafficEvent at(quint64 number) const override;
@@ -65,10 +65,10 @@ private:
 
     const std::size_t m_mostBlocks;
     QDateTime m_began;
-    QElapsedTimer m_clock;
+    const qint64 m_start = steadyMicroseconds();
     std::deque<std::unique_ptr<Block>> m_blocks;
     quint64 m_end = 0;
-    std::vector<QString> m_faults; ///< by Channel: the fault that nothing has followed yet
+    std::vector<QString> m_faults; ///< by Channel: the fault that was told in this turn of events
 };
 
 } // namespace corvane

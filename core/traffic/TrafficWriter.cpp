@@ -4,12 +4,11 @@
 #include "core/traffic/TrafficRecorder.h"
 #include "devices/PlatformError.h"
 #include "devices/RegularFile.h"
-#include "devices/StandardStreams.h"
 
 #include <QDeadlineTimer>
 #include <QThread>
 
-#include <cstdio>
+#include <utility>
 
 namespace corvane {
 
@@ -19,25 +18,21 @@ namespace {
 constexpr qsizetype enough = qsizetype{256} << 10;
 /// As many batches leave the window time to answer.
 constexpr int batchesATurn = 8;
-/// A pipe that can take anything takes so much at once.
-constexpr qsizetype pipePiece = 4096;
 
 } // namespace
 
 TrafficWriter::TrafficWriter(TrafficRecorder &recorder, const QString &path)
     : m_recorder(recorder)
     , m_path(path)
-    , m_isStandardOutput(path == u"-")
     , m_file(path)
     , m_next(recorder.first())
     , m_lost(recorder.first())
 {
-    constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
-    const QString refused =
-        m_isStandardOutput ? QString() : regularFile::open(m_file, mode | QIODevice::Truncate);
-    if (!refused.isEmpty() || (m_isStandardOutput && !m_file.open(stdout, mode)))
-        throw PlatformError(
-            u"%1: %2"_s.arg(path, refused.isEmpty() ? m_file.errorString() : refused));
+    constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered | QIODevice::Truncate;
+    if (path == u"-")
+        m_output = std::make_unique<UnwaitingOutput>();
+    else if (const QString refused = regularFile::open(m_file, mode); !refused.isEmpty())
+        throw PlatformError(u"%1: %2"_s.arg(path, refused));
     m_pending = trafficLine::ofStart(recorder.began());
     writeSome();
     if (!m_fault.isEmpty())
@@ -52,9 +47,7 @@ void TrafficWriter::timer_Timer()
     bool isMore = true;
     for (int turn = 0; turn < batchesATurn && isMore; ++turn)
         isMore = writeSome();
-    // Into a file without a name goes what nobody will read.
-    if (m_fault.isEmpty() && !m_isStandardOutput && !QFile::exists(m_path))
-        fail(u"the file has gone"_s);
+    checkFile();
     if (m_fault.isEmpty())
         m_timer.start(isMore ? 0 : intervalMs);
 }
@@ -69,31 +62,46 @@ bool TrafficWriter::writeSome()
 
 void TrafficWriter::fill()
 {
-    if (m_lost > 0 && m_pending.size() < enough)
-        m_pending += trafficLine::ofLost(m_recorder.now(), std::exchange(m_lost, 0));
+    if (m_lost > 0 && m_pending.size() < enough) {
+        const bool isLast = m_next == m_recorder.end();
+        m_pending += trafficLine::ofLost(isLast ? m_recorder.now() : m_recorder.at(m_next).time,
+                                         std::exchange(m_lost, 0));
+    }
     while (m_next < m_recorder.end() && m_pending.size() < enough)
         m_pending += trafficLine::ofEvent(m_recorder.at(m_next++));
 }
 
 bool TrafficWriter::put()
 {
-    if (m_isStandardOutput) {
-        if (!standardStreams::takesOutput())
-            return false;
-        const QByteArrayView piece =
-            QByteArrayView(m_pending).first(std::min(m_pending.size(), pipePiece));
-        if (const QString fault = regularFile::write(m_file, piece); !fault.isEmpty())
+    if (!m_output)
+        return putIntoFile();
+    const auto taken = m_output->write(m_pending);
+    if (!taken)
+        fail(m_output->errorString());
+    m_pending.remove(0, taken.value_or(0));
+    return taken.value_or(0) > 0;
+}
+
+bool TrafficWriter::putIntoFile()
+{
+    const qint64 before = m_file.pos();
+    if (checkFile()) {
+        if (const QString fault = regularFile::write(m_file, m_pending); !fault.isEmpty()) {
+            m_file.resize(before); // no part of a line
             fail(fault);
-        m_pending.remove(0, piece.size());
-        return true;
-    }
-    const qint64 before = m_file.size();
-    if (const QString fault = regularFile::write(m_file, m_pending); !fault.isEmpty()) {
-        m_file.resize(before); // no part of a line
-        fail(fault);
+        }
     }
     m_pending.clear();
     return true;
+}
+
+/// Into a file that is not ours any more goes what nobody will read.
+bool TrafficWriter::checkFile()
+{
+    const QString mishap = m_output ? QString() : regularFile::mishap(m_file, m_path, m_file.pos());
+    if (m_fault.isEmpty() && !mishap.isEmpty())
+        fail(mishap);
+    return m_fault.isEmpty();
 }
 
 void TrafficWriter::makeRoom(quint64 before)
@@ -106,7 +114,7 @@ void TrafficWriter::makeRoom(quint64 before)
 
 void TrafficWriter::fail(const QString &why)
 {
-    const QString name = m_isStandardOutput ? u"standard output"_s : m_path;
+    const QString name = m_output ? u"standard output"_s : m_path;
     m_fault = u"%1: %2; the recording of the traffic ends here"_s.arg(name, why);
     m_timer.stop();
     m_recorder.disconnect(this);
@@ -122,12 +130,16 @@ QString TrafficWriter::finish()
         else if (m_pending.isEmpty() || !m_fault.isEmpty())
             break;
         else if (patience.hasExpired())
-            fail(u"its reader takes no more"_s);
+            fail(u"it takes no more"_s);
         else
             QThread::msleep(1);
     }
     m_timer.stop();
     m_recorder.disconnect(this);
+    if (checkFile() && !m_output) {
+        if (const QString fault = regularFile::sync(m_file); !fault.isEmpty())
+            fail(fault);
+    }
     m_file.close();
     return m_fault;
 }

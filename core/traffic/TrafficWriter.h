@@ -1,8 +1,12 @@
 #pragma once
 
+#include "devices/UnwaitingOutput.h"
+
 #include <QFile>
 #include <QObject>
 #include <QTimer>
+
+#include <memory>
 
 namespace corvane {
 
@@ -40,12 +44,14 @@ private:
     bool writeSome();
     void fill();
     bool put();
+    bool putIntoFile();
+    bool checkFile();
     void makeRoom(quint64 before);
     void fail(const QString &why);
 
     TrafficRecorder &m_recorder;
     const QString m_path;
-    const bool m_isStandardOutput;
+    std::unique_ptr<UnwaitingOutput> m_output; ///< standard output; null for a file
     QFile m_file;
     QTimer m_timer;
     quint64 m_next = 0;   ///< the number of the first event that is not in m_pending yet

@@ -51,6 +51,13 @@ TEST(Program, RecordsTheTrafficInItsFormatAndSaysWhenItCannot)
         {"$corvane --demo --record - a.tst 2>e | grep -c time >n; test $(cat n) -gt 20; echo $?; "
          "tail -1 e",
          "0\nTest Passed.\n"},
+        {"$corvane --demo --record /dev/stdout a.tst >o 2>&1; echo $?; cat o",
+         "2\ncorvane: --record /dev/stdout: standard output goes there\n"},
+        {"$corvane --demo --run a.tst --channel tcp1 --csv - --record o >o 2>e; echo $?; cat o e",
+         "2\ncorvane: --record o: --csv goes there\n"},
+        {"echo old >t.jsonl; $corvane --run none.tst --channel tcp1 --record t.jsonl 2>e; echo $?; "
+         "cat t.jsonl",
+         "2\nold\n"},
         {"ulimit -f 2; $corvane --demo --record t.jsonl a.tst >/dev/null 2>e; echo $?; "
          "grep -o 't.jsonl: File too large' e; tail -c 2 t.jsonl",
          "2\nt.jsonl: File too large\n}\n"},

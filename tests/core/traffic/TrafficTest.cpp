@@ -1,6 +1,7 @@
 #include "core/traffic/TrafficRecorder.h"
 #include "core/traffic/TrafficWriter.h"
 #include "devices/PlatformError.h"
+#include "tests/devices/Pty.h"
 #include "tests/support/FakeChannels.h"
 #include "tests/support/Soon.h"
 #include "tests/support/WriteLimit.h"
@@ -59,13 +60,17 @@ TEST(TrafficRecorder, RecordsWhatPassesAChannelWhoeverUsesItAndAFaultOnce)
     desk.tcpClient1.sendData("by another"); // as the board window does
     desk.tcpClient1.feed(QByteArray("\0\xff", 2));
     desk.channels.tcp(3).close();
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        Q_EMIT desk.channels.tcp(4).connectFailed(u"refused"_s);
+        QCoreApplication::processEvents();
+    }
     const QString place = desk.channels.serial(0).place();
     EXPECT_EQ(told(recorder),
               (QStringList{u"0 connected fake port 1, address 01"_s, u"0 sent >01 *IDN?"_s,
                            u"0 received <01:A"_s, u"0 fault broken"_s, u"0 fault gone"_s,
                            u"0 disconnected"_s, u"3 connected "_s + desk.channels.tcp(3).place(),
                            u"3 sent by another"_s, u"3 received "_s + QChar(0) + QChar(0xff),
-                           u"3 disconnected"_s}));
+                           u"3 disconnected"_s, u"4 fault refused"_s, u"4 fault refused"_s}));
 }
 
 TEST(TrafficRecorder, KeepsTheNewestInItsMemoryAndNumbersThemOn)
@@ -155,4 +160,70 @@ TEST_F(Recording, EndsAtAWholeLineWithAWordWhenItCannotBeWritten)
     QFile::remove(path);
     EXPECT_TRUE(soon([&] { return !other.fault().isEmpty(); }));
     EXPECT_TRUE(other.fault().contains(u"has gone"));
+}
+
+/// Each just before the end, when nothing more is to be written.
+TEST_F(Recording, IsNotWholeWhenItsFileIsNoMoreItsOwn)
+{
+    const std::pair<std::function<void()>, QString> rows[] = {
+        {[] {}, QString()},
+        {[this] { QFile::remove(path); }, u"the file has gone"_s},
+        {[this] {
+             QFile::rename(path, path + u".moved"_s);
+             QFile(path).open(QIODevice::WriteOnly);
+         },
+         u"another file has taken its place"_s},
+        {[this] { QFile::resize(path, 0); }, u"somebody else has changed the file"_s},
+    };
+    for (const auto &[befall, word] : rows) {
+        TrafficWriter writer(recorder, path);
+        recorder.add(0, TrafficKind::Sent, "A");
+        befall();
+        EXPECT_TRUE(word.isEmpty() ? writer.finish().isEmpty() : writer.finish().contains(word))
+            << word.toStdString();
+        EXPECT_TRUE(word.isEmpty() || file().isEmpty());
+        QFile::remove(path);
+        QFile::remove(path + u".moved"_s);
+    }
+}
+
+TEST_F(Recording, TimesDoNotGoBackBehindALoss)
+{
+    const QByteArray piece(TrafficRecorder::longestEvent, 'p');
+    for (qsizetype size = 0; size < 2 * TrafficRecorder::mostKept; size += piece.size())
+        recorder.add(1, TrafficKind::Sent, piece);
+    QTest::qWait(5);
+    TrafficWriter writer(recorder, path);
+    EXPECT_EQ(writer.finish(), QString());
+    const QByteArrayList lines = file().trimmed().split('\n');
+    EXPECT_TRUE(lines[1].contains("\"lost\""));
+    qint64 before = 0;
+    for (const QByteArray &line : lines) {
+        const qint64 time = QJsonDocument::fromJson(line).object()[u"time"].toInteger();
+        ASSERT_GE(time, before);
+        before = time;
+    }
+}
+
+/// The other end is there and reads nothing.
+TEST_F(Recording, ATerminalThatIsNotReadHoldsNothingUp)
+{
+    const Pty terminal;
+    const int end = ::open(qPrintable(terminal.device()), O_RDWR | O_NOCTTY);
+    std::fflush(stdout);
+    const int kept = ::dup(STDOUT_FILENO);
+    ASSERT_GE(::dup2(end, STDOUT_FILENO), 0);
+    ::alarm(20); // a write that does not return ends the test
+    {
+        TrafficWriter writer(recorder, u"-"_s);
+        for (int each = 0; each < 1000; ++each)
+            recorder.add(0, TrafficKind::Sent, QByteArray(100, 'x'));
+        QTest::qWait(2 * TrafficWriter::intervalMs);
+        EXPECT_EQ(writer.fault(), QString());
+        EXPECT_TRUE(writer.finish().contains(u"standard output: it takes no more"));
+    }
+    ::alarm(0);
+    ::dup2(kept, STDOUT_FILENO);
+    ::close(kept);
+    ::close(end);
 }

@@ -263,6 +263,7 @@ TEST_F(TrafficDesk, CopiesAndMarksWhatIsSelectedFromTheTop)
     copyAll();
     EXPECT_TRUE(state().contains(u"the first 10,000 of 10,001 rows")) << state().toStdString();
     window.chkChannel[2]->click();
+    ASSERT_TRUE(isDone());
     copyAll();
     EXPECT_TRUE(state().contains(u"; 10,000 rows copied"));
 }
