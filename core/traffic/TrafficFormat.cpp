@@ -24,7 +24,7 @@ QByteArray nothing(const QDateTime &)
 QByteArray textLine(const QDateTime &began, const TrafficEvent &event)
 {
     return u"%1  %2  %3  %4\n"_s
-        .arg(trafficText::clockOf(began, event.time),
+        .arg(trafficText::stampOf(began, event.time),
              channelCaption(event.channel).leftJustified(8),
              trafficText::kindOf(event.kind).leftJustified(12),
              trafficText::contentOf(event, trafficText::Style::Text, all))
@@ -52,7 +52,7 @@ QByteArray csvLine(const QDateTime &began, const TrafficEvent &event)
     const QString numbers =
         event.isBytes() ? trafficText::contentOf(event, Style::Hexadecimal, all) : QString();
     const QStringList fields{trafficText::secondsOf(event.time),
-                             trafficText::clockOf(began, event.time),
+                             trafficText::stampOf(began, event.time),
                              channelCaption(event.channel),
                              trafficText::kindOf(event.kind),
                              field(trafficText::contentOf(event, Style::Text, all)),

@@ -19,6 +19,8 @@ QString kindOf(TrafficKind kind);
 QString contentOf(const TrafficEvent &event, Style style, qsizetype most);
 /// The wall clock of a time, to the microsecond: "15:55:00.123456".
 QString clockOf(const QDateTime &began, qint64 time);
+/// The same with the date and the time zone: "2026-11-25T15:55:00.123456+01:00".
+QString stampOf(const QDateTime &began, qint64 time);
 /// Seconds to the microsecond: "0.001234".
 QString secondsOf(qint64 microseconds);
 /// The text with its control characters by their names.

@@ -288,15 +288,19 @@ TEST_F(TrafficDesk, CountsWhatItSavedAndSavesWhatWasBegunWhenItGoes)
 TEST_F(TrafficDesk, SavesTheRowsShownAsTextTableOrPacketsAndSaysWhyNot)
 {
     window.chkChannel[0]->click();
-    const QString day = recorder.began().toLocalTime().toString(u"HH:mm:"_s);
+    const QByteArray day = QDateTime::currentDateTime().toString(u"yyyy-MM-ddTHH:"_s).toLatin1();
     const QByteArrayList text = saved(u"a.txt"_s).split('\n');
     ASSERT_EQ(text.size(), 4);
     EXPECT_TRUE(text[0].endsWith("  TCP/IP-1  sent          ? PV<CR>")) << text[0].toStdString();
+    EXPECT_TRUE(text[0].startsWith(day));
     EXPECT_TRUE(text[2].endsWith("  IEEE 488  time-out      "));
     EXPECT_TRUE(window.lblState->text().contains(u"3 rows saved"));
 
     const QByteArrayList table = saved(u"a.csv"_s).split('\n');
     EXPECT_EQ(table[0], "seconds,clock,channel,kind,text,hexadecimal\r");
+    const QString stamp = QString::fromLatin1(table[2].split(',')[1]);
+    const QDateTime at = recorder.began().addMSecs(recorder.at(4).time / 1000);
+    EXPECT_LE(std::abs(at.msecsTo(QDateTime::fromString(stamp, Qt::ISODateWithMs))), 1);
     EXPECT_TRUE(table[2].endsWith(",TCP/IP-1,received,\"2<80><NUL>\xc3\xa9\",32 80 00 E9\r"));
 
     const QByteArray old = saved(u"a.txt"_s);
