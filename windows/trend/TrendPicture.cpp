@@ -24,6 +24,8 @@ constexpr int dotPixels = 12;
 constexpr double pointsAPixel = 0.75;
 constexpr int namesARow = 3;
 constexpr auto dots = QCPScatterStyle::ssDisc;
+/// A line that goes up and down more than so many widths of the picture is dense.
+constexpr double denseWidths = 5;
 
 double toSeconds(qint64 time)
 {
@@ -74,6 +76,8 @@ TrendPicture::TrendPicture(const TrendSeries &series, QCustomPlot &plot)
     , m_plot(plot)
     , m_mark(new QCPItemTracer(&plot))
 {
+    // A stroke a pair of points: one stroke with smooth edges for all costs twenty times as much.
+    m_plot.setPlottingHint(QCP::phFastPolylines);
     m_plot.axisRect()->setupFullAxesBox();
     m_plot.yAxis->setNumberFormat(u"g"_s);
     // A layer of its own, so that the mark moves without the curves being drawn again.
@@ -105,7 +109,6 @@ void TrendPicture::takeCurves()
         QCPGraph *graph = m_plot.addGraph();
         graph->setAdaptiveSampling(false); // its points are reduced already
         graph->setName(source.place() + u"  "_s + source.question());
-        graph->setPen(m_line(std::ssize(m_graphs)));
         m_graphs.push_back(graph);
     }
 }
@@ -143,6 +146,33 @@ void TrendPicture::fitValues()
     }
     if (!values.isEmpty())
         m_plot.yAxis->setRange(withMargin(values));
+}
+
+/// How far a line goes up and down within the axis, in pixels.
+double TrendPicture::rise(const QCPGraph &graph) const
+{
+    const QCPRange values = m_plot.yAxis->range();
+    double all = 0;
+    double before = std::nan("");
+    for (const QCPGraphData &each : *graph.data()) {
+        const double value = std::clamp(each.value, values.lower, values.upper);
+        if (const double step = std::abs(value - before); !std::isnan(step))
+            all += step;
+        before = value;
+    }
+    return all / values.size() * m_plot.axisRect()->height();
+}
+
+/// A dense line has no dashes: they would hide its peaks and cost most of the paint.
+void TrendPicture::styleLines()
+{
+    for (qsizetype curve = 0; curve < count(); ++curve) {
+        QCPGraph &graph = *m_graphs[static_cast<size_t>(curve)];
+        QPen line = m_line(curve);
+        if (rise(graph) > denseWidths * m_plot.axisRect()->width())
+            line.setStyle(Qt::SolidLine);
+        graph.setPen(line);
+    }
 }
 
 void TrendPicture::labelAxes()
@@ -270,8 +300,7 @@ void TrendPicture::paintIn(const TrendColours &colours, const QFont &font)
     m_plot.legend->setTextColor(colours.ink);
     m_plot.legend->setFont(font);
     m_plot.selectionRect()->setPen(QPen(colours.ink, 0, Qt::DashLine));
-    for (qsizetype curve = 0; curve < count(); ++curve)
-        m_graphs[static_cast<size_t>(curve)]->setPen(colours.line(curve));
+    styleLines();
 }
 
 void TrendPicture::withNames(const std::function<void()> &draw)

@@ -94,6 +94,7 @@ void TrendPlot::prepare()
     m_picture->takePoints();
     if (m_isFitting)
         m_picture->fitValues();
+    m_picture->styleLines();
     m_picture->labelAxes();
 }
 

@@ -137,6 +137,27 @@ TEST_F(TrendWindowTest, KeysAndMouseZoomAndMoveAndFollowBringsItBack)
     EXPECT_NEAR(window.plot->sight().begin, before.begin, 1e-4) << "other labels, the same times";
 }
 
+TEST_F(TrendWindowTest, DrawsTheStepOfADenseLineWholeAlsoOfOneThatHasDashes)
+{
+    ask(channels::tcpIp1, "? PV x\r", "50\r\n");
+    for (int step = 0; step < 8'000; ++step) {
+        const int value = (step < 4'000 ? 0 : 90) + (step % 2) * 10;
+        ask(channels::rs232, "READ?\r", QByteArray::number(value) + "\r\n");
+    }
+    refresh();
+    const QColor ink = window.plot->line(1).color();
+    ASSERT_NE(window.plot->line(1).style(), Qt::SolidLine);
+    const QImage picture = window.plot->grab().toImage();
+    for (int y = picture.height() / 4; y < picture.height() / 2; ++y) {
+        bool isInked = false;
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            isInked = isInked || pixel.red() - pixel.blue() > (ink.red() - ink.blue()) / 3;
+        }
+        ASSERT_TRUE(isInked) << "in row " << y;
+    }
+}
+
 TEST_F(TrendWindowTest, TellsTheValueUnderThePointer)
 {
     ask(channels::tcpIp1, "? PV x\r", "23.5 C\r\n");
