@@ -79,6 +79,10 @@ TrendPicture::TrendPicture(const TrendSeries &series, QCustomPlot &plot)
     // A stroke a pair of points: one stroke with smooth edges for all costs twenty times as much.
     m_plot.setPlottingHint(QCP::phFastPolylines);
     m_plot.axisRect()->setupFullAxesBox();
+    for (QCPAxis *frame : {m_plot.xAxis2, m_plot.yAxis2}) {
+        frame->setTicks(false);
+        frame->setTickLabels(false);
+    }
     m_plot.yAxis->setNumberFormat(u"g"_s);
     // A layer of its own, so that the mark moves without the curves being drawn again.
     m_plot.addLayer(u"mark"_s);
@@ -239,9 +243,6 @@ void TrendPicture::setWallClock(bool on)
     m_plot.xAxis->setLabel(on ? u"Wall clock"_s : u"Time (s)"_s);
     m_plot.xAxis->setRange(range.lower - before + m_origin, range.upper - before + m_origin);
     m_mark->setVisible(false);
-    // Only the labels below and on the left have room.
-    for (QCPAxis *each : {m_plot.xAxis2, m_plot.yAxis2})
-        each->setTickLabels(false);
 }
 
 QString TrendPicture::markAt(QPointF place)
