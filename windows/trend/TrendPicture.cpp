@@ -61,12 +61,17 @@ QCPRange withMargin(const Span &span)
     return {span.lowest - margin, span.highest + margin};
 }
 
-/// "HH:mm:ss" and more or less of it, as the seconds in sight ask for.
-QString clockFormat(double seconds)
+QDateTime wallClock(double seconds)
 {
-    if (seconds < 10)
-        return u"HH:mm:ss.zzz"_s;
-    return seconds < 86'400 ? u"HH:mm:ss"_s : u"yyyy-MM-dd\nHH:mm"_s;
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * 1000));
+}
+
+/// "HH:mm:ss" and more of it, as what is in sight asks for.
+QString clockFormat(const QCPRange &sight)
+{
+    const QString time = sight.size() < 10 ? u"HH:mm:ss.zzz"_s : u"HH:mm:ss"_s;
+    const bool isOneDay = wallClock(sight.lower).date() == wallClock(sight.upper).date();
+    return isOneDay ? time : u"yyyy-MM-dd\n"_s + time;
 }
 
 } // namespace
@@ -190,7 +195,7 @@ void TrendPicture::labelAxes()
         std::clamp(static_cast<int>(std::log10(size / values.size())) + 3, 6, 15));
     if (m_isWallClock)
         qSharedPointerCast<QCPAxisTickerDateTime>(m_plot.xAxis->ticker())
-            ->setDateTimeFormat(clockFormat(m_plot.xAxis->range().size()));
+            ->setDateTimeFormat(clockFormat(m_plot.xAxis->range()));
 }
 
 /// That of all shown curves; empty when they have not all the same.
@@ -267,12 +272,15 @@ QString TrendPicture::markAt(QPointF place)
         m_mark->position->setCoords(key, point.value);
         m_mark->setPen(QPen(m_graphs[curve]->pen().color(), 2));
         m_mark->setVisible(true);
-        const QDateTime wall = m_series.events().began().addMSecs(point.time / 1000).toLocalTime();
+        const QDateTime began = m_series.events().began().toLocalTime();
+        const QDateTime wall = began.addMSecs(point.time / 1000);
+        const QString clock =
+            wall.date() == began.date() ? u"HH:mm:ss.zzz"_s : u"yyyy-MM-dd HH:mm:ss.zzz"_s;
         const QString number = QString::number(point.value, 'g', QLocale::FloatingPointShortest);
         text = u"%1  %2  =  %3  at %4 s (%5)"_s.arg(each.source().place(), each.source().question(),
                                                     u"%1 %2"_s.arg(number, each.unit()).trimmed(),
                                                     QString::number(toSeconds(point.time), 'f', 3),
-                                                    wall.toString(u"HH:mm:ss.zzz"_s));
+                                                    wall.toString(clock));
     }
     return text;
 }

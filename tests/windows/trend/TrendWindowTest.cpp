@@ -137,6 +137,25 @@ TEST_F(TrendWindowTest, KeysAndMouseZoomAndMoveAndFollowBringsItBack)
     EXPECT_NEAR(window.plot->sight().begin, before.begin, 1e-4) << "other labels, the same times";
 }
 
+TEST_F(TrendWindowTest, ZoomsAsFarAsTimesAndNumbersGo)
+{
+    ramp();
+    press(Qt::Key_Home);
+    for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Minus}) {
+        for (int time = 0; time < 400; ++time) {
+            press(key);
+            press(key, Qt::ControlModifier);
+        }
+        const TrendPlot::Sight sight = window.plot->sight();
+        EXPECT_GT(sight.end - sight.begin, 1e-6);
+        EXPECT_LT(sight.end - sight.begin, 1e10);
+        EXPECT_GT(sight.highest - sight.lowest, 1e-11);
+        EXPECT_LT(sight.highest - sight.lowest, 1e201);
+    }
+    press(Qt::Key_Home);
+    EXPECT_NEAR(window.plot->sight().begin, 0.02, 0.01);
+}
+
 TEST_F(TrendWindowTest, DrawsTheStepOfADenseLineWholeAlsoOfOneThatHasDashes)
 {
     ask(channels::tcpIp1, "? PV x\r", "50\r\n");
@@ -160,6 +179,7 @@ TEST_F(TrendWindowTest, DrawsTheStepOfADenseLineWholeAlsoOfOneThatHasDashes)
 
 TEST_F(TrendWindowTest, TellsTheValueUnderThePointer)
 {
+    events.pass(36LL * 3'600 * 1'000'000);
     ask(channels::tcpIp1, "? PV x\r", "23.5 C\r\n");
     refresh();
     const QString usage = window.lblPointed->text();
@@ -172,7 +192,7 @@ TEST_F(TrendWindowTest, TellsTheValueUnderThePointer)
                 told = window.lblPointed->text();
         }
     }
-    EXPECT_TRUE(told.startsWith(u"TCP/IP-1  ? PV x  =  23.5 C  at 0.020 s ("))
+    EXPECT_TRUE(told.startsWith(u"TCP/IP-1  ? PV x  =  23.5 C  at 129600.020 s (2026-01-0"))
         << told.toStdString();
     window.plot->point(QPointF(-1, -1));
     EXPECT_EQ(window.lblPointed->text(), usage);
