@@ -7,6 +7,15 @@
 
 namespace corvane {
 
+namespace {
+
+/// Whether it is missed now or was when the program was built.
+const QString advice = u"\r\nIts curves are drawn by QCustomPlot for Qt 6: install "
+                       "libqcustomplot2.1-qt6. A program that was built without it lacks "
+                       "the window: install libqcustomplot-dev and build again."_s;
+
+} // namespace
+
 TrendOpener::TrendOpener(TrendParts parts)
     : m_parts(std::move(parts))
 {
@@ -25,7 +34,7 @@ void TrendOpener::open(QWidget &asker)
         }
         bringToFront(*m_window);
     } catch (const PlatformError &error) {
-        m_parts.dialogs.showMessage(&asker, error.description());
+        m_parts.dialogs.showMessage(&asker, error.description() + advice);
     }
 }
 

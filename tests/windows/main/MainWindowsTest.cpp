@@ -245,7 +245,10 @@ TEST(Main, ATrendWindowThatCannotBeLoadedIsSaidAndNothingElseHappens)
     }
     EXPECT_TRUE(reason.startsWith(u"the Trend window cannot be loaded: ")) << reason.toStdString();
     for (int time = 0; time < 2; ++time) {
-        desk.dialogs.expectMessage(reason);
+        desk.dialogs.expectMessage(
+            reason + u"\r\nIts curves are drawn by QCustomPlot for Qt 6: install "
+                     "libqcustomplot2.1-qt6. A program that was built without it lacks the window: "
+                     "install libqcustomplot-dev and build again."_s);
         desk.main.mnuTrend->trigger();
     }
 }
