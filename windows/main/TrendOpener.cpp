@@ -29,7 +29,7 @@ void TrendOpener::open(QWidget &asker)
         if (!m_window) {
             const BusyPointer busy;
             const auto make = reinterpret_cast<TrendFunction>(
-                programModule::load(trendFunction, m_parts.folder, u"the Trend window"_s));
+                programModule::load(trendFunction, m_parts.folder, u"The Trend window"_s));
             m_window.reset(make(m_parts));
         }
         bringToFront(*m_window);

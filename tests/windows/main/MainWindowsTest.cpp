@@ -239,11 +239,11 @@ TEST(Main, ATrendWindowThatCannotBeLoadedIsSaidAndNothingElseHappens)
     MainDesk desk; // whose folder has no module
     QString reason;
     try {
-        programModule::load(trendFunction, desk.folder.path(), u"the Trend window"_s);
+        programModule::load(trendFunction, desk.folder.path(), u"The Trend window"_s);
     } catch (const PlatformError &error) {
         reason = error.description();
     }
-    EXPECT_TRUE(reason.startsWith(u"the Trend window cannot be loaded: ")) << reason.toStdString();
+    EXPECT_TRUE(reason.startsWith(u"The Trend window cannot be loaded: ")) << reason.toStdString();
     for (int time = 0; time < 2; ++time) {
         desk.dialogs.expectMessage(
             reason + u"\r\nIts curves are drawn by QCustomPlot for Qt 6: install "
