@@ -81,6 +81,10 @@ void TrendSeries::take(const TrafficEvent &event)
             endReply(exchange);
         exchange.isAsked = false;
         m_lineEnders.clear(); // another device may follow
+        for (TrendCurve &curve : m_curves) {
+            if (curve.source().channel == event.channel)
+                curve.interrupt(event.time);
+        }
         break;
     case TrafficKind::Fault:
     case TrafficKind::TimedOut:

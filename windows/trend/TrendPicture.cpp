@@ -132,9 +132,14 @@ void TrendPicture::takePoints()
             const auto points = m_series.curves()[curve].reduced(
                 toTime(range.lower - m_origin), toTime(range.upper - m_origin), columns);
             drawn.reserve(std::ssize(points));
-            for (const TrendPoint &point : points)
-                drawn.append({m_origin + toSeconds(point.time),
-                              std::abs(point.value) < largest ? point.value : std::nan("")});
+            qint64 before = points.empty() ? 0 : points.front().time;
+            for (const TrendPoint &point : points) {
+                const double time = m_origin + toSeconds(point.time);
+                if (m_series.curves()[curve].isInterrupted(before, point.time))
+                    drawn.append({time, std::nan("")}); // a gap
+                drawn.append({time, std::abs(point.value) < largest ? point.value : std::nan("")});
+                before = point.time;
+            }
         }
         // Where they are few, each is to be seen.
         m_graphs[curve]->setScatterStyle(

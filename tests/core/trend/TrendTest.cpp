@@ -131,6 +131,10 @@ TEST_F(Trend, HalfALineIsNoNumberWhereLinesEnd)
     events.pass(TrendSeries::silenceUs);
     series.follow();
     EXPECT_EQ(told(series), QStringList{u"TCP/IP-1|Q|27.25 27.27 27.28 30 31"_s});
+    const TrendCurve &curve = series.curves().front();
+    for (qsizetype point = 1; point < curve.size(); ++point)
+        EXPECT_EQ(curve.isInterrupted(curve.at(point - 1).time, curve.at(point).time), point == 3)
+            << "a gap, where it was closed: " << point;
 }
 
 TEST_F(Trend, KeepsStatisticsOfAllNumbersHoweverLargeAndTheUnitWhileItIsOne)
