@@ -42,6 +42,16 @@ struct Painted
         plot.resize(1000, 500);
         plot.show();
         plot.showAll();
+        fill();
+    }
+    /// The points fill the picture, however short a time they took.
+    void fill()
+    {
+        const TrendCurve &curve = series.curves().front();
+        const double begin = static_cast<double>(curve.first().time) / 1e6;
+        const double length = static_cast<double>(curve.last().time) / 1e6 - begin;
+        plot.zoomTime(length / (plot.sight().end - plot.sight().begin));
+        plot.moveTime((begin - plot.sight().begin) / length);
     }
     double paint()
     {

@@ -98,7 +98,21 @@ qsizetype TrendCurve::dropOldest()
     if (!m_blocks.empty())
         m_blocks.pop_front();
     m_size -= dropped;
+    while (!m_interruptions.empty() && (m_size == 0 || m_interruptions.front() < first().time))
+        m_interruptions.pop_front();
     return dropped;
+}
+
+void TrendCurve::interrupt(qint64 time)
+{
+    if (m_size > 0 && (m_interruptions.empty() || m_interruptions.back() < last().time))
+        m_interruptions.push_back(std::max(time, last().time));
+}
+
+bool TrendCurve::isInterrupted(qint64 from, qint64 to) const
+{
+    const auto next = std::ranges::lower_bound(m_interruptions, from);
+    return next != m_interruptions.end() && *next < to;
 }
 
 const TrendPoint &TrendCurve::at(qsizetype index) const

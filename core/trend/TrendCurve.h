@@ -44,6 +44,8 @@ public:
 
     /// Adds a number; its time is not before the last one's.
     void add(const TrendPoint &point, const QString &unit);
+    /// The next number does not follow the last one: its Channel was closed at this time.
+    void interrupt(qint64 time);
     /// Drops the oldest points, a block of them. Returns how many those were.
     qsizetype dropOldest();
 
@@ -66,6 +68,8 @@ public:
     [[nodiscard]] const TrendPoint &last() const { return at(m_size - 1); }
     /// The point whose time is nearest; there must be one.
     [[nodiscard]] const TrendPoint &nearest(qint64 time) const;
+    /// True when the Channel was closed between the times of two points.
+    [[nodiscard]] bool isInterrupted(qint64 from, qint64 to) const;
     /// What a picture from one time to another needs whose columns are as many pixels: the lowest
     /// and the highest point of each column, and the points next to the picture on either side. Far
     /// fewer points are looked at than there are.
@@ -98,6 +102,7 @@ private:
     double m_mean = 0;
     qsizetype m_size = 0;
     std::deque<Block> m_blocks;
+    std::deque<qint64> m_interruptions; ///< times, at most one between two points that are kept
 };
 
 } // namespace corvane

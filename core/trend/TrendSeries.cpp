@@ -1,5 +1,6 @@
 #include "core/trend/TrendSeries.h"
 
+#include "core/text/LineEnds.h"
 #include "core/traffic/TrafficEvents.h"
 #include "core/trend/ReplyValues.h"
 
@@ -13,6 +14,7 @@ namespace {
 constexpr qsizetype longestReply = 4096;
 /// Some milliseconds of work.
 constexpr quint64 eventsACall = 10'000;
+constexpr qsizetype mostLineEnders = 1'000;
 
 } // namespace
 
@@ -45,6 +47,7 @@ void TrendSeries::clear()
         exchange.isAsked = false;
     m_curves.clear();
     m_places.clear();
+    m_lineEnders.clear();
     m_points = 0;
     m_dropped = false;
     m_missed = 0;
@@ -59,26 +62,29 @@ void TrendSeries::take(const TrafficEvent &event)
     Exchange &exchange = m_exchanges.at(static_cast<size_t>(event.channel));
     switch (event.kind) {
     case TrafficKind::Sent:
-        endReply(exchange);
+        exchange.isCut = isInLine(exchange);
+        if (exchange.isCut)
+            m_lineEnders.remove(exchange.source); // perhaps it is one no more
+        else
+            endReply(exchange);
         beginReply(exchange, event);
         break;
     case TrafficKind::Received:
-        if (!exchange.isAsked)
-            break;
-        if (exchange.reply.isEmpty())
-            exchange.replyTime = event.time;
-        exchange.lastArrival = event.time;
-        exchange.reply += event.content.first(
-            std::min(event.content.size(), longestReply - exchange.reply.size()));
-        if (replyValues::isComplete(exchange.reply) || exchange.reply.size() == longestReply)
-            endReply(exchange);
+        addToReply(exchange, event);
         break;
     case TrafficKind::Addressed:
         exchange.busAddress = event.text();
         break;
     case TrafficKind::Connected:
     case TrafficKind::Disconnected:
-        endReply(exchange);
+        if (!isInLine(exchange))
+            endReply(exchange);
+        exchange.isAsked = false;
+        m_lineEnders.clear(); // another device may follow
+        for (TrendCurve &curve : m_curves) {
+            if (curve.source().channel == event.channel)
+                curve.interrupt(event.time);
+        }
         break;
     case TrafficKind::Fault:
     case TrafficKind::TimedOut:
@@ -92,6 +98,36 @@ void TrendSeries::beginReply(Exchange &exchange, const TrafficEvent &sent) const
     exchange.isAsked = !text.isEmpty();
     exchange.source = {sent.channel, address.isEmpty() ? exchange.busAddress : address, text};
     exchange.reply.clear();
+}
+
+/// Half a number is no number: what is known to come in lines is taken by whole ones.
+bool TrendSeries::isInLine(const Exchange &exchange) const
+{
+    return exchange.isAsked && !exchange.reply.trimmed().isEmpty() &&
+           m_lineEnders.contains(exchange.source);
+}
+
+void TrendSeries::addToReply(Exchange &exchange, const TrafficEvent &received)
+{
+    if (!exchange.isAsked)
+        return;
+    QByteArrayView content = received.content;
+    if (exchange.isCut) {
+        const auto end = std::ranges::find_if(content, lineEnds::isOne);
+        exchange.isCut = end == content.end();
+        content = content.sliced(end - content.begin());
+    }
+    if (content.isEmpty())
+        return;
+    if (exchange.reply.isEmpty())
+        exchange.replyTime = received.time;
+    exchange.lastArrival = received.time;
+    exchange.reply += content.first(std::min(content.size(), longestReply - exchange.reply.size()));
+    const bool isComplete = replyValues::isComplete(exchange.reply);
+    if (isComplete && m_lineEnders.size() < mostLineEnders)
+        m_lineEnders.insert(exchange.source);
+    if (isComplete || exchange.reply.size() == longestReply)
+        endReply(exchange);
 }
 
 void TrendSeries::endReply(Exchange &exchange)
@@ -108,7 +144,7 @@ void TrendSeries::takeSilent()
 {
     const qint64 now = m_events.now();
     for (Exchange &exchange : m_exchanges) {
-        if (exchange.isAsked && !exchange.reply.isEmpty() &&
+        if (exchange.isAsked && !exchange.reply.isEmpty() && !isInLine(exchange) &&
             now - exchange.lastArrival >= silenceUs)
             endReply(exchange);
     }

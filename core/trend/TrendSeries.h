@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 
 namespace corvane {
 
@@ -16,7 +17,9 @@ struct TrafficEvent;
 ///
 /// A reply is what is received on a Channel after a command, until the next command there. Its
 /// numbers are taken when its first line has ended, when the next command follows, or when nothing
-/// more has come for a while; what is received before any command is nobody's reply.
+/// more has come for a while; what is received before any command is nobody's reply. Of a command
+/// whose replies end their lines half a line is never taken: neither the half before the next
+/// command nor the one behind it.
 class TrendSeries
 {
 public:
@@ -26,7 +29,7 @@ public:
     /// make room.
     static constexpr qsizetype mostPoints = 4'000'000;
     /// A reply without a line end is taken after this silence.
-    static constexpr qint64 silenceUs = 150'000;
+    static constexpr qint64 silenceUs = 1'000'000;
 
     /// The events must outlive the series.
     explicit TrendSeries(const TrafficEvents &events);
@@ -54,10 +57,13 @@ private:
         QByteArray reply;     ///< its beginning
         qint64 replyTime = 0;
         qint64 lastArrival = 0;
+        bool isCut = false; ///< a line goes on that began before the command
     };
 
     void take(const TrafficEvent &event);
     void beginReply(Exchange &exchange, const TrafficEvent &sent) const;
+    [[nodiscard]] bool isInLine(const Exchange &exchange) const;
+    void addToReply(Exchange &exchange, const TrafficEvent &received);
     void endReply(Exchange &exchange);
     void takeSilent();
     void addPoint(const TrendSource &source, const TrendPoint &point, const QString &unit);
@@ -68,10 +74,11 @@ private:
     std::array<Exchange, channelCount> m_exchanges;
     std::deque<TrendCurve> m_curves;
     QHash<TrendSource, qsizetype> m_places; ///< in m_curves
-    qsizetype m_points = 0;                 ///< of all curves
-    bool m_dropped = false;                 ///< points have made room
-    quint64 m_missed = 0;                   ///< events that were gone before they were read
-    quint64 m_leftOut = 0;                  ///< numbers that have no curve
+    QSet<TrendSource> m_lineEnders; ///< questions whose last reply had a line end; their field is 0
+    qsizetype m_points = 0;         ///< of all curves
+    bool m_dropped = false;         ///< points have made room
+    quint64 m_missed = 0;           ///< events that were gone before they were read
+    quint64 m_leftOut = 0;          ///< numbers that have no curve
     quint64 m_version = 0;
 };
 

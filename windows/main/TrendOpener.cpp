@@ -7,6 +7,15 @@
 
 namespace corvane {
 
+namespace {
+
+/// Whether it is missed now or was when the program was built.
+const QString advice = u"\r\nIts curves are drawn by QCustomPlot for Qt 6: install "
+                       "libqcustomplot2.1-qt6. A program that was built without it lacks "
+                       "the window: install libqcustomplot-dev and build again."_s;
+
+} // namespace
+
 TrendOpener::TrendOpener(TrendParts parts)
     : m_parts(std::move(parts))
 {
@@ -20,12 +29,12 @@ void TrendOpener::open(QWidget &asker)
         if (!m_window) {
             const BusyPointer busy;
             const auto make = reinterpret_cast<TrendFunction>(
-                programModule::load(trendFunction, m_parts.folder, u"the Trend window"_s));
+                programModule::load(trendFunction, m_parts.folder, u"The Trend window"_s));
             m_window.reset(make(m_parts));
         }
         bringToFront(*m_window);
     } catch (const PlatformError &error) {
-        m_parts.dialogs.showMessage(&asker, error.description());
+        m_parts.dialogs.showMessage(&asker, error.description() + advice);
     }
 }
 

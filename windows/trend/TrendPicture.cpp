@@ -24,6 +24,8 @@ constexpr int dotPixels = 12;
 constexpr double pointsAPixel = 0.75;
 constexpr int namesARow = 3;
 constexpr auto dots = QCPScatterStyle::ssDisc;
+/// A line that goes up and down more than so many widths of the picture is dense.
+constexpr double denseWidths = 5;
 
 double toSeconds(qint64 time)
 {
@@ -59,12 +61,17 @@ QCPRange withMargin(const Span &span)
     return {span.lowest - margin, span.highest + margin};
 }
 
-/// "HH:mm:ss" and more or less of it, as the seconds in sight ask for.
-QString clockFormat(double seconds)
+QDateTime wallClock(double seconds)
 {
-    if (seconds < 10)
-        return u"HH:mm:ss.zzz"_s;
-    return seconds < 86'400 ? u"HH:mm:ss"_s : u"yyyy-MM-dd\nHH:mm"_s;
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * 1000));
+}
+
+/// "HH:mm:ss" and more of it, as what is in sight asks for.
+QString clockFormat(const QCPRange &sight)
+{
+    const QString time = sight.size() < 10 ? u"HH:mm:ss.zzz"_s : u"HH:mm:ss"_s;
+    const bool isOneDay = wallClock(sight.lower).date() == wallClock(sight.upper).date();
+    return isOneDay ? time : u"yyyy-MM-dd\n"_s + time;
 }
 
 } // namespace
@@ -74,7 +81,13 @@ TrendPicture::TrendPicture(const TrendSeries &series, QCustomPlot &plot)
     , m_plot(plot)
     , m_mark(new QCPItemTracer(&plot))
 {
+    // A stroke a pair of points: one stroke with smooth edges for all costs twenty times as much.
+    m_plot.setPlottingHint(QCP::phFastPolylines);
     m_plot.axisRect()->setupFullAxesBox();
+    for (QCPAxis *frame : {m_plot.xAxis2, m_plot.yAxis2}) {
+        frame->setTicks(false);
+        frame->setTickLabels(false);
+    }
     m_plot.yAxis->setNumberFormat(u"g"_s);
     // A layer of its own, so that the mark moves without the curves being drawn again.
     m_plot.addLayer(u"mark"_s);
@@ -105,7 +118,6 @@ void TrendPicture::takeCurves()
         QCPGraph *graph = m_plot.addGraph();
         graph->setAdaptiveSampling(false); // its points are reduced already
         graph->setName(source.place() + u"  "_s + source.question());
-        graph->setPen(m_line(std::ssize(m_graphs)));
         m_graphs.push_back(graph);
     }
 }
@@ -120,9 +132,14 @@ void TrendPicture::takePoints()
             const auto points = m_series.curves()[curve].reduced(
                 toTime(range.lower - m_origin), toTime(range.upper - m_origin), columns);
             drawn.reserve(std::ssize(points));
-            for (const TrendPoint &point : points)
-                drawn.append({m_origin + toSeconds(point.time),
-                              std::abs(point.value) < largest ? point.value : std::nan("")});
+            qint64 before = points.empty() ? 0 : points.front().time;
+            for (const TrendPoint &point : points) {
+                const double time = m_origin + toSeconds(point.time);
+                if (m_series.curves()[curve].isInterrupted(before, point.time))
+                    drawn.append({time, std::nan("")}); // a gap
+                drawn.append({time, std::abs(point.value) < largest ? point.value : std::nan("")});
+                before = point.time;
+            }
         }
         // Where they are few, each is to be seen.
         m_graphs[curve]->setScatterStyle(
@@ -145,6 +162,33 @@ void TrendPicture::fitValues()
         m_plot.yAxis->setRange(withMargin(values));
 }
 
+/// How far a line goes up and down within the axis, in pixels.
+double TrendPicture::rise(const QCPGraph &graph) const
+{
+    const QCPRange values = m_plot.yAxis->range();
+    double all = 0;
+    double before = std::nan("");
+    for (const QCPGraphData &each : *graph.data()) {
+        const double value = std::clamp(each.value, values.lower, values.upper);
+        if (const double step = std::abs(value - before); !std::isnan(step))
+            all += step;
+        before = value;
+    }
+    return all / values.size() * m_plot.axisRect()->height();
+}
+
+/// A dense line has no dashes: they would hide its peaks and cost most of the paint.
+void TrendPicture::styleLines()
+{
+    for (qsizetype curve = 0; curve < count(); ++curve) {
+        QCPGraph &graph = *m_graphs[static_cast<size_t>(curve)];
+        QPen line = m_line(curve);
+        if (rise(graph) > denseWidths * m_plot.axisRect()->width())
+            line.setStyle(Qt::SolidLine);
+        graph.setPen(line);
+    }
+}
+
 void TrendPicture::labelAxes()
 {
     const QString unit = this->unit();
@@ -156,7 +200,7 @@ void TrendPicture::labelAxes()
         std::clamp(static_cast<int>(std::log10(size / values.size())) + 3, 6, 15));
     if (m_isWallClock)
         qSharedPointerCast<QCPAxisTickerDateTime>(m_plot.xAxis->ticker())
-            ->setDateTimeFormat(clockFormat(m_plot.xAxis->range().size()));
+            ->setDateTimeFormat(clockFormat(m_plot.xAxis->range()));
 }
 
 /// That of all shown curves; empty when they have not all the same.
@@ -209,9 +253,6 @@ void TrendPicture::setWallClock(bool on)
     m_plot.xAxis->setLabel(on ? u"Wall clock"_s : u"Time (s)"_s);
     m_plot.xAxis->setRange(range.lower - before + m_origin, range.upper - before + m_origin);
     m_mark->setVisible(false);
-    // Only the labels below and on the left have room.
-    for (QCPAxis *each : {m_plot.xAxis2, m_plot.yAxis2})
-        each->setTickLabels(false);
 }
 
 QString TrendPicture::markAt(QPointF place)
@@ -236,12 +277,15 @@ QString TrendPicture::markAt(QPointF place)
         m_mark->position->setCoords(key, point.value);
         m_mark->setPen(QPen(m_graphs[curve]->pen().color(), 2));
         m_mark->setVisible(true);
-        const QDateTime wall = m_series.events().began().addMSecs(point.time / 1000).toLocalTime();
+        const QDateTime began = m_series.events().began().toLocalTime();
+        const QDateTime wall = began.addMSecs(point.time / 1000);
+        const QString clock =
+            wall.date() == began.date() ? u"HH:mm:ss.zzz"_s : u"yyyy-MM-dd HH:mm:ss.zzz"_s;
         const QString number = QString::number(point.value, 'g', QLocale::FloatingPointShortest);
         text = u"%1  %2  =  %3  at %4 s (%5)"_s.arg(each.source().place(), each.source().question(),
                                                     u"%1 %2"_s.arg(number, each.unit()).trimmed(),
                                                     QString::number(toSeconds(point.time), 'f', 3),
-                                                    wall.toString(u"HH:mm:ss.zzz"_s));
+                                                    wall.toString(clock));
     }
     return text;
 }
@@ -270,8 +314,7 @@ void TrendPicture::paintIn(const TrendColours &colours, const QFont &font)
     m_plot.legend->setTextColor(colours.ink);
     m_plot.legend->setFont(font);
     m_plot.selectionRect()->setPen(QPen(colours.ink, 0, Qt::DashLine));
-    for (qsizetype curve = 0; curve < count(); ++curve)
-        m_graphs[static_cast<size_t>(curve)]->setPen(colours.line(curve));
+    styleLines();
 }
 
 void TrendPicture::withNames(const std::function<void()> &draw)

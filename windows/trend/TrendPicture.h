@@ -41,6 +41,8 @@ public:
     void takePoints();
     /// The value axis goes as far as the points in sight.
     void fitValues();
+    /// How the points in sight are joined.
+    void styleLines();
     void labelAxes();
 
     [[nodiscard]] qsizetype count() const { return std::ssize(m_graphs); }
@@ -69,6 +71,7 @@ public:
 private:
     void withNames(const std::function<void()> &draw);
     [[nodiscard]] QString unit() const;
+    [[nodiscard]] double rise(const QCPGraph &graph) const;
 
     const TrendSeries &m_series;
     QCustomPlot &m_plot;

@@ -22,6 +22,19 @@ constexpr double headroom = 0.02;
 constexpr double zoomStep = 0.8;
 constexpr double moveStep = 0.1;
 constexpr int focusRoom = 3; // for the frame of the focus
+/// In sight, so that a double still tells neighbouring pixels apart.
+constexpr double leastTime = 1e-5; // s
+constexpr double mostTime = 1e9;
+constexpr double mostValues = 1e200;
+constexpr double leastShare = 1e-12; ///< of the largest value in sight
+
+void keepSpan(QCPAxis &axis, double least, double most)
+{
+    const QCPRange range = axis.range();
+    const double span = std::clamp(range.size(), least, most);
+    if (span != range.size())
+        axis.setRange(range.center(), span, Qt::AlignCenter);
+}
 
 } // namespace
 
@@ -89,12 +102,23 @@ void TrendPlot::prepare()
     const QScopedValueRollback placing(m_isPlacing, true);
     m_painted = m_series.version();
     m_picture->takeCurves();
+    keepSpans();
     if (m_isFollowing)
         placeNewest();
     m_picture->takePoints();
     if (m_isFitting)
         m_picture->fitValues();
+    m_picture->styleLines();
     m_picture->labelAxes();
+}
+
+void TrendPlot::keepSpans()
+{
+    m_span = std::clamp(m_span, leastTime, mostTime);
+    keepSpan(*m_plot->xAxis, leastTime, mostTime);
+    const QCPRange values = m_plot->yAxis->range();
+    const double largest = std::max(std::abs(values.lower), std::abs(values.upper));
+    keepSpan(*m_plot->yAxis, std::max(largest * leastShare, 1 / mostValues), mostValues);
 }
 
 /// From the first point on until the span is full, then on with the newest.

@@ -78,6 +78,7 @@ private:
     void connectPlot();
     /// Before each paint.
     void prepare();
+    void keepSpans();
     void placeNewest();
     void usePalette();
     void pressed(QMouseEvent *event);

@@ -112,6 +112,31 @@ TEST_F(Trend, AReplyWithoutALineEndIsTakenAfterASilence)
     EXPECT_EQ(told(series), QStringList{u"RS-232|Q|12"_s}) << "one point a reply";
 }
 
+TEST_F(Trend, HalfALineIsNoNumberWhereLinesEnd)
+{
+    exchange(channels::tcpIp1, "Q\r", "27.25\r");
+    events.received(channels::tcpIp1, "\n");
+    exchange(channels::tcpIp1, "Q\r", "27.");
+    exchange(channels::tcpIp1, "Q\r", "26\r\n"); // the rest of it, too late
+    events.received(channels::tcpIp1, "27.27\r\n");
+    exchange(channels::tcpIp1, "Q\r", "2");
+    events.pass(TrendSeries::silenceUs);
+    series.follow();
+    events.received(channels::tcpIp1, "7.28\r\n");
+    exchange(channels::tcpIp1, "Q\r", "27.");
+    events.add(channels::tcpIp1, TrafficKind::Disconnected, {});
+    events.received(channels::tcpIp1, "29\r\n");
+    exchange(channels::tcpIp1, "Q\r", "30"); // another device, without line ends
+    exchange(channels::tcpIp1, "Q\r", "31");
+    events.pass(TrendSeries::silenceUs);
+    series.follow();
+    EXPECT_EQ(told(series), QStringList{u"TCP/IP-1|Q|27.25 27.27 27.28 30 31"_s});
+    const TrendCurve &curve = series.curves().front();
+    for (qsizetype point = 1; point < curve.size(); ++point)
+        EXPECT_EQ(curve.isInterrupted(curve.at(point - 1).time, curve.at(point).time), point == 3)
+            << "a gap, where it was closed: " << point;
+}
+
 TEST_F(Trend, KeepsStatisticsOfAllNumbersHoweverLargeAndTheUnitWhileItIsOne)
 {
     for (const char *reply : {"1e308V\r\n", "-1e308V\r\n", "3V\r\n"})

@@ -241,13 +241,16 @@ TEST(Main, ATrendWindowThatCannotBeLoadedIsSaidAndNothingElseHappens)
     MainDesk desk; // whose folder has no module
     QString reason;
     try {
-        programModule::load(trendFunction, desk.folder.path(), u"the Trend window"_s);
+        programModule::load(trendFunction, desk.folder.path(), u"The Trend window"_s);
     } catch (const PlatformError &error) {
         reason = error.description();
     }
-    EXPECT_TRUE(reason.startsWith(u"the Trend window cannot be loaded: ")) << reason.toStdString();
+    EXPECT_TRUE(reason.startsWith(u"The Trend window cannot be loaded: ")) << reason.toStdString();
     for (int time = 0; time < 2; ++time) {
-        desk.dialogs.expectMessage(reason);
+        desk.dialogs.expectMessage(
+            reason + u"\r\nIts curves are drawn by QCustomPlot for Qt 6: install "
+                     "libqcustomplot2.1-qt6. A program that was built without it lacks the window: "
+                     "install libqcustomplot-dev and build again."_s);
         desk.main.mnuTrend->trigger();
     }
 }

@@ -137,8 +137,49 @@ TEST_F(TrendWindowTest, KeysAndMouseZoomAndMoveAndFollowBringsItBack)
     EXPECT_NEAR(window.plot->sight().begin, before.begin, 1e-4) << "other labels, the same times";
 }
 
+TEST_F(TrendWindowTest, ZoomsAsFarAsTimesAndNumbersGo)
+{
+    ramp();
+    press(Qt::Key_Home);
+    for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Minus}) {
+        for (int time = 0; time < 400; ++time) {
+            press(key);
+            press(key, Qt::ControlModifier);
+        }
+        const TrendPlot::Sight sight = window.plot->sight();
+        EXPECT_GT(sight.end - sight.begin, 1e-6);
+        EXPECT_LT(sight.end - sight.begin, 1e10);
+        EXPECT_GT(sight.highest - sight.lowest, 1e-11);
+        EXPECT_LT(sight.highest - sight.lowest, 1e201);
+    }
+    press(Qt::Key_Home);
+    EXPECT_NEAR(window.plot->sight().begin, 0.02, 0.01);
+}
+
+TEST_F(TrendWindowTest, DrawsTheStepOfADenseLineWholeAlsoOfOneThatHasDashes)
+{
+    ask(channels::tcpIp1, "? PV x\r", "50\r\n");
+    for (int step = 0; step < 8'000; ++step) {
+        const int value = (step < 4'000 ? 0 : 90) + (step % 2) * 10;
+        ask(channels::rs232, "READ?\r", QByteArray::number(value) + "\r\n");
+    }
+    refresh();
+    const QColor ink = window.plot->line(1).color();
+    ASSERT_NE(window.plot->line(1).style(), Qt::SolidLine);
+    const QImage picture = window.plot->grab().toImage();
+    for (int y = picture.height() / 4; y < picture.height() / 2; ++y) {
+        bool isInked = false;
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            isInked = isInked || pixel.red() - pixel.blue() > (ink.red() - ink.blue()) / 3;
+        }
+        ASSERT_TRUE(isInked) << "in row " << y;
+    }
+}
+
 TEST_F(TrendWindowTest, TellsTheValueUnderThePointer)
 {
+    events.pass(36LL * 3'600 * 1'000'000);
     ask(channels::tcpIp1, "? PV x\r", "23.5 C\r\n");
     refresh();
     const QString usage = window.lblPointed->text();
@@ -151,7 +192,7 @@ TEST_F(TrendWindowTest, TellsTheValueUnderThePointer)
                 told = window.lblPointed->text();
         }
     }
-    EXPECT_TRUE(told.startsWith(u"TCP/IP-1  ? PV x  =  23.5 C  at 0.020 s ("))
+    EXPECT_TRUE(told.startsWith(u"TCP/IP-1  ? PV x  =  23.5 C  at 129600.020 s (2026-01-0"))
         << told.toStdString();
     window.plot->point(QPointF(-1, -1));
     EXPECT_EQ(window.lblPointed->text(), usage);
