@@ -7,6 +7,7 @@
 #include "windows/trend/TrendTable.h"
 #include "windows/widgets/BusyPointer.h"
 #include "windows/widgets/Controls.h"
+#include "windows/widgets/ScrollPage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -56,7 +57,7 @@ void TrendWindow::addControls()
 {
     plot = named(new TrendPlot(m_series), u"plot"_s, u"Trend of the replies"_s);
     grdCurves = named(new TrendTable(m_series, *plot), u"grdCurves"_s, u"Curves"_s);
-    auto *parts = new QSplitter(Qt::Vertical);
+    auto *parts = named(new QSplitter(Qt::Vertical), u"splitTrend"_s, QString());
     parts->setChildrenCollapsible(false);
     parts->addWidget(makePicture());
     parts->addWidget(grdCurves);
@@ -66,6 +67,7 @@ void TrendWindow::addControls()
     auto *rows = new QVBoxLayout(this);
     rows->addWidget(parts, 1);
     rows->addWidget(lblNote);
+    ScrollPage::wrap(*this);
     showNote();
     orderTabs({plot, chkFollow, chkFit, cmdShowAll, cboTime, cmdSave, cmdClear, grdCurves});
     plot->setFocus();
