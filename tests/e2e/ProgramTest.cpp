@@ -22,7 +22,7 @@ Ended shell(const QString &command)
     environment.insert(u"corvane"_s, QCoreApplication::applicationDirPath() + u"/corvane"_s);
     process.setProcessEnvironment(environment);
     process.start(u"/bin/sh"_s, {u"-c"_s, command});
-    EXPECT_TRUE(process.waitForFinished(60'000));
+    EXPECT_TRUE(process.waitForFinished(240'000));
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
@@ -124,4 +124,18 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
                   row.errors)
             << row.command;
     }
+}
+
+/// What a screen reader is told of every window.
+TEST(Program, IsReadByAScreenReader)
+{
+    const Ended ended = shell(
+        u"command -v dbus-run-session >/dev/null || exit 77; for python in python3 "
+        u"/usr/bin/python3; "
+        "do $python -c 'import gi' 2>/dev/null && break; done; "
+        "LSAN_OPTIONS=detect_leaks=0 dbus-run-session -- $python -W ignore %1/tests/e2e/readers.py "
+        "$corvane"_s.arg(QStringLiteral(PROJECT_FOLDER)));
+    if (ended.exitCode == 77)
+        GTEST_SKIP() << "AT-SPI, its Python binding or Xvfb is not installed";
+    EXPECT_EQ(ended.exitCode, 0) << ended.output.toStdString() << ended.errors.toStdString();
 }

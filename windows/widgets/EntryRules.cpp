@@ -29,6 +29,8 @@ bool namesFile(const QLineEdit &entry)
 /// An entry or a box is about to be shown for the first time.
 void prepare(QObject *object)
 {
+    if (const auto *box = qobject_cast<QComboBox *>(object); box && box->lineEdit())
+        box->lineEdit()->setAccessibleName(box->accessibleName());
     if (QWidget *box = turningBox(object)) {
         if (box->focusPolicy() == Qt::WheelFocus)
             box->setFocusPolicy(Qt::StrongFocus);

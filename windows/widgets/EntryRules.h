@@ -7,6 +7,7 @@ namespace corvane {
 /// What holds for the entries of every window, so that no window sees to it itself:
 /// - The mouse wheel turns a box only while the box has the focus, and never gives it the focus. A
 ///   scroll over any other box goes on to the page it is on.
+/// - The entry inside an editable box has the box's name for screen readers.
 /// - An entry is one line (see OneLine.h), unless it has a validator of its own.
 class EntryRules : public QObject
 {

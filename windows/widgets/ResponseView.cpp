@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace corvane {
 
@@ -57,11 +58,29 @@ ResponseView::ResponseView(const ResponseText &text, QWidget *parent)
     connect(&m_repaint, &QTimer::timeout, this, [this] {
         updateScrollBar();
         viewport()->update();
-        if (QAccessible::isActive()) {
-            QAccessibleValueChangeEvent changed(this, QVariant());
-            QAccessible::updateAccessibility(&changed);
-        }
+        if (QAccessible::isActive())
+            tellReaders();
     });
+}
+
+/// Of a reply of any length its beginning, which is what one reads.
+void ResponseView::tellReaders()
+{
+    constexpr qsizetype longestTold = 4096;
+    const QString before = std::exchange(
+        m_told,
+        QString::fromLatin1(m_text.bytes().first(std::min(m_text.bytes().size(), longestTold))));
+    if (m_told == before)
+        return;
+    if (!before.isEmpty() && !m_told.startsWith(before)) {
+        QAccessibleTextRemoveEvent removed(this, 0, before);
+        QAccessible::updateAccessibility(&removed);
+    }
+    const qsizetype stands = m_told.startsWith(before) ? before.size() : 0;
+    if (m_told.size() > stands) {
+        QAccessibleTextInsertEvent inserted(this, static_cast<int>(stands), m_told.sliced(stands));
+        QAccessible::updateAccessibility(&inserted);
+    }
 }
 
 void ResponseView::textReplaced()

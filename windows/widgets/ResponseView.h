@@ -58,12 +58,14 @@ private:
     [[nodiscard]] QSize sizeOfRows(int rows) const;
     void followDropped(qsizetype dropped);
     void textChanged();
+    void tellReaders();
     void updateScrollBar();
     void drawRow(QPainter &painter, qsizetype row, int y) const;
 
     const ResponseText &m_text;
     qsizetype m_dropped = 0; ///< of the text, as followed
     QTimer m_repaint;
+    QString m_told; ///< what screen readers know of it
     /// The selection runs from the anchor to the cursor, both byte positions.
     qsizetype m_anchor = 0;
     qsizetype m_cursor = 0;
