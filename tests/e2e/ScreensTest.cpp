@@ -1,20 +1,28 @@
-#include "EndToEndDesk.h"
-#include "windows/board/CalibrationPanel.h"
-#include "windows/board/frmSBC.h"
+// What holds for the look and the keys of every window, tried on all of them.
+#include "tests/e2e/EndToEndDesk.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BenchWindow.h"
+#include "windows/main/GuideWindow.h"
+#include "windows/main/HelpChapters.h"
 #include "windows/main/SetupWindows.h"
 
 using namespace corvane;
 
 namespace {
 
+/// The page of a scrolling area that the widget is; null for any other.
+const QAbstractScrollArea *areaOf(const QWidget &page)
+{
+    const auto *area = qobject_cast<const QAbstractScrollArea *>(page.parentWidget());
+    return area && area->viewport() == &page ? area : nullptr;
+}
+
+/// Something lies outside what holds it, and nothing that scrolls brings it into sight.
 bool isCut(const QWidget &widget)
 {
     for (const QWidget *each = &widget; !each->isWindow(); each = each->parentWidget()) {
         const QWidget *parent = each->parentWidget();
-        const auto *area = qobject_cast<const QAbstractScrollArea *>(parent->parentWidget());
-        if (area && area->viewport() == parent)
+        if (areaOf(*parent))
             return false; // it scrolls as far as its content goes
         if (!parent->rect().contains(each->geometry()))
             return true;
@@ -32,104 +40,181 @@ QSize needed(const QWidget &control)
         return {isOwnWidth ? text.width() : 0, text.height()};
     }
     if (const auto *button = qobject_cast<const QPushButton *>(&control)) {
-        const QFontMetrics metrics = button->fontMetrics();
-        return metrics.size(Qt::TextShowMnemonic, button->text()) + QSize(8, 4);
+        constexpr QSize frame(8, 4);
+        return button->fontMetrics().size(Qt::TextShowMnemonic, button->text()) + frame;
     }
     return qobject_cast<const QAbstractButton *>(&control) ? control.minimumSizeHint() : QSize();
 }
 
-/// The controls of a window's showing page that are cut, "|" between them.
-QString cutControls(const QWidget &window)
+/// The controls of a window's showing page that are cut or too small, with their sizes.
+std::string cutControls(const QWidget &window)
 {
     QStringList cut;
     for (const QWidget *each : window.findChildren<QWidget *>()) {
-        const bool isOurs = !each->objectName().isEmpty() &&
-                            !each->objectName().startsWith(u"qt_") &&
-                            !each->objectName().startsWith(u"Scroll");
-        if (!each->isVisible() || each->window() != &window ||
-            !(isOurs || qobject_cast<const QLabel *>(each)))
+        const QString name = each->objectName();
+        const bool isToolkits = name.startsWith(u"qt_") || name.startsWith(u"Scroll");
+        if (!each->isVisible() || each->window() != &window || isToolkits)
             continue;
         const QSize need = needed(*each);
         if (isCut(*each) || each->width() < need.width() || each->height() < need.height())
-            cut.append(u"%1 %2 (%3x%4 of %5x%6)"_s
-                           .arg(QLatin1String(each->metaObject()->className()), each->objectName())
-                           .arg(each->width())
-                           .arg(each->height())
-                           .arg(need.width())
-                           .arg(need.height()));
+            cut.append(
+                u"%1 is %2x%3 of %4x%5"_s
+                    .arg(name.isEmpty() ? QLatin1String(each->metaObject()->className()) : name)
+                    .arg(each->width())
+                    .arg(each->height())
+                    .arg(need.width())
+                    .arg(need.height()));
     }
-    return cut.join(u'|');
+    return cut.join(u", ").toStdString();
 }
 
-struct Screens : EndToEndDesk
+/// What of a window's showing page answers to a letter that something else has too, and buttons
+/// without a letter, a key or a place in a row of equal ones.
+std::string clashes(const QWidget &window)
 {
-    void openAll()
+    QMap<QString, QSet<QString>> users;
+    QStringList without;
+    const auto note = [&users](const QString &text) {
+        const QKeySequence letter = QKeySequence::mnemonic(text);
+        if (!letter.isEmpty())
+            users[letter.toString()].insert(text);
+        return !letter.isEmpty();
+    };
+    for (const QMenuBar *bar : window.findChildren<QMenuBar *>()) {
+        for (const QAction *menu : bar->actions())
+            note(menu->text());
+    }
+    for (const QWidget *each : window.findChildren<QWidget *>()) {
+        if (!each->isVisible() || each->window() != &window)
+            continue;
+        if (const auto *label = qobject_cast<const QLabel *>(each); label && label->buddy())
+            note(label->text());
+        const auto *button = qobject_cast<const QAbstractButton *>(each);
+        if (button && !note(button->text()) && qobject_cast<const QPushButton *>(each) &&
+            !button->toolTip().contains(u'('))
+            without.append(u"no key: "_s + button->text());
+    }
+    QStringList wrong(without);
+    for (auto user = users.begin(); user != users.end(); ++user) {
+        if (user.value().size() > 1)
+            wrong.append(user.key() + u": "_s + QStringList(user.value().values()).join(u", "));
+    }
+    return wrong.join(u"; ").toStdString();
+}
+
+/// The program with all of its windows open.
+struct OpenWindows : EndToEndDesk
+{
+    OpenWindows()
     {
         main.show();
         main.mnuSBC->trigger();
-        top(u"frmSBC"_s).findChild<QPushButton *>(u"cmdReport"_s)->click();
-        main.setupWindows().cmdPortConfig_Click(0);
-        main.setupWindows().cmdPortConfig_Click(1);
-        main.setupWindows().cmdAdapter_Click();
-        main.setupWindows().mnuAboutSC_Click();
-        main.setupWindows().showGpibAbout();
-        main.setupWindows().cmdSearchGPIB_Click();
+        window(u"frmSBC"_s)->findChild<QPushButton *>(u"cmdReport"_s)->click();
+        SetupWindows &setup = main.setupWindows();
+        for (const int channel : {channels::rs485, channels::rs232})
+            setup.cmdPortConfig_Click(channel);
+        setup.cmdAdapter_Click();
+        setup.mnuAboutSC_Click();
+        setup.showGpibAbout();
+        setup.cmdSearchGPIB_Click();
         main.mnuTraffic_Click();
         main.mnuTrend_Click();
         main.mnuHelp_Click();
         main.commandList->cmdEditList->click();
         program.benchWindow()->show();
+        waitFor([] { return windows().size() >= leastWindows; });
     }
-    static QWidget &top(const QString &name)
+    static QList<QWidget *> windows()
     {
-        for (QWidget *each : QApplication::topLevelWidgets())
-            if (each->objectName() == name)
-                return *each;
-        ADD_FAILURE() << name.toStdString();
-        std::abort();
+        QList<QWidget *> shown = QApplication::topLevelWidgets();
+        shown.removeIf(
+            [](const QWidget *each) { return !each->isVisible() || each->objectName().isEmpty(); });
+        return shown;
     }
+    static QWidget *window(const QString &name)
+    {
+        const QList<QWidget *> all = windows();
+        return *std::ranges::find(all, name, &QObject::objectName);
+    }
+    /// Does something for each page of each window.
+    static void
+    forEachPage(const std::function<void(QWidget &window, const std::string &name)> &act)
+    {
+        for (QWidget *window : windows()) {
+            auto *pages = window->findChild<QTabWidget *>();
+            for (int page = 0; page < (pages ? pages->count() : 1); ++page) {
+                if (pages)
+                    pages->setCurrentIndex(page);
+                QCoreApplication::processEvents();
+                act(*window, u"%1 %2"_s.arg(window->objectName()).arg(page).toStdString());
+            }
+        }
+    }
+
+    static constexpr int leastWindows = 12;
 };
 
 } // namespace
 
-TEST(ScreensTest, NoControlIsCutOnAnyScreenWithAnyFont)
+TEST(Windows, NoControlIsCutOnAnyScreenWithAnyFont)
 {
     const QFont before = QApplication::font();
-    struct
+    const struct
     {
         int points;
-        QSize room;
-    } table[] = {{9, {1024, 660}},  {9, {960, 500}},  {12, {1024, 720}},
-                 {16, {1366, 720}}, {16, {512, 320}}, {9, {3840, 2120}}};
+        QSize room; ///< what a frame and a panel leave of the screen, in the window's pixels
+    } table[] = {
+        {9, {1018, 660}},  {9, {954, 500}}, // 1024x700; 1920x1080 at 200 %
+        {12, {1018, 700}}, {16, {1360, 700}}, {16, {506, 320}}, {9, {3834, 2120}},
+    };
     for (const auto &[points, room] : table) {
         QFont font = before;
         font.setPointSize(points);
         QApplication::setFont(font);
-        Screens desk;
-        desk.openAll();
-        QTest::qWait(200);
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (!window->isVisible() || window->objectName().isEmpty())
-                continue;
-            const QSize asked = window->size();
-            window->resize(asked.boundedTo(room));
-            QTest::qWait(10);
-            if (window->width() > room.width() || window->height() > room.height())
-                ADD_FAILURE() << points << " " << window->objectName().toStdString() << " is "
-                              << window->width() << "x" << window->height() << " on "
-                              << room.width() << "x" << room.height();
-            auto pages = window->findChild<QTabWidget *>();
-            for (int page = 0; page < (pages ? pages->count() : 1); ++page) {
-                if (pages)
-                    pages->setCurrentIndex(page);
-                QTest::qWait(1);
-                const QString cut = cutControls(*window);
-                EXPECT_EQ(cut.toStdString(), "")
-                    << points << " " << room.width() << " " << window->objectName().toStdString()
-                    << " page " << page;
-            }
-        }
-        desk.main.close();
+        OpenWindows desk;
+        ASSERT_GE(OpenWindows::windows().size(), OpenWindows::leastWindows);
+        OpenWindows::forEachPage([&, points = points, room = room](QWidget &window,
+                                                                   const std::string &name) {
+            window.resize(window.size().boundedTo(room));
+            QCoreApplication::processEvents();
+            EXPECT_EQ(window.size().boundedTo(room), window.size()) << name << " at " << points;
+            EXPECT_EQ(cutControls(window), "") << name << " at " << points << " " << room.width();
+        });
     }
     QApplication::setFont(before);
+}
+
+TEST(Windows, EveryButtonHasAKeyOfItsOwn)
+{
+    OpenWindows desk;
+    OpenWindows::forEachPage([](const QWidget &window, const std::string &name) {
+        EXPECT_EQ(clashes(window), "") << name;
+    });
+}
+
+TEST(Windows, EachHasItsChapterInTheGuide)
+{
+    OpenWindows desk;
+    auto *guide = static_cast<GuideWindow *>(OpenWindows::window(u"GuideWindow"_s));
+    OpenWindows::forEachPage([guide](const QWidget &window, const std::string &name) {
+        if (&window == guide || window.objectName() == u"frmAbout")
+            return;
+        const QString chapter = helpChapterOf(window);
+        guide->lstOutline->setCurrentRow(0);
+        guide->showChapter(chapter);
+        EXPECT_EQ(guide->lstOutline->currentItem()->text().trimmed(), chapter) << name;
+    });
+
+    guide->txtFind->setText(u"no such word"_s);
+    guide->findNext();
+    EXPECT_EQ(guide->lblFound->text(), u"\"no such word\" is not in the guide");
+    guide->txtFind->setText(u"Corvane user's guide"_s);
+    for (const auto &[backwards, said] :
+         {std::pair(false, u"from the top again"_s), std::pair(true, u"from the end again"_s)}) {
+        if (backwards)
+            guide->findPrevious();
+        else
+            guide->findNext();
+        EXPECT_EQ(guide->lblFound->text(), said);
+    }
 }

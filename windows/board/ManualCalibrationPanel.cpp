@@ -67,9 +67,15 @@ void ManualCalibrationPanel::makeReadOuts(QGridLayout &grid)
     lblValue = labelFor(u"lblValue"_s, u"%1 value read"_s);
     lblGain = labelFor(u"lblGain"_s, u"%1 gain read"_s);
     lblOffset = labelFor(u"lblOffset"_s, u"%1 offset read"_s);
-    cmdReadCal = exchanging(button(u"&Read %1"_s.arg(kindName()), indexed(u"cmdReadCal"_s, m_kind),
+    // The letters of the page have run out.
+    const QString caption = m_kind == Dac ? u"&Read DAC"_s : u"Read ADC"_s;
+    cmdReadCal = exchanging(button(caption, indexed(u"cmdReadCal"_s, m_kind),
                                    u"Read calibration of the %1"_s.arg(kindName()), this,
                                    &Panel::cmdReadCal_Click));
+    if (m_kind == Adc) {
+        cmdReadCal->setShortcut(QKeySequence(u"Ctrl+R"_s));
+        cmdReadCal->setToolTip(u"Read the calibration of the ADC (Ctrl+R)"_s);
+    }
     cmdCopy = button(u"Cop&y"_s, indexed(u"cmdCopy"_s, m_kind),
                      u"Copy the read %1 values into the entries"_s.arg(kindName()), this,
                      &Panel::cmdCopy_Click);

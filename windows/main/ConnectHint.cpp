@@ -21,7 +21,9 @@ ConnectHint::ConnectHint(const QString &text, const ChannelSession &session, Res
 {
     setFont(QApplication::font()); // the box has another, for replies
     lblHint->setText(text);
-    cmdBench->setToolTip(u"Simulated devices answer behind every Channel that is not connected"_s);
+    cmdBench->setShortcut(QKeySequence(u"Ctrl+B"_s)); // no letter is left
+    cmdBench->setToolTip(
+        u"Simulated devices answer behind every Channel that is not connected (Ctrl+B)"_s);
     auto *rows = new QVBoxLayout(this);
     rows->addWidget(lblHint);
     rows->addLayout(row({cmdBench, nullptr}));

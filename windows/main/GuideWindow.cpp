@@ -33,6 +33,9 @@ GuideWindow::GuideWindow(QWidget *parent)
     txtFind->setClearButtonEnabled(true);
     txtFind->setPlaceholderText(u"Find in the guide"_s);
     auto *next = named(new QPushButton(u"Find &next"_s, this), u"cmdFindNext"_s);
+    auto *previous = named(new QPushButton(u"Find &previous"_s, this), u"cmdFindPrevious"_s);
+    lblFound = controls::note(u"lblFound"_s, u"Result of the search"_s);
+    lblFound->setTextFormat(Qt::PlainText);
     txtGuide = named(new QTextBrowser(this), u"txtGuide"_s, u"User's guide"_s);
     txtGuide->setOpenExternalLinks(false);
     QFile guide(u":/guide.md"_s);
@@ -44,7 +47,8 @@ GuideWindow::GuideWindow(QWidget *parent)
     fillOutline();
 
     auto *page = new QVBoxLayout(this);
-    page->addLayout(controls::row({txtFind, next}));
+    page->addLayout(controls::row({txtFind, next, previous}));
+    page->addWidget(lblFound);
     auto *sides = named(new QSplitter(this), u"splitGuide"_s, QString());
     sides->setChildrenCollapsible(false);
     sides->addWidget(lstOutline);
@@ -59,10 +63,24 @@ GuideWindow::GuideWindow(QWidget *parent)
             [this] { showHeading(lstOutline->currentRow()); });
     connect(txtFind, &QLineEdit::returnPressed, this, &GuideWindow::findNext);
     connect(next, &QPushButton::clicked, this, &GuideWindow::findNext);
-    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txtFind,
-            [this] { txtFind->setFocus(Qt::ShortcutFocusReason); });
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    connect(previous, &QPushButton::clicked, this, &GuideWindow::findPrevious);
+    addShortcuts();
     txtGuide->setFocus();
+}
+
+void GuideWindow::addShortcuts()
+{
+    const auto add = [this](const QKeySequence &key, auto handler) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, handler);
+    };
+    add(QKeySequence::Find, [this] {
+        txtFind->setFocus(Qt::ShortcutFocusReason);
+        txtFind->selectAll();
+    });
+    add(QKeySequence::FindNext, &GuideWindow::findNext);
+    add(QKeySequence::FindPrevious, &GuideWindow::findPrevious);
+    add(Qt::Key_Escape, &QWidget::close);
+    add(QKeySequence::Close, &QWidget::close);
 }
 
 void GuideWindow::fillOutline()
@@ -92,12 +110,40 @@ void GuideWindow::showHeading(int row)
                                             txtGuide->cursorRect().top());
 }
 
-void GuideWindow::findNext()
+void GuideWindow::showChapter(const QString &heading)
 {
-    if (txtGuide->find(txtFind->text()))
+    for (int row = 0; row < lstOutline->count() && !heading.isEmpty(); ++row) {
+        if (lstOutline->item(row)->text().trimmed() == heading) {
+            lstOutline->setCurrentRow(row);
+            showHeading(row);
+            return;
+        }
+    }
+}
+
+void GuideWindow::findPrevious()
+{
+    find(QTextDocument::FindBackward);
+}
+
+void GuideWindow::find(QTextDocument::FindFlags how)
+{
+    const QString wanted = txtFind->text();
+    const QTextCursor before = txtGuide->textCursor();
+    lblFound->clear();
+    if (wanted.isEmpty()) {
+        txtFind->setFocus();
         return;
-    txtGuide->moveCursor(QTextCursor::Start);
-    txtGuide->find(txtFind->text());
+    }
+    if (txtGuide->find(wanted, how))
+        return;
+    txtGuide->moveCursor(how ? QTextCursor::End : QTextCursor::Start);
+    if (txtGuide->find(wanted, how)) {
+        lblFound->setText(how ? u"from the end again"_s : u"from the top again"_s);
+        return;
+    }
+    txtGuide->setTextCursor(before);
+    lblFound->setText(u"\"%1\" is not in the guide"_s.arg(wanted));
 }
 
 } // namespace corvane

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QTextDocument>
 #include <QWidget>
 
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QTextBrowser;
@@ -19,15 +21,22 @@ public:
 
     /// Brings the heading of a row of the outline to the top of the text.
     void showHeading(int row);
-    /// Finds the next place of the text in the search entry, from the top again after the last.
-    void findNext();
+    /// Shows the chapter or section with this heading; an empty one changes nothing.
+    void showChapter(const QString &heading);
+    /// Finds the next place of the text in the search entry, or the one before, and goes on from
+    /// the other end after the last; says so, and when there is none.
+    void findNext() { find({}); }
+    void findPrevious();
 
     QListWidget *lstOutline = nullptr;
     QTextBrowser *txtGuide = nullptr;
     QLineEdit *txtFind = nullptr;
+    QLabel *lblFound = nullptr;
 
 private:
     void fillOutline();
+    void addShortcuts();
+    void find(QTextDocument::FindFlags how);
 };
 
 } // namespace corvane

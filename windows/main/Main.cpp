@@ -9,6 +9,7 @@
 #include "windows/main/ConnectHint.h"
 #include "windows/main/GpibTab.h"
 #include "windows/main/GuideWindow.h"
+#include "windows/main/HelpChapters.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
@@ -208,8 +209,11 @@ void Main::Timer1_Timer(int index)
 
 void Main::mnuHelp_Click()
 {
+    const QWidget *asking = QApplication::activeWindow();
     if (!m_guide)
         m_guide = new GuideWindow(this);
+    if (asking && asking != m_guide)
+        m_guide->showChapter(helpChapterOf(*asking));
     bringToFront(*m_guide);
 }
 

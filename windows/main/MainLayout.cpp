@@ -159,6 +159,7 @@ void Main::buildMenus()
     mnuTrend = addEntry(mnuView, u"T&rend"_s, u"mnuTrend"_s);
     mnuHelp = addEntry(mnuAbout, u"&Help"_s, u"mnuHelp"_s);
     mnuHelp->setShortcut(QKeySequence::HelpContents);
+    mnuHelp->setShortcutContext(Qt::ApplicationShortcut); // about the window that has the keys
     mnuAboutSC = addEntry(mnuAbout, u"&About Corvane"_s, u"mnuAboutSC"_s);
 
     connect(mnuExit, &QAction::triggered, this, &QWidget::close);
