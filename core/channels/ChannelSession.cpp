@@ -2,6 +2,7 @@
 
 #include "core/channels/ChannelTexts.h"
 #include "core/channels/Module1.h"
+#include "core/channels/Reconnect.h"
 #include "core/text/Dialogs.h"
 #include "core/text/Latin1.h"
 #include "devices/PlatformError.h"
@@ -20,6 +21,7 @@ ChannelSession::ChannelSession(int index, Transport &transport, const ChannelCon
     , m_traits(channelTraits().at(static_cast<size_t>(index)))
     , m_transport(transport)
     , m_command(channelTexts::idnCommand)
+    , m_reconnect(new Reconnect(*this))
 {
     for (QTimer *timer : {Timer1, TimerTransfer})
         timer->setTimerType(Qt::PreciseTimer);
@@ -46,12 +48,25 @@ void ChannelSession::stopTimers()
 
 void ChannelSession::open()
 {
+    m_isQuiet = m_isQuiet && isOpen();
+    tryToOpen();
+}
+
+void ChannelSession::reopen()
+{
+    m_isQuiet = true;
+    tryToOpen();
+}
+
+void ChannelSession::tryToOpen()
+{
     try {
         openTransport();
         if (m_light == Light::Hidden)
             setLight(Light::Dark);
     } catch (const PlatformError &error) {
-        showMessage(channelTexts::connectError + u"\r\n"_s + error.description());
+        if (!m_isQuiet)
+            showMessage(channelTexts::connectError + u"\r\n"_s + error.description());
         Q_EMIT connectFailed(error.description());
     }
     refreshStatus();
@@ -59,6 +74,7 @@ void ChannelSession::open()
 
 void ChannelSession::close()
 {
+    Q_EMIT closing();
     try {
         closeTransport();
     } catch (const PlatformError &error) {

@@ -11,6 +11,7 @@ namespace corvane {
 
 class Dialogs;
 class PlatformError;
+class Reconnect;
 class Transport;
 class WaitGroup;
 struct Module1;
@@ -69,6 +70,15 @@ public:
     /// Opens the transport. A fault is shown, and said by connectFailed, at once or later.
     void open();
     void close();
+    /// Opens the transport as open() does, but says a fault by connectFailed alone.
+    void reopen();
+    /// The transport is on its way to be open.
+    [[nodiscard]] virtual bool isConnecting() const { return false; }
+    /// Faults of the connection are shown in no box.
+    [[nodiscard]] bool isQuiet() const { return m_isQuiet; }
+    void setQuiet(bool quiet) { m_isQuiet = quiet; }
+    /// Sees to a connection that was lost.
+    [[nodiscard]] Reconnect &reconnect() const { return *m_reconnect; }
     /// The port is open, the socket connected, the GPIB control configured.
     [[nodiscard]] virtual bool isOpen() const = 0;
     /// There is no connection now. The GPIB Channel has no such state: its time-out tells.
@@ -128,6 +138,8 @@ public:
 
 Q_SIGNALS:
     void openChanged(bool open);
+    /// The connection is about to be closed because somebody wants it.
+    void closing();
     void statusChanged();
     void connectFailed(const QString &reason);
 
@@ -211,6 +223,7 @@ protected:
     ChannelContext m_context;
 
 private:
+    void tryToOpen();
     void remember();
     void tellRefusal(const QString &message);
 
@@ -224,6 +237,8 @@ private:
     QString m_note;
     int m_periodMs = startPeriodMs;
     bool m_isLogged = false;
+    bool m_isQuiet = false;
+    Reconnect *const m_reconnect;
     Light m_light = Light::Hidden;
     bool m_sending = false; // a send is on the stack, with a wait or a box of its own maybe
 };

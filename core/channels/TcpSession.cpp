@@ -30,6 +30,12 @@ bool TcpSession::isOpen() const
     return m_client.state() == SocketState::Connected;
 }
 
+bool TcpSession::isConnecting() const
+{
+    const SocketState state = m_client.state();
+    return state >= SocketState::ConnectionPending && state <= SocketState::Connecting;
+}
+
 QString TcpSession::place() const
 {
     return isOpen() ? m_place : enteredPlace();
@@ -170,7 +176,8 @@ void TcpSession::tcpClient_DataArrival()
 
 void TcpSession::tcpClient_Error(int, const QString &description)
 {
-    showMessage(channelTexts::socketError + description);
+    if (!isQuiet())
+        showMessage(channelTexts::socketError + description);
     closeUntilClosed();
     refreshStatus();
     Q_EMIT connectFailed(description);

@@ -34,6 +34,7 @@ public:
     void tcpClient_Error(int number, const QString &description);
 
     [[nodiscard]] bool isOpen() const override;
+    [[nodiscard]] bool isConnecting() const override;
     [[nodiscard]] QString place() const override;
     void fillIn(const ChannelEntries &entries) override;
 

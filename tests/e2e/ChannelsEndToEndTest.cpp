@@ -1,10 +1,12 @@
 #include "app/DemoGreeting.h"
+#include "core/channels/Reconnect.h"
 #include "core/setup/GpibSearch.h"
 #include "tests/e2e/EndToEndDesk.h"
 #include "tests/support/Soon.h"
 #include "windows/main/ConnectHint.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
+#include "windows/main/StatusLine.h"
 
 #include <array>
 #include <set>
@@ -164,4 +166,42 @@ TEST(Bench, StartedFromAnEmptyResponseBoxItAnswersOnEveryChannelThatIsFree)
         EXPECT_TRUE(window.channel(index)->hint->isHidden());
     }
     window.close();
+}
+
+TEST(Reconnect, TriesAgainQuietlyUntilTheDeviceIsBackAndOnlyWhenItWasLost)
+{
+    EndToEndDesk desk;
+    desk.main.show();
+    const std::array<int, 2> lost{channels::rs485, channels::tcpIp1};
+    const auto areOpen = [&](bool open) {
+        return desk.waitFor([&, open] {
+            return std::ranges::all_of(
+                lost, [&](int index) { return desk.channels.at(index).isOpen() == open; });
+        });
+    };
+    const auto says = [&desk](const QString &text) {
+        return desk.waitFor([&] { return desk.main.lblFaults->text().count(text) == 2; });
+    };
+    for (const int index : lost)
+        desk.main.channel(index)->chkReconnect->click();
+    desk.channels.tcp(channels::tcpIp1).setLooping(true);
+    desk.order("rs485 unplug");
+    desk.order("tcp-chamber unplug");
+    EXPECT_TRUE(areOpen(false));
+    EXPECT_TRUE(says(u"trying again (2)"_s)) << desk.main.lblFaults->text().toStdString();
+    EXPECT_TRUE(desk.channels.at(channels::rs232).isOpen());
+    desk.order("clear");
+    EXPECT_TRUE(areOpen(true));
+    EXPECT_TRUE(says(u"connected again"_s)) << desk.main.lblFaults->text().toStdString();
+    desk.channels.at(channels::tcpIp1).setResponse({});
+    EXPECT_TRUE(desk.waitFor([&] {
+        return !desk.channels.at(channels::tcpIp1).response().bytes().isEmpty();
+    })) << "the loop goes on";
+
+    for (const int index : lost)
+        desk.main.cmdDisconnect_Click(index);
+    EXPECT_FALSE(desk.main.lblFaults->text().contains(u"again"));
+    QTest::qWait(Reconnect::intervalMs + 500);
+    EXPECT_TRUE(areOpen(false)) << "nobody wants them open";
+    EXPECT_EQ(desk.messages.toStdString(), "");
 }

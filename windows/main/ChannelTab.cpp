@@ -2,6 +2,7 @@
 
 #include "core/channels/ChannelSession.h"
 #include "core/channels/ChannelTexts.h"
+#include "core/channels/Reconnect.h"
 #include "devices/WholeNumber.h"
 #include "windows/widgets/ToolTip.h"
 
@@ -34,6 +35,7 @@ void ChannelTab::connectHandlers()
     connect(cmdSystErr, &QPushButton::clicked, this, &Tab::cmdSystErr_Click);
     connect(chkLoop, &QCheckBox::toggled, this, &Tab::chkLoop_Click);
     connect(chkLog, &QCheckBox::toggled, this, &Tab::chkLog_Click);
+    connect(chkReconnect, &QCheckBox::toggled, &m_session.reconnect(), &Reconnect::setOn);
     connect(cboMs, &QComboBox::activated, this, &Tab::cboMs_Change);
     connect(cboMs, &QComboBox::currentIndexChanged, this, &Tab::cboMs_Change);
     connect(cboMs->lineEdit(), &QLineEdit::editingFinished, this, &Tab::applyPendingPeriod);
@@ -53,6 +55,7 @@ void ChannelTab::showSession()
     connect(&m_session, &Session::periodChanged, cboMs,
             [this](int ms) { cboMs->setEditText(QString::number(ms)); });
     connect(&m_session, &Session::loggedChanged, chkLog, &QCheckBox::setChecked);
+    connect(&m_session.reconnect(), &Reconnect::changed, chkReconnect, &QCheckBox::setChecked);
     connect(&m_session, &Session::responseReplaced, txtIn, &ResponseView::textReplaced);
     connect(&m_session, &Session::responseAppended, txtIn, &ResponseView::textAppended);
     cboOut->showCommand(m_session.command());

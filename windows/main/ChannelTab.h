@@ -57,6 +57,8 @@ public:
     QLabel *lblPlace = nullptr;
     Led *shpComm = nullptr;
     QCheckBox *chkLog = nullptr;
+    /// Hidden where the transport has no connection to lose.
+    QCheckBox *chkReconnect = nullptr;
     QPushButton *cmdLoadFrmChmber = nullptr;
     QPushButton *cmdLoadToChmber = nullptr;
     QPushButton *cmdStop = nullptr;

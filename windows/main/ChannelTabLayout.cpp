@@ -73,6 +73,9 @@ void ChannelTab::makeControls()
         chkLog->setEnabled(false);
         chkLog->setToolTip(u"The log records the TCP/IP Channels only"_s);
     }
+    chkReconnect = named(new QCheckBox(u"Reconnec&t"_s, this), name("chkReconnect"));
+    chkReconnect->setToolTip(u"Connect again, once a second, when the device went away"_s);
+    chkReconnect->setVisible(m_session.traits().hasClosedState());
     txtIn = named(new ResponseView(m_session.response(), this), name("txtIn"), u"Response"_s);
 }
 
@@ -94,8 +97,8 @@ void ChannelTab::layOut()
     every->setBuddy(cboMs);
     auto *optionRow = row({chkLoop, every, cboMs, new QLabel(u"ms"_s, this)});
     optionRow->addSpacing(gapBeforeLog);
-    addAll(*optionRow, {chkLog, nullptr, new QLabel(u"Settings list:"_s, this), cmdLoadFrmChmber,
-                        cmdLoadToChmber, cmdStop});
+    addAll(*optionRow, {chkLog, chkReconnect, nullptr, new QLabel(u"Settings list:"_s, this),
+                        cmdLoadFrmChmber, cmdLoadToChmber, cmdStop});
 
     auto *page = new QVBoxLayout(this);
     page->addLayout(m_connectionRow);
@@ -145,8 +148,8 @@ void ChannelTab::orderTabs()
     QList<QWidget *> order;
     for (int place = 0; place < m_connectionRow->count(); ++place)
         order.append(m_connectionRow->itemAt(place)->widget());
-    order += {cboOut, cmdSend,          cmdIDN,          cmdSystErr, chkLoop, cboMs,
-              chkLog, cmdLoadFrmChmber, cmdLoadToChmber, cmdStop,    txtIn};
+    order += {cboOut, cmdSend,      cmdIDN,           cmdSystErr,      chkLoop, cboMs,
+              chkLog, chkReconnect, cmdLoadFrmChmber, cmdLoadToChmber, cmdStop, txtIn};
     controls::orderTabs(order);
 }
 

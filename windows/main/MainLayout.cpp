@@ -1,4 +1,5 @@
 // How the main window is put together: its tabs, list area, status bar and menus.
+#include "core/channels/Reconnect.h"
 #include "core/channels/TrafficLog.h"
 #include "core/lists/CommandList.h"
 #include "core/lists/TransferEngine.h"
@@ -69,6 +70,8 @@ void Main::watch(ChannelSession &session)
             [this, index](const QString &fault) { lblFaults->setFault(index, fault); });
     connect(&session, &Session::noteChanged, this,
             [this, index](const QString &note) { lblFaults->setReplyNote(index, note); });
+    connect(&session.reconnect(), &Reconnect::noted, this,
+            [this, index](const QString &note) { lblFaults->setReconnect(index, note); });
     connect(&session, &Session::progressChanged, statusBar(),
             [this](const QString &progress) { statusBar()->showMessage(progress); });
     connect(&session, &Session::loggedChanged, this, [this, index] { chkLog_Click(index); });

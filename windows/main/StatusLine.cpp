@@ -18,6 +18,11 @@ void StatusLine::setFault(int channel, const QString &text)
     set(m_faults.at(static_cast<size_t>(channel)), text);
 }
 
+void StatusLine::setReconnect(int channel, const QString &text)
+{
+    set(m_reconnects.at(static_cast<size_t>(channel)), text);
+}
+
 void StatusLine::setReplyNote(int channel, const QString &text)
 {
     set(m_replyNotes.at(static_cast<size_t>(channel)), text);
@@ -29,7 +34,7 @@ void StatusLine::set(QString &place, const QString &text)
         return;
     place = text;
     QStringList shown(m_notes.front());
-    for (const auto &each : {m_faults, m_replyNotes})
+    for (const auto &each : {m_faults, m_reconnects, m_replyNotes})
         shown.append(QStringList(each.begin(), each.end()));
     shown.append(QStringList(m_notes.begin() + 1, m_notes.end()));
     shown.removeAll(QString());

@@ -20,6 +20,8 @@ public:
     void setNote(About about, const QString &text);
     /// What was last said of the Channel's device.
     void setFault(int channel, const QString &text);
+    /// Where the Channel's reconnecting is.
+    void setReconnect(int channel, const QString &text);
     /// What is to know about the reply in the Channel's box.
     void setReplyNote(int channel, const QString &text);
 
@@ -32,6 +34,7 @@ private:
     QStringList m_shown;
     std::array<QString, 6> m_notes;
     std::array<QString, channelCount> m_faults;
+    std::array<QString, channelCount> m_reconnects;
     std::array<QString, channelCount> m_replyNotes;
 };
 
