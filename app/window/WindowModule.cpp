@@ -24,6 +24,7 @@ int showWindow(const CommandLine &line)
     WindowProgram program(line, dialogs);
     Main &window = program.window();
     dialogs.setHome(&window);
+    dialogs.setFirstFolder(window.parts().filesFolder);
     QTextStream out(stdout);
     QTextStream messages(stderr);
     const auto recording = startRecording(line, program.workbench().traffic(), out, messages);

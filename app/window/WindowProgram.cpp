@@ -1,6 +1,7 @@
 #include "app/window/WindowProgram.h"
 
 #include "core/setup/modWinsockAPI.h"
+#include "devices/FilesFolder.h"
 #include "windows/main/BenchWindow.h"
 #include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/LeanStyle.h"
@@ -16,6 +17,9 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs)
     , m_systemInfo(systemRegistry(), m_launcher, dialogs)
 {
     QApplication::setStyle(new LeanStyle);
+    const QString programFolder = QCoreApplication::applicationDirPath();
+    const QString folder =
+        filesFolder::choose(line.folder, programFolder, filesFolder::UserFolders::ofSystem());
     m_window = std::make_unique<Main>(
         MainParts{.clock = m_workbench.clock(),
                   .dialogs = dialogs,
@@ -23,7 +27,8 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs)
                   .list = m_workbench.list(),
                   .engine = m_workbench.engine(),
                   .traffic = m_workbench.traffic(),
-                  .programFolder = QCoreApplication::applicationDirPath(),
+                  .programFolder = programFolder,
+                  .filesFolder = folder,
                   .gpibAdapters = m_workbench.gpibAdapters(),
                   .gpibAdapterFactory = m_workbench.gpibAdapterFactory(),
                   .systemInfo = m_systemInfo,

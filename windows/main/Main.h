@@ -48,8 +48,10 @@ struct MainParts
     CommandList &list;
     TransferEngine &engine;
     TrafficRecorder &traffic;
-    /// The folder that Log.txt is in and the file dialogs start in.
+    /// The folder that the program is in, with its modules.
     QString programFolder;
+    /// The folder that Log.txt is in and the file dialogs start in.
+    QString filesFolder;
     /// The adapter of each GPIB board, and what makes it.
     GpibAdapterChoices &gpibAdapters;
     const GpibAdapterFactory &gpibAdapterFactory;

@@ -7,8 +7,9 @@
 
 namespace corvane {
 
-TrendOpener::TrendOpener(TrendParts parts)
+TrendOpener::TrendOpener(TrendParts parts, QString programFolder)
     : m_parts(std::move(parts))
+    , m_programFolder(std::move(programFolder))
 {
 }
 
@@ -20,7 +21,7 @@ void TrendOpener::open(QWidget &asker)
         if (!m_window) {
             const BusyPointer busy;
             const auto make = reinterpret_cast<TrendFunction>(
-                programModule::load(trendFunction, m_parts.folder, u"the Trend window"_s));
+                programModule::load(trendFunction, m_programFolder, u"the Trend window"_s));
             m_window.reset(make(m_parts));
         }
         bringToFront(*m_window);

@@ -131,7 +131,7 @@ Dialogs::Answer QtDialogs::showMessage(QObject *asker, const MessageBox &box)
 
 Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &question)
 {
-    FileDialog dialog(question, QFileDialog::AcceptOpen);
+    FileDialog dialog(question, m_firstFolder, QFileDialog::AcceptOpen);
     while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (QFileInfo(path).isFile())
@@ -147,7 +147,7 @@ Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &ques
 
 Dialogs::FileChoice QtDialogs::saveFile(QObject *asker, const FileQuestion &question)
 {
-    FileDialog dialog(question, QFileDialog::AcceptSave);
+    FileDialog dialog(question, m_firstFolder, QFileDialog::AcceptSave);
     while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (fileQuestions::isRefusedName(path))

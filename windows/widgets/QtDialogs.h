@@ -2,6 +2,7 @@
 
 #include "core/text/Dialogs.h"
 
+#include <QDir>
 #include <QPointer>
 #include <QWidget>
 
@@ -22,6 +23,8 @@ public:
 
     /// The window that a box stands over whose asker leads to none; it outlives the dialogs' use.
     void setHome(const QWidget *window) { m_home = window; }
+    /// Where a file dialog starts that is asked for no folder; the current one until this is set.
+    void setFirstFolder(const QString &folder) { m_firstFolder = folder; }
 
     Answer showMessage(QObject *asker, const MessageBox &box) override;
     FileChoice openFile(QObject *asker, const FileQuestion &question) override;
@@ -43,6 +46,7 @@ private:
     /// The running dialogs, innermost last; each entry lives in its run's frame.
     std::vector<OpenDialog *> m_open;
     QPointer<const QWidget> m_home;
+    QString m_firstFolder = QDir::currentPath();
 };
 
 } // namespace corvane

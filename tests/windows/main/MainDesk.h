@@ -31,6 +31,7 @@ struct MainDesk : FakeChannels
                .engine = engine,
                .traffic = traffic,
                .programFolder = folder.path(),
+               .filesFolder = folder.path(),
                .gpibAdapters = adapters,
                .gpibAdapterFactory = adapterFactory,
                .systemInfo = systemInfo,
