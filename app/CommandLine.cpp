@@ -38,6 +38,8 @@ constexpr Option options[] = {
      "(repeatable)."},
     {"record", "FILE", "Write the traffic to FILE as JSON lines (\"-\": standard output).", false,
      &CommandLine::recordFile},
+    {"folder", "DIR", "Of the window: the folder that Log.txt is in and the file dialogs start in.",
+     false, &CommandLine::folder},
     {"run", "LIST", "Run LIST without a display.", false, &CommandLine::list},
     {"channel", "NAME", "Channel of the run: rs485 | rs232 | gpib | tcp1 | tcp2.", true},
     {"port", "P", "Port entry: serial port number, or TCP port.", true, &CommandLine::port},
@@ -107,6 +109,8 @@ void readRun(const QCommandLineParser &parser, CommandLine &line)
     const auto found = std::ranges::find(channelTraits(), name.toLower(), &ChannelTraits::option);
     if (found == channelTraits().end())
         refuse(u"channel"_s, name, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
+    if (!line.folder.isEmpty())
+        refuse(u"folder"_s, line.folder, u"is for the window; a run writes no log"_s);
     line.task = CommandLine::Task::Run;
     line.channel = static_cast<int>(found - channelTraits().begin());
     if (parser.isSet(u"timeout"_s))

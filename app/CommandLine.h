@@ -28,6 +28,8 @@ struct CommandLine
     /// The adapter of each GPIB board, as given.
     std::array<QString, 4> gpibAdapters;
 
+    /// The folder of the window's log, where its file dialogs start; empty: by itself.
+    QString folder;
     /// Where the traffic is written as it passes, "-" for standard output; empty: nowhere.
     QString recordFile;
 

@@ -172,6 +172,9 @@ int runTask(const Job &job, int &argc, char **argv)
     }
     if (display::isThere())
         return runWindow(job, argc, argv);
+    if (job.line.demo && !job.line.folder.isEmpty())
+        throw PlatformError(
+            u"--folder %1: is for the window, and there is no display"_s.arg(job.line.folder));
     if (job.line.demo)
         return runUnattended(job, argc, argv);
     throw PlatformError(u"there is no display. Use --run LIST to run a list, or --demo."_s);

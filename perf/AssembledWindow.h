@@ -48,6 +48,7 @@ public:
             .engine = *m_engine,
             .traffic = m_traffic,
             .programFolder = QDir::tempPath(),
+            .filesFolder = QDir::tempPath(),
             .gpibAdapters = m_choices,
             .gpibAdapterFactory = m_factory,
             .systemInfo = m_systemInfo,

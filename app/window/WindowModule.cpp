@@ -25,10 +25,12 @@ int showWindow(const CommandLine &line)
     const QString name = QString::fromUtf16(productInfo::title);
     QSettings settings(QSettings::IniFormat, QSettings::UserScope, name, name);
     QtDialogs dialogs;
-    dialogs.rememberFoldersIn(settings);
+    if (line.folder.isEmpty()) // that one is wanted, not the last
+        dialogs.rememberFoldersIn(settings);
     WindowProgram program(line, dialogs, &settings);
     Main &window = program.window();
     dialogs.setHome(&window);
+    dialogs.setFirstFolder(window.parts().filesFolder);
     QTextStream out(stdout);
     QTextStream messages(stderr);
     const auto recording = startRecording(line, program.workbench().traffic(), out, messages);

@@ -2,6 +2,7 @@
 
 #include "core/setup/modWinsockAPI.h"
 #include "core/text/Dialogs.h"
+#include "devices/FilesFolder.h"
 #include "devices/PlatformError.h"
 #include "windows/main/BenchWindow.h"
 #include "windows/main/ChannelTab.h"
@@ -23,6 +24,9 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs, QSetting
 {
     QApplication::setStyle(new LeanStyle);
     WindowPlaces::install(settings);
+    const QString programFolder = QCoreApplication::applicationDirPath();
+    const QString folder =
+        filesFolder::choose(line.folder, programFolder, filesFolder::UserFolders::ofSystem());
     m_window = std::make_unique<Main>(
         MainParts{.clock = m_workbench.clock(),
                   .dialogs = dialogs,
@@ -31,7 +35,8 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs, QSetting
                   .engine = m_workbench.engine(),
                   .traffic = m_workbench.traffic(),
                   .settings = settings,
-                  .programFolder = QCoreApplication::applicationDirPath(),
+                  .programFolder = programFolder,
+                  .filesFolder = folder,
                   .gpibAdapters = m_workbench.gpibAdapters(),
                   .gpibAdapterFactory = m_workbench.gpibAdapterFactory(),
                   .systemInfo = m_systemInfo,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDir>
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -36,6 +37,9 @@ public:
     /// The start-up state: not logging.
     void initialise();
     void setLogging(bool on);
+    [[nodiscard]] bool isLogging() const { return TimerLog->isActive(); }
+    /// The log file, as the system writes paths.
+    [[nodiscard]] QString place() const { return QDir::toNativeSeparators(m_path); }
 
     void TimerLog_Timer();
     void TimerLED_Timer();

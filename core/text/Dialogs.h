@@ -34,7 +34,7 @@ public:
     {
         /// Filter parts as "Description|*.ext|Description|*.ext".
         QString filter;
-        /// The folder that the dialog starts in; empty: the current one.
+        /// The folder that the dialog starts in; empty: the one that the log is in.
         QString folder;
         /// The proposed file name; may be empty.
         QString name;

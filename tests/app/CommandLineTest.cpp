@@ -18,11 +18,12 @@ TEST(CommandLine, ReadsTheWindowsOptions)
 {
     const CommandLine line =
         parse(u"--demo --com 1=/dev/ttyUSB0 --com 12=COM3 --gpib 0=tcp:10.0.0.5:1234 "
-              "--gpib 3=visa --replay r.jsonl --fast a.tst"_s);
+              "--gpib 3=visa --folder /a --replay r.jsonl --fast a.tst"_s);
     EXPECT_EQ(line.task, CommandLine::Task::Window);
     EXPECT_TRUE(line.demo && line.replaysFast);
     EXPECT_EQ(line.replayFile, u"r.jsonl");
     EXPECT_EQ(line.list, u"a.tst");
+    EXPECT_EQ(line.folder, u"/a");
     EXPECT_EQ(line.serialDevices, (QMap<int, QString>{{1, u"/dev/ttyUSB0"_s}, {12, u"COM3"_s}}));
     EXPECT_EQ(line.gpibAdapters[0], u"tcp:10.0.0.5:1234");
     EXPECT_EQ(line.gpibAdapters[1], QString());
@@ -68,6 +69,8 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong)
         {u"--loop 50", u"--run"},
         {u"--replay a.jsonl", u"--replay a.jsonl: needs --demo"},
         {u"--demo --fast", u"--fast : needs --replay"},
+        {u"--folder=", u"--folder : DIR is missing"},
+        {u"--run a.tst --channel tcp1 --folder /a", u"--folder /a"},
         {u"a.tst b.tst", u"b.tst"},
     };
     for (const auto &[arguments, named] : wrong) {

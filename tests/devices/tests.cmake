@@ -1,4 +1,4 @@
-corvane_test(devices SOURCES ClockTest.cpp GpibControlTest.cpp LibraryAdapterTest.cpp PlusPlusAdapterTest.cpp QtSerialPortTest.cpp QtTcpClientTest.cpp SerialSettingsTest.cpp WholeFileTest.cpp USES windows/widgets)
+corvane_test(devices SOURCES ClockTest.cpp FilesFolderTest.cpp GpibControlTest.cpp LibraryAdapterTest.cpp PlusPlusAdapterTest.cpp QtSerialPortTest.cpp QtTcpClientTest.cpp SerialSettingsTest.cpp WholeFileTest.cpp USES windows/widgets)
 
 # Loaded by the tests in place of the installed libraries; lies beside the test.
 add_library(standins MODULE devices/standins.cpp)

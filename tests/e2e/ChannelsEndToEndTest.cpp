@@ -1,12 +1,14 @@
 #include "app/DemoGreeting.h"
 #include "core/channels/Reconnect.h"
 #include "core/setup/GpibSearch.h"
+#include "devices/PlatformError.h"
 #include "tests/e2e/EndToEndDesk.h"
 #include "tests/support/Soon.h"
 #include "windows/main/ConnectHint.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/SetupWindows.h"
 #include "windows/main/StatusLine.h"
+#include "windows/widgets/Led.h"
 
 #include <array>
 #include <set>
@@ -123,6 +125,17 @@ TEST(EndToEnd, TheWindowClosesWithEveryChannelLoopingAndAReadOut)
         EXPECT_FALSE(desk.channels.at(0).isOpen());
         EXPECT_EQ(desk.messages, QString()) << "no box while it closes";
     }
+}
+
+TEST(EndToEnd, TheLogIsInTheFolderThatIsAskedFor)
+{
+    const QTemporaryDir folder;
+    CommandLine line = EndToEndDesk::demo();
+    line.folder = folder.path();
+    EndToEndDesk desk(line);
+    EXPECT_TRUE(desk.main.shpLog->toolTip().endsWith(folder.filePath(u"Log.txt"_s)));
+    line.folder += u"/none"_s;
+    EXPECT_THROW(WindowProgram(line, desk.dialogs), PlatformError);
 }
 
 #ifdef CORVANE_HAS_TREND

@@ -82,6 +82,8 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
          "corvane: Unknown option 'nonsense'.\nSee corvane --help.\n"},
         {"$corvane", 2, "",
          "corvane: there is no display. Use --run LIST to run a list, or --demo.\n"},
+        {"$corvane --demo --folder $folder", 2, "",
+         "corvane: --folder FOLDER: is for the window, and there is no display\n"},
         {"cd $folder; QT_QPA_PLATFORM=nonsense $corvane 2>e; s=$?; head -1 e; exit $s", 2,
          "corvane: the toolkit cannot start on \"nonsense\" (QT_QPA_PLATFORM).\n", ""},
         {"$corvane $(printf 'caf\\351')", 2, "",

@@ -13,7 +13,6 @@
 #include "windows/widgets/TextGrid.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -88,8 +87,7 @@ void CommandListArea::connectControls()
 void CommandListArea::cmdLoad_Click()
 {
     m_list.setCurrentCell(0, 0);
-    const Dialogs::FileChoice choice = m_dialogs.openFile(
-        this, {listKinds::openFilter(), QCoreApplication::applicationDirPath(), QString()});
+    const Dialogs::FileChoice choice = m_dialogs.openFile(this, {listKinds::openFilter(), {}, {}});
     if (choice.outcome != Outcome::Chosen || choice.path.isEmpty())
         return;
     m_list.OpenFile(choice.path);
@@ -116,8 +114,8 @@ void CommandListArea::cmdSave_Click()
 {
     if (m_list.kind() != listKinds::chamberSettings)
         return;
-    const Dialogs::FileChoice choice = m_dialogs.saveFile(
-        this, {listTexts::saveFilter, QCoreApplication::applicationDirPath(), m_list.ListFileName});
+    const Dialogs::FileChoice choice =
+        m_dialogs.saveFile(this, {listTexts::saveFilter, {}, m_list.ListFileName});
     if (choice.outcome == Outcome::Cancelled ||
         !m_list.rest().maySaveTo(choice.path, m_dialogs, this))
         return;

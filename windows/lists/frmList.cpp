@@ -10,7 +10,6 @@
 #include "windows/widgets/ScrollPage.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QFontDatabase>
 #include <QPlainTextEdit>
 
@@ -66,8 +65,7 @@ void frmList::cmdSave_Click()
 {
     using Outcome = Dialogs::FileChoice::Outcome;
     const Dialogs::FileChoice choice =
-        m_dialogs.saveFile(this, {listKinds::layout(m_listKind).filter,
-                                  QCoreApplication::applicationDirPath(), QString()});
+        m_dialogs.saveFile(this, {listKinds::layout(m_listKind).filter, {}, {}});
     if (choice.outcome == Outcome::Cancelled || !isVisible() ||
         !m_rest.maySaveTo(choice.path, m_dialogs, this))
         return;

@@ -59,7 +59,7 @@ Main::Main(const MainParts &parts, QWidget *parent)
     m_board = new BoardWindows(parts.channels, parts.dialogs, parts.clock, parts.remembered,
                                *mnuSBC, this);
     m_trend = std::make_unique<TrendOpener>(
-        TrendParts{parts.traffic, parts.dialogs, parts.programFolder});
+        TrendParts{parts.traffic, parts.dialogs, parts.filesFolder}, parts.programFolder);
     connectWindows();
     resize(1024, 700);
 }
@@ -226,14 +226,14 @@ void Main::chkLog_Click(int index)
 {
     if (!isChannel(index))
         return;
-    lblFaults->setNote(StatusLine::About::Log, {});
     if (m_parts.channels.at(index).isLogged()) {
         if (!m_parts.channels.module().transferRunning())
             m_log->setLogging(true);
-        return;
-    }
-    if (std::ranges::none_of(m_parts.channels.all(), &ChannelSession::isLogged))
+    } else if (std::ranges::none_of(m_parts.channels.all(), &ChannelSession::isLogged)) {
         m_log->setLogging(false);
+    }
+    lblFaults->setNote(StatusLine::About::Log,
+                       m_log->isLogging() ? u"Logging into "_s + m_log->place() : QString());
 }
 
 void Main::cmdGetList_Click()

@@ -52,8 +52,10 @@ struct MainParts
     TrafficRecorder &traffic;
     /// Keeps what is remembered from one session to the next; null: nothing is.
     QSettings *settings = nullptr;
-    /// The folder that Log.txt is in and the file dialogs start in.
+    /// The folder that the program is in, with its modules.
     QString programFolder;
+    /// The folder that Log.txt is in and the file dialogs start in.
+    QString filesFolder;
     /// The adapter of each GPIB board, and what makes it.
     GpibAdapterChoices &gpibAdapters;
     const GpibAdapterFactory &gpibAdapterFactory;

@@ -90,9 +90,10 @@ void Main::buildCommandList()
                                   [&session] { return session.isOpen(); },
                                   [&session] { return session.response().bytes(); }};
     };
-    m_log = new TrafficLog(m_parts.programFolder + u"/Log.txt"_s,
+    m_log = new TrafficLog(m_parts.filesFolder + u"/Log.txt"_s,
                            source(m_parts.channels.tcp(channels::tcpIp1)),
                            source(m_parts.channels.tcp(channels::tcpIp2)), this);
+    shpLog->setToolTip(u"Logging the TCP/IP Channels into "_s + m_log->place());
     connect(m_log, &TrafficLog::loggingChanged, shpLog, &QWidget::setVisible);
     connect(m_log, &TrafficLog::flashed, shpLog, &Led::setBright);
     connect(m_log, &TrafficLog::recorded, commandList, &CommandListArea::appendComment);
@@ -128,7 +129,6 @@ void Main::buildStatusBar()
     statusBar()->addWidget(lblFaults, 1);
     shpLog = new Led(this);
     named(shpLog, u"shpLog"_s, u"Logging"_s);
-    shpLog->setToolTip(u"Logging the TCP/IP Channels"_s);
     statusBar()->addPermanentWidget(shpLog);
 }
 

@@ -16,8 +16,9 @@ const QString advice = u"\r\nIts curves are drawn by QCustomPlot for Qt 6: insta
 
 } // namespace
 
-TrendOpener::TrendOpener(TrendParts parts)
+TrendOpener::TrendOpener(TrendParts parts, QString programFolder)
     : m_parts(std::move(parts))
+    , m_programFolder(std::move(programFolder))
 {
 }
 
@@ -29,7 +30,7 @@ void TrendOpener::open(QWidget &asker)
         if (!m_window) {
             const BusyPointer busy;
             const auto make = reinterpret_cast<TrendFunction>(
-                programModule::load(trendFunction, m_parts.folder, u"The Trend window"_s));
+                programModule::load(trendFunction, m_programFolder, u"The Trend window"_s));
             m_window.reset(make(m_parts));
         }
         bringToFront(*m_window);

@@ -10,7 +10,8 @@ namespace corvane {
 class TrendOpener
 {
 public:
-    explicit TrendOpener(TrendParts parts);
+    /// The module is that of the program in `programFolder`.
+    TrendOpener(TrendParts parts, QString programFolder);
     ~TrendOpener();
 
     /// A module that cannot be loaded is said in a message box of `asker`; the program lacks
@@ -19,6 +20,7 @@ public:
 
 private:
     const TrendParts m_parts;
+    const QString m_programFolder;
     std::unique_ptr<QWidget> m_window;
 };
 

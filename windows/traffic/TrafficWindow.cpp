@@ -8,7 +8,6 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -235,7 +234,7 @@ void TrafficWindow::cmdSave_Click()
     if (m_save)
         return;
     const Dialogs::FileChoice choice =
-        m_dialogs.saveFile(this, {saveFilter, QDir::homePath(), u"traffic.txt"_s});
+        m_dialogs.saveFile(this, {saveFilter, QString(), u"traffic.txt"_s});
     using Outcome = Dialogs::FileChoice::Outcome;
     if (choice.outcome == Outcome::InvalidName)
         m_dialogs.showMessage(this, u"%1: no file can have this name"_s.arg(choice.path));

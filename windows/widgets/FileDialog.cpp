@@ -6,12 +6,13 @@
 
 namespace corvane {
 
-FileDialog::FileDialog(const Dialogs::FileQuestion &question, AcceptMode mode)
+FileDialog::FileDialog(const Dialogs::FileQuestion &question, const QString &firstFolder,
+                       AcceptMode mode)
 {
     setAcceptMode(mode);
     setFileMode(AnyFile);
     setOption(DontConfirmOverwrite);
-    setDirectory(question.folder.isEmpty() ? QDir::currentPath() : question.folder);
+    setDirectory(question.folder.isEmpty() ? firstFolder : question.folder);
     setNameFilters(fileQuestions::nameFilters(question.filter));
     // A name that begins like a path, as of a part number "/12", belongs to this folder too.
     QString name = question.name;

@@ -13,7 +13,8 @@ class FileDialog : public QFileDialog
     Q_OBJECT
 
 public:
-    FileDialog(const Dialogs::FileQuestion &question, AcceptMode mode);
+    /// Starts in `firstFolder` where the question names none.
+    FileDialog(const Dialogs::FileQuestion &question, const QString &firstFolder, AcceptMode mode);
 
     /// The chosen path, with the filter's extension where the user typed none.
     [[nodiscard]] QString path() const;

@@ -156,7 +156,7 @@ Dialogs::FileChoice QtDialogs::chosen(const QObject *asker, const QString &path)
 
 Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &question)
 {
-    FileDialog dialog(inLastFolder(asker, question), QFileDialog::AcceptOpen);
+    FileDialog dialog(inLastFolder(asker, question), m_firstFolder, QFileDialog::AcceptOpen);
     while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (QFileInfo(path).isFile())
@@ -172,7 +172,7 @@ Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &ques
 
 Dialogs::FileChoice QtDialogs::saveFile(QObject *asker, const FileQuestion &question)
 {
-    FileDialog dialog(inLastFolder(asker, question), QFileDialog::AcceptSave);
+    FileDialog dialog(inLastFolder(asker, question), m_firstFolder, QFileDialog::AcceptSave);
     while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
         if (fileQuestions::isRefusedName(path))

@@ -2,6 +2,7 @@
 
 #include "core/text/Dialogs.h"
 
+#include <QDir>
 #include <QPointer>
 #include <QWidget>
 
@@ -23,6 +24,8 @@ public:
 
     /// The window that a box stands over whose asker leads to none; it outlives the dialogs' use.
     void setHome(const QWidget *window) { m_home = window; }
+    /// Where a file dialog starts that is asked for no folder; the current one until this is set.
+    void setFirstFolder(const QString &folder) { m_firstFolder = folder; }
 
     /// From now on a file dialog starts in the folder that was chosen last at the same window, also
     /// in an earlier session. The settings outlive the dialogs' use.
@@ -52,6 +55,7 @@ private:
     std::vector<OpenDialog *> m_open;
     QPointer<const QWidget> m_home;
     QSettings *m_settings = nullptr;
+    QString m_firstFolder = QDir::currentPath();
 };
 
 } // namespace corvane

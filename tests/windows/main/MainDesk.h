@@ -33,6 +33,7 @@ struct MainDesk : FakeChannels
                .traffic = traffic,
                .settings = &settings,
                .programFolder = folder.path(),
+               .filesFolder = folder.path(),
                .gpibAdapters = adapters,
                .gpibAdapterFactory = adapterFactory,
                .systemInfo = systemInfo,

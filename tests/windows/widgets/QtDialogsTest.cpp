@@ -131,6 +131,14 @@ TEST_F(QtDialogsTest, OpeningGivesAnExistingFileOnly)
         box.button(QMessageBox::Ok)->click();
     });
     EXPECT_EQ(dialogs.openFile(nullptr, question), (Dialogs::FileChoice{Outcome::Chosen, old}));
+
+    const QString first = QFileInfo(old).path();
+    dialogs.setFirstFolder(first);
+    whenOpen<QFileDialog>([&](QFileDialog &dialog) {
+        EXPECT_EQ(dialog.directory().path(), first);
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.openFile(nullptr, {}).outcome, Outcome::Cancelled);
 }
 
 TEST_F(QtDialogsTest, SavingAppendsTheExtensionAndAsksBeforeReplacing)
