@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "app/ChannelSetup.h"
 #include "core/channels/ChannelTraits.h"
 #include "devices/GpibAdapterChoice.h"
 #include "devices/PlatformError.h"
@@ -40,15 +41,22 @@ constexpr Option options[] = {
      &CommandLine::recordFile},
     {"folder", "DIR", "Of the window: the folder that Log.txt is in and the file dialogs start in.",
      false, &CommandLine::folder},
+    {"tcp1", "HOST[:PORT]", "Set TCP/IP-1 up; an IPv6 address before a port stands in brackets."},
+    {"tcp2", "HOST[:PORT]", "Set TCP/IP-2 up."},
+    {"rs485", "DEVICE[,SETTINGS][@ADDRESS]",
+     "Set RS-485 up, as in 1@05 or /dev/ttyUSB0,9600,N,8,1@05."},
+    {"rs232", "DEVICE[,SETTINGS]", "Set RS-232 up."},
+    {"gpib-address", "ADDRESS", "Set IEEE 488 up, as in 5, 0::5 or GPIB0::5."},
+    {"connect", "", "Connect the Channels that are set up when the window opens."},
     {"run", "LIST", "Run LIST without a display.", false, &CommandLine::list},
-    {"channel", "NAME", "Channel of the run: rs485 | rs232 | gpib | tcp1 | tcp2.", true},
-    {"port", "P", "Port entry: serial port number, or TCP port.", true, &CommandLine::port},
-    {"host", "H", "Remote host of a TCP Channel.", true, &CommandLine::host},
-    {"address", "A", "RS-485 address, or GPIB address (5, or GPIB0::5).", true,
-     &CommandLine::address},
-    {"settings", "S", "Serial settings, as in 9600,N,8,1.", true, &CommandLine::settings},
+    {"channel", "NAME",
+     "Channel of the run, or that the window shows: rs485 | rs232 | gpib | tcp1 | tcp2."},
+    {"port", "P", "With --channel: serial port number, or TCP port."},
+    {"host", "H", "With --channel: remote host of a TCP Channel."},
+    {"address", "A", "With --channel: RS-485 address, or GPIB address (5, or GPIB0::5)."},
+    {"settings", "S", "With --channel: serial settings, as in 9600,N,8,1."},
+    {"loop", "MS", "With --channel: loop time, 10 to 3600000 ms."},
     {"timeout", "MS", "GPIB time-out, 1 to 59999 ms.", true},
-    {"loop", "MS", "Loop time, 10 to 3600000 ms.", true},
     {"strip-operator", "", R"(Send "=" and "?" commands without their operator.)", true},
     {"get", "", "Get list: fill the list with the device's values.", true},
     {"save", "FILE", "Write the list back to FILE after --get (\"-\": standard output).", true,
@@ -103,20 +111,82 @@ std::pair<int, QString> numbered(const QString &option, const QString &value, in
     return {*number, value.mid(equals + 1)};
 }
 
-void readRun(const QCommandLineParser &parser, CommandLine &line)
+/// What --tcp1 and its like say.
+void readSetups(const QCommandLineParser &parser, CommandLine &line)
 {
-    const QString name = parser.value(u"channel"_s);
+    for (int channel = 0; channel < channelCount; ++channel) {
+        const QString option = channelSetup::optionOf(channel);
+        if (!parser.isSet(option))
+            continue;
+        try {
+            line.setups[channel] = channelSetup::parse(channel, parser.value(option));
+        } catch (const PlatformError &error) {
+            refuse(option, parser.value(option), error.description());
+        }
+    }
+}
+
+int channelNamed(const QString &name)
+{
     const auto found = std::ranges::find(channelTraits(), name.toLower(), &ChannelTraits::option);
     if (found == channelTraits().end())
         refuse(u"channel"_s, name, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
+    return static_cast<int>(found - channelTraits().begin());
+}
+
+/// --channel, and what is said of that Channel. Without it the only one that is set up is meant.
+void readChannel(const QCommandLineParser &parser, CommandLine &line)
+{
+    const bool isNamed = parser.isSet(u"channel"_s);
+    if (isNamed)
+        line.channel = channelNamed(parser.value(u"channel"_s));
+    else if (line.setups.size() == 1)
+        line.channel = line.setups.firstKey();
+    const ChannelEntries entries{parser.value(u"port"_s), parser.value(u"host"_s),
+                                 parser.value(u"address"_s), parser.value(u"settings"_s)};
+    for (const QString &option : {u"port"_s, u"host"_s, u"address"_s, u"settings"_s, u"loop"_s}) {
+        if (!parser.isSet(option))
+            continue;
+        if (!isNamed && (option != u"loop" || line.channel < 0))
+            refuse(option, parser.value(option), u"needs --channel NAME"_s);
+        if (option == u"loop")
+            line.loopMs = numberOf(parser, option, 10, 3'600'000);
+        else if (parser.isSet(channelSetup::optionOf(line.channel)))
+            refuse(option, parser.value(option),
+                   u"--%1 says it already"_s.arg(channelSetup::optionOf(line.channel)));
+        else
+            line.setups[line.channel] = entries;
+    }
+}
+
+void readWindow(const QCommandLineParser &parser, CommandLine &line)
+{
+    readChannel(parser, line);
+    line.connects = parser.isSet(u"connect"_s);
+    if (!line.connects)
+        return;
+    if (line.setups.isEmpty() && line.channel < 0)
+        refuse(u"connect"_s, {}, u"needs a Channel that is set up, as by --tcp1 HOST"_s);
+    if (line.channel >= 0)
+        line.setups[line.channel]; // its entries as they are
+}
+
+void readRun(const QCommandLineParser &parser, CommandLine &line)
+{
+    readChannel(parser, line);
+    if (line.channel < 0)
+        refuse(u"channel"_s, {}, u"one of rs485, rs232, gpib, tcp1, tcp2 is expected"_s);
+    for (auto setup = line.setups.begin(); setup != line.setups.end(); ++setup) {
+        if (setup.key() != line.channel)
+            refuse(channelSetup::optionOf(setup.key()), {}, u"the run is on another Channel"_s);
+    }
+    if (parser.isSet(u"connect"_s))
+        refuse(u"connect"_s, {}, u"is for the window; a run connects by itself"_s);
     if (!line.folder.isEmpty())
         refuse(u"folder"_s, line.folder, u"is for the window; a run writes no log"_s);
     line.task = CommandLine::Task::Run;
-    line.channel = static_cast<int>(found - channelTraits().begin());
     if (parser.isSet(u"timeout"_s))
         line.timeoutMs = numberOf(parser, u"timeout"_s, 1, 59999);
-    if (parser.isSet(u"loop"_s))
-        line.loopMs = numberOf(parser, u"loop"_s, 10, 3'600'000);
     if (parser.isSet(u"patience"_s))
         line.patienceSeconds = numberOf(parser, u"patience"_s, 1, 86'400);
     line.stripOperator = parser.isSet(u"strip-operator"_s);
@@ -203,6 +273,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         chosen = GpibAdapterChoice::parse(adapter).toString();
     }
     readDemo(parser, line);
+    readSetups(parser, line);
     if (line.task != Task::Window)
         return line;
 
@@ -214,6 +285,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         return line;
     }
     refuseStrayRunOptions(parser);
+    readWindow(parser, line);
     if (lists.size() > 1)
         throw PlatformError(u"%1: only one list can be loaded"_s.arg(lists.at(1)));
     line.list = lists.value(0);

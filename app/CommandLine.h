@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/channels/ChannelSession.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -33,14 +35,16 @@ struct CommandLine
     /// Where the traffic is written as it passes, "-" for standard output; empty: nowhere.
     QString recordFile;
 
+    /// What is entered for each Channel that is set up, by its index.
+    QMap<int, ChannelEntries> setups;
+    /// The Channel of the run, or the one that the window shows first; -1: none was named.
+    int channel = -1;
+    std::optional<int> loopMs; ///< 10..3,600,000, of that Channel
+    /// The window connects the Channels that are set up.
+    bool connects = false;
+
     /// For an unattended run:
-    int channel = -1; ///< its index
-    QString port;
-    QString host;
-    QString address;
-    QString settings;
     std::optional<int> timeoutMs; ///< 1..59999
-    std::optional<int> loopMs;    ///< 10..3,600,000
     bool stripOperator = false;
     bool get = false;
     QString saveFile;

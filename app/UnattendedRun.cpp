@@ -122,7 +122,7 @@ bool UnattendedRun::prepare()
         return refuse(u"Get list is for chamber settings only"_s);
     m_list.setStripsOperator(m_line.stripOperator);
 
-    m_channel.fillIn({m_line.port, m_line.host, m_line.address, m_line.settings});
+    m_channel.fillIn(m_line.setups.value(m_line.channel));
     if (m_line.timeoutMs)
         m_channels.gpib().control().setTimeout(*m_line.timeoutMs);
     if (m_line.loopMs)

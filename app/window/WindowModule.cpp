@@ -46,6 +46,7 @@ int showWindow(const CommandLine &line)
         if (program.benchWindow())
             program.benchWindow()->openBeside(program.window());
     });
+    program.connectChannels(line);
     if (!line.list.isEmpty())
         program.workbench().list().OpenFile(line.list);
     const int exitCode = QApplication::exec();

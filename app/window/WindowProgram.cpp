@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QTabWidget>
+#include <QTimer>
 
 namespace corvane {
 
@@ -47,6 +48,7 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs, QSetting
                   }});
     m_window->Form_Load();
     m_workbench.pointChannelsAtBench();
+    setUpChannels(line);
     if (m_workbench.desk())
         addBenchWindow();
     QObject::connect(m_window.get(), &Main::benchWanted, m_window.get(),
@@ -54,6 +56,30 @@ WindowProgram::WindowProgram(const CommandLine &line, Dialogs &dialogs, QSetting
 }
 
 WindowProgram::~WindowProgram() = default;
+
+void WindowProgram::setUpChannels(const CommandLine &line)
+{
+    ChannelSet &channels = m_workbench.channels();
+    for (auto setup = line.setups.begin(); setup != line.setups.end(); ++setup)
+        channels.at(setup.key()).fillIn(setup.value());
+    if (line.loopMs)
+        channels.at(line.channel).setPeriod(*line.loopMs);
+    if (line.channel >= 0)
+        m_window->showChannel(line.channel);
+    else if (!line.setups.isEmpty())
+        m_window->showChannel(line.setups.firstKey());
+}
+
+/// Each in a turn of its own: the message box of one does not hold up the others.
+void WindowProgram::connectChannels(const CommandLine &line)
+{
+    if (!line.connects)
+        return;
+    for (auto setup = line.setups.begin(); setup != line.setups.end(); ++setup)
+        QTimer::singleShot(0, m_window.get(), [window = m_window.get(), channel = setup.key()] {
+            window->cmdConnect_Click(channel);
+        });
+}
 
 void WindowProgram::startBench(Dialogs &dialogs)
 {

@@ -23,6 +23,10 @@ public:
     WindowProgram(const CommandLine &line, Dialogs &dialogs, QSettings *settings = nullptr);
     ~WindowProgram();
 
+    /// Connects the Channels that the command line sets up, where it says so. For when the window
+    /// is shown: each says by itself why it cannot.
+    void connectChannels(const CommandLine &line);
+
     [[nodiscard]] Workbench &workbench() { return m_workbench; }
     [[nodiscard]] Main &window() { return *m_window; }
     /// Null without a bench.
@@ -31,6 +35,7 @@ public:
 private:
     void startBench(Dialogs &dialogs);
     void addBenchWindow();
+    void setUpChannels(const CommandLine &line);
 
     Workbench m_workbench;
     modSBC m_remembered;

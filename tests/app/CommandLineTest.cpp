@@ -30,6 +30,34 @@ TEST(CommandLine, ReadsTheWindowsOptions)
     EXPECT_EQ(line.gpibAdapters[3], u"visa");
 }
 
+TEST(CommandLine, SetsChannelsUp)
+{
+    const CommandLine line =
+        parse(u"--tcp1 10.0.0.5:5001 --tcp2 fe80::1 --rs485 /dev/ttyUSB0,19200,n,8,1@5 "
+              "--rs232 COM3 --gpib-address 1::9 --channel tcp2 --loop 100 --connect"_s);
+    EXPECT_EQ(line.task, CommandLine::Task::Window);
+    EXPECT_TRUE(line.connects);
+    EXPECT_EQ(line.channel, 4);
+    EXPECT_EQ(line.loopMs, 100);
+    const auto told = [&line](int channel) {
+        const ChannelEntries &entries = line.setups[channel];
+        return QStringList{entries.port, entries.host, entries.address, entries.settings}
+            .join(u'|')
+            .toStdString();
+    };
+    EXPECT_EQ(told(0), "/dev/ttyUSB0||5|19200,N,8,1");
+    EXPECT_EQ(told(1), "COM3|||");
+    EXPECT_EQ(told(2), "||GPIB1::9|");
+    EXPECT_EQ(told(3), "5001|10.0.0.5||");
+    EXPECT_EQ(told(4), "|fe80::1||");
+    EXPECT_EQ(parse(u"--tcp1 [fe80::1]:99"_s).setups[3].host, u"fe80::1");
+    EXPECT_EQ(parse(u"--channel rs232 --port 2 --connect"_s).setups[1].port, u"2");
+    EXPECT_EQ(parse(u"--channel tcp1 --connect"_s).setups.keys(), QList<int>{3});
+    const CommandLine run = parse(u"--run a.tst --tcp2 h:5001"_s);
+    EXPECT_EQ(run.channel, 4);
+    EXPECT_EQ(run.setups[4].host, u"h");
+}
+
 TEST(CommandLine, ReadsAnUnattendedRun)
 {
     const CommandLine line =
@@ -66,7 +94,22 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong)
         {u"--run a.tst --channel tcp1 --patience abc", u"--patience abc"},
         {u"--run a.tst --channel tcp1 --save b.kms", u"--get"},
         {u"--run a.tst --channel tcp1 b.tst", u"b.tst"},
-        {u"--loop 50", u"--run"},
+        {u"--loop 50", u"--loop 50: needs --channel"},
+        {u"--host h", u"--host h: needs --channel"},
+        {u"--timeout 50", u"--run"},
+        {u"--connect", u"--connect : needs a Channel"},
+        {u"--tcp1 h:0", u"--tcp1 h:0: the port \"0\""},
+        {u"--tcp1 h:", u"--tcp1 h:: the port"},
+        {u"--tcp1 a]", u"--tcp1 a]: HOST"},
+        {u"--rs485 1@31", u"the address \"31\""},
+        {u"--rs232 1,9600,Q,8,1", u"--rs232 1,9600,Q,8,1"},
+        {u"--rs232 2x", u"--rs232 2x"},
+        {u"--gpib-address 0::31", u"--gpib-address 0::31"},
+        {u"--tcp1 a --tcp1 b", u"--tcp1 b"},
+        {u"--tcp1 a --channel tcp1 --host b", u"--tcp1 says it already"},
+        {u"--run a.tst --tcp1 a --tcp2 b", u"--channel"},
+        {u"--run a.tst --tcp1 a --tcp2 b --channel tcp1", u"--tcp2"},
+        {u"--run a.tst --tcp1 a --connect", u"--connect"},
         {u"--replay a.jsonl", u"--replay a.jsonl: needs --demo"},
         {u"--demo --fast", u"--fast : needs --replay"},
         {u"--folder=", u"--folder : DIR is missing"},

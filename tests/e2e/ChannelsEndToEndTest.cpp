@@ -220,3 +220,33 @@ TEST(Reconnect, TriesAgainQuietlyUntilTheDeviceIsBackAndOnlyWhenItWasLost)
     EXPECT_TRUE(areOpen(false)) << "nobody wants them open";
     EXPECT_EQ(desk.messages.toStdString(), "");
 }
+
+TEST(Setup, OfTheCommandLineIsConnectedWhenTheWindowOpensEachForItself)
+{
+    bench::BenchOptions options;
+    options.chamberPort = 0;
+    bench::Bench bench(std::move(options));
+    ASSERT_TRUE(bench.start());
+    QString messages;
+    QTextStream stream(&messages);
+    UnattendedDialogs dialogs(stream);
+    CommandLine line;
+    line.setups[channels::rs485] = {.port = bench.serialDevices().first(), .address = u"5"_s};
+    line.setups[channels::rs232] = {.port = u"/dev/none"_s};
+    line.setups[channels::tcpIp2] = {.port = bench.entries().at(3).port, .host = u"127.0.0.1"_s};
+    line.channel = channels::tcpIp2;
+    line.loopMs = 50;
+    line.connects = true;
+    WindowProgram program(line, dialogs);
+    Main &window = program.window();
+    window.show();
+    program.connectChannels(line);
+    const ChannelSet &channels = program.workbench().channels();
+    EXPECT_TRUE(soon([&] { return channels.at(channels::tcpIp2).isOpen(); }));
+    EXPECT_TRUE(channels.at(channels::rs485).isOpen()) << messages.toStdString();
+    EXPECT_FALSE(channels.at(channels::rs232).isOpen());
+    EXPECT_TRUE(messages.contains(u"/dev/none"));
+    EXPECT_EQ(window.tabChannels->currentIndex(), channels::tcpIp2);
+    EXPECT_EQ(channels.at(channels::tcpIp2).periodMs(), 50);
+    window.close();
+}

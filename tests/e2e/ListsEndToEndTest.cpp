@@ -156,7 +156,7 @@ TEST(EndToEndLists, WhatCannotRunEndsWithTwoAndTheReason)
     line.get = true;
     EXPECT_EQ(run(desk, line).exitCode, 2);
     line.get = false;
-    line.port = u"70000"_s;
+    line.setups[line.channel].port = u"70000"_s;
     desk.main.cmdDisconnect_Click(3);
     EXPECT_EQ(run(desk, line).exitCode, 2);
 }

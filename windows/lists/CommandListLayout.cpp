@@ -49,7 +49,7 @@ constexpr ButtonRow buttonRows[] = {
      "Ctrl+Del"},
     {&CommandListArea::cmdClearCol, "cmdClearCol", "Clear Column", "Empty the current column",
      "Ctrl+Shift+Del"},
-    {&CommandListArea::cmdClear, "cmdClear", "Clear List", "Clear the whole list", "Ctrl+N"},
+    {&CommandListArea::cmdClear, "cmdClear", "Clear List", "Clear the whole list", "Ctrl+Shift+N"},
     {&CommandListArea::cmdMaxGrid, "cmdMaxGrid", "Ma&x Grid", "Widen the grid over the comments",
      "F11"},
     {&CommandListArea::cmdMinGrid, "cmdMinGrid", "Min Grid", "Show the comments again",
