@@ -2,6 +2,7 @@
 
 #include "devices/Literals.h"
 
+#include <QDir>
 #include <QFile>
 
 #ifdef Q_OS_UNIX
@@ -115,9 +116,31 @@ std::optional<Holder> holder(const QString &device)
     return {};
 }
 
+std::optional<Holder> user(const QString &device)
+{
+    if (auto found = holder(device))
+        return found;
+    const QStringList processes = QDir(u"/proc"_s).entryList({u"[1-9]*"_s}, QDir::Dirs);
+    for (const QString &process : processes) {
+        const QDir files(u"/proc/%1/fd"_s.arg(process));
+        for (const QString &file : files.entryList(QDir::System | QDir::Files)) {
+            if (QFile::symLinkTarget(files.filePath(file)) == device) {
+                const qint64 number = process.toLongLong();
+                return Holder{number, programOf(number), {}, number == ::getpid()};
+            }
+        }
+    }
+    return {};
+}
+
 #else
 
 std::optional<Holder> holder(const QString &)
+{
+    return {};
+}
+
+std::optional<Holder> user(const QString &)
 {
     return {};
 }

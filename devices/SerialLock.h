@@ -29,4 +29,8 @@ struct Holder
 /// have no holders.
 [[nodiscard]] std::optional<Holder> holder(const QString &device);
 
+/// Who uses the device, whether or not it is locked: the holder of its lock, else a process that
+/// has it open, as far as the system lets this one see. Nothing is opened and nothing disturbed.
+[[nodiscard]] std::optional<Holder> user(const QString &device);
+
 } // namespace corvane::serialLock

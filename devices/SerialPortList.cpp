@@ -73,7 +73,8 @@ QList<SerialPortEntry> SerialPortList::systemPorts()
 {
     QList<SerialPortEntry> ports;
     for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts())
-        ports.append({0, info.systemLocation(), info.manufacturer(), info.description()});
+        ports.append({0, info.systemLocation(), info.manufacturer(), info.description(),
+                      info.serialNumber()});
 #ifdef Q_OS_LINUX
     addBuiltInPorts(ports);
 #endif

@@ -16,6 +16,7 @@ struct SerialPortEntry
     QString device; ///< "/dev/ttyUSB0", "COM3"
     QString maker;
     QString description;
+    QString serialNumber{}; ///< the adapter's own; empty when it has none
 
     bool operator==(const SerialPortEntry &) const = default;
 };

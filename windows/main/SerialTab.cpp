@@ -2,8 +2,11 @@
 
 #include "core/channels/ChannelTexts.h"
 #include "core/channels/SerialSession.h"
+#include "windows/main/PortMenu.h"
 
 #include <QEvent>
+#include <QKeyEvent>
+#include <QToolButton>
 
 namespace corvane {
 
@@ -14,6 +17,7 @@ SerialTab::SerialTab(SerialSession &session, QWidget *parent)
     txtPort = new QLineEdit(this);
     txtPort->setMaximumWidth(110); // a device's name fits
     addConnectionField(u"COM &port:"_s, txtPort, nameOf("txtPort"));
+    buildPorts();
     if (session.traits().isAddressed)
         buildAddress();
     cmdPortConfig = new QPushButton(u"Config&ure..."_s, this);
@@ -27,6 +31,19 @@ SerialTab::SerialTab(SerialSession &session, QWidget *parent)
     txtPort->installEventFilter(this);
     connect(txtPort, &QLineEdit::textChanged, this, &SerialTab::txtPort_Change);
     connect(txtPort, &QLineEdit::returnPressed, this, &ChannelTab::cmdConnect_Click);
+}
+
+void SerialTab::buildPorts()
+{
+    cmdPorts = new QToolButton(this);
+    cmdPorts->setArrowType(Qt::DownArrow);
+    cmdPorts->setPopupMode(QToolButton::InstantPopup);
+    cmdPorts->setFocusPolicy(Qt::StrongFocus);
+    cmdPorts->setMenu(new PortMenu(m_serial, cmdPorts));
+    cmdPorts->setAccessibleName(u"Serial ports of this computer"_s);
+    cmdPorts->setToolTip(
+        u"Choose from the serial ports of this computer (Alt+Down in the entry)"_s);
+    addConnectionWidget(cmdPorts, nameOf("cmdPorts"));
 }
 
 void SerialTab::buildAddress()
@@ -55,6 +72,13 @@ bool SerialTab::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == txtPort && event->type() == QEvent::ToolTip)
         txtPort->setToolTip(SerialPortList::describe(m_serial.ports()));
+    if (watched == txtPort && event->type() == QEvent::KeyPress) {
+        const auto &key = static_cast<QKeyEvent &>(*event);
+        if (key.key() == Qt::Key_Down && key.modifiers().testFlag(Qt::AltModifier)) {
+            cmdPorts->showMenu();
+            return true;
+        }
+    }
     return ChannelTab::eventFilter(watched, event);
 }
 

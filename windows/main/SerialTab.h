@@ -2,6 +2,8 @@
 
 #include "windows/main/ChannelTab.h"
 
+class QToolButton;
+
 namespace corvane {
 
 class SerialSession;
@@ -21,12 +23,15 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     QLineEdit *txtPort = nullptr;
+    /// Opens the list of the computer's ports.
+    QToolButton *cmdPorts = nullptr;
     QPushButton *cmdPortConfig = nullptr;
     /// RS-485 only.
     QComboBox *cboAddress485 = nullptr;
     QLabel *lblPrefix = nullptr;
 
 private:
+    void buildPorts();
     void buildAddress();
     void showEntries() override;
 

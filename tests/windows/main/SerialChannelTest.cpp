@@ -1,4 +1,5 @@
 #include "core/channels/SerialSession.h"
+#include "tests/devices/Pty.h"
 #include "tests/windows/main/ChannelDesk.h"
 #include "windows/main/SerialTab.h"
 
@@ -10,7 +11,7 @@ struct SerialDesk : ChannelDesk
 {
     explicit SerialDesk(int index)
         : session(
-              index, port, [] { return QList<SerialPortEntry>(); }, context, &addressed)
+              index, port, [this] { return ports; }, context, &addressed)
         , channel(session)
     {
         host.listenTo(session);
@@ -20,6 +21,7 @@ struct SerialDesk : ChannelDesk
             channel.cboAddress485->setCurrentText(u"05"_s);
     }
 
+    QList<SerialPortEntry> ports;
     FakeSerialPort port;
     FakeSerialPort other;
     SerialSession addressed{channels::rs485, other, [] { return QList<SerialPortEntry>(); },
@@ -29,6 +31,29 @@ struct SerialDesk : ChannelDesk
 };
 
 } // namespace
+
+TEST(SerialChannel, ItsPortIsChosenFromThoseThatAreThereNowWithWhoUsesThem)
+{
+    SerialDesk desk(channels::rs232);
+    QMenu &menu = *desk.channel.cmdPorts->menu();
+    const auto shown = [&menu] {
+        Q_EMIT menu.aboutToShow();
+        QStringList texts;
+        for (const QAction *each : menu.actions())
+            texts.append(each->text());
+        return texts.join(u'|').toStdString();
+    };
+    EXPECT_EQ(shown().find("This computer lists no serial port"), 0U);
+    const Pty open;
+    desk.ports = {{1, u"/dev/none"_s, u"A & B"_s, u"adapter"_s, u"S1"_s},
+                  {7, open.device(), {}, {}}};
+    EXPECT_EQ(shown(), "1   /dev/none   A && B adapter, S1|7   " + open.device().toStdString() +
+                           "   in use by another Channel");
+    menu.actions().at(1)->trigger();
+    EXPECT_EQ(desk.channel.txtPort->text(), u"7");
+    (void)shown();
+    EXPECT_TRUE(menu.actions().at(1)->isChecked() && !menu.actions().at(0)->isChecked());
+}
 
 TEST(SerialChannel, FramesACommandAndTakesTheEchoPrefixOutOfTheReply)
 {
