@@ -21,8 +21,10 @@ QString textOf(const SerialPortEntry &port)
 {
     const QFileInfo device(port.device);
     const auto user = serialLock::user(device.exists() ? device.canonicalFilePath() : port.device);
-    QStringList parts{u"%1   %2"_s.arg(port.number).arg(port.device), adapterOf(port),
-                      user ? u"in use by "_s + user->toString() : QString()};
+    QString use = user ? u"in use by "_s + user->toString() : QString();
+    if (user && user->isOwn)
+        use = u"open here"_s;
+    QStringList parts{u"%1   %2"_s.arg(port.number).arg(port.device), adapterOf(port), use};
     parts.removeAll(QString());
     return parts.join(u"   "_s).replace(u'&', u"&&"_s);
 }

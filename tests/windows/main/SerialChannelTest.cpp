@@ -48,7 +48,7 @@ TEST(SerialChannel, ItsPortIsChosenFromThoseThatAreThereNowWithWhoUsesThem)
     desk.ports = {{1, u"/dev/none"_s, u"A & B"_s, u"adapter"_s, u"S1"_s},
                   {7, open.device(), {}, {}}};
     EXPECT_EQ(shown(), "1   /dev/none   A && B adapter, S1|7   " + open.device().toStdString() +
-                           "   in use by another Channel");
+                           "   open here");
     menu.actions().at(1)->trigger();
     EXPECT_EQ(desk.channel.txtPort->text(), u"7");
     (void)shown();
