@@ -164,8 +164,9 @@ TEST(Bench, StartedFromAnEmptyResponseBoxItAnswersOnEveryChannelThatIsFree)
     WindowProgram program({}, dialogs);
     Main &window = program.window();
     window.show();
+    ASSERT_TRUE(soon([&] { return window.channel(0)->hint != nullptr; }));
     QPushButton &bench = *window.channel(0)->hint->cmdBench;
-    EXPECT_TRUE(bench.isVisible());
+    EXPECT_TRUE(soon([&] { return !bench.visibleRegion().isEmpty(); }));
     bench.click();
     ASSERT_NE(program.benchWindow(), nullptr) << messages.toStdString();
     EXPECT_TRUE(bench.isHidden());
@@ -176,6 +177,8 @@ TEST(Bench, StartedFromAnEmptyResponseBoxItAnswersOnEveryChannelThatIsFree)
         EXPECT_TRUE(
             channelDriver::ask(session, channels.waits(), u"*IDN?"_s, EndToEndDesk::patienceMs))
             << index << messages.toStdString();
+        window.showChannel(index);
+        EXPECT_TRUE(soon([&] { return window.channel(index)->hint != nullptr; }));
         EXPECT_TRUE(window.channel(index)->hint->isHidden());
     }
     window.close();

@@ -38,6 +38,10 @@ public:
     /// Takes over the period in cboMs; anything but a whole number of ms in range brings the last
     /// good one back.
     void cboMs_Change();
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    /// There is no bench to be had any more, as it has been started.
+    void withdrawBench();
     /// Takes over what is typed into the entries and still pending, as leaving each of them would:
     /// a mnemonic and a menu leave none. A loop and a list run do not, for they send while one
     /// types.
@@ -50,7 +54,7 @@ public:
     QCheckBox *chkLoop = nullptr;
     QComboBox *cboMs = nullptr;
     ResponseView *txtIn = nullptr;
-    ConnectHint *hint = nullptr;
+    ConnectHint *hint = nullptr; ///< null until the tab has been painted
     QPushButton *cmdConnect = nullptr;
     QPushButton *cmdDisconnect = nullptr;
     QLabel *lblStatus = nullptr;
@@ -63,15 +67,21 @@ public:
     QPushButton *cmdLoadToChmber = nullptr;
     QPushButton *cmdStop = nullptr;
 
+Q_SIGNALS:
+    /// The user wants the simulated bench behind the Channels.
+    void benchWanted();
+
 protected:
     ChannelTab(ChannelSession &session, QWidget *parent);
+
+    void showEvent(QShowEvent *event) override;
 
     /// The session's entries into the fields of the connection row.
     virtual void showEntries() = 0;
     /// Keeps room for the longest status text, so that no button moves under the pointer.
     void reserveStatus(const QString &longest);
     /// Says in the empty response box how the Channel is connected.
-    void setHint(const QString &text);
+    void setHint(const QString &text) { m_hint = text; }
     /// For a transport without a state to tell.
     void hideStatus();
     /// A field of the connection row, with its caption and name.
@@ -84,6 +94,8 @@ protected:
 private:
     void makeControls();
     void layOut();
+    void finishLayout();
+    void addHint();
     void connectHandlers();
     void showSession();
     void orderTabs();
@@ -94,6 +106,10 @@ private:
     ChannelSession &m_session;
     QHBoxLayout *m_connectionRow = nullptr;
     QLabel *m_statusCaption = nullptr;
+    QString m_hint;
+    bool m_hasBench = true; ///< one is to be had
+    bool m_isFinished = false;
+    bool m_isPainted = false;
 };
 
 } // namespace corvane

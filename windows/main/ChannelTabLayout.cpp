@@ -106,7 +106,8 @@ void ChannelTab::layOut()
     page->addLayout(entryRow);
     page->addLayout(optionRow);
     page->addWidget(txtIn, 1);
-    ScrollPage::wrap(*this);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // while it is hidden
+    txtIn->viewport()->installEventFilter(this);
 }
 
 void ChannelTab::reserveStatus(const QString &longest)
@@ -115,9 +116,41 @@ void ChannelTab::reserveStatus(const QString &longest)
     lblStatus->setMinimumWidth(fontMetrics().horizontalAdvance(longest) * boldPercent / 100);
 }
 
-void ChannelTab::setHint(const QString &text)
+/// What costs time at the start waits until the tab is shown for the first time, or was painted.
+void ChannelTab::finishLayout()
 {
-    hint = new ConnectHint(text, m_session, *txtIn);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    ScrollPage::wrap(*this);
+}
+
+void ChannelTab::addHint()
+{
+    hint = new ConnectHint(m_hint, m_session, *txtIn);
+    connect(hint, &ConnectHint::benchWanted, this, &ChannelTab::benchWanted);
+    if (!m_hasBench)
+        hint->withdrawBench();
+}
+
+void ChannelTab::withdrawBench()
+{
+    m_hasBench = false;
+    if (hint)
+        hint->withdrawBench();
+}
+
+void ChannelTab::showEvent(QShowEvent *event)
+{
+    if (!std::exchange(m_isFinished, true))
+        finishLayout();
+    QWidget::showEvent(event);
+}
+
+bool ChannelTab::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == txtIn->viewport() && event->type() == QEvent::Paint &&
+        !std::exchange(m_isPainted, true))
+        QMetaObject::invokeMethod(this, &ChannelTab::addHint, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
 }
 
 void ChannelTab::hideStatus()

@@ -34,6 +34,7 @@ ConnectHint::ConnectHint(const QString &text, const ChannelSession &session, Res
     connect(&session, &Session::responseReplaced, this, &ConnectHint::showWhereEmpty);
     connect(&session, &Session::responseAppended, this, &ConnectHint::showWhereEmpty);
     box.viewport()->installEventFilter(this);
+    setGeometry(box.viewport()->rect());
     showWhereEmpty();
 }
 

@@ -6,7 +6,6 @@
 #include "core/traffic/TrafficRecorder.h"
 #include "windows/lists/CommandListArea.h"
 #include "windows/main/BoardWindows.h"
-#include "windows/main/ConnectHint.h"
 #include "windows/main/GpibTab.h"
 #include "windows/main/GuideWindow.h"
 #include "windows/main/HelpChapters.h"
@@ -73,8 +72,8 @@ void Main::showNote(const QString &note)
 
 void Main::showBench()
 {
-    for (const ChannelTab *each : m_channels)
-        each->hint->withdrawBench();
+    for (ChannelTab *each : m_channels)
+        each->withdrawBench();
 }
 
 void Main::showRecordingFault(const QString &fault)

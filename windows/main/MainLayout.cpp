@@ -7,7 +7,6 @@
 #include "windows/lists/CommandListArea.h"
 #include "windows/lists/RunResults.h"
 #include "windows/main/BoardWindows.h"
-#include "windows/main/ConnectHint.h"
 #include "windows/main/GpibTab.h"
 #include "windows/main/ListDrop.h"
 #include "windows/main/Main.h"
@@ -52,7 +51,7 @@ void Main::buildChannels()
         clicked(each->cmdLoadFrmChmber, &Main::cmdLoadFrmChmber_Click);
         clicked(each->cmdLoadToChmber, &Main::cmdLoadToChmber_Click);
         clicked(each->cmdStop, &Main::cmdStop_Click);
-        connect(each->hint, &ConnectHint::benchWanted, this, &Main::benchWanted);
+        connect(each, &ChannelTab::benchWanted, this, &Main::benchWanted);
     }
     m_splitter->addWidget(tabChannels);
 }

@@ -37,9 +37,9 @@ void SerialTab::buildPorts()
 {
     cmdPorts = new QToolButton(this);
     cmdPorts->setArrowType(Qt::DownArrow);
-    cmdPorts->setPopupMode(QToolButton::InstantPopup);
     cmdPorts->setFocusPolicy(Qt::StrongFocus);
-    cmdPorts->setMenu(new PortMenu(m_serial, cmdPorts));
+    mnuPorts = new PortMenu(m_serial, cmdPorts);
+    connect(cmdPorts, &QToolButton::clicked, this, &SerialTab::cmdPorts_Click);
     cmdPorts->setAccessibleName(u"Serial ports of this computer"_s);
     cmdPorts->setToolTip(
         u"Choose from the serial ports of this computer (Alt+Down in the entry)"_s);
@@ -75,11 +75,16 @@ bool SerialTab::eventFilter(QObject *watched, QEvent *event)
     if (watched == txtPort && event->type() == QEvent::KeyPress) {
         const auto &key = static_cast<QKeyEvent &>(*event);
         if (key.key() == Qt::Key_Down && key.modifiers().testFlag(Qt::AltModifier)) {
-            cmdPorts->showMenu();
+            cmdPorts_Click();
             return true;
         }
     }
     return ChannelTab::eventFilter(watched, event);
+}
+
+void SerialTab::cmdPorts_Click()
+{
+    mnuPorts->popup(cmdPorts->mapToGlobal(QPoint(0, cmdPorts->height())));
 }
 
 void SerialTab::txtPort_Change()

@@ -6,6 +6,7 @@ class QToolButton;
 
 namespace corvane {
 
+class PortMenu;
 class SerialSession;
 
 /// The tab of a serial Channel: the port, its settings and, on RS-485, the device's address.
@@ -19,12 +20,14 @@ public:
     /// The port entry was edited: an open port is closed.
     void txtPort_Change();
     void cboAddress485_Change();
+    void cmdPorts_Click();
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     QLineEdit *txtPort = nullptr;
     /// Opens the list of the computer's ports.
     QToolButton *cmdPorts = nullptr;
+    PortMenu *mnuPorts = nullptr;
     QPushButton *cmdPortConfig = nullptr;
     /// RS-485 only.
     QComboBox *cboAddress485 = nullptr;

@@ -1,6 +1,7 @@
 #include "core/channels/SerialSession.h"
 #include "tests/devices/Pty.h"
 #include "tests/windows/main/ChannelDesk.h"
+#include "windows/main/PortMenu.h"
 #include "windows/main/SerialTab.h"
 
 using namespace corvane;
@@ -35,7 +36,7 @@ struct SerialDesk : ChannelDesk
 TEST(SerialChannel, ItsPortIsChosenFromThoseThatAreThereNowWithWhoUsesThem)
 {
     SerialDesk desk(channels::rs232);
-    QMenu &menu = *desk.channel.cmdPorts->menu();
+    QMenu &menu = *desk.channel.mnuPorts;
     const auto shown = [&menu] {
         Q_EMIT menu.aboutToShow();
         QStringList texts;
