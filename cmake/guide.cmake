@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # corvane_guide(TARGET): compiles the user's guide into TARGET as ":/guide.md".
 #
 # The chapters of docs/guide are joined, in this order, into guide.md in the build tree. A chapter

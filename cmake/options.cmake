@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # What every target of ours is built with, in one place.
 add_library(corvane_options INTERFACE)
 target_compile_features(corvane_options INTERFACE cxx_std_20)

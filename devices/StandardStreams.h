@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 /// The three standard streams, before anything is opened. Free of Qt, so that it compiles and runs

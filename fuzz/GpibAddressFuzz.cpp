@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "devices/GpibAddress.h"
 #include "devices/PlatformError.h"
 #include "fuzz/Input.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How much longer than its waits the board's long work takes, and what it costs meanwhile.
 #include "perf/Application.h"
 #include "perf/AssembledWindow.h"

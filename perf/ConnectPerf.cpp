@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a connection leaves behind: the memory of the window after thousands of connects and
 // disconnects, beside that after the first hundreds, which fill what is kept for reuse.
 #include "app/window/WindowProgram.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a device that never stops costs the rest of the program: memory, how long the window takes
 // to answer, whether the other Channels go on. Each flood comes over a real transport. Arguments
 // choose among the parts: tcp, serial, gpib, list, board, traffic, end.

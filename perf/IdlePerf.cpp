@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the program costs while nothing happens, with the Channels connected, and how well the
 // shortest loop keeps its period.
 #include "app/window/WindowProgram.h"

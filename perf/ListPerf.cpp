@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a long test list costs: loading against only splitting the file into lines and words,
 // growth from 100,000 to 200,000 rows, memory a row, and a reply of megabytes in small pieces.
 #include "core/lists/ListFile.h"

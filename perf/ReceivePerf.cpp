@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What receiving costs: growth of the time with the length of a reply, the rate, memory and
 // processor time of a serial stream beside a bare reader and a plain terminal.
 #include "app/window/WindowProgram.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a row of a list run costs on TCP/IP-1: at a loop time of 10 ms, and at row 50,000 beside
 // row 10.
 #include "app/UnattendedDialogs.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How much longer than its floor the GPIB search of an empty bus takes.
 #include "bench/PlusPlusController.h"
 #include "bench/TcpPort.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the start costs: from the process to the first paint of the window, and the memory then,
 // beside an empty Qt main window; on an X server, as a user starts it. Then what a run without a
 // window costs.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the traffic window costs with a million rows: how long it takes to open, to filter and to
 // find, and how long it does not answer meanwhile.
 #include "app/UnattendedDialogs.h"

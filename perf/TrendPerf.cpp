@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the Trend window costs: taking replies over from the recorder, the memory of a point, and a
 // paint of a million points against one of a thousand.
 #include "core/traffic/TrafficRecorder.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash disable=SC2034
 # Shared by the commands of the root: named steps with their time, and a word on what to do when
 # one fails. To be sourced by a bash script that has set -euo pipefail.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/WindowProgram.h"
 
 #include "core/setup/modWinsockAPI.h"

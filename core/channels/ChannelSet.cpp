@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/channels/ChannelSet.h"
 
 #include "devices/GpibControl.h"

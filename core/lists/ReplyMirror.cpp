@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/lists/ReplyMirror.h"
 
 #include "core/text/LineEnds.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/lists/RunRows.h"
 
 #include "core/channels/Module1.h"

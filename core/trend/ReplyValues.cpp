@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/trend/ReplyValues.h"
 
 #include "core/channels/ChannelTraits.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The least that a program on Qt can do with a serial port: everything that arrives goes into one
 // string. The measure of the receive path.
 #include "perf/PtyReading.h"

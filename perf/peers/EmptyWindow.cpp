@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An empty main window: the least that a program on Qt can start with. The measure of the start.
 #include "perf/Application.h"
 #include "perf/FirstPaint.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 corvane_test(
   bench
   SOURCES

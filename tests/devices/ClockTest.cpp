@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "devices/SystemClock.h"
 #include "devices/WaitGroup.h"
 #include "tests/support/Testing.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Stands in for the libraries with the ib* and the vi* functions. Every call is written to the file
 // STANDIN_LOG; STANDIN_REPLY is what a read returns, as long as the file STANDIN_HOLD exists it
 // does not return, and STANDIN_FAIL, "function number", is which function fails and with which

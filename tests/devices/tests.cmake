@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 corvane_test(devices SOURCES ClockTest.cpp FilesFolderTest.cpp GpibControlTest.cpp LibraryAdapterTest.cpp PlusPlusAdapterTest.cpp QtSerialPortTest.cpp QtTcpClientTest.cpp SerialSettingsTest.cpp WholeFileTest.cpp USES windows/widgets)
 
 # Loaded by the tests in place of the installed libraries; lies beside the test.

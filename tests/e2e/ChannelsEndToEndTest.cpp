@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/DemoGreeting.h"
 #include "core/channels/Reconnect.h"
 #include "core/setup/GpibSearch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/UnattendedRun.h"
 #include "core/traffic/TrafficWriter.h"
 #include "tests/e2e/EndToEndDesk.h"

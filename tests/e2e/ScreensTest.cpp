@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What holds for the look and the keys of every window, tried on all of them.
 #include "tests/e2e/EndToEndDesk.h"
 #include "windows/lists/CommandListArea.h"

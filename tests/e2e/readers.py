@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Reads the program's windows as a screen reader does, through AT-SPI.
 
     dbus-run-session -- python3 readers.py PROGRAM

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the command-list area looks: its controls, their names and places.
 #include "core/lists/CommandList.h"
 #include "windows/lists/CommandListArea.h"

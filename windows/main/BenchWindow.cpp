@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/main/BenchWindow.h"
 
 #include "bench/Bench.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/main/ChannelTab.h"
 
 #include "core/channels/ChannelSession.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How a Channel's page looks: its controls, their names and places.
 #include "core/channels/ChannelSession.h"
 #include "windows/main/ChannelTab.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/main/GuideWindow.h"
 
 #include "windows/widgets/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the main window is put together: its tabs, list area, status bar and menus.
 #include "core/channels/Reconnect.h"
 #include "core/channels/TrafficLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/setup/frmGpibAdapters.h"
 
 #include "core/text/Dialogs.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/setup/frmPortConfig.h"
 
 #include "core/channels/ChannelTraits.h"

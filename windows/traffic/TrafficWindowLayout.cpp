@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the traffic window looks: its controls, their names and places.
 #include "windows/traffic/TrafficWindow.h"
 #include "windows/widgets/Controls.h"

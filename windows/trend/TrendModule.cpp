@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/trend/TrendModule.h"
 
 #include "windows/trend/TrendWindow.h"

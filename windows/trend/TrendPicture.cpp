@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/trend/TrendPicture.h"
 
 #include "core/traffic/TrafficEvents.h"

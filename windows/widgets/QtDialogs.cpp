@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/widgets/QtDialogs.h"
 
 #include "devices/FileQuestions.h"

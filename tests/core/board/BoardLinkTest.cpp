@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/board/MeterReading.h"
 #include "devices/PlatformError.h"
 #include "tests/core/board/BoardFixture.h"

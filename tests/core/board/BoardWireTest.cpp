@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/core/board/BoardFixture.h"
 #include "windows/board/DacAdcPanel.h"
 #include "windows/board/DigitalIoPanel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "TransferFixture.h"
 #include "core/channels/ChannelTexts.h"
 #include "core/lists/ListTexts.h"

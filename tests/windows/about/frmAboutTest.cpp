@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/about/frmAbout.h"
 
 #include "tests/support/ScriptedDialogs.h"

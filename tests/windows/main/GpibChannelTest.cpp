@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/channels/ChannelTexts.h"
 #include "core/channels/GpibSession.h"
 #include "tests/windows/main/ChannelDesk.h"

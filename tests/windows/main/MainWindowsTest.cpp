@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window among the others: who may use a Channel, and closing.
 #include "core/board/BoardTexts.h"
 #include "core/lists/ListTexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/channels/TcpSession.h"
 #include "tests/windows/main/ChannelDesk.h"
 #include "windows/main/TcpTab.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/report/ReportTexts.h"
 #include "tests/core/board/BoardFixture.h"
 #include "tests/support/Soon.h"

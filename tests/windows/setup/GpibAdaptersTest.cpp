@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "devices/GpibAdapterFactory.h"
 #include "devices/GpibControl.h"
 #include "tests/support/FakeClock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/channels/ResponseText.h"
 #include "tests/support/Testing.h"
 #include "windows/widgets/ResponseView.h"
