@@ -6,6 +6,7 @@
 #include "windows/main/GuideWindow.h"
 #include "windows/main/HelpChapters.h"
 #include "windows/main/SetupWindows.h"
+#include "windows/widgets/ScrollPage.h"
 
 using namespace corvane;
 
@@ -185,6 +186,21 @@ TEST(Windows, NoControlIsCutOnAnyScreenWithAnyFont)
         });
     }
     QApplication::setFont(before);
+}
+
+TEST(Windows, ADialogOpensAsLargeAsItsContent)
+{
+    OpenWindows desk;
+    int dialogs = 0;
+    for (QWidget *window : OpenWindows::windows()) {
+        const auto *page = window->findChild<ScrollPage *>();
+        if (!qobject_cast<QDialog *>(window) || !page)
+            continue;
+        ++dialogs;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return page->verticalScrollBar()->maximum() == 0; }))
+            << window->objectName().toStdString() << " is " << window->height() << " high";
+    }
+    EXPECT_GE(dialogs, 6);
 }
 
 TEST(Windows, EveryButtonHasAKeyOfItsOwn)

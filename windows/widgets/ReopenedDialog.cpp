@@ -4,8 +4,6 @@
 #include "windows/widgets/ClosableWindow.h"
 #include "windows/widgets/ScrollPage.h"
 
-#include <QLayout>
-
 #include <algorithm>
 
 namespace corvane {
@@ -20,12 +18,12 @@ ReopenedDialog::ReopenedDialog(const QString &name, const QString &title, QWidge
 
 void ReopenedDialog::openWindow()
 {
-    if (!isVisible()) {
+    const bool wasOpen = isVisible();
+    if (!wasOpen)
         Form_Load();
-        if (testAttribute(Qt::WA_Resized))
-            growToFit();
-    }
     bringToFront(*this);
+    if (!wasOpen)
+        growToFit(); // its texts have their fonts by now
 }
 
 void ReopenedDialog::done(int result)
@@ -43,8 +41,10 @@ void ReopenedDialog::finishLayout(int characters)
 
 void ReopenedDialog::growToFit()
 {
-    layout()->activate();
-    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
+    const auto *page = findChild<ScrollPage *>(QString(), Qt::FindDirectChildrenOnly);
+    const int needed =
+        page->hasHeightForWidth() ? page->heightForWidth(width()) : page->sizeHint().height();
+    resize(width(), std::max(height(), needed));
 }
 
 } // namespace corvane

@@ -21,9 +21,7 @@ ScrollPage::ScrollPage(QWidget &content)
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
     setWidget(&content);
-    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    policy.setHeightForWidth(content.layout()->hasHeightForWidth());
-    setSizePolicy(policy);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     connect(qApp, &QApplication::focusChanged, this,
             [this](const QWidget *, const QWidget *now) { showFocus(now); });
 }
@@ -37,6 +35,11 @@ ScrollPage::~ScrollPage()
 QSize ScrollPage::sizeHint() const
 {
     return widget()->sizeHint();
+}
+
+bool ScrollPage::hasHeightForWidth() const
+{
+    return widget()->hasHeightForWidth();
 }
 
 int ScrollPage::heightForWidth(int width) const

@@ -18,6 +18,8 @@ public:
     ~ScrollPage() override;
 
     [[nodiscard]] QSize sizeHint() const override;
+    /// As its content does by now: a label wraps only once it has a text.
+    [[nodiscard]] bool hasHeightForWidth() const override;
     [[nodiscard]] int heightForWidth(int width) const override;
 
 private:
