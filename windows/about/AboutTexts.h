@@ -13,6 +13,8 @@ inline const QString partNumber = u"Part Number: "_s;
 inline const QString description =
     u"This application provides a simple, all-in-one test of the communications capabilities of "
     "Brennick products."_s;
+inline const QString licence =
+    u"Free software under the GNU General Public License, version 3 or later."_s;
 inline const QString noSystemInfo = u"System Information Is Unavailable At This Time"_s;
 
 } // namespace corvane::aboutTexts

@@ -37,6 +37,7 @@ frmAbout::frmAbout(SystemInfo &systemInfo, QWidget *parent)
     rows->addSpacing(6);
     rows->addWidget(createRule());
     rows->addWidget(lblCopyRight);
+    rows->addWidget(lblLicence);
     rows->addSpacing(6);
     rows->addLayout(createButtons());
     finishLayout(60);
@@ -55,6 +56,8 @@ QLayout *frmAbout::createTexts()
     lblDescription = createLabel(u"lblDescription"_s);
     lblDescription->setWordWrap(true);
     lblCopyRight = createLabel(u"lblCopyRight"_s);
+    lblLicence = createLabel(u"lblLicence"_s);
+    lblLicence->setText(aboutTexts::licence);
 
     auto *column = new QVBoxLayout;
     column->setSpacing(5);

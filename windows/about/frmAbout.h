@@ -33,6 +33,7 @@ public:
     QLabel *lblFileDescription = nullptr;
     QLabel *lblDescription = nullptr;
     QLabel *lblCopyRight = nullptr;
+    QLabel *lblLicence = nullptr;
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdSysInfo = nullptr;
     QPushButton *cmdQBXAbout = nullptr;
