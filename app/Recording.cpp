@@ -7,7 +7,6 @@
 #include "devices/Literals.h"
 #include "devices/PlatformError.h"
 
-#include <QFileInfo>
 #include <QTextStream>
 
 namespace corvane {
@@ -19,10 +18,6 @@ std::unique_ptr<TrafficWriter> startRecording(const CommandLine &line, TrafficRe
         return nullptr;
     if (const QString refusal = RunOutputs(line, out).refusal(); !refusal.isEmpty())
         throw PlatformError(refusal);
-    // A run that cannot begin leaves an older recording as it is.
-    const QFileInfo list(line.list);
-    if (line.task == CommandLine::Task::Run && !(list.isFile() && list.isReadable()))
-        return nullptr;
     auto recording = std::make_unique<TrafficWriter>(recorder, line.recordFile);
     QObject::connect(recording.get(), &TrafficWriter::failed, [&messages](const QString &fault) {
         messages << "corvane: " << printableText::message(fault) << Qt::endl;

@@ -71,7 +71,7 @@ UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream
     });
 }
 
-int UnattendedRun::execute()
+int UnattendedRun::execute(const std::function<void()> &begun)
 {
     const StopSignal signal([this] { stop(); });
     m_record.restart();
@@ -80,8 +80,11 @@ int UnattendedRun::execute()
         return anythingElse;
     }
     try {
-        if (prepare())
-            run();
+        if (loadList()) {
+            begun();
+            if (prepare())
+                run();
+        }
     } catch (const PlatformError &error) {
         refuse(error.description());
     }
@@ -107,18 +110,22 @@ bool UnattendedRun::refuseAtRow(const QString &reason)
     return refuse(m_row == 0 ? reason : u"row %1: %2"_s.arg(m_row).arg(reason));
 }
 
-bool UnattendedRun::prepare()
+bool UnattendedRun::loadList()
 {
     QString note; // told already, and kept for the report
     const auto watch =
         connect(&m_list, &CommandList::noted, this, [&note](const QString &text) { note = text; });
     const bool loaded = m_list.OpenFile(m_line.list) == ListContents::End::Complete;
     disconnect(watch);
-    if (!loaded) {
-        if (!note.isEmpty())
-            m_faults.append(note);
-        return refuse(u"%1 cannot be loaded"_s.arg(m_line.list));
-    }
+    if (loaded)
+        return true;
+    if (!note.isEmpty())
+        m_faults.append(note);
+    return refuse(u"%1 cannot be loaded"_s.arg(m_line.list));
+}
+
+bool UnattendedRun::prepare()
+{
     if (m_line.get && m_list.kind() != listKinds::chamberSettings)
         return refuse(u"Get list is for chamber settings only"_s);
     m_list.setStripsOperator(m_line.stripOperator);

@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 
+#include <functional>
 #include <map>
 #include <optional>
 
@@ -37,9 +38,12 @@ public:
     UnattendedRun(Workbench &workbench, CommandLine line, QTextStream &out, QTextStream &messages);
 
     /// Does it all and returns the exit code. SIGINT, SIGTERM and SIGHUP end it as Stop does.
-    int execute();
+    /// `begun` is called when the list is loaded and nothing is sent yet; it may throw
+    /// PlatformError, which ends the run.
+    int execute(const std::function<void()> &begun = [] {});
 
 private:
+    bool loadList();
     bool prepare();
     bool connectChannel();
     void run();

@@ -133,13 +133,20 @@ int runUnattended(const Job &job, int &argc, char **argv)
     channels->initialise();
     workbench.pointChannelsAtBench();
     tellNotes(workbench, job.messages);
-    const auto recording = startRecording(job.line, workbench.traffic(), job.out, job.messages);
+    std::unique_ptr<TrafficWriter> recording;
+    const auto record = [&] {
+        recording = startRecording(job.line, workbench.traffic(), job.out, job.messages);
+    };
+    const bool isRun = job.line.task == CommandLine::Task::Run;
+    if (!isRun)
+        record();
     std::optional<int> exitCode;
     QTimer::singleShot(0, &application, [&] {
         if (!channels->waits().isClosed())
-            exitCode = job.line.task == CommandLine::Task::Run
-                           ? UnattendedRun(workbench, job.line, job.out, job.messages).execute()
-                           : demonstrate(workbench, job);
+            // A run whose list cannot be loaded leaves an older recording as it is.
+            exitCode =
+                isRun ? UnattendedRun(workbench, job.line, job.out, job.messages).execute(record)
+                      : demonstrate(workbench, job);
         QCoreApplication::quit();
     });
     QCoreApplication::exec();

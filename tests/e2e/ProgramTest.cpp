@@ -56,9 +56,9 @@ TEST(Program, RecordsTheTrafficInItsFormatAndSaysWhenItCannot)
          "2\ncorvane: --record /dev/stdout: standard output goes there\n"},
         {"$corvane --demo --run a.tst --channel tcp1 --csv - --record o >o 2>e; echo $?; cat o e",
          "2\ncorvane: --record o: --csv goes there\n"},
-        {"echo old >t.jsonl; $corvane --run none.tst --channel tcp1 --record t.jsonl 2>e; echo $?; "
-         "cat t.jsonl",
-         "2\nold\n"},
+        {"echo old >t.jsonl; head -c 99999 /dev/zero >long.tst; for list in none long; do $corvane "
+         "--run $list.tst --channel tcp1 --record t.jsonl 2>e; echo $?; cat t.jsonl; done",
+         "2\nold\n2\nold\n"},
         {"ulimit -f 2; $corvane --demo --record t.jsonl a.tst >/dev/null 2>e; echo $?; "
          "grep -o 't.jsonl: File too large' e; tail -c 2 t.jsonl",
          "2\nt.jsonl: File too large\n}\n"},
