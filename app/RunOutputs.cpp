@@ -68,6 +68,8 @@ RunOutputs::RunOutputs(const CommandLine &line, QTextStream &out)
 
 QString RunOutputs::refusal() const
 {
+    if (regularFile::isSame(m_line.list, standardOutput))
+        return u"standard output goes into the list itself"_s;
     const QList<Output> outputs = outputsOf(m_line);
     for (qsizetype each = 0; each < outputs.size(); ++each) {
         const Output &output = outputs.at(each);

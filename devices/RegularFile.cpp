@@ -50,10 +50,11 @@ QString openWithoutWaiting(QFile &file, QIODevice::OpenMode mode)
     }
     // The toolkit does that only for a file that it opens by its name.
     const bool isEmptied = !mode.testFlag(QIODevice::Truncate) || ftruncate(handle, 0) == 0;
+    const QString fault = isEmptied ? QString() : qt_error_string(errno);
     if (isEmptied && file.open(handle, mode, QFileDevice::AutoCloseHandle))
         return {};
     close(handle);
-    return file.errorString();
+    return isEmptied ? file.errorString() : fault;
 }
 
 #else

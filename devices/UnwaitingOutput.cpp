@@ -2,6 +2,7 @@
 #include "devices/UnwaitingOutput.h"
 
 #include "devices/Literals.h"
+#include "devices/StandardStreams.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -21,11 +22,12 @@ namespace corvane {
 #ifdef Q_OS_UNIX
 
 /// Opened anew: whether a write waits is a property of what was opened, which other processes
-/// share.
+/// share. What was opened for reading alone, as in place of a stream that was closed, stays so.
 UnwaitingOutput::UnwaitingOutput()
 {
     struct stat there = {};
-    if (::fstat(STDOUT_FILENO, &there) == 0 && (S_ISFIFO(there.st_mode) || S_ISCHR(there.st_mode)))
+    if (standardStreams::canPrint() && ::fstat(STDOUT_FILENO, &there) == 0 &&
+        (S_ISFIFO(there.st_mode) || S_ISCHR(there.st_mode)))
         m_own = ::open("/dev/fd/1", O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
 }
 
@@ -49,7 +51,7 @@ std::optional<qsizetype> UnwaitingOutput::write(QByteArrayView bytes)
         return taken;
     if (errno == EAGAIN || errno == EINTR)
         return 0;
-    m_error = qt_error_string(errno);
+    m_error = errno == EBADF ? u"it is closed"_s : qt_error_string(errno);
     return std::nullopt;
 }
 

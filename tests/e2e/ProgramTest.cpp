@@ -59,6 +59,10 @@ TEST(Program, RecordsTheTrafficInItsFormatAndSaysWhenItCannot)
         {"echo old >t.jsonl; head -c 99999 /dev/zero >long.tst; for list in none long; do $corvane "
          "--run $list.tst --channel tcp1 --record t.jsonl 2>e; echo $?; cat t.jsonl; done",
          "2\nold\n2\nold\n"},
+        {"$corvane --demo a.tst >>a.tst 2>e; echo $?; tail -1 e",
+         "2\ncorvane: standard output goes into the list itself\n"},
+        {"{ $corvane --demo --record - a.tst >&-; echo $?; } 2>&1",
+         "corvane: standard output: it is closed; the recording of the traffic ends here\n2\n"},
         {"ulimit -f 2; $corvane --demo --record t.jsonl a.tst >/dev/null 2>e; echo $?; "
          "grep -o 't.jsonl: File too large' e; tail -c 2 t.jsonl",
          "2\nt.jsonl: File too large\n}\n"},
