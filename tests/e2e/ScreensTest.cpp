@@ -197,7 +197,11 @@ TEST(Windows, ADialogOpensAsLargeAsItsContent)
         if (!qobject_cast<QDialog *>(window) || !page)
             continue;
         ++dialogs;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return page->verticalScrollBar()->maximum() == 0; }))
+        const auto isWhole = [page] {
+            return page->verticalScrollBar()->maximum() == 0 &&
+                   page->horizontalScrollBar()->maximum() == 0;
+        };
+        EXPECT_TRUE(QTest::qWaitFor(isWhole))
             << window->objectName().toStdString() << " is " << window->height() << " high";
     }
     EXPECT_GE(dialogs, 6);

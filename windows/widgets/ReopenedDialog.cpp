@@ -42,9 +42,10 @@ void ReopenedDialog::finishLayout(int characters)
 void ReopenedDialog::growToFit()
 {
     const auto *page = findChild<ScrollPage *>(QString(), Qt::FindDirectChildrenOnly);
-    const int needed =
-        page->hasHeightForWidth() ? page->heightForWidth(width()) : page->sizeHint().height();
-    resize(width(), std::max(height(), needed));
+    const int wide = std::max(width(), page->widget()->minimumSizeHint().width());
+    const int high =
+        page->hasHeightForWidth() ? page->heightForWidth(wide) : page->sizeHint().height();
+    resize(wide, std::max(height(), high));
 }
 
 } // namespace corvane

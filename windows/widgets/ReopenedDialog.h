@@ -34,7 +34,7 @@ protected:
     /// What the dialog shows has been laid out: it scrolls where there is too little room.
     /// `characters` is how wide the dialog is at first; 0: as wide as its content.
     void finishLayout(int characters = 0);
-    /// Makes the dialog tall enough for its wrapped texts at its present width; never shrinks it.
+    /// Makes the dialog large enough for its controls and wrapped texts; never shrinks it.
     void growToFit();
 
 private:
