@@ -23,20 +23,23 @@ RunRecord::RunRecord(const CommandList &list, const TransferEngine &engine, QObj
     : QObject(parent)
     , m_list(list)
 {
-    connect(&engine, &TransferEngine::rowFinished, this,
-            [this](int row, const QString &, GridModel::Verdict verdict) { judge(row, verdict); });
+    connect(
+        &engine, &TransferEngine::rowFinished, this,
+        [this](int row, const QString &, GridModel::Verdict verdict) { finishRow(row, verdict); });
 }
 
 void RunRecord::restart()
 {
     m_judged.clear();
+    m_secondsToLastRow = 0;
     m_began = QDateTime::currentDateTimeUtc();
     m_sinceStart.start();
     m_sinceCheck.start();
 }
 
-void RunRecord::judge(int row, GridModel::Verdict verdict)
+void RunRecord::finishRow(int row, GridModel::Verdict verdict)
 {
+    m_secondsToLastRow = secondsOf(m_sinceStart);
     if (verdict == GridModel::Verdict::None)
         return;
     m_judged[row] = {verdict, secondsOf(m_sinceCheck)};

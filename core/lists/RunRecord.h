@@ -21,6 +21,8 @@ public:
 
     /// A run begins: nothing is judged yet.
     void restart();
+    /// From the run's start to the row that was done last.
+    [[nodiscard]] double secondsToLastRow() const { return m_secondsToLastRow; }
     [[nodiscard]] bool hasVerdict() const { return !m_judged.isEmpty(); }
     /// The run as it is by now, on this Channel. `fault`: what went wrong other than a failed
     /// check; empty when nothing did.
@@ -36,7 +38,7 @@ private:
         double seconds = 0;
     };
 
-    void judge(int row, GridModel::Verdict verdict);
+    void finishRow(int row, GridModel::Verdict verdict);
     [[nodiscard]] RunReport::Check checkAt(int row) const;
 
     const CommandList &m_list;
@@ -44,6 +46,7 @@ private:
     QDateTime m_began;
     QElapsedTimer m_sinceStart;
     QElapsedTimer m_sinceCheck;
+    double m_secondsToLastRow = 0;
 };
 
 } // namespace corvane

@@ -20,6 +20,20 @@ constexpr std::array controls{"NUL"_L1, "SOH"_L1, "STX"_L1, "ETX"_L1, "EOT"_L1, 
                               "NAK"_L1, "SYN"_L1, "ETB"_L1, "CAN"_L1, "EM"_L1,  "SUB"_L1, "ESC"_L1,
                               "FS"_L1,  "GS"_L1,  "RS"_L1,  "US"_L1};
 
+/// A time of the recording on the wall clock, to the millisecond, and the digits behind.
+struct Wall
+{
+    Wall(const QDateTime &began, qint64 time)
+    {
+        const qint64 since = began.toMSecsSinceEpoch() * 1000 + time;
+        at = QDateTime::fromMSecsSinceEpoch(since / 1000);
+        microseconds = u"%1"_s.arg(since % 1000, 3, 10, QLatin1Char('0'));
+    }
+
+    QDateTime at;
+    QString microseconds;
+};
+
 /// The byte of what stands between "<" and ">"; nothing when that names none.
 std::optional<char> byteOf(QStringView name)
 {
@@ -72,18 +86,15 @@ QString trafficText::contentOf(const TrafficEvent &event, Style style, qsizetype
 
 QString trafficText::clockOf(const QDateTime &began, qint64 time)
 {
-    const qint64 since = began.toMSecsSinceEpoch() * 1000 + time;
-    const QDateTime at = QDateTime::fromMSecsSinceEpoch(since / 1000);
-    return u"%1%2"_s.arg(at.toString(u"HH:mm:ss.zzz"_s)).arg(since % 1000, 3, 10, QLatin1Char('0'));
+    const Wall wall(began, time);
+    return wall.at.toString(u"HH:mm:ss.zzz"_s) + wall.microseconds;
 }
 
 QString trafficText::stampOf(const QDateTime &began, qint64 time)
 {
-    const qint64 since = began.toMSecsSinceEpoch() * 1000 + time;
-    const QDateTime at = QDateTime::fromMSecsSinceEpoch(since / 1000);
-    QString stamp = at.toOffsetFromUtc(at.offsetFromUtc()).toString(Qt::ISODateWithMs);
-    return stamp.insert(QStringView(u"2026-11-25T15:55:00.123").size(),
-                        u"%1"_s.arg(since % 1000, 3, 10, QLatin1Char('0')));
+    const Wall wall(began, time);
+    QString stamp = wall.at.toOffsetFromUtc(wall.at.offsetFromUtc()).toString(Qt::ISODateWithMs);
+    return stamp.insert(QStringView(u"2026-11-25T15:55:00.123").size(), wall.microseconds);
 }
 
 QString trafficText::secondsOf(qint64 microseconds)

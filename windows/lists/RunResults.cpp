@@ -19,8 +19,6 @@ RunResults::RunResults(const ChannelSet &channels, const CommandList &list,
 {
     using Engine = TransferEngine;
     connect(&engine, &Engine::runStarted, this, &RunResults::begin);
-    connect(&engine, &Engine::rowFinished, this,
-            [this] { m_seconds = static_cast<double>(m_sinceStart.elapsed()) / 1000.0; });
     connect(&engine, &Engine::troubled, this,
             [this](const QString &reason) { m_faults.append(reason); });
     connect(&engine, &Engine::runEnded, this, &RunResults::end);
@@ -31,8 +29,6 @@ void RunResults::begin(int channel)
     m_record.restart();
     m_channel = channel;
     m_faults.clear();
-    m_sinceStart.start();
-    m_seconds = 0;
     m_report.reset();
     Q_EMIT changed(false);
 }
@@ -45,7 +41,7 @@ void RunResults::end(TransferEngine::Outcome outcome)
     m_faults.append(RunRecord::faultOf(outcome));
     m_faults.removeAll(QString());
     m_report = m_record.report(m_channels.at(std::exchange(m_channel, -1)), m_faults.join(u"; "_s));
-    m_report->seconds = m_seconds;
+    m_report->seconds = m_record.secondsToLastRow();
     Q_EMIT changed(true);
 }
 

@@ -38,8 +38,6 @@ private:
     RunRecord m_record;
     int m_channel = -1; ///< of the run that is on; -1: none is
     QStringList m_faults;
-    QElapsedTimer m_sinceStart;
-    double m_seconds = 0; ///< from the start to the row that was done last
     std::optional<RunReport> m_report;
 };
 
