@@ -76,7 +76,7 @@ QString trafficText::contentOf(const TrafficEvent &event, Style style, qsizetype
     const bool isCut = event.content.size() > most;
     shown.content = event.content.first(std::min(event.content.size(), most));
     const QString rest = isCut ? u" ... (%1 bytes)"_s.arg(event.content.size()) : QString();
-    const QString text = visible(shown.text()) + rest;
+    QString text = visible(shown.text()) + rest;
     if (!event.isBytes() || style == Style::Text)
         return text;
     const QString numbers =

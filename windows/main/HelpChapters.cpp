@@ -36,9 +36,9 @@ QString chapterOfChannel(int channel)
 QString helpChapterOf(const QWidget &window)
 {
     const auto *pages = window.findChild<QTabWidget *>();
-    if (window.objectName() == u"frmSBC" && pages)
+    if (window.objectName() == u"frmSBC" && pages != nullptr)
         return pages->tabText(pages->currentIndex()); // a section each
-    if (window.objectName() != u"Main" || !pages)
+    if (window.objectName() != u"Main" || pages == nullptr)
         return chapters.value(window.objectName());
     const auto *list = window.findChild<CommandListArea *>();
     return list && list->isAncestorOf(window.focusWidget())

@@ -54,7 +54,7 @@ bool TrafficModel::isDropped(int row) const
     return number(row) < m_recorder.first();
 }
 
-TrafficEvent TrafficModel::event(int row) const
+TrafficEvent TrafficModel::eventAt(int row) const
 {
     return isDropped(row) ? TrafficEvent{} : m_recorder.at(number(row));
 }
@@ -66,11 +66,11 @@ bool TrafficModel::isMarked(int row) const
 
 QString TrafficModel::timeOf(int row) const
 {
-    const qint64 time = event(row).time;
+    const qint64 time = eventAt(row).time;
     if (m_timeStyle == TimeStyle::Clock)
         return trafficText::clockOf(m_recorder.began(), time);
     const bool isFirst = row == 0 || isDropped(row - 1);
-    return u'+' + trafficText::secondsOf(isFirst ? 0 : time - event(row - 1).time);
+    return u'+' + trafficText::secondsOf(isFirst ? 0 : time - eventAt(row - 1).time);
 }
 
 QVariant TrafficModel::data(const QModelIndex &index, int role) const
@@ -84,7 +84,7 @@ QVariant TrafficModel::data(const QModelIndex &index, int role) const
         return {};
     if (isDropped(row))
         return index.column() == Content ? u"(dropped)"_s : QString();
-    const TrafficEvent shown = event(row);
+    const TrafficEvent shown = eventAt(row);
     switch (index.column()) {
     case Time:
         return (isMarked(row) ? u"\u25cf "_s : u"  "_s) + timeOf(row); // not by its colour alone
@@ -105,7 +105,7 @@ QVariant TrafficModel::shadeOf(int row, int role) const
     const bool isPaper = role == Qt::BackgroundRole;
     if (isMarked(row))
         return isPaper ? QColor(0xff, 0xf0, 0xb8) : QColor(0x20, 0x20, 0x20);
-    const TrafficKind kind = event(row).kind;
+    const TrafficKind kind = eventAt(row).kind;
     if (kind == TrafficKind::Fault || kind == TrafficKind::TimedOut)
         return isPaper ? QColor(0xfb, 0xdc, 0xdc) : QColor(0x8a, 0x0a, 0x0a);
     return {};

@@ -55,7 +55,7 @@ public:
     /// The first row whose event has this number or a later one; the number of rows: there is none.
     [[nodiscard]] int rowOf(quint64 number) const;
     /// The row's event; of one that has been dropped meanwhile an empty one.
-    [[nodiscard]] TrafficEvent event(int row) const;
+    [[nodiscard]] TrafficEvent eventAt(int row) const;
     /// A row as a line of text.
     [[nodiscard]] QString line(int row) const;
     /// Marks the rows from one to another, or takes the marks of those that are marked.

@@ -166,7 +166,7 @@ void TrafficWindow::findTurn()
     TrafficTurn turn;
     int row = m_model.rowOf(m_findAt) - (m_findBelow ? 0 : 1);
     for (; row >= 0 && row < m_model.rowCount(); row += m_findBelow ? 1 : -1) {
-        const TrafficEvent event = m_model.event(row);
+        const TrafficEvent event = m_model.eventAt(row);
         if (m_search.isIn(event)) {
             m_findTurn.stop();
             goTo(row);

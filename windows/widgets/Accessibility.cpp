@@ -140,7 +140,7 @@ public:
         if (kind != QAccessible::Name)
             return ReadableInterface::text(kind);
         const QString name = m_label.accessibleName();
-        const QString value = shown();
+        QString value = shown();
         if (name.isEmpty() || name == value)
             return value;
         return value.isEmpty() ? name : u"%1: %2"_s.arg(name, value);
@@ -183,7 +183,7 @@ public:
             return false;
         auto *label = qobject_cast<QLabel *>(watched);
         constexpr const char *told = "toldText";
-        if (label && !label->accessibleName().isEmpty() &&
+        if (label != nullptr && !label->accessibleName().isEmpty() &&
             label->property(told).toString() != label->text()) {
             label->setProperty(told, label->text());
             QAccessibleEvent changed(label, QAccessible::NameChanged);
