@@ -64,6 +64,8 @@ private:
         LineReader request;
         /// Takes what is received: the reply to the last request, or what came unasked.
         Pieces *open = nullptr;
+        /// Of its first piece.
+        TimedPiece::Turn turn = TimedPiece::Turn::Next;
         qint64 openedAt = 0;
         /// Milliseconds from there to the last piece.
         qint64 lastMs = 0;
@@ -79,7 +81,8 @@ private:
     void connected(int channel, qint64 time);
     /// With the device of a Channel, on the GPIB with that at the address known last.
     Talk &talk(int channel, qint64 time);
-    static void open(Talk &talk, Pieces &pieces, qint64 time);
+    static void open(Talk &talk, Pieces &pieces, TimedPiece::Turn turn, qint64 time);
+    static TimedPiece::Turn turnOf(const Talk &talk, int afterMs);
     void sent(Talk &talk, const QByteArray &bytes, qint64 time);
     void received(Talk &talk, const QByteArray &bytes, qint64 time);
     void keep(const QByteArray &bytes);
@@ -217,7 +220,7 @@ void Reader::connected(int channel, qint64 time)
         return;
     keep({});
     talk.request.take();
-    open(talk, talk.device.unasked.emplace_back(), time);
+    open(talk, talk.device.unasked.emplace_back(), TimedPiece::Turn::Unasked, time);
 }
 
 Reader::Talk &Reader::talk(int channel, qint64 time)
@@ -229,14 +232,15 @@ Reader::Talk &Reader::talk(int channel, qint64 time)
     if (isNew) {
         talk.device.channel = channels.at(channel);
         talk.device.gpib = gpib;
-        open(talk, talk.device.unasked.emplace_back(), time);
+        open(talk, talk.device.unasked.emplace_back(), TimedPiece::Turn::Unasked, time);
     }
     return talk;
 }
 
-void Reader::open(Talk &talk, Pieces &pieces, qint64 time)
+void Reader::open(Talk &talk, Pieces &pieces, TimedPiece::Turn turn, qint64 time)
 {
     talk.open = &pieces;
+    talk.turn = turn;
     talk.openedAt = time;
     talk.lastMs = 0;
 }
@@ -252,7 +256,7 @@ void Reader::sent(Talk &talk, const QByteArray &bytes, qint64 time)
         keep(line);
         if (++talk.device.exchanges == 1)
             talk.device.firstRequest = line;
-        open(talk, talk.device.replies[line].emplace_back(), time);
+        open(talk, talk.device.replies[line].emplace_back(), TimedPiece::Turn::Reply, time);
     }
 }
 
@@ -264,8 +268,20 @@ void Reader::received(Talk &talk, const QByteArray &bytes, qint64 time)
     keep(bytes);
     // Rounded from the request on, so that many small delays add up to the whole.
     const qint64 ms = std::max(talk.lastMs, (time - talk.openedAt + 500) / 1000);
-    talk.open->push_back({static_cast<int>(std::min(ms - talk.lastMs, longestMs)), bytes, false});
+    const auto afterMs = static_cast<int>(std::min(ms - talk.lastMs, longestMs));
+    talk.open->push_back({afterMs, bytes, false, turnOf(talk, afterMs)});
     talk.lastMs = ms;
+}
+
+/// On the GPIB nothing comes that is not read.
+TimedPiece::Turn Reader::turnOf(const Talk &talk, int afterMs)
+{
+    using Turn = TimedPiece::Turn;
+    if (talk.device.gpib)
+        return Turn::Next;
+    if (talk.open->empty())
+        return talk.turn;
+    return afterMs >= Recording::quietMs ? Turn::Unasked : Turn::Rest;
 }
 
 /// Counts what a piece or a request takes, with what is around it.
