@@ -62,7 +62,8 @@ private:
         RecordedDevice device;
         /// What was sent of a request that is not ended yet.
         LineReader request;
-        /// Takes what is received: the reply to the last request, or what came unasked.
+        /// Takes what is received: the reply to the last request, or what came unasked. Null: after
+        /// events that are missing nobody knows.
         Pieces *open = nullptr;
         /// Of its first piece.
         TimedPiece::Turn turn = TimedPiece::Turn::Next;
@@ -76,7 +77,7 @@ private:
     /// What is wrong with the event; empty when nothing is.
     QString take(const QJsonObject &event);
     QString takeData(const QJsonObject &event, int channel, qint64 time);
-    QString takeAddress(const QString &text, qint64 time);
+    void takeAddress(const QString &text, qint64 time);
 
     void connected(int channel, qint64 time);
     /// With the device of a Channel, on the GPIB with that at the address known last.
@@ -86,7 +87,10 @@ private:
     void sent(Talk &talk, const QByteArray &bytes, qint64 time);
     void received(Talk &talk, const QByteArray &bytes, qint64 time);
     void keep(const QByteArray &bytes);
+    void part();
+    void passOver();
     void note(const QString &text);
+    void noteAll();
     void finish();
 
     Recording &m_recording;
@@ -100,6 +104,10 @@ private:
     qint64 m_line = 0;
     qint64 m_kept = 0;
     qint64 m_untold = 0;
+    /// Events are missing before this line.
+    bool m_parted = false;
+    qint64 m_passedOver = 0;
+    qint64 m_firstPassedOver = 0;
 };
 
 void Reader::read(QFile &file)
@@ -119,10 +127,12 @@ void Reader::read(QFile &file)
         const QByteArray line = QByteArray::fromRawData(buffer.constData(), size);
         if (m_line == 1 && !takeStart(line))
             return;
-        if (tooLong)
+        if (tooLong) {
+            part();
             note(u"it is longer than %1 bytes"_s.arg(m_limits.lineBytes));
-        else if (m_line > 1)
+        } else if (m_line > 1) {
             takeLine(line, ended);
+        }
     }
     if (m_kept > m_limits.keptBytes)
         note(u"there is too much data; what follows is not used"_s);
@@ -151,8 +161,10 @@ void Reader::takeLine(const QByteArray &line, bool ended)
         return;
     }
     const QString wrong = document.isObject() ? take(document.object()) : u"it is no JSON object"_s;
-    if (!wrong.isEmpty())
-        note(wrong);
+    if (wrong.isEmpty())
+        return;
+    part();
+    note(wrong);
 }
 
 QString Reader::take(const QJsonObject &event)
@@ -171,12 +183,12 @@ QString Reader::take(const QJsonObject &event)
         return {};
     const auto channel = static_cast<int>(channels.indexOf(event["channel"_L1].toString()));
     if (channel < 0)
-        return u"its \"channel\" is none of %1"_s.arg(channels.join(u", "_s));
-    if (addresses)
-        return takeAddress(event["text"_L1].toString(), *time);
-    if (!connects)
+        note(u"its \"channel\" is none of %1"_s.arg(channels.join(u", "_s)));
+    else if (addresses)
+        takeAddress(event["text"_L1].toString(), *time);
+    else if (!connects)
         return takeData(event, channel, *time);
-    if (channel != gpibChannel)
+    else if (channel != gpibChannel)
         connected(channel, *time);
     return {};
 }
@@ -189,8 +201,10 @@ QString Reader::takeData(const QJsonObject &event, int channel, qint64 time)
         return u"its \"direction\" is neither sent nor received"_s;
     if (!bytes)
         return u"its \"bytes\" are no text with a character a byte"_s;
-    if (channel == gpibChannel && !m_gpib)
-        return u"no GPIB address is known for it"_s;
+    if (channel == gpibChannel && !m_gpib) {
+        passOver();
+        return {};
+    }
     Talk &talk = this->talk(channel, time);
     if (direction == u"sent")
         sent(talk, *bytes, time);
@@ -199,28 +213,30 @@ QString Reader::takeData(const QJsonObject &event, int channel, qint64 time)
     return {};
 }
 
-QString Reader::takeAddress(const QString &text, qint64 time)
+void Reader::takeAddress(const QString &text, qint64 time)
 {
     static const QRegularExpression pattern(u"^GPIB([0-3])::(\\d{1,2})$"_s);
     const QRegularExpressionMatch match = pattern.match(text);
     const int address = match.captured(2).toInt();
     m_gpib.reset();
-    if (!match.hasMatch() || address > 30)
-        return u"its \"text\" is no GPIB address that can be replayed"_s;
+    if (!match.hasMatch() || address > 30) {
+        note(u"its \"text\" is no GPIB address that can be replayed"_s);
+        return;
+    }
     m_gpib = {match.captured(1).toInt(), address};
     talk(gpibChannel, time);
-    return {};
 }
 
 void Reader::connected(int channel, qint64 time)
 {
     const bool again = m_talks.contains({channel});
     Talk &talk = this->talk(channel, time);
-    if (!again)
-        return;
-    keep({});
-    talk.request.take();
-    open(talk, talk.device.unasked.emplace_back(), TimedPiece::Turn::Unasked, time);
+    if (again) {
+        keep({});
+        talk.request.take();
+        talk.device.unasked.emplace_back();
+    }
+    open(talk, talk.device.unasked.back(), TimedPiece::Turn::Unasked, time);
 }
 
 Reader::Talk &Reader::talk(int channel, qint64 time)
@@ -232,7 +248,9 @@ Reader::Talk &Reader::talk(int channel, qint64 time)
     if (isNew) {
         talk.device.channel = channels.at(channel);
         talk.device.gpib = gpib;
-        open(talk, talk.device.unasked.emplace_back(), TimedPiece::Turn::Unasked, time);
+        talk.device.unasked.emplace_back();
+        if (!m_parted)
+            open(talk, talk.device.unasked.back(), TimedPiece::Turn::Unasked, time);
     }
     return talk;
 }
@@ -265,6 +283,10 @@ void Reader::received(Talk &talk, const QByteArray &bytes, qint64 time)
     constexpr qint64 longestMs = std::numeric_limits<int>::max();
     if (bytes.isEmpty())
         return;
+    if (!talk.open) {
+        passOver();
+        return;
+    }
     keep(bytes);
     // Rounded from the request on, so that many small delays add up to the whole.
     const qint64 ms = std::max(talk.lastMs, (time - talk.openedAt + 500) / 1000);
@@ -284,6 +306,24 @@ TimedPiece::Turn Reader::turnOf(const Talk &talk, int afterMs)
     return afterMs >= Recording::quietMs ? Turn::Unasked : Turn::Rest;
 }
 
+/// Nothing is known any more of what was going on: no request half sent, none that waits for its
+/// reply, no GPIB address.
+void Reader::part()
+{
+    for (auto &[key, talk] : m_talks) {
+        talk.request.take();
+        talk.open = nullptr;
+    }
+    m_gpib.reset();
+    m_parted = true;
+}
+
+void Reader::passOver()
+{
+    if (++m_passedOver == 1)
+        m_firstPassedOver = m_line;
+}
+
 /// Counts what a piece or a request takes, with what is around it.
 void Reader::keep(const QByteArray &bytes)
 {
@@ -300,6 +340,17 @@ void Reader::note(const QString &text)
         ++m_untold;
 }
 
+void Reader::noteAll()
+{
+    if (m_untold > 0)
+        m_recording.notes.append(u"and %1 more"_s.arg(m_untold));
+    if (m_passedOver > 0)
+        m_recording.notes.append(
+            u"data events whose request or GPIB address is not known, and which are not used: %1, "
+            "the first in line %2"_s.arg(m_passedOver)
+                .arg(m_firstPassedOver));
+}
+
 void Reader::finish()
 {
     const auto markEnds = [](std::vector<Pieces> &all) {
@@ -308,8 +359,7 @@ void Reader::finish()
                 pieces.back().end = true;
         }
     };
-    if (m_untold > 0)
-        m_recording.notes.append(u"and %1 more"_s.arg(m_untold));
+    noteAll();
     for (auto &[key, talk] : m_talks) {
         if (talk.device.exchanges == 0 && std::ranges::all_of(talk.device.unasked, &Pieces::empty))
             continue;

@@ -101,7 +101,6 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
         {with("direction"_L1, u"up"_s), "\"direction\""},
         {with("bytes"_L1, QJsonValue::Undefined), "\"bytes\""},
         {with("bytes"_L1, u"\u20ac"_s), "\"bytes\""},
-        {with("channel"_L1, u"IEEE 488"_s), "no GPIB address"},
         {"1 IEEE 488 @ GPIB0::31", "no GPIB address"},
         {"1 IEEE 488 @ GPIB0::5::96", "no GPIB address"},
         {R"({"event":"lost","time":1,"count":7})", "missing here: 7"},
@@ -117,6 +116,33 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
     const Recording many = RecordingFile().write({good, QByteArray(100, '\n')}).read();
     EXPECT_EQ(many.notes.size(), 11);
     EXPECT_EQ(many.notes.last().toStdString(), "and 91 more");
+}
+
+TEST(Recording, NothingIsJoinedOverWhatIsMissing)
+{
+    const QByteArray before[] = {"1 TCP/IP-1 > A\r", "2 TCP/IP-1 > hal", "3 IEEE 488 @ GPIB0::5",
+                                 "4 IEEE 488 > A"};
+    const QByteArray after[] = {"5 TCP/IP-1 < lost's",    "6 TCP/IP-1 > A\r",
+                                "7 TCP/IP-1 < a",         "8 IEEE 488 < lost's",
+                                "9 IEEE 488 > B",         "10 RS-232 < lost's",
+                                "11 IEEE 488 @ GPIB0::5", "12 IEEE 488 < lost's",
+                                "13 RS-485 + p",          "14 RS-485 < up"};
+    for (const QByteArray missing : {R"({"event":"lost","time":1,"count":7})", "{damaged"}) {
+        QList<QByteArray> rows(std::begin(before), std::end(before));
+        rows.append(missing);
+        rows.append(QList<QByteArray>(std::begin(after), std::end(after)));
+        const Recording recording = RecordingFile().write(rows).read();
+        EXPECT_EQ(recording.notes.value(1).toStdString(),
+                  "data events whose request or GPIB address is not known, and which are not used: "
+                  "5, the first in line 7");
+        ASSERT_EQ(recording.devices.size(), 3U);
+        EXPECT_EQ(written(recording.devices[0].unasked.at(0)), "1:up$");
+        for (const RecordedDevice &device : {recording.devices[1], recording.devices[2]}) {
+            EXPECT_EQ(device.replies.keys(), QByteArrayList{"A"});
+            EXPECT_EQ(written(device.replies["A"].at(0)), "");
+        }
+        EXPECT_EQ(written(recording.devices[2].replies["A"].at(1)), "1:a$");
+    }
 }
 
 TEST(Recording, ReadsNoMoreThanItMayKeep)
