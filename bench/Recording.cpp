@@ -95,8 +95,8 @@ private:
 
     Recording &m_recording;
     const Recording::Limits m_limits;
-    /// Channel, and on the GPIB board and address.
-    using Key = std::array<int, 3>;
+    /// Channel, and on the GPIB board, address and secondary address.
+    using Key = std::array<int, 4>;
 
     std::map<Key, Talk> m_talks;
     /// The address that traffic on the GPIB belongs to.
@@ -215,15 +215,15 @@ QString Reader::takeData(const QJsonObject &event, int channel, qint64 time)
 
 void Reader::takeAddress(const QString &text, qint64 time)
 {
-    static const QRegularExpression pattern(u"^GPIB([0-3])::(\\d{1,2})$"_s);
+    static const QRegularExpression pattern(
+        u"^GPIB([0-3])::([012]?\\d|30)(?:::(9[6-9]|1[01]\\d|12[0-6]))?$"_s);
     const QRegularExpressionMatch match = pattern.match(text);
-    const int address = match.captured(2).toInt();
     m_gpib.reset();
-    if (!match.hasMatch() || address > 30) {
+    if (!match.hasMatch()) {
         note(u"its \"text\" is no GPIB address that can be replayed"_s);
         return;
     }
-    m_gpib = {match.captured(1).toInt(), address};
+    m_gpib = {match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt()};
     talk(gpibChannel, time);
 }
 
@@ -242,8 +242,8 @@ void Reader::connected(int channel, qint64 time)
 Reader::Talk &Reader::talk(int channel, qint64 time)
 {
     const auto gpib = channel == gpibChannel ? m_gpib : std::nullopt;
-    const auto [found, isNew] =
-        m_talks.try_emplace(gpib ? Key{channel, gpib->board, gpib->address} : Key{channel});
+    const auto [found, isNew] = m_talks.try_emplace(
+        gpib ? Key{channel, gpib->board, gpib->address, gpib->secondary} : Key{channel});
     Talk &talk = found->second;
     if (isNew) {
         talk.device.channel = channels.at(channel);

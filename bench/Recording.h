@@ -17,6 +17,7 @@ struct RecordedDevice
     {
         int board = 0;
         int address = 0;
+        int secondary = 0; ///< 96..126; 0: none
     };
 
     /// The title of its Channel's tab.

@@ -102,7 +102,7 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
         {with("bytes"_L1, QJsonValue::Undefined), "\"bytes\""},
         {with("bytes"_L1, u"\u20ac"_s), "\"bytes\""},
         {"1 IEEE 488 @ GPIB0::31", "no GPIB address"},
-        {"1 IEEE 488 @ GPIB0::5::96", "no GPIB address"},
+        {"1 IEEE 488 @ GPIB0::5::95", "no GPIB address"},
         {R"({"event":"lost","time":1,"count":7})", "missing here: 7"},
     };
     for (const auto &[line, note] : lines) {

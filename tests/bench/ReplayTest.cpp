@@ -37,7 +37,8 @@ protected:
             "11 IEEE 488 @ GPIB1::16", "12 IEEE 488 > C",       "13 IEEE 488 @ GPIB1::5",
             "14 IEEE 488 > B\rC",      "15 IEEE 488 < c",       "16 IEEE 488 < 5",
             "17 IEEE 488 @ GPIB1::16", "18 IEEE 488 < c16\r\n", "19 IEEE 488 @ GPIB3::5",
-            "20 IEEE 488 > C\r",       "21 IEEE 488 < far"};
+            "20 IEEE 488 > C\r",       "21 IEEE 488 < far",     "22 IEEE 488 @ GPIB1::5::126",
+            "23 IEEE 488 > C\r",       "24 IEEE 488 < slot"};
         replay(tcp + serial + gpib, secondGpibPort);
     }
     std::string order(const char *text) { return desk->order(QLatin1String(text)).toStdString(); }
@@ -135,13 +136,16 @@ TEST_F(ReplayedDesk, EachRecordedAddressAnswersOnItsBoardsController)
     TcpUser first(portOfBoard(1));
     first.send("++addr 16\nC\n++read eoi\n++addr 5\nC\n++read eoi\n++addr 6\nC\n++ver\n");
     first.expect("c16\r\nc5Bench GPIB controller version 1.0\r\n");
+    first.send("++addr 5 126\nC\n++read eoi\n++addr 5 96\nC\n++ver\n");
+    first.expect("slotBench GPIB controller version 1.0\r\n");
+    EXPECT_EQ(order("gpib:5:126 silent"), "done");
     TcpUser second(portOfBoard(3));
     second.send("++addr 5\nC\n++read eoi\n");
     second.expect("far");
     EXPECT_EQ(order("gpib2:5 silent"), "done");
 
     start();
-    EXPECT_NE(order("list").find("site.jsonl: 7 exchanges\nGPIB3::5 is not replayed"),
+    EXPECT_NE(order("list").find("site.jsonl: 8 exchanges\nGPIB3::5 is not replayed"),
               std::string::npos);
     EXPECT_EQ(order("gpib2 silent").find("There is no order and no place"), 0U);
     EXPECT_EQ(order("connector on").find("There is no order"), 0U) << "there is no board";
