@@ -1,7 +1,7 @@
 #include "bench/Recording.h"
 
-#include "bench/LineReader.h"
 #include "bench/Literals.h"
+#include "bench/RecordedTalk.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -9,10 +9,8 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <map>
 #include <utility>
 
@@ -56,22 +54,6 @@ public:
     void read(QFile &file);
 
 private:
-    /// The traffic with one device so far.
-    struct Talk
-    {
-        RecordedDevice device;
-        /// What was sent of a request that is not ended yet.
-        LineReader request;
-        /// Takes what is received: the reply to the last request, or what came unasked. Null: after
-        /// events that are missing nobody knows.
-        Pieces *open = nullptr;
-        /// Of its first piece.
-        TimedPiece::Turn turn = TimedPiece::Turn::Next;
-        qint64 openedAt = 0;
-        /// Milliseconds from there to the last piece.
-        qint64 lastMs = 0;
-    };
-
     bool takeStart(const QByteArray &line);
     void takeLine(const QByteArray &line, bool ended);
     /// What is wrong with the event; empty when nothing is.
@@ -79,14 +61,9 @@ private:
     QString takeData(const QJsonObject &event, int channel, qint64 time);
     void takeAddress(const QString &text, qint64 time);
 
-    void connected(int channel, qint64 time);
+    void connected(int channel, const QString &text, qint64 time);
     /// With the device of a Channel, on the GPIB with that at the address known last.
-    Talk &talk(int channel, qint64 time);
-    static void open(Talk &talk, Pieces &pieces, TimedPiece::Turn turn, qint64 time);
-    static TimedPiece::Turn turnOf(const Talk &talk, int afterMs);
-    void sent(Talk &talk, const QByteArray &bytes, qint64 time);
-    void received(Talk &talk, const QByteArray &bytes, qint64 time);
-    void keep(const QByteArray &bytes);
+    RecordedTalk &talk(int channel, qint64 time);
     void part();
     void passOver();
     void note(const QString &text);
@@ -98,7 +75,7 @@ private:
     /// Channel, and on the GPIB board, address and secondary address.
     using Key = std::array<int, 4>;
 
-    std::map<Key, Talk> m_talks;
+    std::map<Key, RecordedTalk> m_talks;
     /// The address that traffic on the GPIB belongs to.
     std::optional<RecordedDevice::Gpib> m_gpib;
     qint64 m_line = 0;
@@ -189,7 +166,7 @@ QString Reader::take(const QJsonObject &event)
     else if (!connects)
         return takeData(event, channel, *time);
     else if (channel != gpibChannel)
-        connected(channel, *time);
+        connected(channel, event["text"_L1].toString(), *time);
     return {};
 }
 
@@ -205,11 +182,11 @@ QString Reader::takeData(const QJsonObject &event, int channel, qint64 time)
         passOver();
         return {};
     }
-    Talk &talk = this->talk(channel, time);
+    RecordedTalk &talk = this->talk(channel, time);
     if (direction == u"sent")
-        sent(talk, *bytes, time);
-    else
-        received(talk, *bytes, time);
+        talk.sent(*bytes, time);
+    else if (!talk.received(*bytes, time))
+        passOver();
     return {};
 }
 
@@ -227,93 +204,36 @@ void Reader::takeAddress(const QString &text, qint64 time)
     talk(gpibChannel, time);
 }
 
-void Reader::connected(int channel, qint64 time)
+void Reader::connected(int channel, const QString &text, qint64 time)
 {
+    const QString place = text.section(u',', 0, 0); // a serial port's settings follow it
     const bool again = m_talks.contains({channel});
-    Talk &talk = this->talk(channel, time);
-    if (again) {
-        keep({});
-        talk.request.take();
-        talk.device.unasked.emplace_back();
-    }
-    open(talk, talk.device.unasked.back(), TimedPiece::Turn::Unasked, time);
+    RecordedTalk &talk = this->talk(channel, time);
+    if (again)
+        talk.connected(time);
+    else
+        talk.begin(time);
+    if (const QString before = talk.movesFrom(place); !before.isEmpty())
+        note(u"%1 goes to %2 here, and to %3 before; one device answers for all its places"_s.arg(
+            channels.at(channel), place, before));
 }
 
-Reader::Talk &Reader::talk(int channel, qint64 time)
+RecordedTalk &Reader::talk(int channel, qint64 time)
 {
     const auto gpib = channel == gpibChannel ? m_gpib : std::nullopt;
-    const auto [found, isNew] = m_talks.try_emplace(
-        gpib ? Key{channel, gpib->board, gpib->address, gpib->secondary} : Key{channel});
-    Talk &talk = found->second;
-    if (isNew) {
-        talk.device.channel = channels.at(channel);
-        talk.device.gpib = gpib;
-        talk.device.unasked.emplace_back();
-        if (!m_parted)
-            open(talk, talk.device.unasked.back(), TimedPiece::Turn::Unasked, time);
-    }
-    return talk;
-}
-
-void Reader::open(Talk &talk, Pieces &pieces, TimedPiece::Turn turn, qint64 time)
-{
-    talk.open = &pieces;
-    talk.turn = turn;
-    talk.openedAt = time;
-    talk.lastMs = 0;
-}
-
-void Reader::sent(Talk &talk, const QByteArray &bytes, qint64 time)
-{
-    QList<QByteArray> lines = talk.request.feed(bytes);
-    // A message on the GPIB ends by its mark too.
-    if (const QByteArray rest = talk.device.gpib ? talk.request.take() : QByteArray();
-        !rest.isEmpty())
-        lines.append(rest);
-    for (const QByteArray &line : lines) {
-        keep(line);
-        if (++talk.device.exchanges == 1)
-            talk.device.firstRequest = line;
-        open(talk, talk.device.replies[line].emplace_back(), TimedPiece::Turn::Reply, time);
-    }
-}
-
-void Reader::received(Talk &talk, const QByteArray &bytes, qint64 time)
-{
-    constexpr qint64 longestMs = std::numeric_limits<int>::max();
-    if (bytes.isEmpty())
-        return;
-    if (!talk.open) {
-        passOver();
-        return;
-    }
-    keep(bytes);
-    // Rounded from the request on, so that many small delays add up to the whole.
-    const qint64 ms = std::max(talk.lastMs, (time - talk.openedAt + 500) / 1000);
-    const auto afterMs = static_cast<int>(std::min(ms - talk.lastMs, longestMs));
-    talk.open->push_back({afterMs, bytes, false, turnOf(talk, afterMs)});
-    talk.lastMs = ms;
-}
-
-/// On the GPIB nothing comes that is not read.
-TimedPiece::Turn Reader::turnOf(const Talk &talk, int afterMs)
-{
-    using Turn = TimedPiece::Turn;
-    if (talk.device.gpib)
-        return Turn::Next;
-    if (talk.open->empty())
-        return talk.turn;
-    return afterMs >= Recording::quietMs ? Turn::Unasked : Turn::Rest;
+    const Key key = gpib ? Key{channel, gpib->board, gpib->address, gpib->secondary} : Key{channel};
+    const auto [found, isNew] = m_talks.try_emplace(key, channels.at(channel), gpib, m_kept);
+    if (isNew && !m_parted)
+        found->second.begin(time);
+    return found->second;
 }
 
 /// Nothing is known any more of what was going on: no request half sent, none that waits for its
 /// reply, no GPIB address.
 void Reader::part()
 {
-    for (auto &[key, talk] : m_talks) {
-        talk.request.take();
-        talk.open = nullptr;
-    }
+    for (auto &[key, talk] : m_talks)
+        talk.part();
     m_gpib.reset();
     m_parted = true;
 }
@@ -322,13 +242,6 @@ void Reader::passOver()
 {
     if (++m_passedOver == 1)
         m_firstPassedOver = m_line;
-}
-
-/// Counts what a piece or a request takes, with what is around it.
-void Reader::keep(const QByteArray &bytes)
-{
-    constexpr qint64 around = 160;
-    m_kept += bytes.size() + around;
 }
 
 void Reader::note(const QString &text)
@@ -353,20 +266,10 @@ void Reader::noteAll()
 
 void Reader::finish()
 {
-    const auto markEnds = [](std::vector<Pieces> &all) {
-        for (Pieces &pieces : all) {
-            if (!pieces.empty())
-                pieces.back().end = true;
-        }
-    };
     noteAll();
     for (auto &[key, talk] : m_talks) {
-        if (talk.device.exchanges == 0 && std::ranges::all_of(talk.device.unasked, &Pieces::empty))
-            continue;
-        markEnds(talk.device.unasked);
-        for (std::vector<Pieces> &replies : talk.device.replies)
-            markEnds(replies);
-        m_recording.devices.push_back(std::move(talk.device));
+        if (auto device = talk.finish())
+            m_recording.devices.push_back(std::move(*device));
     }
     if (!m_recording.devices.empty())
         return;

@@ -112,6 +112,13 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
         EXPECT_TRUE(notes.contains(QLatin1String(note))) << notes.toStdString();
         EXPECT_EQ(recording.devices.at(0).exchanges, 2);
     }
+    const Recording moved = RecordingFile()
+                                .write({"1 RS-232 + COM1, 9600", good, "2 RS-232 + COM1, 2400",
+                                        "3 RS-232 + COM2, 2400", "4 RS-232 + COM1, 2400"})
+                                .read();
+    EXPECT_EQ(moved.notes.join(u'|').toStdString(),
+              "line 5: RS-232 goes to COM2 here, and to COM1 before; one device answers for all "
+              "its places");
     OneDevice({good, with("event"_L1, u"fault"_s), with("event"_L1, u"not known yet"_s)});
     const Recording many = RecordingFile().write({good, QByteArray(100, '\n')}).read();
     EXPECT_EQ(many.notes.size(), 11);
