@@ -23,8 +23,8 @@ PieceQueue::PieceQueue(Sink sink)
 
 void PieceQueue::add(const Pieces &pieces)
 {
-    // Of one request that is asked again and again the unasked may wait without end.
-    constexpr size_t mostUnasked = 10'000;
+    // More than a recording holds: of a request that is asked again and again they add up.
+    constexpr size_t mostUnasked = 2'000'000;
 
     qint64 due = m_clock.elapsed();
     bool isUnasked = false;
@@ -36,7 +36,7 @@ void PieceQueue::add(const Pieces &pieces)
         due += piece.afterMs;
         isUnasked = piece.turn == Turn::Unasked || (isUnasked && piece.turn == Turn::Rest);
         if (isUnasked)
-            m_unasked.emplace(due, piece);
+            m_unasked.emplace_hint(m_unasked.end(), due, piece);
         else
             m_pieces.push_back(piece);
     }

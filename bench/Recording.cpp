@@ -81,6 +81,8 @@ private:
     qint64 m_line = 0;
     qint64 m_kept = 0;
     qint64 m_untold = 0;
+    /// Where a Channel was connected elsewhere.
+    QStringList m_moves;
     /// Events are missing before this line.
     bool m_parted = false;
     qint64 m_passedOver = 0;
@@ -214,8 +216,9 @@ void Reader::connected(int channel, const QString &text, qint64 time)
     else
         talk.begin(time);
     if (const QString before = talk.movesFrom(place); !before.isEmpty())
-        note(u"%1 goes to %2 here, and to %3 before; one device answers for all its places"_s.arg(
-            channels.at(channel), place, before));
+        m_moves.append(u"line %1: %2 goes to %3 here, and to %4 before; one device answers for all "
+                       "its places"_s.arg(m_line)
+                           .arg(channels.at(channel), place, before));
 }
 
 RecordedTalk &Reader::talk(int channel, qint64 time)
@@ -271,8 +274,10 @@ void Reader::finish()
         if (auto device = talk.finish())
             m_recording.devices.push_back(std::move(*device));
     }
-    if (!m_recording.devices.empty())
+    if (!m_recording.devices.empty()) {
+        m_recording.notes.append(m_moves);
         return;
+    }
     const QString noted = m_recording.notes.value(0);
     m_recording.fault =
         u"there is no data in it"_s + (noted.isEmpty() ? QString() : u" ("_s + noted + u')');

@@ -40,7 +40,7 @@ struct RecordedDevice
 struct Recording
 {
     /// As long as this pause at least.
-    static constexpr int quietMs = 1000;
+    static constexpr int quietMs = 200;
 
     /// What a file may hold that is read into memory.
     struct Limits

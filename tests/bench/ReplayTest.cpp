@@ -79,7 +79,7 @@ TEST_F(ReplayedDesk, NothingThatStillWaitsHoldsUpAReply)
     // Unasked: a greeting, and what came a minute after a reply.
     replay({"0 TCP/IP-1 + h:1", "60000 TCP/IP-1 < ready\r\n", "61000 TCP/IP-1 > A\r",
             "61001 TCP/IP-1 < a\r\n", "130000 TCP/IP-1 < ALARM\r\n", "200000 TCP/IP-1 > B\r",
-            "200900 TCP/IP-1 < b", "201800 TCP/IP-1 < \r\n", "300000 TCP/IP-1 > C\r",
+            "200900 TCP/IP-1 < b", "201000 TCP/IP-1 < \r\n", "300000 TCP/IP-1 > C\r",
             "360000 TCP/IP-1 < c\r\n", "400000 IEEE 488 @ GPIB0::5", "400001 IEEE 488 > A\r",
             "460000 IEEE 488 < a\r\n", "460001 IEEE 488 > B\r", "460002 IEEE 488 < b\r\n"});
     TcpUser user(portOf(1));
