@@ -175,6 +175,8 @@ void PlusPlusController::writeToDevice(const QByteArray &bytes)
     if (GpibStation *addressed = station()) {
         static constexpr const char *terminators[] = {"\r\n", "\r", "\n", ""};
         addressed->listen(bytes + terminators[m_settings.eos], m_settings.eoi == 1);
+    } else {
+        m_unheard(m_primary, m_secondary, bytes);
     }
     if (m_settings.automatic == 1)
         startRead(ReadUntil::End);

@@ -1,5 +1,6 @@
 #include "bench/Replay.h"
 
+#include "bench/LineReader.h"
 #include "bench/Text.h"
 
 #include <QRegularExpression>
@@ -179,6 +180,10 @@ Replay::GpibBoard *Replay::boardNumbered(Layout &layout, int number)
         return nullptr;
     GpibBoard &board = *m_boards.emplace(number, std::make_unique<GpibBoard>()).first->second;
     connect(&board.port, &TcpPort::opened, &board.controller, &PlusPlusController::attach);
+    board.controller.setUnheard([this, number](int primary, int secondary, const QByteArray &sent) {
+        for (const QByteArray &request : LineReader().feed(sent + '\r'))
+            tellUnknown(placeOf({number, primary, secondary}), request);
+    });
     startTcp(board.port, *preferred);
     const QString where = addressOf(board.port);
     layout.places.push_back({isFirst ? u"gpib"_s : u"gpib2"_s, u"\"++\" GPIB controller"_s, where,

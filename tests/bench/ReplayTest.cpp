@@ -138,6 +138,8 @@ TEST_F(ReplayedDesk, EachRecordedAddressAnswersOnItsBoardsController)
     first.expect("c16\r\nc5Bench GPIB controller version 1.0\r\n");
     first.send("++addr 5 126\nC\n++read eoi\n++addr 5 96\nC\n++ver\n");
     first.expect("slotBench GPIB controller version 1.0\r\n");
+    EXPECT_EQ(said, (QStringList{uR"(not in the recording, on GPIB1::6: "C")"_s,
+                                 uR"(not in the recording, on GPIB1::5::96: "C")"_s}));
     EXPECT_EQ(order("gpib:5:126 silent"), "done");
     TcpUser second(portOfBoard(3));
     second.send("++addr 5\nC\n++read eoi\n");
