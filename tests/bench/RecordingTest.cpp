@@ -119,7 +119,8 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
     EXPECT_EQ(moved.notes.join(u'|').toStdString(),
               "line 5: RS-232 goes to COM2 here, and to COM1 before; one device answers for all "
               "its places");
-    OneDevice({good, with("event"_L1, u"fault"_s), with("event"_L1, u"not known yet"_s)});
+    const OneDevice passedOver(
+        {good, with("event"_L1, u"fault"_s), with("event"_L1, u"not known yet"_s)});
     const Recording many = RecordingFile().write({good, QByteArray(100, '\n')}).read();
     EXPECT_EQ(many.notes.size(), 11);
     EXPECT_EQ(many.notes.last().toStdString(), "and 91 more");
