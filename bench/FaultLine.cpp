@@ -26,10 +26,13 @@ QByteArray withoutLineEnd(QByteArray reply)
     return reply;
 }
 
-/// The reply, its first piece that much later.
+/// The reply, its first piece that much later, and no request hurries it.
 Pieces delayed(Pieces reply, int ms)
 {
+    using Turn = TimedPiece::Turn;
     reply.front().afterMs += ms;
+    if (reply.front().turn == Turn::Reply)
+        reply.front().turn = Turn::Next;
     return reply;
 }
 

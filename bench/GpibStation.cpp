@@ -20,8 +20,10 @@ void GpibStation::listen(const QByteArray &bytes, bool end)
 {
     if (!m_plugged)
         return;
-    if (!m_keepUnread)
+    if (!m_keepUnread) {
+        m_pieces.clear();
         m_output.clear();
+    }
     for (const QByteArray &line : m_reader.feed(bytes))
         answer(line);
     const QByteArray rest = end ? m_reader.take() : QByteArray();

@@ -3,15 +3,17 @@
 
 #include "bench/FaultLine.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include <deque>
 #include <functional>
+#include <map>
 
 namespace corvane::bench {
 
-/// Hands on the pieces of replies in order, each at its time; what is unasked and still waits when
-/// another reply comes goes before that at once.
+/// Hands on the pieces of replies in order, each at its time and in its turn. What is unasked does
+/// not come inside a reply, nor a reply inside it.
 class PieceQueue
 {
 public:
@@ -23,11 +25,21 @@ public:
     void clear();
 
 private:
+    using Turn = TimedPiece::Turn;
+
     void run();
+    void runUnasked();
+    void sendWaiting();
+    void sendFirst();
+    void sendFirstUnasked();
 
     Sink m_sink;
     std::deque<TimedPiece> m_pieces;
     QTimer m_timer;
+    /// By the time when it is due.
+    std::multimap<qint64, TimedPiece> m_unasked;
+    QTimer m_unaskedTimer;
+    QElapsedTimer m_clock;
 };
 
 } // namespace corvane::bench

@@ -16,9 +16,9 @@ PlusPlusController::PlusPlusController()
     connect(&m_gap, &QTimer::timeout, this, &PlusPlusController::finishRead);
 }
 
-void PlusPlusController::connectStation(int address, GpibStation &station)
+void PlusPlusController::connectStation(int primary, GpibStation &station, int secondary)
 {
-    m_stations[address] = &station;
+    m_stations[{primary, secondary}] = &station;
     connect(&station, &GpibStation::ready, this, &PlusPlusController::pump);
 }
 
@@ -176,6 +176,8 @@ void PlusPlusController::writeToDevice(const QByteArray &bytes)
     if (GpibStation *addressed = station()) {
         static constexpr const char *terminators[] = {"\r\n", "\r", "\n", ""};
         addressed->listen(bytes + terminators[m_settings.eos], m_settings.eoi == 1);
+    } else {
+        m_unheard(m_primary, m_secondary, bytes);
     }
     if (m_settings.automatic == 1)
         startRead(ReadUntil::End);
@@ -183,8 +185,8 @@ void PlusPlusController::writeToDevice(const QByteArray &bytes)
 
 GpibStation *PlusPlusController::station() const
 {
-    const auto found = m_stations.find(m_primary);
-    return found == m_stations.end() || m_secondary > 0 ? nullptr : found->second;
+    const auto found = m_stations.find({m_primary, m_secondary});
+    return found == m_stations.end() ? nullptr : found->second;
 }
 
 void PlusPlusController::startRead(ReadUntil until, char character)

@@ -6,6 +6,7 @@
 
 #include <QPointer>
 
+#include <functional>
 #include <map>
 #include <span>
 
@@ -21,8 +22,12 @@ class PlusPlusController : public QObject
 public:
     PlusPlusController();
 
-    /// Puts an instrument on the bus at a primary address, 0 to 30. It outlives the controller.
-    void connectStation(int address, GpibStation &station);
+    /// Puts an instrument on the bus at a primary address, 0 to 30, and a secondary one, 96 to 126
+    /// or 0 for none. It outlives the controller.
+    void connectStation(int primary, GpibStation &station, int secondary = 0);
+    /// Is told each message to an address where no instrument is.
+    using Listener = std::function<void(int primary, int secondary, const QByteArray &message)>;
+    void setUnheard(Listener unheard) { m_unheard = std::move(unheard); }
     /// The stream must not outlive the controller.
     void attach(ByteStream &stream);
     /// The reply to "++ver".
@@ -84,7 +89,9 @@ private:
     void reply(const QByteArray &text) { send(text + "\r\n"); }
     void send(const QByteArray &bytes);
 
-    std::map<int, GpibStation *> m_stations;
+    /// By primary and secondary address.
+    std::map<std::pair<int, int>, GpibStation *> m_stations;
+    Listener m_unheard = [](int, int, const QByteArray &) {};
     FaultLine m_faults;
     QByteArray m_version = "Bench GPIB controller version 1.0";
     Settings m_settings;

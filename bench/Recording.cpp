@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/Recording.h"
 
-#include "bench/LineReader.h"
 #include "bench/Literals.h"
+#include "bench/RecordedTalk.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,10 +10,8 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <map>
 #include <utility>
 
@@ -44,17 +42,6 @@ std::optional<QByteArray> bytesMember(const QJsonObject &object, QLatin1String n
     return bytes;
 }
 
-/// Marks the end of a reply, and what came after its first line as unasked; or all of it.
-void mark(Pieces &pieces, bool isUnasked)
-{
-    for (TimedPiece &piece : pieces) {
-        piece.isUnasked = isUnasked;
-        isUnasked = isUnasked || piece.bytes.endsWith('\r') || piece.bytes.endsWith('\n');
-    }
-    if (!pieces.empty())
-        pieces.back().end = true;
-}
-
 /// Puts the lines of one file into a recording.
 class Reader
 {
@@ -68,49 +55,39 @@ public:
     void read(QFile &file);
 
 private:
-    /// The traffic with one device so far.
-    struct Talk
-    {
-        RecordedDevice device;
-        /// What was sent of a request that is not ended yet.
-        LineReader request;
-        /// Takes what is received: the reply to the last request, or what came unasked. Null where
-        /// that is not known.
-        Pieces *open = nullptr;
-        qint64 openedAt = 0;
-        /// Milliseconds from there to the last piece.
-        qint64 lastMs = 0;
-    };
-
     bool takeStart(const QByteArray &line);
     void takeLine(const QByteArray &line, bool ended);
     /// What is wrong with the event; empty when nothing is.
     QString take(const QJsonObject &event);
     QString takeData(const QJsonObject &event, int channel, qint64 time);
-    QString takeAddress(const QString &text, qint64 time);
+    void takeAddress(const QString &text, qint64 time);
 
-    QString lose(qint64 count);
-    void connected(int channel, qint64 time);
+    void connected(int channel, const QString &text, qint64 time);
     /// With the device of a Channel, on the GPIB with that at the address known last.
-    Talk &talk(int channel, qint64 time);
-    static void open(Talk &talk, Pieces &pieces, qint64 time);
-    void sent(Talk &talk, const QByteArray &bytes, qint64 time);
-    void received(Talk &talk, const QByteArray &bytes, qint64 time);
-    void keep(const QByteArray &bytes);
+    RecordedTalk &talk(int channel, qint64 time);
+    void part();
+    void passOver();
     void note(const QString &text);
+    void noteAll();
     void finish();
 
     Recording &m_recording;
     const Recording::Limits m_limits;
-    /// Channel, and on the GPIB board and address.
-    using Key = std::array<int, 3>;
+    /// Channel, and on the GPIB board, address and secondary address.
+    using Key = std::array<int, 4>;
 
-    std::map<Key, Talk> m_talks;
+    std::map<Key, RecordedTalk> m_talks;
     /// The address that traffic on the GPIB belongs to.
     std::optional<RecordedDevice::Gpib> m_gpib;
     qint64 m_line = 0;
     qint64 m_kept = 0;
     qint64 m_untold = 0;
+    /// Where a Channel was connected elsewhere.
+    QStringList m_moves;
+    /// Events are missing before this line.
+    bool m_parted = false;
+    qint64 m_passedOver = 0;
+    qint64 m_firstPassedOver = 0;
 };
 
 void Reader::read(QFile &file)
@@ -130,10 +107,12 @@ void Reader::read(QFile &file)
         const QByteArray line = QByteArray::fromRawData(buffer.constData(), size);
         if (m_line == 1 && !takeStart(line))
             return;
-        if (tooLong)
+        if (tooLong) {
+            part();
             note(u"it is longer than %1 bytes"_s.arg(m_limits.lineBytes));
-        else if (m_line > 1)
+        } else if (m_line > 1) {
             takeLine(line, ended);
+        }
     }
     if (m_kept > m_limits.keptBytes)
         note(u"there is too much data; what follows is not used"_s);
@@ -162,8 +141,10 @@ void Reader::takeLine(const QByteArray &line, bool ended)
         return;
     }
     const QString wrong = document.isObject() ? take(document.object()) : u"it is no JSON object"_s;
-    if (!wrong.isEmpty())
-        note(wrong);
+    if (wrong.isEmpty())
+        return;
+    part();
+    note(wrong);
 }
 
 QString Reader::take(const QJsonObject &event)
@@ -175,20 +156,20 @@ QString Reader::take(const QJsonObject &event)
     if (!time)
         return u"its \"time\" is no number of microseconds"_s;
     if (kind == u"lost")
-        return lose(event["count"_L1].toInteger());
+        return u"events are missing here: %1"_s.arg(event["count"_L1].toInteger());
     const bool addresses = kind == u"addressed";
     const bool connects = kind == u"connected";
     if (kind != u"data" && !addresses && !connects)
         return {};
     const auto channel = static_cast<int>(channels.indexOf(event["channel"_L1].toString()));
     if (channel < 0)
-        return u"its \"channel\" is none of %1"_s.arg(channels.join(u", "_s));
-    if (addresses)
-        return takeAddress(event["text"_L1].toString(), *time);
-    if (!connects)
+        note(u"its \"channel\" is none of %1"_s.arg(channels.join(u", "_s)));
+    else if (addresses)
+        takeAddress(event["text"_L1].toString(), *time);
+    else if (!connects)
         return takeData(event, channel, *time);
-    if (channel != gpibChannel)
-        connected(channel, *time);
+    else if (channel != gpibChannel)
+        connected(channel, event["text"_L1].toString(), *time);
     return {};
 }
 
@@ -200,104 +181,71 @@ QString Reader::takeData(const QJsonObject &event, int channel, qint64 time)
         return u"its \"direction\" is neither sent nor received"_s;
     if (!bytes)
         return u"its \"bytes\" are no text with a character a byte"_s;
-    if (channel == gpibChannel && !m_gpib)
-        return u"no GPIB address is known for it"_s;
-    Talk &talk = this->talk(channel, time);
-    if (direction == u"sent")
-        sent(talk, *bytes, time);
-    else
-        received(talk, *bytes, time);
-    return {};
-}
-
-QString Reader::takeAddress(const QString &text, qint64 time)
-{
-    static const QRegularExpression pattern(u"^GPIB([0-3])::(\\d{1,2})$"_s);
-    const QRegularExpressionMatch match = pattern.match(text);
-    const int address = match.captured(2).toInt();
-    m_gpib.reset();
-    if (!match.hasMatch() || address > 30)
-        return u"its \"text\" is no GPIB address that can be replayed"_s;
-    m_gpib = {match.captured(1).toInt(), address};
-    talk(gpibChannel, time);
-    return {};
-}
-
-/// Nothing after it belongs to anything before it.
-QString Reader::lose(qint64 count)
-{
-    for (auto &[key, talk] : m_talks) {
-        talk.request.take();
-        talk.open = nullptr;
+    if (channel == gpibChannel && !m_gpib) {
+        passOver();
+        return {};
     }
-    m_gpib.reset();
-    return u"events are missing here: %1"_s.arg(count);
+    RecordedTalk &talk = this->talk(channel, time);
+    if (direction == u"sent")
+        talk.sent(*bytes, time);
+    else if (!talk.received(*bytes, time))
+        passOver();
+    return {};
 }
 
-void Reader::connected(int channel, qint64 time)
+void Reader::takeAddress(const QString &text, qint64 time)
 {
-    const bool again = m_talks.contains({channel});
-    Talk &talk = this->talk(channel, time);
-    if (!again)
+    static const QRegularExpression pattern(
+        u"^GPIB([0-3])::([012]?\\d|30)(?:::(9[6-9]|1[01]\\d|12[0-6]))?$"_s);
+    const QRegularExpressionMatch match = pattern.match(text);
+    m_gpib.reset();
+    if (!match.hasMatch()) {
+        note(u"its \"text\" is no GPIB address that can be replayed"_s);
         return;
-    keep({});
-    talk.request.take();
-    open(talk, talk.device.unasked.emplace_back(), time);
+    }
+    m_gpib = {match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt()};
+    talk(gpibChannel, time);
 }
 
-Reader::Talk &Reader::talk(int channel, qint64 time)
+void Reader::connected(int channel, const QString &text, qint64 time)
+{
+    const QString place = text.section(u',', 0, 0); // a serial port's settings follow it
+    const bool again = m_talks.contains({channel});
+    RecordedTalk &talk = this->talk(channel, time);
+    if (again)
+        talk.connected(time);
+    else
+        talk.begin(time);
+    if (const QString before = talk.movesFrom(place); !before.isEmpty())
+        m_moves.append(u"line %1: %2 goes to %3 here, and to %4 before; one device answers for all "
+                       "its places"_s.arg(m_line)
+                           .arg(channels.at(channel), place, before));
+}
+
+RecordedTalk &Reader::talk(int channel, qint64 time)
 {
     const auto gpib = channel == gpibChannel ? m_gpib : std::nullopt;
-    const auto [found, isNew] =
-        m_talks.try_emplace(gpib ? Key{channel, gpib->board, gpib->address} : Key{channel});
-    Talk &talk = found->second;
-    if (isNew) {
-        talk.device.channel = channels.at(channel);
-        talk.device.gpib = gpib;
-        open(talk, talk.device.unasked.emplace_back(), time);
-    }
-    return talk;
+    const Key key = gpib ? Key{channel, gpib->board, gpib->address, gpib->secondary} : Key{channel};
+    const auto [found, isNew] = m_talks.try_emplace(key, channels.at(channel), gpib, m_kept);
+    if (isNew && !m_parted)
+        found->second.begin(time);
+    return found->second;
 }
 
-void Reader::open(Talk &talk, Pieces &pieces, qint64 time)
+/// Nothing is known any more of what was going on: no request half sent, none that waits for its
+/// reply, no GPIB address.
+void Reader::part()
 {
-    talk.open = &pieces;
-    talk.openedAt = time;
-    talk.lastMs = 0;
+    for (auto &[key, talk] : m_talks)
+        talk.part();
+    m_gpib.reset();
+    m_parted = true;
 }
 
-void Reader::sent(Talk &talk, const QByteArray &bytes, qint64 time)
+void Reader::passOver()
 {
-    QList<QByteArray> lines = talk.request.feed(bytes);
-    // A message on the GPIB ends by its mark too.
-    if (const QByteArray rest = talk.device.gpib ? talk.request.take() : QByteArray();
-        !rest.isEmpty())
-        lines.append(rest);
-    for (const QByteArray &line : lines) {
-        keep(line);
-        if (++talk.device.exchanges == 1)
-            talk.device.firstRequest = line;
-        open(talk, talk.device.replies[line].emplace_back(), time);
-    }
-}
-
-void Reader::received(Talk &talk, const QByteArray &bytes, qint64 time)
-{
-    constexpr qint64 longestMs = std::numeric_limits<int>::max();
-    if (bytes.isEmpty() || talk.open == nullptr)
-        return;
-    keep(bytes);
-    // Rounded from the request on, so that many small delays add up to the whole.
-    const qint64 ms = std::max(talk.lastMs, (time - talk.openedAt + 500) / 1000);
-    talk.open->push_back({static_cast<int>(std::min(ms - talk.lastMs, longestMs)), bytes, false});
-    talk.lastMs = ms;
-}
-
-/// Counts what a piece or a request takes, with what is around it.
-void Reader::keep(const QByteArray &bytes)
-{
-    constexpr qint64 around = 160;
-    m_kept += bytes.size() + around;
+    if (++m_passedOver == 1)
+        m_firstPassedOver = m_line;
 }
 
 void Reader::note(const QString &text)
@@ -309,23 +257,28 @@ void Reader::note(const QString &text)
         ++m_untold;
 }
 
-void Reader::finish()
+void Reader::noteAll()
 {
     if (m_untold > 0)
         m_recording.notes.append(u"and %1 more"_s.arg(m_untold));
+    if (m_passedOver > 0)
+        m_recording.notes.append(
+            u"data events whose request or GPIB address is not known, and which are not used: %1, "
+            "the first in line %2"_s.arg(m_passedOver)
+                .arg(m_firstPassedOver));
+}
+
+void Reader::finish()
+{
+    noteAll();
     for (auto &[key, talk] : m_talks) {
-        if (talk.device.exchanges == 0 && std::ranges::all_of(talk.device.unasked, &Pieces::empty))
-            continue;
-        for (Pieces &pieces : talk.device.unasked)
-            mark(pieces, true);
-        for (std::vector<Pieces> &replies : talk.device.replies) {
-            for (Pieces &pieces : replies)
-                mark(pieces, false);
-        }
-        m_recording.devices.push_back(std::move(talk.device));
+        if (auto device = talk.finish())
+            m_recording.devices.push_back(std::move(*device));
     }
-    if (!m_recording.devices.empty())
+    if (!m_recording.devices.empty()) {
+        m_recording.notes.append(m_moves);
         return;
+    }
     const QString noted = m_recording.notes.value(0);
     m_recording.fault =
         u"there is no data in it"_s + (noted.isEmpty() ? QString() : u" ("_s + noted + u')');

@@ -18,6 +18,7 @@ struct RecordedDevice
     {
         int board = 0;
         int address = 0;
+        int secondary = 0; ///< 96..126; 0: none
     };
 
     /// The title of its Channel's tab.
@@ -35,9 +36,13 @@ struct RecordedDevice
 /// A recording of traffic, one JSON object a line, as far as it can be replayed.
 ///
 /// A reply is everything that was received after a request until the next one on that Channel, at
-/// that GPIB address. Its pieces keep the delays that they came with.
+/// that GPIB address. Its pieces keep the delays that they came with; what follows a pause is taken
+/// for unasked.
 struct Recording
 {
+    /// As long as this pause at least.
+    static constexpr int quietMs = 200;
+
     /// What a file may hold that is read into memory.
     struct Limits
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/Replay.h"
 
+#include "bench/LineReader.h"
 #include "bench/Text.h"
 
 #include <QRegularExpression>
@@ -38,7 +39,8 @@ const ChannelRow &rowOf(const RecordedDevice &device)
 
 QString placeOf(const RecordedDevice::Gpib &gpib)
 {
-    return u"GPIB%1::%2"_s.arg(gpib.board).arg(gpib.address);
+    const QString primary = u"GPIB%1::%2"_s.arg(gpib.board).arg(gpib.address);
+    return gpib.secondary > 0 ? primary + u"::%1"_s.arg(gpib.secondary) : primary;
 }
 
 QString countOf(qsizetype count, const QString &what)
@@ -155,11 +157,13 @@ void Replay::layGpib(Layout &layout, ReplayDevice &device, const RecordedDevice:
         return;
     }
     GpibStation &station = *m_stations.emplace_back(std::make_unique<GpibStation>(device));
-    board->controller.connectStation(gpib.address, station);
+    board->controller.connectStation(gpib.address, station, gpib.secondary);
     connect(&board->port, &TcpPort::opened, &station, &GpibStation::greet);
     const bool isFirst = board == m_boards.begin()->second.get();
-    layout.places.push_back({u"gpib%1:%2"_s.arg(isFirst ? QString() : u"2"_s).arg(gpib.address),
-                             aboutOf(recorded), where, &station.faults(), &station});
+    QString name = u"gpib%1:%2"_s.arg(isFirst ? QString() : u"2"_s).arg(gpib.address);
+    if (gpib.secondary > 0)
+        name += u":%1"_s.arg(gpib.secondary);
+    layout.places.push_back({name, aboutOf(recorded), where, &station.faults(), &station});
     if (std::ranges::find(layout.entries, recorded.channel, &Entries::channel) ==
         layout.entries.end())
         layout.entries.push_back(
@@ -177,6 +181,10 @@ Replay::GpibBoard *Replay::boardNumbered(Layout &layout, int number)
         return nullptr;
     GpibBoard &board = *m_boards.emplace(number, std::make_unique<GpibBoard>()).first->second;
     connect(&board.port, &TcpPort::opened, &board.controller, &PlusPlusController::attach);
+    board.controller.setUnheard([this, number](int primary, int secondary, const QByteArray &sent) {
+        for (const QByteArray &request : LineReader().feed(sent + '\r'))
+            tellUnknown(placeOf({number, primary, secondary}), request);
+    });
     startTcp(board.port, *preferred);
     const QString where = addressOf(board.port);
     layout.places.push_back({isFirst ? u"gpib"_s : u"gpib2"_s, u"\"++\" GPIB controller"_s, where,

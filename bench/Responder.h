@@ -10,14 +10,20 @@ namespace corvane::bench {
 /// One piece of a reply.
 struct TimedPiece
 {
+    /// How it stands to what still waits to be sent on its stream.
+    enum class Turn {
+        Next,    ///< behind all of it
+        Reply,   ///< begins what is timed from its request: replies that wait go out now, before it
+        Unasked, ///< begins what has a time of its own: it holds nothing up
+        Rest,    ///< goes on with what was begun before it
+    };
+
     /// Milliseconds after the piece before it; of the first, after the command.
     int afterMs = 0;
     QByteArray bytes;
     /// The reply's end: where a GPIB device marks its last byte.
     bool end = false;
-    /// It came on its own, not in answer to anything: it holds up no later reply, but goes out
-    /// before that, sooner than it would have.
-    bool isUnasked = false;
+    Turn turn = Turn::Next;
 };
 using Pieces = std::vector<TimedPiece>;
 

@@ -31,10 +31,13 @@ public:
         m_first = first;
         m_time = time;
         m_count = 0;
+        m_addressed.reset();
     }
 
     [[nodiscard]] quint64 first() const { return m_first; }
     [[nodiscard]] quint64 end() const { return m_first + m_count; }
+    /// The number of its last Addressed event.
+    [[nodiscard]] std::optional<quint64> addressed() const { return m_addressed; }
 
     [[nodiscard]] bool takes(qint64 time, qsizetype size) const
     {
@@ -47,6 +50,8 @@ public:
     {
         const qsizetype from = contentEnd(m_count);
         std::ranges::copy(event.content, m_bytes.get() + from);
+        if (event.kind == TrafficKind::Addressed)
+            m_addressed = end();
         ++m_count;
         *markOf(m_count - 1) = {static_cast<quint32>(event.time - m_time),
                                 static_cast<quint32>(from + event.content.size()) & 0x3F'FFFFU,
@@ -79,6 +84,7 @@ private:
     quint64 m_first = 0;
     qint64 m_time = 0;
     std::size_t m_count = 0;
+    std::optional<quint64> m_addressed;
 };
 
 TrafficRecorder::TrafficRecorder(qsizetype most)
@@ -159,6 +165,7 @@ void TrafficRecorder::startBlock(qint64 time)
     std::unique_ptr<Block> block;
     if (m_blocks.size() >= m_mostBlocks) {
         Q_EMIT aboutToDrop(m_blocks.front()->end());
+        keepAddress(*m_blocks.front());
         block = std::move(m_blocks.front());
         m_blocks.pop_front();
     } else {
@@ -166,6 +173,15 @@ void TrafficRecorder::startBlock(qint64 time)
     }
     block->reset(m_end, time);
     m_blocks.push_back(std::move(block));
+}
+
+void TrafficRecorder::keepAddress(const Block &dropped)
+{
+    if (!dropped.addressed())
+        return;
+    m_addressedBefore = dropped.at(*dropped.addressed());
+    m_addressBefore = m_addressedBefore->content.toByteArray();
+    m_addressedBefore->content = m_addressBefore;
 }
 
 quint64 TrafficRecorder::first() const

@@ -9,6 +9,7 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -45,6 +46,12 @@ public:
     [[nodiscard]] quint64 first() const override;
     [[nodiscard]] quint64 end() const override { return m_end; }
     [[nodiscard]] TrafficEvent at(quint64 number) const override;
+    /// The last Addressed event before first(): what follows is for that device until another one
+    /// is told. Nothing when there was none. Its content lives until the next call of add().
+    [[nodiscard]] const std::optional<TrafficEvent> &addressedBefore() const
+    {
+        return m_addressedBefore;
+    }
     /// The memory taken, in bytes.
     [[nodiscard]] qsizetype size() const { return blockSize * std::ssize(m_blocks); }
 
@@ -63,12 +70,15 @@ private:
     void addText(int channel, TrafficKind kind, const QString &text);
     void addPiece(int channel, TrafficKind kind, QByteArrayView content);
     void startBlock(qint64 time);
+    void keepAddress(const Block &dropped);
 
     const std::size_t m_mostBlocks;
     QDateTime m_began;
     const qint64 m_start = steadyMicroseconds();
     std::deque<std::unique_ptr<Block>> m_blocks;
     quint64 m_end = 0;
+    std::optional<TrafficEvent> m_addressedBefore;
+    QByteArray m_addressBefore;    ///< its content
     std::vector<QString> m_faults; ///< by Channel: the fault that was told in this turn of events
 };
 

@@ -63,13 +63,22 @@ bool TrafficWriter::writeSome()
 
 void TrafficWriter::fill()
 {
-    if (m_lost > 0 && m_pending.size() < enough) {
-        const bool isLast = m_next == m_recorder.end();
-        m_pending += trafficLine::ofLost(isLast ? m_recorder.now() : m_recorder.at(m_next).time,
-                                         std::exchange(m_lost, 0));
-    }
+    if (m_lost > 0 && m_pending.size() < enough)
+        tellLoss();
     while (m_next < m_recorder.end() && m_pending.size() < enough)
         m_pending += trafficLine::ofEvent(m_recorder.at(m_next++));
+}
+
+/// With the device that the bus is addressed to behind the gap: that may have been lost with it.
+void TrafficWriter::tellLoss()
+{
+    const bool isLast = m_next == m_recorder.end();
+    const qint64 time = isLast ? m_recorder.now() : m_recorder.at(m_next).time;
+    m_pending += trafficLine::ofLost(time, std::exchange(m_lost, 0));
+    if (std::optional<TrafficEvent> addressed = m_recorder.addressedBefore()) {
+        addressed->time = time;
+        m_pending += trafficLine::ofEvent(*addressed);
+    }
 }
 
 bool TrafficWriter::put()

@@ -44,6 +44,7 @@ private:
     /// Writes some of what has come; false: nothing is left, or nothing can be written now.
     bool writeSome();
     void fill();
+    void tellLoss();
     bool put();
     bool putIntoFile();
     bool checkFile();

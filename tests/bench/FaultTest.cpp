@@ -69,6 +69,10 @@ TEST(Faults, KeepTheTimesOfAReplyInPiecesWhereTheyCan)
         line.order(parsed(fault));
         EXPECT_EQ(written(line.spoil(reply).pieces), pieces) << fault;
     }
+    FaultLine slow;
+    slow.order(parsed("slow"));
+    using Turn = TimedPiece::Turn;
+    EXPECT_EQ(slow.spoil({{0, "A", true, Turn::Reply}}).pieces.front().turn, Turn::Next);
 }
 
 TEST(Faults, ALateReplyComesWithTheNextCommand)

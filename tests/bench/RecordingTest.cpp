@@ -102,9 +102,8 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
         {with("direction"_L1, u"up"_s), "\"direction\""},
         {with("bytes"_L1, QJsonValue::Undefined), "\"bytes\""},
         {with("bytes"_L1, u"\u20ac"_s), "\"bytes\""},
-        {with("channel"_L1, u"IEEE 488"_s), "no GPIB address"},
         {"1 IEEE 488 @ GPIB0::31", "no GPIB address"},
-        {"1 IEEE 488 @ GPIB0::5::96", "no GPIB address"},
+        {"1 IEEE 488 @ GPIB0::5::95", "no GPIB address"},
         {R"({"event":"lost","time":1,"count":7})", "missing here: 7"},
     };
     for (const auto &[line, note] : lines) {
@@ -114,10 +113,45 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
         EXPECT_TRUE(notes.contains(QLatin1String(note))) << notes.toStdString();
         EXPECT_EQ(recording.devices.at(0).exchanges, 2);
     }
-    OneDevice({good, with("event"_L1, u"fault"_s), with("event"_L1, u"not known yet"_s)});
+    const Recording moved = RecordingFile()
+                                .write({"1 RS-232 + COM1, 9600", good, "2 RS-232 + COM1, 2400",
+                                        "3 RS-232 + COM2, 2400", "4 RS-232 + COM1, 2400"})
+                                .read();
+    EXPECT_EQ(moved.notes.join(u'|').toStdString(),
+              "line 5: RS-232 goes to COM2 here, and to COM1 before; one device answers for all "
+              "its places");
+    const OneDevice passedOver(
+        {good, with("event"_L1, u"fault"_s), with("event"_L1, u"not known yet"_s)});
     const Recording many = RecordingFile().write({good, QByteArray(100, '\n')}).read();
     EXPECT_EQ(many.notes.size(), 11);
     EXPECT_EQ(many.notes.last().toStdString(), "and 91 more");
+}
+
+TEST(Recording, NothingIsJoinedOverWhatIsMissing)
+{
+    const QByteArray before[] = {"1 TCP/IP-1 > A\r", "2 TCP/IP-1 > hal", "3 IEEE 488 @ GPIB0::5",
+                                 "4 IEEE 488 > A"};
+    const QByteArray after[] = {"5 TCP/IP-1 < lost's",    "6 TCP/IP-1 > A\r",
+                                "7 TCP/IP-1 < a",         "8 IEEE 488 < lost's",
+                                "9 IEEE 488 > B",         "10 RS-232 < lost's",
+                                "11 IEEE 488 @ GPIB0::5", "12 IEEE 488 < lost's",
+                                "13 RS-485 + p",          "14 RS-485 < up"};
+    for (const QByteArray missing : {R"({"event":"lost","time":1,"count":7})", "{damaged"}) {
+        QList<QByteArray> rows(std::begin(before), std::end(before));
+        rows.append(missing);
+        rows.append(QList<QByteArray>(std::begin(after), std::end(after)));
+        const Recording recording = RecordingFile().write(rows).read();
+        EXPECT_EQ(recording.notes.value(1).toStdString(),
+                  "data events whose request or GPIB address is not known, and which are not used: "
+                  "5, the first in line 7");
+        ASSERT_EQ(recording.devices.size(), 3U);
+        EXPECT_EQ(written(recording.devices[0].unasked.at(0)), "1:up$");
+        for (const RecordedDevice &device : {recording.devices[1], recording.devices[2]}) {
+            EXPECT_EQ(device.replies.keys(), QByteArrayList{"A"});
+            EXPECT_EQ(written(device.replies["A"].at(0)), "");
+        }
+        EXPECT_EQ(written(recording.devices[2].replies["A"].at(1)), "1:a$");
+    }
 }
 
 TEST(Recording, ReadsNoMoreThanItMayKeep)
@@ -170,23 +204,3 @@ TEST(Recording, AFileThatIsNoneIsRefusedWithTheReason)
 }
 
 /// Half a request before a loss is not the beginning of another, nor what came after it a reply.
-TEST(Recording, ALossParts)
-{
-    const Recording read =
-        RecordingFile()
-            .write({"0 IEEE 488 @ GPIB0::5", "1 TCP/IP-1 > A\r", "2 TCP/IP-1 > hal",
-                    R"({"time":2000,"event":"lost","count":9})",
-                    "3 TCP/IP-1 < of what was lost\r\n", "3 IEEE 488 > C", "4 TCP/IP-1 > A\r",
-                    "5 TCP/IP-1 < a\r\n", "6 IEEE 488 @ GPIB0::6", "7 IEEE 488 > D"})
-            .read();
-    EXPECT_EQ(read.notes, (QStringList{u"line 5: events are missing here: 9"_s,
-                                       u"line 7: no GPIB address is known for it"_s}));
-    ASSERT_EQ(read.devices.size(), 2U);
-    for (const RecordedDevice &device : read.devices) {
-        if (device.gpib)
-            EXPECT_EQ(device.replies.keys(), QByteArrayList{"D"});
-        else
-            EXPECT_EQ(written(device.replies["A"].at(0)) + written(device.replies["A"].at(1)),
-                      "1:a\r\n$");
-    }
-}

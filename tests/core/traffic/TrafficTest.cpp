@@ -188,8 +188,10 @@ TEST_F(Recording, IsNotWholeWhenItsFileIsNoMoreItsOwn)
     }
 }
 
-TEST_F(Recording, TimesDoNotGoBackBehindALoss)
+TEST_F(Recording, BehindALossTimesDoNotGoBackAndTheAddressIsTold)
 {
+    recorder.add(2, TrafficKind::Addressed, "GPIB0::4");
+    recorder.add(2, TrafficKind::Addressed, "GPIB0::5");
     const QByteArray piece(TrafficRecorder::longestEvent, 'p');
     for (qsizetype size = 0; size < 2 * TrafficRecorder::mostKept; size += piece.size())
         recorder.add(1, TrafficKind::Sent, piece);
@@ -198,6 +200,7 @@ TEST_F(Recording, TimesDoNotGoBackBehindALoss)
     EXPECT_EQ(writer.finish(), QString());
     const QByteArrayList lines = file().trimmed().split('\n');
     EXPECT_TRUE(lines[1].contains("\"lost\""));
+    EXPECT_TRUE(lines[2].contains("\"addressed\"") && lines[2].contains("GPIB0::5"));
     qint64 before = 0;
     for (const QByteArray &line : lines) {
         const qint64 time = QJsonDocument::fromJson(line).object()[u"time"].toInteger();
