@@ -67,7 +67,8 @@ constexpr Option options[] = {
      &CommandLine::csvFile},
     {"junit", "FILE", "Write the checks as run as a JUnit report (\"-\": as above).", true,
      &CommandLine::junitFile},
-    {"list-ports", "", "Print number, device, maker and description of each serial port."},
+    {"list-ports", "",
+     "Print number, device, maker, description and serial number of each serial port."},
     {"version", "", "Print the version."},
     {"help", "", "Print this text."},
 };

@@ -106,6 +106,7 @@ void QtSerialPort::open()
     m_port.setDataTerminalReady(true); // a line without that wire is as good
     m_port.clearError();
     m_open = true;
+    m_device = found;
     m_place = found + u", "_s + wanted.toString();
     m_lineCheck.start();
 }

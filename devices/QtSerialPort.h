@@ -32,6 +32,7 @@ public:
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;
     [[nodiscard]] QString place() const override { return m_open ? m_place : QString(); }
+    [[nodiscard]] QString openDevice() const override { return m_open ? m_device : QString(); }
 
 protected:
     void put(const QByteArray &bytes) override;
@@ -50,6 +51,7 @@ private:
     QSerialPort m_port;
     QTimer m_lineCheck;
     QString m_label; ///< what messages call the open port
+    QString m_device;
     QString m_place;
     bool m_open = false;
 };

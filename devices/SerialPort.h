@@ -42,6 +42,8 @@ public:
     /// The open device and the settings it was opened with, "/dev/ttyUSB0, 9600,N,8,1"; empty while
     /// the port is closed.
     [[nodiscard]] virtual QString place() const = 0;
+    /// The open device by the name it was found by, "/dev/ttyUSB0"; empty while the port is closed.
+    [[nodiscard]] virtual QString openDevice() const = 0;
     /// Opens or closes the port; no effect when it already is. Throws PlatformError when it cannot
     /// be opened (missing, not permitted, in use, settings that the port cannot do); the port then
     /// stays closed.

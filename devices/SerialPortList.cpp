@@ -132,8 +132,9 @@ QString SerialPortList::describe(const QList<SerialPortEntry> &ports)
 {
     QStringList lines;
     for (const SerialPortEntry &port : ports)
-        lines.append(u"%1\t%2\t%3\t%4"_s.arg(QString::number(port.number), port.device, port.maker,
-                                             port.description));
+        lines.append(QStringList{QString::number(port.number), port.device, port.maker,
+                                 port.description, port.serialNumber}
+                         .join(u'\t'));
     return lines.isEmpty() ? u"no serial ports"_s : lines.join(u'\n');
 }
 

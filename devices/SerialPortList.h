@@ -42,7 +42,8 @@ public:
     /// All ports by number, pinned ones included. A port that lost its number to a pinned one
     /// is left out.
     [[nodiscard]] QList<SerialPortEntry> entries() const;
-    /// The ports as text, a line each: number, device, maker, description, a tab between them.
+    /// The ports as text, a line each: number, device, maker, description, serial number, a tab
+    /// between them.
     [[nodiscard]] static QString describe(const QList<SerialPortEntry> &ports);
     /// The number that a typed port is: a whole number, or the n of COMn; nothing for a device's
     /// name. Throws PlatformError for what begins as a number and is none, and for an empty text.

@@ -19,6 +19,7 @@ public:
         Q_EMIT onComm(CommEvent::receive);
     }
 
+    [[nodiscard]] QString openDevice() const override { return {}; }
     [[nodiscard]] QString place() const override { return {}; }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override { m_open = open; }

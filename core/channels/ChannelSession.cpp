@@ -22,7 +22,7 @@ ChannelSession::ChannelSession(int index, Transport &transport, const ChannelCon
     , m_traits(channelTraits().at(static_cast<size_t>(index)))
     , m_transport(transport)
     , m_command(channelTexts::idnCommand)
-    , m_reconnect(new Reconnect(*this))
+    , m_reconnect(new Reconnect(*this, context.users))
 {
     for (QTimer *timer : {Timer1, TimerTransfer})
         timer->setTimerType(Qt::PreciseTimer);
@@ -43,30 +43,31 @@ void ChannelSession::stopTimers()
 {
     Timer1->stop();
     TimerTransfer->stop();
+    m_reconnect->stop();
 }
 
 // The connection
 
 void ChannelSession::open()
 {
-    m_isQuiet = m_isQuiet && isOpen();
-    tryToOpen();
+    if (!isOpen())
+        m_reconnect->stop();
+    tryToOpen([this] { openTransport(); });
 }
 
 void ChannelSession::reopen()
 {
-    m_isQuiet = true;
-    tryToOpen();
+    tryToOpen([this] { reopenTransport(); });
 }
 
-void ChannelSession::tryToOpen()
+void ChannelSession::tryToOpen(const std::function<void()> &openIt)
 {
     try {
-        openTransport();
+        openIt();
         if (m_light == Light::Hidden)
             setLight(Light::Dark);
     } catch (const PlatformError &error) {
-        if (!m_isQuiet)
+        if (!m_reconnect->isInCharge())
             showMessage(channelTexts::connectError + u"\r\n"_s + error.description());
         Q_EMIT connectFailed(error.description());
     }

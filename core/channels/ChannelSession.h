@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <functional>
+
 namespace corvane {
 
 class Dialogs;
@@ -71,13 +73,11 @@ public:
     /// Opens the transport. A fault is shown, and said by connectFailed, at once or later.
     void open();
     void close();
-    /// Opens the transport as open() does, but says a fault by connectFailed alone.
+    /// Opens the transport at the place that it was open at last, whatever the entries hold by now,
+    /// and says a fault by connectFailed alone.
     void reopen();
     /// The transport is on its way to be open.
     [[nodiscard]] virtual bool isConnecting() const { return false; }
-    /// Faults of the connection are shown in no box.
-    [[nodiscard]] bool isQuiet() const { return m_isQuiet; }
-    void setQuiet(bool quiet) { m_isQuiet = quiet; }
     /// Sees to a connection that was lost.
     [[nodiscard]] Reconnect &reconnect() const { return *m_reconnect; }
     /// The port is open, the socket connected, the GPIB control configured.
@@ -180,6 +180,7 @@ protected:
 
     /// Opens, closes the transport. A PlatformError is shown by the caller.
     virtual void openTransport() = 0;
+    virtual void reopenTransport() { openTransport(); }
     virtual void closeTransport() = 0;
     /// Sends the command in the transport's framing.
     virtual void transmit(const QByteArray &command) = 0;
@@ -224,7 +225,7 @@ protected:
     ChannelContext m_context;
 
 private:
-    void tryToOpen();
+    void tryToOpen(const std::function<void()> &openIt);
     void remember();
     void tellRefusal(const QString &message);
 
@@ -238,7 +239,6 @@ private:
     QString m_note;
     int m_periodMs = startPeriodMs;
     bool m_isLogged = false;
-    bool m_isQuiet = false;
     Reconnect *const m_reconnect;
     Light m_light = Light::Hidden;
     bool m_sending = false; // a send is on the stack, with a wait or a box of its own maybe

@@ -5,62 +5,96 @@
 
 namespace corvane {
 
-Reconnect::Reconnect(ChannelSession &session)
+Reconnect::Reconnect(ChannelSession &session, const ChannelUsers &users)
     : QObject(&session)
     , m_session(session)
+    , m_users(users)
 {
     m_tmrTry.setInterval(intervalMs);
     connect(&m_tmrTry, &QTimer::timeout, this, &Reconnect::tmrTry_Timer);
     connect(&session, &ChannelSession::openChanged, this, &Reconnect::openChanged);
     connect(&session, &ChannelSession::closing, this, &Reconnect::stop);
+    connect(&session, &ChannelSession::connectFailed, this, [this](const QString &reason) {
+        if (m_tmrTry.isActive())
+            say(trying() + u": "_s + reason);
+    });
 }
 
 void Reconnect::setOn(bool on)
 {
     if (std::exchange(m_isOn, on) == on)
         return;
-    if (on)
-        m_session.setQuiet(m_session.isOpen());
-    else
-        stop();
+    if (on && isLost())
+        begin();
+    else if (!on && m_tmrTry.isActive())
+        giveUp();
     Q_EMIT changed(on);
 }
 
-/// The connection is not wanted any more, or nobody shall see to it.
+void Reconnect::giveUp()
+{
+    if (m_session.isConnecting())
+        m_session.close();
+    m_tmrTry.stop();
+    Q_EMIT noted({});
+}
+
+bool Reconnect::isLost() const
+{
+    return m_isWanted && !m_session.isOpen();
+}
+
 void Reconnect::stop()
 {
     m_tmrTry.stop();
-    m_tries = 0;
-    m_session.setQuiet(false);
+    m_isWanted = false;
     Q_EMIT noted({});
 }
 
 void Reconnect::openChanged(bool open)
 {
-    if (!m_isOn)
-        return;
-    const QString now = QTime::currentTime().toString();
+    if (open && m_tmrTry.isActive())
+        say(u"connected again at "_s + QTime::currentTime().toString());
     if (open) {
-        m_session.setQuiet(true);
-        if (m_tmrTry.isActive())
-            Q_EMIT noted(u"%1: connected again at %2"_s.arg(m_session.caption(), now));
         m_tmrTry.stop();
-        m_tries = 0;
-    } else if (m_session.isQuiet() && !m_tmrTry.isActive()) { // it was open, and nobody closed it
+        m_isWanted = true;
+    } else if (m_isWanted && !m_tmrTry.isActive()) {
         m_lostAt = QTime::currentTime();
-        Q_EMIT noted(u"%1: connection lost at %2, trying again"_s.arg(m_session.caption(), now));
-        m_tmrTry.start();
+        if (m_isOn)
+            begin();
     }
+}
+
+void Reconnect::begin()
+{
+    m_tries = 0;
+    m_tmrTry.start();
+    say(trying());
 }
 
 void Reconnect::tmrTry_Timer()
 {
     if (m_session.isOpen() || m_session.isConnecting())
         return; // one at a time
-    Q_EMIT noted(u"%1: connection lost at %2, trying again (%3)"_s
-                     .arg(m_session.caption(), m_lostAt.toString())
-                     .arg(++m_tries));
+    if (m_users.isUsed(m_session.index(), ChannelUse::Board)) {
+        say(u"tried again when the VXM250E window has finished"_s);
+        return;
+    }
+    ++m_tries;
+    say(trying());
     m_session.reopen();
+}
+
+QString Reconnect::trying() const
+{
+    const QString again = u"trying again"_s;
+    return m_tries == 0 ? again : again + u" (%1)"_s.arg(m_tries);
+}
+
+void Reconnect::say(const QString &what)
+{
+    Q_EMIT noted(
+        u"%1: connection lost at %2, %3"_s.arg(m_session.caption(), m_lostAt.toString(), what));
 }
 
 } // namespace corvane

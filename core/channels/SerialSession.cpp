@@ -78,6 +78,19 @@ void SerialSession::openTransport()
     if (number)
         m_port.setCommPort(*number);
     m_port.setDevice(number ? QString() : m_portEntry.trimmed());
+    openPort();
+    m_opened = m_port.openDevice();
+}
+
+/// The device, not its number: that may be another one's while this one is away.
+void SerialSession::reopenTransport()
+{
+    m_port.setDevice(m_opened);
+    openPort();
+}
+
+void SerialSession::openPort()
+{
     m_port.setPortOpen(true);
     m_port.setInputLen(0);
     m_port.setRThreshold(1);

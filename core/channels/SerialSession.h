@@ -51,18 +51,21 @@ public:
 
 protected:
     void openTransport() override;
+    void reopenTransport() override;
     void closeTransport() override;
     void transmit(const QByteArray &command) override;
     void poll() override;
     [[nodiscard]] QString statusText() const override;
 
 private:
+    void openPort();
     [[nodiscard]] QString enteredPlace() const;
 
     SerialPort &m_port;
     const PortList m_ports;
     const SerialSession &m_addressed; // whose echo is taken out
     QString m_portEntry = u"1"_s;
+    QString m_opened; ///< the device that was open last
     QString m_address;
     QByteArray m_echoPrefix; // kept, as every arrival of both serial Channels asks for it
 };

@@ -2,6 +2,7 @@
 #include "core/channels/TcpSession.h"
 
 #include "core/channels/ChannelTexts.h"
+#include "core/channels/Reconnect.h"
 #include "devices/PlatformError.h"
 #include "devices/TcpClient.h"
 #include "devices/WholeNumber.h"
@@ -87,10 +88,17 @@ void TcpSession::openTransport()
     const auto port = wholeNumber(m_portEntry);
     if (!port)
         throw PlatformError(channelTexts::noTcpPort.arg(m_portEntry));
-    m_client.setRemoteHost(m_host);
-    m_client.setRemotePort(*port);
-    closeUntilClosed();
+    m_openedHost = m_host;
+    m_openedPort = *port;
     m_place = enteredPlace();
+    reopenTransport();
+}
+
+void TcpSession::reopenTransport()
+{
+    m_client.setRemoteHost(m_openedHost);
+    m_client.setRemotePort(m_openedPort);
+    closeUntilClosed();
     m_client.connectToPeer();
 }
 
@@ -177,7 +185,7 @@ void TcpSession::tcpClient_DataArrival()
 
 void TcpSession::tcpClient_Error(int, const QString &description)
 {
-    if (!isQuiet())
+    if (!reconnect().isInCharge())
         showMessage(channelTexts::socketError + description);
     closeUntilClosed();
     refreshStatus();

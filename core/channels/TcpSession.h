@@ -41,6 +41,7 @@ public:
 
 protected:
     void openTransport() override;
+    void reopenTransport() override;
     void closeTransport() override;
     void transmit(const QByteArray &command) override;
     void poll() override;
@@ -57,7 +58,9 @@ private:
     TcpClient &m_client;
     QString m_host = u"255.255.255.0"_s;
     QString m_portEntry = QString::number(defaultPort);
-    QString m_place; ///< of the newest connect
+    QString m_openedHost; ///< of the newest connect
+    qint32 m_openedPort = defaultPort;
+    QString m_place;
     /// A piece is out, others follow it, and its reply has not come yet (TCP/IP-2).
     bool TcpSegmentWait = false;
     /// What is still to be sent of the command, each piece after the reply to the one before.

@@ -42,7 +42,7 @@ TEST(SerialSettings, AFaultNamesTheWrongPart)
 TEST(SerialPortList, NumbersPortsInNaturalOrderAndPinnedNumbersWin)
 {
     const auto port = [](const char *device) {
-        return SerialPortEntry{0, QLatin1String(device), u"maker"_s, {}};
+        return SerialPortEntry{0, QLatin1String(device), u"maker"_s, {}, u"S1"_s};
     };
     SerialPortList list([&port] {
         return QList{port("/dev/ttyUSB10"), port("/dev/ttyS0"), port("/dev/ttyUSB2")};
@@ -53,13 +53,14 @@ TEST(SerialPortList, NumbersPortsInNaturalOrderAndPinnedNumbersWin)
     list.pin({{2, u"/dev/serial/by-id/a=b"_s}, {7, u"/dev/ttyS0"_s}});
     EXPECT_EQ(list.device(2), u"/dev/serial/by-id/a=b");
     EXPECT_EQ(list.entries().size(), 4);
-    EXPECT_EQ(list.entries().last(), (SerialPortEntry{7, u"/dev/ttyS0"_s, u"maker"_s, {}}));
+    EXPECT_EQ(list.entries().last(),
+              (SerialPortEntry{7, u"/dev/ttyS0"_s, u"maker"_s, {}, u"S1"_s}));
     EXPECT_TRUE(
         failsSaying("serial port 0: there is no such port; the system lists 4 (1 = /dev/ttyS0, 2 = "
                     "/dev/serial/by-id/a=b, 3 = /dev/ttyUSB10, 7 = /dev/ttyS0)",
                     [&list] { (void)list.device(0); }));
     EXPECT_TRUE(SerialPortList::describe(list.entries())
-                    .endsWith(u"\n3\t/dev/ttyUSB10\tmaker\t\n7\t/dev/ttyS0\tmaker\t"));
+                    .endsWith(u"\n3\t/dev/ttyUSB10\tmaker\t\tS1\n7\t/dev/ttyS0\tmaker\t\tS1"));
 }
 
 TEST(SerialPortList, PortsWithNumbersInTheirNamesKeepThem)

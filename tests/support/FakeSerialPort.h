@@ -22,6 +22,10 @@ public:
                    ? u"fake port "_s + (device().isEmpty() ? QString::number(commPort()) : device())
                    : QString();
     }
+    [[nodiscard]] QString openDevice() const override
+    {
+        return m_open ? u"fake%1"_s.arg(commPort()) : QString();
+    }
     [[nodiscard]] bool isPortOpen() const override { return m_open; }
     void setPortOpen(bool open) override;
 

@@ -3,6 +3,7 @@
 
 #include "core/channels/SerialSession.h"
 #include "devices/SerialLock.h"
+#include "devices/SerialPort.h"
 
 #include <QFileInfo>
 
@@ -18,13 +19,13 @@ QString adapterOf(const SerialPortEntry &port)
     return parts.join(u", "_s);
 }
 
-QString textOf(const SerialPortEntry &port)
+QString textOf(const SerialPortEntry &port, const QString &openHere)
 {
     const QFileInfo device(port.device);
     const auto user = serialLock::user(device.exists() ? device.canonicalFilePath() : port.device);
     QString use = user ? u"in use by "_s + user->toString() : QString();
     if (user && user->isOwn)
-        use = u"open here"_s;
+        use = port.device == openHere ? u"open here"_s : u"open elsewhere in this program"_s;
     QStringList parts{u"%1   %2"_s.arg(port.number).arg(port.device), adapterOf(port), use};
     parts.removeAll(QString());
     return parts.join(u"   "_s).replace(u'&', u"&&"_s);
@@ -43,7 +44,7 @@ void PortMenu::fill()
 {
     clear();
     for (const SerialPortEntry &port : m_session.ports()) {
-        QAction *entry = addAction(textOf(port));
+        QAction *entry = addAction(textOf(port, m_session.port().openDevice()));
         entry->setCheckable(true);
         const QString number = QString::number(port.number);
         entry->setChecked(m_session.portEntry() == number || m_session.portEntry() == port.device);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/channels/Reconnect.h"
 #include "core/channels/SerialSession.h"
 #include "tests/devices/Pty.h"
 #include "tests/windows/main/ChannelDesk.h"
@@ -50,7 +51,7 @@ TEST(SerialChannel, ItsPortIsChosenFromThoseThatAreThereNowWithWhoUsesThem)
     desk.ports = {{1, u"/dev/none"_s, u"A & B"_s, u"adapter"_s, u"S1"_s},
                   {7, open.device(), {}, {}}};
     EXPECT_EQ(shown(), "1   /dev/none   A && B adapter, S1|7   " + open.device().toStdString() +
-                           "   open here");
+                           "   open elsewhere in this program");
     menu.actions().at(1)->trigger();
     EXPECT_EQ(desk.channel.txtPort->text(), u"7");
     (void)shown();
@@ -279,4 +280,54 @@ TEST(Channel, ALoopCannotBeSwitchedOnDuringAListRunOrWhileTheChannelIsBorrowed)
     desk.users.claim(channels::rs232, ChannelUse::Board);
     desk.channel.chkLoop->click();
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
+}
+
+TEST(SerialChannel, ALostPortIsTriedAgainAtItsDeviceUntilItsUserEndsThat)
+{
+    SerialDesk desk(channels::rs232);
+    Reconnect &again = desk.session.reconnect();
+    QString note;
+    QObject::connect(&again, &Reconnect::noted, &again, [&note](auto &text) { note = text; });
+    const auto isTried = [&] {
+        const int before = desk.port.opened;
+        again.tmrTry_Timer();
+        return desk.port.opened > before;
+    };
+    desk.channel.txtPort->setText(u"7"_s);
+    desk.channel.cmdConnect_Click();
+    desk.channel.chkLoop->setChecked(true);
+    desk.port.unplug(u"gone"_s);
+    EXPECT_EQ(note, QString()) << "off at start";
+    desk.channel.chkReconnect->setChecked(true);
+    desk.port.failOpen = u"busy"_s;
+    EXPECT_FALSE(isTried());
+    EXPECT_TRUE(note.startsWith(u"RS-232: connection lost at ") &&
+                note.endsWith(u"trying again (1): busy"))
+        << note.toStdString();
+    desk.port.failOpen.clear();
+    desk.users.claim(channels::rs232, ChannelUse::Board);
+    EXPECT_FALSE(isTried()) << "the board's operation began on another connection";
+    desk.users.release(channels::rs232, ChannelUse::Board);
+    EXPECT_TRUE(isTried());
+    EXPECT_TRUE(note.contains(u"connected again at"));
+    EXPECT_EQ(desk.port.device(), u"fake7") << "the number may be another one's by now";
+    desk.session.Timer1_Timer();
+    EXPECT_EQ(desk.port.written.size(), 1U) << "the loop goes on";
+
+    const std::function<void()> ends[] = {[&] { desk.channel.cmdDisconnect_Click(); },
+                                          [&] { desk.channel.chkReconnect->setChecked(false); },
+                                          [&] { desk.channel.txtPort->setText(u"8"_s); },
+                                          [&] { desk.session.stopTimers(); }};
+    for (const auto &end : ends) {
+        desk.channel.cmdConnect_Click();
+        again.setOn(true);
+        desk.port.unplug(u"gone"_s);
+        EXPECT_TRUE(note.contains(u"trying again"));
+        end();
+        EXPECT_EQ(note, QString());
+    }
+    desk.channel.cmdConnect_Click();
+    again.setOn(true);
+    desk.channel.cmdDisconnect_Click();
+    EXPECT_EQ(note, QString()) << "that was no loss";
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/channels/Reconnect.h"
 #include "core/channels/TcpSession.h"
 #include "tests/windows/main/ChannelDesk.h"
 #include "windows/main/TcpTab.h"
@@ -242,4 +243,36 @@ TEST(TcpChannel, LoopsOnlyWhileConnected)
     desk.session.Timer1_Timer();
     EXPECT_FALSE(desk.channel.shpComm->isBright());
     EXPECT_EQ(desk.client.sent.size(), 1U);
+}
+
+TEST(TcpChannel, ALostConnectionIsTriedAgainAtItsPlaceWithoutABoxAndOneTryAtATime)
+{
+    TcpDesk desk(channels::tcpIp1);
+    Reconnect &again = desk.session.reconnect();
+    QString note;
+    QObject::connect(&again, &Reconnect::noted, &again, [&note](auto &text) { note = text; });
+    desk.channel.chkReconnect->setChecked(true);
+    desk.dialogs.expectMessage(u"Errorrefused"_s);
+    desk.client.fail(10061, u"refused"_s);
+    EXPECT_EQ(note, QString()) << "it was never connected";
+    desk.channel.cmdConnect_Click();
+    desk.channel.txtAddress->setText(u"elsewhere"_s);
+    desk.client.fail(10054, u"broken"_s);
+    EXPECT_TRUE(note.endsWith(u"trying again: broken")) << note.toStdString();
+    desk.client.stateAfterConnect = SocketState::Connecting;
+    again.tmrTry_Timer();
+    again.tmrTry_Timer();
+    EXPECT_EQ(desk.client.connects, 2) << "the earlier try is pending";
+    EXPECT_EQ(desk.client.remoteHost(), u"127.0.0.1");
+    desk.client.fail(10061, u"refused"_s);
+    EXPECT_TRUE(note.endsWith(u"trying again (1): refused")) << note.toStdString();
+    again.tmrTry_Timer();
+    desk.client.setState(SocketState::Connected);
+    EXPECT_TRUE(note.contains(u"connected again"));
+    EXPECT_EQ(desk.channel.lblPlace->text(), u"Connected to 127.0.0.1 port 5000");
+
+    desk.client.setState(SocketState::PeerClosing);
+    again.tmrTry_Timer();
+    desk.channel.chkReconnect->setChecked(false);
+    EXPECT_EQ(desk.client.state(), SocketState::Closed) << "the pending try is given up";
 }
