@@ -102,6 +102,16 @@ def label_of(thing):
     return thing.get_description()
 
 
+def is_captioned(box):
+    labelled = any(each.get_relation_type() == Atspi.RelationType.LABELLED_BY for each in box.get_relation_set())
+    return labelled or ": " in box.get_name() or not text_in(box)
+
+
+def text_in(box):
+    """What is chosen or typed in it."""
+    return next((text_of(child) for child in children(box) if text_of(child)), "")
+
+
 # Their own parts are read, not they themselves.
 CONTAINERS = {"filler", "panel", "split pane", "layered pane", "page tab list", "list item", "table cell",
               "frame", "dialog", "window", "scroll pane", "viewport"}
@@ -119,6 +129,8 @@ def judge(window):
                 faults.append(f"{title}: {thing.get_name()!r} keeps {text!r} to itself")
         elif states(thing).contains(Atspi.StateType.FOCUSABLE) and not label_of(thing):
             faults.append(f"{title}: a {role} has no name")
+        elif role == "combo box" and not is_captioned(thing):
+            faults.append(f"{title}: a box says {thing.get_name()!r} alone")
 
 
 def windows(application):
@@ -151,7 +163,8 @@ def read(application):
     await_("the exchange", lambda: any(thing.get_name().startswith("Last command: ") for thing in walk(board)))
     press(board, "Calibration")
     open_window(application, "VXM250 Calibration File", lambda: press(board, "Calibration report"))
-    open_window(application, "Traffic", lambda: press(main, "Traffic"))
+    open_window(application, "Corvane - Traffic", lambda: press(main, "Traffic"))
+    open_window(application, "Corvane - Trend", lambda: press(main, "Trend"))
     open_window(application, "Corvane - User's Guide", lambda: press(main, "Help"))
     open_window(application, "About", lambda: press(main, "About Corvane"))
     open_window(application, "Simulated bench", lambda: press(main, "Simulated Bench"))

@@ -130,7 +130,6 @@ void GuideWindow::findPrevious()
 void GuideWindow::find(QTextDocument::FindFlags how)
 {
     const QString wanted = txtFind->text();
-    const QTextCursor before = txtGuide->textCursor();
     lblFound->clear();
     if (wanted.isEmpty()) {
         txtFind->setFocus();
@@ -138,13 +137,16 @@ void GuideWindow::find(QTextDocument::FindFlags how)
     }
     if (txtGuide->find(wanted, how))
         return;
-    txtGuide->moveCursor(how ? QTextCursor::End : QTextCursor::Start);
-    if (txtGuide->find(wanted, how)) {
-        lblFound->setText(how ? u"from the end again"_s : u"from the top again"_s);
+    // Where there is nothing the place stays as it is.
+    QTextCursor edge(txtGuide->document());
+    edge.movePosition(how ? QTextCursor::End : QTextCursor::Start);
+    const QTextCursor again = txtGuide->document()->find(wanted, edge, how);
+    if (again.isNull()) {
+        lblFound->setText(u"\"%1\" is not in the guide"_s.arg(wanted));
         return;
     }
-    txtGuide->setTextCursor(before);
-    lblFound->setText(u"\"%1\" is not in the guide"_s.arg(wanted));
+    txtGuide->setTextCursor(again);
+    lblFound->setText(how ? u"from the end again"_s : u"from the top again"_s);
 }
 
 } // namespace corvane

@@ -35,7 +35,7 @@ TrafficWindow::TrafficWindow(TrafficRecorder &recorder, Dialogs &dialogs, QWidge
     , m_model(recorder)
 {
     setObjectName(u"TrafficWindow"_s);
-    setWindowTitle(u"Traffic"_s);
+    setWindowTitle(u"Corvane - Traffic"_s);
     makeControls();
     makeTable();
     layOut();

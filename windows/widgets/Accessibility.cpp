@@ -7,6 +7,7 @@
 
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QComboBox>
 #include <QEvent>
 #include <QLabel>
 #include <QTextDocumentFragment>
@@ -15,8 +16,15 @@ namespace corvane {
 
 namespace {
 
-/// A reply of megabytes would stall a screen reader.
+/// A reply of megabytes would stall a screen reader; the newest of it is read.
 constexpr qsizetype longestValue = 32'000;
+
+QString captioned(const QString &caption, const QString &value)
+{
+    if (caption.isEmpty() || value.isEmpty() || caption == value)
+        return caption.isEmpty() ? value : caption;
+    return u"%1: %2"_s.arg(caption, value);
+}
 
 /// What our own controls have in common: a text that can be read in parts, but has no cursor and no
 /// selection of the reader's.
@@ -85,7 +93,7 @@ public:
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Name ? u"%1: %2"_s.arg(m_led.accessibleName(), m_led.text())
+        return kind == QAccessible::Name ? captioned(m_led.accessibleName(), m_led.text())
                                          : ReadableInterface::text(kind);
     }
 
@@ -117,7 +125,7 @@ protected:
     [[nodiscard]] QString shown() const override
     {
         return QString::fromLatin1(
-            m_view.bytes().first(std::min(m_view.bytes().size(), longestValue)));
+            m_view.bytes().last(std::min(m_view.bytes().size(), longestValue)));
     }
 
 private:
@@ -139,11 +147,7 @@ public:
     {
         if (kind != QAccessible::Name)
             return ReadableInterface::text(kind);
-        const QString name = m_label.accessibleName();
-        QString value = shown();
-        if (name.isEmpty() || name == value)
-            return value;
-        return value.isEmpty() ? name : u"%1: %2"_s.arg(name, value);
+        return captioned(m_label.accessibleName(), shown());
     }
 
 protected:
@@ -159,6 +163,44 @@ private:
     const QLabel &m_label;
 };
 
+/// The toolkit's own calls a box by what is chosen in it, whatever its name: both are told,
+/// "Baud rate: 9600".
+class BoxInterface : public QAccessibleWidget
+{
+public:
+    explicit BoxInterface(QComboBox &box)
+        : QAccessibleWidget(&box, QAccessible::ComboBox)
+        , m_box(box)
+    {
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        if (kind == QAccessible::Name)
+            return captioned(m_box.accessibleName(), m_box.currentText());
+        return kind == QAccessible::Value ? m_box.currentText() : QAccessibleWidget::text(kind);
+    }
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.expandable = true;
+        state.hasPopup = true;
+        state.editable = m_box.isEditable();
+        return state;
+    }
+
+    [[nodiscard]] QStringList actionNames() const override { return {showMenuAction()}; }
+    void doAction(const QString &action) override
+    {
+        if (action == showMenuAction() && m_box.isEnabled())
+            m_box.showPopup();
+    }
+
+private:
+    QComboBox &m_box;
+};
+
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
     if (auto *led = qobject_cast<Led *>(object))
@@ -167,6 +209,8 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
         return new ResponseInterface(*view);
     if (auto *label = qobject_cast<QLabel *>(object))
         return new LabelInterface(*label);
+    if (auto *box = qobject_cast<QComboBox *>(object))
+        return new BoxInterface(*box);
     return nullptr;
 }
 
