@@ -97,7 +97,8 @@ bool TrafficWriter::putIntoFile()
     const qint64 before = m_file.pos();
     if (checkFile()) {
         if (const QString fault = regularFile::write(m_file, m_pending); !fault.isEmpty()) {
-            m_file.resize(before); // no part of a line
+            const QByteArray written = m_pending.first(m_file.pos() - before);
+            m_file.resize(before + written.lastIndexOf('\n') + 1); // no part of a line
             fail(fault);
         }
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/traffic/TrafficLine.h"
 #include "core/traffic/TrafficRecorder.h"
 #include "core/traffic/TrafficWriter.h"
 #include "devices/PlatformError.h"
@@ -148,12 +149,14 @@ TEST_F(Recording, EndsAtAWholeLineWithAWordWhenItCannotBeWritten)
     TrafficWriter writer(recorder, path);
     const QSignalSpy failures(&writer, &TrafficWriter::failed);
     const QByteArray before = file();
+    recorder.add(0, TrafficKind::Sent, "fits");
+    const QByteArray fitting = trafficLine::ofEvent(recorder.at(1));
     recorder.add(0, TrafficKind::Sent, QByteArray(1000, 'B'));
     {
-        const WriteLimit limit(static_cast<rlim_t>(before.size()) + 100);
+        const WriteLimit limit(static_cast<rlim_t>(before.size() + fitting.size()) + 100);
         writer.finish();
     }
-    EXPECT_EQ(file(), before);
+    EXPECT_EQ(file(), before + fitting) << "of what comes at once, all that there is room for";
     ASSERT_EQ(failures.size(), 1);
     EXPECT_TRUE(writer.fault().startsWith(path + u": File too large"_s));
 
