@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace corvane {
 
 FileDialog::FileDialog(const Dialogs::FileQuestion &question, const QString &firstFolder,
@@ -25,10 +27,14 @@ FileDialog::FileDialog(const Dialogs::FileQuestion &question, const QString &fir
 QString FileDialog::path() const
 {
     const QString chosen = selectedFiles().value(0);
-    return acceptMode() == AcceptSave
-               ? fileQuestions::withExtension(chosen,
-                                              fileQuestions::extensionOf(selectedNameFilter()))
-               : chosen;
+    const auto isTyped = [&chosen](const QString &nameFilter) {
+        const QString extension = fileQuestions::extensionOf(nameFilter);
+        return !extension.isEmpty() && chosen.endsWith(u'.' + extension, Qt::CaseInsensitive);
+    };
+    // One of the other types is chosen by its extension too, however long that is.
+    if (acceptMode() != AcceptSave || std::ranges::any_of(nameFilters(), isTyped))
+        return chosen;
+    return fileQuestions::withExtension(chosen, fileQuestions::extensionOf(selectedNameFilter()));
 }
 
 void FileDialog::accept()
