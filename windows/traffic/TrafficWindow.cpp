@@ -129,9 +129,11 @@ void TrafficWindow::cmdPause_Click()
     tmrRefresh_Timer();
 }
 
+/// One that shows it: a list that gets the focus makes its first row the current one by itself.
 int TrafficWindow::currentRow() const
 {
-    return tblTraffic->currentIndex().row();
+    const QModelIndex current = tblTraffic->currentIndex();
+    return tblTraffic->selectionModel()->isSelected(current) ? current.row() : -1;
 }
 
 void TrafficWindow::goTo(int row)

@@ -118,8 +118,12 @@ TEST_F(TrafficDesk, PausesClearsMarksFindsAndCopies)
     window.cmdPause->click();
     EXPECT_TRUE(column(3).endsWith(u"while paused"));
 
+    // The focus makes the first row the current one, which is not seen: all rows are searched.
+    QFocusEvent focus(QEvent::FocusIn);
+    QCoreApplication::sendEvent(window.tblTraffic, &focus);
+    ASSERT_EQ(current(), 0);
     window.txtFind->setText(u"pv"_s);
-    window.cmdFindNext->click();
+    window.cmdFindPrevious->click();
     EXPECT_EQ(current(), 3);
     window.cmdFindNext->click();
     EXPECT_TRUE(window.lblState->text().endsWith(u"\"pv\" is not below"));
