@@ -11,8 +11,7 @@ namespace corvane {
 
 struct CommandLine;
 
-/// Begins the recording that --record asks for; null without it, and for a run whose list cannot be
-/// read. Its end before its time is said in
+/// Begins the recording that --record asks for; null without it. Its end before its time is said in
 /// the messages. Throws PlatformError when it, or another result of the run, cannot be written
 /// where it is to go. All that is given must outlive it.
 std::unique_ptr<TrafficWriter> startRecording(const CommandLine &line, TrafficRecorder &recorder,
