@@ -155,6 +155,8 @@ QString Reader::take(const QJsonObject &event)
         return u"it has no \"event\""_s;
     if (!time)
         return u"its \"time\" is no number of microseconds"_s;
+    if (kind == u"start")
+        return u"another recording begins here"_s;
     if (kind == u"lost")
         return u"events are missing here: %1"_s.arg(event["count"_L1].toInteger());
     const bool addresses = kind == u"addressed";

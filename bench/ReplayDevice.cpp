@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/ReplayDevice.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace corvane::bench {
@@ -35,10 +36,22 @@ Pieces ReplayDevice::paced(const Pieces &pieces) const
 {
     if (m_pace == Pace::Recorded || pieces.empty())
         return pieces;
-    QByteArray whole;
-    for (const TimedPiece &piece : pieces)
-        whole += piece.bytes;
-    return {{0, whole, true}};
+    const auto follows =
+        std::find_if(pieces.begin() + 1, pieces.end(), [](const TimedPiece &piece) {
+            return piece.turn == TimedPiece::Turn::Unasked;
+        });
+    TimedPiece whole = pieces.front();
+    int skippedMs = std::exchange(whole.afterMs, 0);
+    for (auto piece = pieces.begin() + 1; piece != follows; ++piece) {
+        whole.bytes += piece->bytes;
+        whole.end = piece->end;
+        skippedMs += piece->afterMs;
+    }
+    Pieces paced{whole};
+    paced.insert(paced.end(), follows, pieces.end());
+    if (paced.size() > 1)
+        paced[1].afterMs += skippedMs; // from the request on, as before
+    return paced;
 }
 
 } // namespace corvane::bench

@@ -15,7 +15,7 @@ class ReplayDevice : public Responder
 public:
     enum class Pace {
         Recorded,
-        Fast, ///< each reply at once and whole
+        Fast, ///< each reply at once and whole; what came unasked after it in its time
     };
     /// Is told each request that was not recorded.
     using Listener = std::function<void(const QByteArray &request)>;

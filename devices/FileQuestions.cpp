@@ -81,4 +81,11 @@ bool isRefusedName(const QString &path)
            QFile::encodeName(path).size() > longestPath || !file.dir().exists();
 }
 
+QString refusalOf(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.dir().exists() ? u"no file can have this name"_s
+                               : u"there is no folder "_s + QDir::toNativeSeparators(file.path());
+}
+
 } // namespace corvane::fileQuestions

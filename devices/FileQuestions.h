@@ -30,4 +30,7 @@ bool isReservedOnWindows(const QString &name);
 /// there that is no file.
 bool isRefusedName(const QString &path);
 
+/// What is wrong with a path that is refused: its folder, or its name.
+QString refusalOf(const QString &path);
+
 } // namespace corvane::fileQuestions

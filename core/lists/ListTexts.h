@@ -26,7 +26,6 @@ inline const QString lineTooLong = u"longer than %1 characters"_s;
 inline const QString lineFault = u"line %1: %2"_s;
 /// Of a line, the character, and its code in hexadecimal.
 inline const QString noCharacterOfLists = u"line %1: \"%2\" (U+%3) does not fit into 8-bit text"_s;
-inline const QString noFileName = u"no file can have this name"_s;
 inline const QString oneLine = u"1 line %1: line %2"_s;
 inline const QString severalLines = u"%1 lines %2, the first is line %3"_s;
 inline const QString ignored = u"ignored"_s;

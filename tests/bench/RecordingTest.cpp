@@ -56,6 +56,9 @@ TEST(Recording, PiecesKeepTheirDelaysFromTheEndOfTheRequest)
                                  "9.8 RS-485 < 0", "10.2 RS-485 < 5",        "40 RS-485 < :21"};
     EXPECT_EQ(OneDevice(rows).ask(">05 ? PV"), "0:<|1:0|0:5|30::21$");
     EXPECT_EQ(OneDevice(rows, ReplayDevice::Pace::Fast).ask(">05 ? PV"), "0:<05:21$");
+    const QList<QByteArray> alarm{"1 TCP/IP-1 > A\r", "41 TCP/IP-1 < a", "81 TCP/IP-1 < \r\n",
+                                  "981 TCP/IP-1 < ALARM", "982 TCP/IP-1 < \r\n"};
+    EXPECT_EQ(OneDevice(alarm, ReplayDevice::Pace::Fast).ask("A"), "0:a\r\n|980:ALARM|1:\r\n$");
     // A clock that goes back, and one that goes too far.
     EXPECT_EQ(OneDevice({"9 RS-485 > A\r", "3 RS-485 < 1", "10 RS-485 < 2",
                          "9000000000000 RS-485 < 3", "9000000000001 RS-485 < 4"})
@@ -105,6 +108,8 @@ TEST(Recording, WhatCannotBeUsedIsSaidAndTheRestIsUsed)
         {"1 IEEE 488 @ GPIB0::31", "no GPIB address"},
         {"1 IEEE 488 @ GPIB0::5::95", "no GPIB address"},
         {R"({"event":"lost","time":1,"count":7})", "missing here: 7"},
+        {R"({"event":"start","time":0,"format":"corvane-traffic","version":1})",
+         "another recording"},
     };
     for (const auto &[line, note] : lines) {
         const Recording recording = RecordingFile().write({good, line, good}).read();
@@ -202,5 +207,3 @@ TEST(Recording, AFileThatIsNoneIsRefusedWithTheReason)
         EXPECT_EQ(file.read().fault.toStdString(), "Permission denied");
     }
 }
-
-/// Half a request before a loss is not the beginning of another, nor what came after it a reply.

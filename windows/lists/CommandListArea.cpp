@@ -8,6 +8,7 @@
 #include "core/lists/ListNotes.h"
 #include "core/lists/ListTexts.h"
 #include "core/text/Dialogs.h"
+#include "devices/FileQuestions.h"
 #include "windows/lists/PlainText.h"
 #include "windows/lists/frmList.h"
 #include "windows/widgets/ElidedLabel.h"
@@ -120,8 +121,10 @@ void CommandListArea::cmdSave_Click()
     if (choice.outcome == Outcome::Cancelled ||
         !m_list.rest().maySaveTo(choice.path, m_dialogs, this))
         return;
-    QString fault = listTexts::noFileName;
-    if (choice.outcome == Outcome::Chosen) {
+    QString fault;
+    if (choice.outcome == Outcome::InvalidName) {
+        fault = fileQuestions::refusalOf(choice.path);
+    } else {
         // The caption keeps the list's own name, the label takes the name it is saved under.
         Q_EMIT captioned(listTexts::captionPrefix + m_list.ListFileName);
         lblFileName->showLong(listKinds::fileName(choice.path));

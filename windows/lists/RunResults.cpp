@@ -4,6 +4,7 @@
 #include "core/channels/ChannelSet.h"
 #include "core/lists/JUnitReport.h"
 #include "core/text/Dialogs.h"
+#include "devices/FileQuestions.h"
 #include "devices/WholeFile.h"
 
 #include <QFileInfo>
@@ -59,7 +60,7 @@ void RunResults::save(QObject *asker)
     const bool isJUnit = choice.path.endsWith(u".xml"_s, Qt::CaseInsensitive);
     const QString fault =
         choice.outcome == Outcome::InvalidName
-            ? u"no file can have this name"_s
+            ? fileQuestions::refusalOf(choice.path)
             : wholeFile::write(choice.path, isJUnit ? junitReport(report) : report.toCsv());
     Q_EMIT noted(fault.isEmpty() ? u"Results saved in %1"_s.arg(choice.path)
                                  : u"Results not saved"_s);

@@ -6,6 +6,7 @@
 #include "core/lists/ListNotes.h"
 #include "core/lists/ListTexts.h"
 #include "core/text/Dialogs.h"
+#include "devices/FileQuestions.h"
 #include "windows/lists/PlainText.h"
 #include "windows/widgets/Controls.h"
 #include "windows/widgets/ScrollPage.h"
@@ -71,7 +72,7 @@ void frmList::cmdSave_Click()
         !m_rest.maySaveTo(choice.path, m_dialogs, this))
         return;
     const QString fault = choice.outcome == Outcome::InvalidName
-                              ? listTexts::noFileName
+                              ? fileQuestions::refusalOf(choice.path)
                               : listFile::write(choice.path, text());
     if (!fault.isEmpty()) {
         showNote(listNotes::ofFault(choice.path, fault));

@@ -3,6 +3,7 @@
 
 #include "core/text/Dialogs.h"
 #include "core/traffic/TrafficRecorder.h"
+#include "devices/FileQuestions.h"
 #include "windows/traffic/TrafficSave.h"
 #include "windows/traffic/TrafficTurn.h"
 
@@ -240,7 +241,8 @@ void TrafficWindow::cmdSave_Click()
         m_dialogs.saveFile(this, {saveFilter, QString(), u"traffic.txt"_s});
     using Outcome = Dialogs::FileChoice::Outcome;
     if (choice.outcome == Outcome::InvalidName)
-        m_dialogs.showMessage(this, u"%1: no file can have this name"_s.arg(choice.path));
+        m_dialogs.showMessage(this,
+                              u"%1: %2"_s.arg(choice.path, fileQuestions::refusalOf(choice.path)));
     if (choice.outcome != Outcome::Chosen || m_save)
         return;
     m_model.refresh(); // some may have been dropped while the dialog was open

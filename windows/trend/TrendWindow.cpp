@@ -3,6 +3,7 @@
 
 #include "core/text/Dialogs.h"
 #include "core/trend/TrendCsv.h"
+#include "devices/FileQuestions.h"
 #include "devices/WholeFile.h"
 #include "windows/trend/TrendPlot.h"
 #include "windows/trend/TrendTable.h"
@@ -195,7 +196,8 @@ void TrendWindow::cmdSave_Click()
         return;
     const QString name = QDir::toNativeSeparators(choice.path);
     if (choice.outcome == Dialogs::FileChoice::Outcome::InvalidName) {
-        m_dialogs.showMessage(this, notSaved + name + u": no file can have this name"_s);
+        m_dialogs.showMessage(this,
+                              notSaved + name + u": "_s + fileQuestions::refusalOf(choice.path));
         return;
     }
     m_folder = QFileInfo(choice.path).path() + u'/';

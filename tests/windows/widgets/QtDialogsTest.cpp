@@ -181,6 +181,9 @@ TEST_F(QtDialogsTest, ANameThatTheFileSystemRefusesIsInvalid)
           folder.filePath(u"no/x"_s)})
         EXPECT_TRUE(fileQuestions::isRefusedName(bad)) << bad.toStdString();
     EXPECT_FALSE(fileQuestions::isRefusedName(folder.filePath(QString(255, u'x'))));
+    EXPECT_EQ(fileQuestions::refusalOf(folder.filePath(u"no/x"_s)),
+              u"there is no folder "_s + folder.filePath(u"no"_s));
+    EXPECT_EQ(fileQuestions::refusalOf(folder.path()), u"no file can have this name");
 }
 
 TEST(FileQuestions, KnowsTheNamesThatMeanADeviceOnWindows)
