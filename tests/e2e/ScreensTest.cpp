@@ -241,3 +241,30 @@ TEST(Windows, EachHasItsChapterInTheGuide)
         EXPECT_EQ(guide->lblFound->text(), said);
     }
 }
+
+TEST(Windows, EachIsClosedByItsKeyAndTheMainWindowIsGoneThroughAsItIsRead)
+{
+    OpenWindows desk;
+    const QList<QWidget *> open = OpenWindows::windows();
+    for (const QPointer<QWidget> &window : QList<QPointer<QWidget>>(open.begin(), open.end())) {
+        if (!window || !window->isVisible())
+            continue; // with the one that it belongs to
+        const std::string name = window->objectName().toStdString();
+        QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+        if (window == &desk.main)
+            EXPECT_TRUE(window->isVisible());
+        else
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !window || !window->isVisible(); })) << name;
+    }
+    desk.main.activateWindow();
+    const QWidget *const expected[] = {desk.main.tabChannels, desk.main.channel(0)->cmdConnect,
+                                       desk.main.commandList->cmdLoad,
+                                       desk.main.commandList->cmdStopSend};
+    desk.main.showChannel(0);
+    QList<const QWidget *> order;
+    for (const QWidget *next = desk.main.nextInFocusChain(); next != &desk.main;
+         next = next->nextInFocusChain())
+        order.append(next);
+    for (size_t place = 1; place < std::size(expected); ++place)
+        EXPECT_LT(order.indexOf(expected[place - 1]), order.indexOf(expected[place])) << place;
+}

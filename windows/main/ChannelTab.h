@@ -71,6 +71,8 @@ public:
 Q_SIGNALS:
     /// The user wants the simulated bench behind the Channels.
     void benchWanted();
+    /// Its layout is whole: the Tab key's order can be set.
+    void laidOut();
 
 protected:
     ChannelTab(ChannelSession &session, QWidget *parent);

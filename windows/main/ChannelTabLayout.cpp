@@ -122,6 +122,7 @@ void ChannelTab::finishLayout()
 {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     ScrollPage::wrap(*this);
+    Q_EMIT laidOut();
 }
 
 void ChannelTab::addHint()

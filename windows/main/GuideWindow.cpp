@@ -66,6 +66,7 @@ GuideWindow::GuideWindow(QWidget *parent)
     connect(next, &QPushButton::clicked, this, &GuideWindow::findNext);
     connect(previous, &QPushButton::clicked, this, &GuideWindow::findPrevious);
     addShortcuts();
+    controls::orderTabs({txtFind, next, previous, lstOutline, txtGuide});
     txtGuide->setFocus();
 }
 
@@ -81,7 +82,6 @@ void GuideWindow::addShortcuts()
     add(QKeySequence::FindNext, &GuideWindow::findNext);
     add(QKeySequence::FindPrevious, &GuideWindow::findPrevious);
     add(Qt::Key_Escape, &QWidget::close);
-    add(QKeySequence::Close, &QWidget::close);
 }
 
 void GuideWindow::fillOutline()

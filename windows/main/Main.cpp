@@ -18,14 +18,17 @@
 #include "windows/traffic/TrafficWindow.h"
 #include "windows/widgets/Accessibility.h"
 #include "windows/widgets/ClosableWindow.h"
+#include "windows/widgets/Controls.h"
 #include "windows/widgets/EntryRules.h"
 #include "windows/widgets/Naming.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTabWidget>
 
 namespace corvane {
@@ -220,6 +223,21 @@ void Main::mnuHelp_Click()
 void Main::mnuTrend_Click()
 {
     m_trend->open(*this);
+}
+
+/// The Tab key goes from the tabs into the Channel's page, then to the list below it.
+void Main::orderTabs()
+{
+    QList<QWidget *> order{tabChannels->tabBar()};
+    QList<const QWidget *> parts(m_channels.begin(), m_channels.end());
+    parts.append(commandList);
+    for (const QWidget *part : parts) {
+        for (QWidget *next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+            if (part->isAncestorOf(next) && !qobject_cast<QComboBox *>(next->parent()))
+                order.append(next); // a box takes its entry along
+        }
+    }
+    controls::orderTabs(order);
 }
 
 void Main::chkLog_Click(int index)

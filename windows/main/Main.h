@@ -162,6 +162,7 @@ private:
     void buildStatusBar();
     void buildCommandList();
     void connectWindows();
+    void orderTabs();
     void watch(ChannelSession &session);
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
     void lookUpOwnAddress();

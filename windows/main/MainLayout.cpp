@@ -20,6 +20,8 @@
 #include "windows/widgets/InputHold.h"
 #include "windows/widgets/Naming.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QShortcut>
@@ -28,6 +30,36 @@
 #include <QTabWidget>
 
 namespace corvane {
+
+namespace {
+
+/// The key that closes a window closes each but the main one, dialogs too.
+class CloseKey : public QObject
+{
+public:
+    explicit CloseKey(Main &main)
+        : QObject(&main)
+        , m_main(main)
+    {
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress ||
+            !static_cast<QKeyEvent *>(event)->matches(QKeySequence::Close))
+            return false;
+        auto *widget = qobject_cast<QWidget *>(watched);
+        if (!widget || widget->window() == &m_main)
+            return false;
+        widget->window()->close();
+        return true;
+    }
+
+private:
+    const Main &m_main;
+};
+
+} // namespace
 
 void Main::buildChannels()
 {
@@ -53,6 +85,7 @@ void Main::buildChannels()
         clicked(each->cmdLoadToChmber, &Main::cmdLoadToChmber_Click);
         clicked(each->cmdStop, &Main::cmdStop_Click);
         connect(each, &ChannelTab::benchWanted, this, &Main::benchWanted);
+        connect(each, &ChannelTab::laidOut, this, &Main::orderTabs);
     }
     m_splitter->addWidget(tabChannels);
 }
@@ -169,6 +202,7 @@ void Main::buildMenus()
     connect(mnuCmdList, &QAction::toggled, this, &Main::mnuCmdList_Click);
     connect(mnuTraffic, &QAction::triggered, this, &Main::mnuTraffic_Click);
     connect(mnuTrend, &QAction::triggered, this, &Main::mnuTrend_Click);
+    qApp->installEventFilter(new CloseKey(*this));
     connect(mnuHelp, &QAction::triggered, this, &Main::mnuHelp_Click);
 }
 

@@ -153,7 +153,6 @@ void TrafficWindow::addShortcuts()
     });
     connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this,
             &QWidget::close);
-    connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
 }
 
 } // namespace corvane

@@ -114,8 +114,8 @@ QWidget *TrendWindow::makePicture()
 
 void TrendWindow::addKeys()
 {
-    for (const QKeySequence &keys : {QKeySequence(Qt::Key_Escape), QKeySequence(u"Ctrl+W"_s)})
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this,
+            &QWidget::close);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
             &TrendWindow::cmdSave_Click);
 }
