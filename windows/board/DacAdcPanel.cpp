@@ -103,7 +103,9 @@ QWidget *DacAdcPanel::makeAdcs()
     cmdReadAdcAll = exchanging(button(u"Rea&d All"_s, u"cmdReadAdcAll"_s, u"Read all ADCs"_s, this,
                                       &DacAdcPanel::cmdReadAdcAll_Click));
     grid->addWidget(cmdReadAdcAll, channels + 1, 2);
-    grid->setRowMinimumHeight(channels, cmdReadAdcAll->sizeHint().height()); // as beside it
+    auto *beside = new QWidget; // of "All": rows without a widget would come closer
+    beside->setFixedHeight(cmdReadAdcAll->sizeHint().height());
+    grid->addWidget(beside, channels, 2);
     spread(*grid, 0, channels + 1);
     grid->setColumnStretch(1, 1);
     return box;
