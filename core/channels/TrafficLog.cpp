@@ -96,8 +96,9 @@ bool TrafficLog::appendToFile(const QString &line)
         fault = regularFile::write(file, line.toLatin1() + "\r\n");
         if (fault.isEmpty())
             return true;
-        // A part of a record would run into the next one.
-        if (!file.resize(before))
+        // A part of a record would run into the next one. What somebody else appended behind it, or
+        // in between, is not cut away with it.
+        if (file.pos() != before && (file.size() != file.pos() || !file.resize(before)))
             fault += channelTexts::logTorn;
     }
     setLogging(false);
