@@ -3,6 +3,7 @@
 
 #include "tests/support/Testing.h"
 #include "windows/widgets/EditableBox.h"
+#include "windows/widgets/LeanStyle.h"
 #include "windows/widgets/OneLine.h"
 
 using namespace corvane;
@@ -113,6 +114,14 @@ TEST(EntryRules, ALineEndNeverStaysInAnEntryHoweverItComesIn)
     page.box.addItem(pasted);
     page.box.setCurrentIndex(page.box.count() - 1);
     EXPECT_EQ(page.box.currentText(), u"A B");
+}
+
+TEST(EntryRules, TheHintInAnEmptyEntryCanBeReadOnADarkDesktop)
+{
+    QPalette theme(Qt::white, Qt::black, Qt::black, Qt::black, Qt::black, Qt::white, Qt::black);
+    theme.setColor(QPalette::PlaceholderText, Qt::black); // as some of them leave it
+    LeanStyle().polish(theme);
+    EXPECT_EQ(theme.placeholderText().color().rgb(), QColor(Qt::white).rgb());
 }
 
 TEST(EditableBox, KeepsATextThatDiffersFromAnItemInCaseOnly)
