@@ -236,8 +236,10 @@ void UnattendedRun::writeResults()
         m_messages << "corvane: --save " << printableText::message(m_line.saveFile)
                    << " is not written, as the list is not filled" << Qt::endl;
     }
-    write(m_line.csvFile, report().toCsv());
-    write(m_line.junitFile, junitReport(report()));
+    if (!m_line.csvFile.isEmpty())
+        write(m_line.csvFile, report().toCsv());
+    if (!m_line.junitFile.isEmpty())
+        write(m_line.junitFile, junitReport(report()));
 }
 
 void UnattendedRun::write(const QString &path, const QByteArray &bytes)

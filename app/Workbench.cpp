@@ -100,16 +100,18 @@ void Workbench::addBench()
 {
     if (m_desk)
         return;
+    for (size_t board = 0; board < m_gpibAdapters.size(); ++board) {
+        if (m_gpibAdapters[board] == GpibAdapterChoice())
+            m_gpib->forgetAdapter(static_cast<int>(board)); // not while it is in use
+    }
     makeBench({});
     start();
     m_benchDevices = m_desk->serialDevices();
     const QMap<int, QString> &adapters = m_desk->gpibAdapters();
     for (auto each = adapters.begin(); each != adapters.end(); ++each) {
         GpibAdapterChoice &choice = m_gpibAdapters.at(static_cast<size_t>(each.key()));
-        if (choice != GpibAdapterChoice())
-            continue;
-        m_gpib->forgetAdapter(each.key());
-        choice = GpibAdapterChoice::parse(each.value());
+        if (choice == GpibAdapterChoice())
+            choice = GpibAdapterChoice::parse(each.value());
     }
     pointChannelsAtBench();
 }

@@ -118,9 +118,8 @@ std::vector<Desk::Place> Bench::placesNow()
 
 QString Bench::tcpHint() const
 {
-    return u"TCP/IP Channels: host %1, port %2 (chamber) or %3 (board)."_s.arg(host())
-        .arg(chamberPort())
-        .arg(boardPort());
+    return u"TCP/IP Channels: host %1, port %2 (chamber) or %3 (board)."_s.arg(
+        host(), QString::number(chamberPort()), QString::number(boardPort()));
 }
 
 std::vector<DeskOrder> Bench::ownOrders()

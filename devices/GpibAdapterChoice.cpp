@@ -75,7 +75,8 @@ QString GpibAdapterChoice::toString() const
     QString word =
         std::ranges::find(kinds, kind, [](const auto &row) { return row.second; })->first;
     if (kind == Kind::Tcp)
-        return u"%1:%2:%3"_s.arg(word, host.contains(u':') ? u'[' + host + u']' : host).arg(port);
+        return u"%1:%2:%3"_s.arg(word, host.contains(u':') ? u'[' + host + u']' : host,
+                                 QString::number(port));
     if (kind == Kind::Serial)
         return word + u':' + device;
     if (kind == Kind::Library && libraryBoard)

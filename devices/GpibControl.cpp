@@ -69,11 +69,12 @@ GpibAddress GpibControl::tellAddress()
     return address;
 }
 
-void GpibControl::put(const QByteArray &bytes)
+bool GpibControl::put(const QByteArray &bytes)
 {
     const Use use(*this);
     const auto address = tellAddress();
     adapter(address.board).write(address, bytes, m_timeoutMs, m_waits);
+    return !m_waits.isClosed();
 }
 
 QByteArray GpibControl::take()

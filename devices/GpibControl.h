@@ -75,7 +75,7 @@ Q_SIGNALS:
     void adapterForgotten(int board);
 
 protected:
-    void put(const QByteArray &bytes) override;
+    bool put(const QByteArray &bytes) override;
     QByteArray take() override;
 
 private:

@@ -81,9 +81,9 @@ void LibraryAdapter::require(const std::function<void()> &work, int limitMs, Wai
         return QByteArray();
     };
     if (!m_worker.call(job, limitMs, waits) && !waits.isClosed())
-        throw PlatformError(u"%1 has not come back within %2 ms; check the devices "
-                            "and cables on the bus"_s.arg(m_bus->description())
-                                .arg(limitMs));
+        throw PlatformError(
+            u"%1 has not come back within %2 ms; check the devices "
+            "and cables on the bus"_s.arg(m_bus->description(), QString::number(limitMs)));
 }
 
 } // namespace corvane

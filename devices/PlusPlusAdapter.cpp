@@ -181,7 +181,8 @@ QByteArray PlusPlusAdapter::askVersion(int attempts, int limitMs, WaitGroup &wai
 {
     m_stream->take();
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        m_stream->write("++ver\n", waits);
+        if (m_stream->isConnected()) // else it is told below
+            m_stream->write("++ver\n", waits);
         QByteArray answer;
         const auto lineCame = [this, &answer] {
             answer += m_stream->take();

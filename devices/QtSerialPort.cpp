@@ -155,7 +155,7 @@ QString QtSerialPort::openFault(const QString &device) const
     }
 }
 
-void QtSerialPort::put(const QByteArray &bytes)
+bool QtSerialPort::put(const QByteArray &bytes)
 {
     if (!m_open)
         throw PlatformError(u"the serial port is not open"_s);
@@ -163,6 +163,7 @@ void QtSerialPort::put(const QByteArray &bytes)
         throw PlatformError(u"%1: the device takes no more data"_s.arg(m_label));
     if (m_port.write(bytes) != bytes.size())
         throw PlatformError(u"%1: cannot send: %2"_s.arg(m_label, m_port.errorString()));
+    return true;
 }
 
 QByteArray QtSerialPort::take()

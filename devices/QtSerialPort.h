@@ -35,7 +35,7 @@ public:
     [[nodiscard]] QString openDevice() const override { return m_open ? m_device : QString(); }
 
 protected:
-    void put(const QByteArray &bytes) override;
+    bool put(const QByteArray &bytes) override;
     QByteArray take() override;
 
 private:

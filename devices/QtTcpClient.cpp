@@ -83,19 +83,25 @@ void QtTcpClient::connectToPeer()
     if (remotePort() < 1 || remotePort() > 65535)
         throw PlatformError(u"the port \"%1\" is not a number from 1 to 65535"_s.arg(remotePort()));
     const int attempt = ++m_attempt;
-    m_peer = u"%1 port %2"_s.arg(host).arg(remotePort());
+    m_peer = u"%1 port %2"_s.arg(host, QString::number(remotePort()));
     m_connectLimit.start();
     m_rest.clear();
     m_wasReset = false;
     setState(SocketState::ResolvingHost);
     if (attempt != m_attempt) // a receiver closed it
         return;
-    if (const QHostAddress address(host); !address.isNull())
+    if (const QHostAddress address(host); !address.isNull()) {
         connectToOneOf({address});
-    else
+        return;
+    }
+    try {
         m_lookup.start([this, resolver = m_resolver, host] {
             return [this, addresses = resolver(host)] { connectToOneOf(addresses); };
         });
+    } catch (const PlatformError &) {
+        close();
+        throw;
+    }
 }
 
 /// Tries the addresses of the host one after the other until one takes the connection.
@@ -127,7 +133,7 @@ void QtTcpClient::close()
         Q_EMIT stateChanged();
 }
 
-void QtTcpClient::put(const QByteArray &bytes)
+bool QtTcpClient::put(const QByteArray &bytes)
 {
     if (m_state != SocketState::Connected)
         throw PlatformError(u"the socket is not connected"_s);
@@ -136,6 +142,7 @@ void QtTcpClient::put(const QByteArray &bytes)
     if (m_socket.write(bytes) != bytes.size())
         throw PlatformError(u"%1: cannot send: %2"_s.arg(m_peer, m_socket.errorString()));
     m_socket.flush(); // now, not after the paint that the event loop may have waiting
+    return true;
 }
 
 QByteArray QtTcpClient::take()

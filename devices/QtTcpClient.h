@@ -37,7 +37,7 @@ public:
     void close() override;
 
 protected:
-    void put(const QByteArray &bytes) override;
+    bool put(const QByteArray &bytes) override;
     QByteArray take() override;
 
 private:

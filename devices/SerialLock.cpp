@@ -24,7 +24,7 @@ QString Holder::toString() const
     if (process == 0)
         return u"whoever wrote %1, which cannot be read"_s.arg(file);
     return program.isEmpty() ? u"process %1"_s.arg(process)
-                             : u"%1 (process %2)"_s.arg(program).arg(process);
+                             : u"%1 (process %2)"_s.arg(program, QString::number(process));
 }
 
 qint64 processIn(const QByteArray &content)

@@ -174,9 +174,9 @@ std::optional<int> SerialPortList::numberIn(const QString &entry)
         return number;
     const bool isTooLarge = !text.isEmpty() && std::ranges::all_of(text, isDigit);
     if (isTooLarge)
-        throw PlatformError(u"serial port %1: there is no such port; the numbers go "
-                            "from 1 to %2"_s.arg(text)
-                                .arg(std::numeric_limits<int>::max()));
+        throw PlatformError(
+            u"serial port %1: there is no such port; the numbers go "
+            "from 1 to %2"_s.arg(text, QString::number(std::numeric_limits<int>::max())));
     if (text.isEmpty() ||
         !(text.front().isLetter() || text.front() == u'/' || text.front() == u'\\'))
         throw PlatformError(u"the port \"%1\" is not a number"_s.arg(entry));
@@ -191,9 +191,8 @@ void SerialPortList::refuse(const QString &what, const std::map<int, SerialPortE
     throw PlatformError(
         known.isEmpty() ? u"%1: the system lists no serial ports; plug the adapter in, or pin the "
                           "number to a device (--com N=DEVICE)"_s.arg(what)
-                        : u"%1; the system lists %2 (%3)"_s.arg(what)
-                              .arg(known.size())
-                              .arg(known.join(u", "_s)));
+                        : u"%1; the system lists %2 (%3)"_s.arg(what, QString::number(known.size()),
+                                                                known.join(u", "_s)));
 }
 
 } // namespace corvane

@@ -17,7 +17,7 @@ TcpGpibStream::TcpGpibStream(const QString &host, int port)
 
 QString TcpGpibStream::place() const
 {
-    return u"%1:%2"_s.arg(m_client.remoteHost()).arg(m_client.remotePort());
+    return u"%1:%2"_s.arg(m_client.remoteHost(), QString::number(m_client.remotePort()));
 }
 
 bool TcpGpibStream::connectToController(WaitGroup &waits)

@@ -7,13 +7,15 @@ namespace corvane {
 
 void Transport::send(const QByteArray &bytes)
 {
+    bool isSent = false;
     try {
-        put(bytes);
+        isSent = put(bytes);
     } catch (const PlatformError &error) {
         Q_EMIT failed(error.description());
         throw;
     }
-    Q_EMIT sent(bytes);
+    if (isSent)
+        Q_EMIT sent(bytes);
 }
 
 QByteArray Transport::receive()

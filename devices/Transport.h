@@ -25,11 +25,12 @@ Q_SIGNALS:
     void addressed(const QString &address);
 
 protected:
-    /// Sends, or takes what has come. Throws PlatformError.
-    virtual void put(const QByteArray &bytes) = 0;
+    /// Sends, or takes what has come. Throws PlatformError. False: cancelled meanwhile, and whether
+    /// the bytes have left is not known.
+    virtual bool put(const QByteArray &bytes) = 0;
     virtual QByteArray take() = 0;
 
-    /// The same, and told.
+    /// The same, and told, unless it was cancelled.
     void send(const QByteArray &bytes);
     QByteArray receive();
 };

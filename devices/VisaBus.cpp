@@ -169,8 +169,9 @@ void VisaBus::fail(const GpibAddress &address, Status status)
                                           : QString::fromLocal8Bit(described.data()).trimmed();
     if (why.isEmpty())
         why = u"the VISA library does not start; check its installation"_s;
-    const QString text = u"%1: %2 (VISA status %3)"_s.arg(address.toString(), why)
-                             .arg(static_cast<std::uint32_t>(status), 8, 16, QChar(u'0'));
+    const QString text = u"%1: %2 (VISA status %3)"_s.arg(
+        address.toString(), why,
+        u"%1"_s.arg(static_cast<std::uint32_t>(status), 8, 16, QChar(u'0')));
     if (std::ranges::find(deviceAbsent, status) != deviceAbsent.end())
         throw DeviceAbsent(text);
     throw PlatformError(text);

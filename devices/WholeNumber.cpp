@@ -17,9 +17,8 @@ int requiredNumber(const QString &where, const QString &what, const QString &tex
 {
     if (const auto value = wholeNumber(text, first, last))
         return *value;
-    throw PlatformError(u"%1: the %2 \"%3\" is not a number from %4 to %5"_s.arg(where, what, text)
-                            .arg(first)
-                            .arg(last));
+    throw PlatformError(u"%1: the %2 \"%3\" is not a number from %4 to %5"_s.arg(
+        where, what, text, QString::number(first), QString::number(last)));
 }
 
 } // namespace corvane

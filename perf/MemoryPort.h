@@ -25,7 +25,7 @@ public:
     void setPortOpen(bool open) override { m_open = open; }
 
 protected:
-    void put(const QByteArray &) override {}
+    bool put(const QByteArray &) override { return true; }
     QByteArray take() override { return std::exchange(m_waiting, {}); }
 
 private:

@@ -21,8 +21,9 @@ UnreadRest::UnreadRest(const QString &path, const ListContents &contents)
 
 QString UnreadRest::warning() const
 {
-    return m_file.isEmpty() ? QString()
-                            : listTexts::restNotRead.arg(listKinds::fileName(m_file)).arg(m_line);
+    return m_file.isEmpty()
+               ? QString()
+               : listTexts::restNotRead.arg(listKinds::fileName(m_file), QString::number(m_line));
 }
 
 bool UnreadRest::isIn(const QString &path) const

@@ -2,6 +2,7 @@
 #include "core/traffic/TrafficFormat.h"
 
 #include "core/channels/ChannelTraits.h"
+#include "core/text/Csv.h"
 #include "core/text/ProductInfo.h"
 #include "core/traffic/TrafficText.h"
 
@@ -34,14 +35,6 @@ QByteArray textLine(const QDateTime &began, const TrafficEvent &event)
 
 // Comma-separated values
 
-/// A blank goes in front of what a spreadsheet would take for a formula.
-QString field(QString text)
-{
-    if (!text.isEmpty() && QStringView(u"=+-@").contains(text.front()))
-        text.prepend(u' ');
-    return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
-}
-
 QByteArray csvTitles(const QDateTime &)
 {
     return "seconds,clock,channel,kind,text,hexadecimal\r\n";
@@ -56,7 +49,7 @@ QByteArray csvLine(const QDateTime &began, const TrafficEvent &event)
                              trafficText::stampOf(began, event.time),
                              channelCaption(event.channel),
                              trafficText::kindOf(event.kind),
-                             field(trafficText::contentOf(event, Style::Text, all)),
+                             csv::cell(trafficText::contentOf(event, Style::Text, all)),
                              numbers};
     return fields.join(u',').toUtf8() + "\r\n";
 }

@@ -41,7 +41,7 @@ public:
 
     [[nodiscard]] bool takes(qint64 time, qsizetype size) const
     {
-        const auto marks = static_cast<qsizetype>((m_count + 1) * sizeof(Mark));
+        const auto marks = static_cast<qsizetype>(m_count + 1) * qsizetype{sizeof(Mark)};
         return contentEnd(m_count) + size + marks <= blockSize &&
                time - m_time <= std::numeric_limits<quint32>::max();
     }
@@ -177,9 +177,10 @@ void TrafficRecorder::startBlock(qint64 time)
 
 void TrafficRecorder::keepAddress(const Block &dropped)
 {
-    if (!dropped.addressed())
+    const std::optional<quint64> addressed = dropped.addressed();
+    if (!addressed)
         return;
-    m_addressedBefore = dropped.at(*dropped.addressed());
+    m_addressedBefore = dropped.at(*addressed);
     m_addressBefore = m_addressedBefore->content.toByteArray();
     m_addressedBefore->content = m_addressBefore;
 }

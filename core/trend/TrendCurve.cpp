@@ -50,7 +50,7 @@ QString TrendSource::place() const
 
 QString TrendSource::question() const
 {
-    return field == 0 ? command : u"%1 [%2]"_s.arg(command).arg(field);
+    return field == 0 ? command : u"%1 [%2]"_s.arg(command, QString::number(field));
 }
 
 size_t qHash(const TrendSource &source, size_t seed)

@@ -46,7 +46,7 @@ TEST(Faults, SpoilARepliesPiecesAndTimes)
                         {"split 9", "<05:ABCD\r\n", "0:<0|9:5:A|9:BCD|9:\r|9:\n$"},
                         {"split 9", "A\r\n", "0:A|9:\r|9:\n$"},
                         {"split 9", "\r\n", "0:\r|9:\n$"},
-                        {"garbage 1\\r\\n\\\\\\x41\\xfe\\q", "A\r\n", "0:1\r\n\\A\xfe\\q\r\n$"},
+                        {R"(garbage 1\r\n\\\x41\xfe\q)", "A\r\n", "0:1\r\n\\A\xfe\\q\r\n$"},
                         {"garbage what\\", "A\r\n", "0:what\\\r\n$"},
                         {"unplug", "ABCD\r\n", ""}};
     for (const Row &row : rows) {

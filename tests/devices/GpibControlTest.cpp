@@ -91,6 +91,19 @@ TEST_F(GpibControlTest, ASecondUseIsRefusedAndCancellingEndsTheReadAtOnce)
     EXPECT_EQ(bus.calls.size(), 3);
 }
 
+TEST_F(GpibControlTest, ASendThatIsCancelledOnItsWayToTheControllerIsNotToldAsSent)
+{
+    int told = 0;
+    QObject::connect(&control, &Transport::sent, [&told] { ++told; });
+    control.write("goes");
+    bus.onWrite = [this](auto &&...) {
+        control.cancel();
+        return std::nullopt;
+    };
+    control.write("cancelled");
+    EXPECT_EQ(told, 1);
+}
+
 TEST_F(GpibControlTest, ClicksAndKeysWaitForTheBusAndKeepTheirOrder)
 {
     readAnd([this] { typeAndClick(); });

@@ -233,7 +233,7 @@ TEST(GpibAdapterChoice, IsReadAndWrittenAsText)
     // The setup window's test takes every other kind through its text and back.
     const char *const rows[][2] = {{" Auto ", "auto"},
                                    {"tcp:box", "tcp:box:1234"},
-                                   {"tcp:[::1]", "tcp:[::1]:1234"},
+                                   {"tcp:[fe80::1%2]", "tcp:[fe80::1%2]:1234"},
                                    {"serial:/dev/a:b", "serial:/dev/a:b"},
                                    {"library:0", "library:0"}};
     for (const auto &[text, written] : rows)

@@ -21,20 +21,20 @@ TEST(SerialSettings, AreReadWithBlanksAndSmallLettersAndWrittenBack)
 
 TEST(SerialSettings, AFaultNamesTheWrongPart)
 {
-    const char *const rows[][2] = {{"", "are needed"},
-                                   {"9600,N,8", "are needed"},
-                                   {"9600,N,8,1,", "are needed"},
-                                   {",N,8,1", "baud rate \"\""},
-                                   {"0,N,8,1", "baud rate"},
-                                   {"-9600,N,8,1", "baud rate \"-9600\""},
-                                   {"+9600,N,8,1", "baud rate"},
-                                   {"99999999999,N,8,1", "baud rate"},
-                                   {"9600.5,N,8,1", "baud rate"},
-                                   {"9600,X,8,1", "parity \"X\""},
-                                   {"9600,N,9,1", "data bits \"9\""},
-                                   {"9600,N,4,1", "data bits \"4\""},
-                                   {"9600,N,8,3", "stop bits \"3\""},
-                                   {"9600,N,8,", "stop bits \"\""}};
+    const std::pair<const char *, const char *> rows[] = {{"", "are needed"},
+                                                          {"9600,N,8", "are needed"},
+                                                          {"9600,N,8,1,", "are needed"},
+                                                          {",N,8,1", "baud rate \"\""},
+                                                          {"0,N,8,1", "baud rate"},
+                                                          {"-9600,N,8,1", "baud rate \"-9600\""},
+                                                          {"+9600,N,8,1", "baud rate"},
+                                                          {"99999999999,N,8,1", "baud rate"},
+                                                          {"9600.5,N,8,1", "baud rate"},
+                                                          {"9600,X,8,1", "parity \"X\""},
+                                                          {"9600,N,9,1", "data bits \"9\""},
+                                                          {"9600,N,4,1", "data bits \"4\""},
+                                                          {"9600,N,8,3", "stop bits \"3\""},
+                                                          {"9600,N,8,", "stop bits \"\""}};
     for (const auto &[text, part] : rows)
         EXPECT_TRUE(failsSaying(part, [&] { SerialSettings::parse(QLatin1String(text)); }));
 }

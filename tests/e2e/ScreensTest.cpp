@@ -92,7 +92,8 @@ std::string clashes(const QWidget &window)
         if (const auto *label = qobject_cast<const QLabel *>(each); label && label->buddy())
             note(label->text());
         const auto *button = qobject_cast<const QAbstractButton *>(each);
-        if (button && !note(button->text()) && qobject_cast<const QPushButton *>(each) &&
+        const bool isPushed = qobject_cast<const QPushButton *>(each) != nullptr;
+        if (button != nullptr && !note(button->text()) && isPushed &&
             !button->toolTip().contains(u'('))
             without.append(u"no key: "_s + button->text());
     }

@@ -77,7 +77,7 @@ public:
         if (waits.waitUntil([&queue] { return !queue.empty(); }, timeoutMs) != WaitEnd::Done)
             return {};
         m_replyEnd = m_bus.end;
-        const QByteArray reply = queue.front();
+        QByteArray reply = queue.front();
         queue.pop_front();
         return reply;
     }

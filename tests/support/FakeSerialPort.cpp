@@ -15,7 +15,7 @@ void FakeSerialPort::setPortOpen(bool open)
     ++(open ? opened : closed);
 }
 
-void FakeSerialPort::put(const QByteArray &bytes)
+bool FakeSerialPort::put(const QByteArray &bytes)
 {
     if (!failWrite.isEmpty())
         throw PlatformError(failWrite);
@@ -24,6 +24,7 @@ void FakeSerialPort::put(const QByteArray &bytes)
     written.push_back(bytes);
     if (onOutput)
         onOutput(bytes);
+    return true;
 }
 
 void FakeSerialPort::feed(const QByteArray &bytes)

@@ -46,7 +46,7 @@ public:
     int closed = 0;
 
 protected:
-    void put(const QByteArray &bytes) override;
+    bool put(const QByteArray &bytes) override;
     QByteArray take() override { return std::exchange(m_buffer, {}); }
 
 private:

@@ -20,7 +20,7 @@ void FakeTcpClient::close()
     setState(SocketState::Closed);
 }
 
-void FakeTcpClient::put(const QByteArray &bytes)
+bool FakeTcpClient::put(const QByteArray &bytes)
 {
     if (!failSend.isEmpty())
         throw PlatformError(failSend);
@@ -29,6 +29,7 @@ void FakeTcpClient::put(const QByteArray &bytes)
     sent.push_back(bytes);
     if (onSend)
         onSend(bytes);
+    return true;
 }
 
 void FakeTcpClient::setState(SocketState state)

@@ -7,6 +7,7 @@
 #include "windows/widgets/EditableBox.h"
 #include "windows/widgets/ScrollPage.h"
 
+#include <QEvent>
 #include <QFrame>
 
 namespace corvane {

@@ -18,6 +18,7 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 namespace corvane {
@@ -47,11 +48,13 @@ TrafficWindow::TrafficWindow(TrafficRecorder &recorder, Dialogs &dialogs, QWidge
     connect(&m_model, &QAbstractItemModel::modelReset, &m_findTurn, &QTimer::stop);
 }
 
-/// A file whose saving was begun is saved.
+/// A file whose saving was begun is saved. The main window is going too: there is none for a box.
 TrafficWindow::~TrafficWindow()
 {
-    if (m_save)
-        saved(m_save->finish());
+    if (!m_save)
+        return;
+    if (const QString fault = m_save->finish(); !fault.isEmpty())
+        std::fprintf(stderr, "corvane: %s: %s\n", qPrintable(m_save->path()), qPrintable(fault));
 }
 
 void TrafficWindow::showEvent(QShowEvent *event)
@@ -240,9 +243,11 @@ void TrafficWindow::cmdSave_Click()
     const Dialogs::FileChoice choice =
         m_dialogs.saveFile(this, {saveFilter, QString(), u"traffic.txt"_s});
     using Outcome = Dialogs::FileChoice::Outcome;
-    if (choice.outcome == Outcome::InvalidName)
+    if (choice.outcome == Outcome::InvalidName) {
+        say(u"not saved"_s);
         m_dialogs.showMessage(this,
                               u"%1: %2"_s.arg(choice.path, fileQuestions::refusalOf(choice.path)));
+    }
     if (choice.outcome != Outcome::Chosen || m_save)
         return;
     m_model.refresh(); // some may have been dropped while the dialog was open

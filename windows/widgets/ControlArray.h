@@ -15,7 +15,7 @@ class ControlArray : public std::array<Control *, count>
 public:
     Control *&operator[](auto index) { return this->at(static_cast<std::size_t>(index)); }
     Control *operator[](auto index) const { return this->at(static_cast<std::size_t>(index)); }
-    [[nodiscard]] static bool holds(int index)
+    [[nodiscard]] bool holds(int index) const
     {
         return index >= 0 && index < static_cast<int>(count);
     }

@@ -218,12 +218,12 @@ TEST(TrendCurve, IsReducedToWhatAPictureShows)
 
 TEST_F(Trend, IsWrittenAsATable)
 {
-    exchange(channels::tcpIp1, "= a,b\r", "1.5,-2\r\n");
+    exchange(channels::tcpIp1, "= %2,b\r", "1.5,-2\r\n");
     exchange(channels::rs485, ">05 ? PV x\r", "27.00\r\n");
     series.follow();
     EXPECT_EQ(trendCsv::text(series),
               "Time (s),Wall clock,Channel,Command,Value\r\n"
-              "0.020000,2026-01-02T03:04:05.020Z,TCP/IP-1,\" = a,b [1]\",1.5\r\n"
-              "0.020000,2026-01-02T03:04:05.020Z,TCP/IP-1,\" = a,b [2]\",-2\r\n"
+              "0.020000,2026-01-02T03:04:05.020Z,TCP/IP-1,\" = %2,b [1]\",1.5\r\n"
+              "0.020000,2026-01-02T03:04:05.020Z,TCP/IP-1,\" = %2,b [2]\",-2\r\n"
               "0.040000,2026-01-02T03:04:05.040Z,RS-485 05,? PV x,27\r\n");
 }
