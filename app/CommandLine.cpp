@@ -144,8 +144,11 @@ void readChannel(const QCommandLineParser &parser, CommandLine &line)
         line.channel = channelNamed(parser.value(u"channel"_s));
     else if (line.setups.size() == 1)
         line.channel = line.setups.firstKey();
-    const ChannelEntries entries{parser.value(u"port"_s), parser.value(u"host"_s),
-                                 parser.value(u"address"_s), parser.value(u"settings"_s)};
+    QString host = parser.value(u"host"_s);
+    if (host.startsWith(u'[') && host.endsWith(u']')) // as an address with colons may be written
+        host = host.sliced(1).chopped(1);
+    const ChannelEntries entries{parser.value(u"port"_s), host, parser.value(u"address"_s),
+                                 parser.value(u"settings"_s)};
     for (const QString &option : {u"port"_s, u"host"_s, u"address"_s, u"settings"_s, u"loop"_s}) {
         if (!parser.isSet(option))
             continue;

@@ -3,6 +3,7 @@
 
 #include "bench/Bench.h"
 #include "bench/Replay.h"
+#include "core/channels/Reconnect.h"
 #include "devices/PlatformError.h"
 
 namespace corvane {
@@ -89,7 +90,9 @@ void Workbench::pointChannelsAtBench()
     for (const bench::Desk::Entries &entries : m_desk->entries()) {
         const auto &all = m_channels->all();
         const auto channel = std::ranges::find(all, entries.channel, &ChannelSession::caption);
-        if (channel != all.end() && !(*channel)->isOpen())
+        if (channel == all.end())
+            continue;
+        if (!(*channel)->isOpen() && !(*channel)->reconnect().isInCharge())
             (*channel)->fillIn({.port = m_benchDevices.value(entries.port.toInt(), entries.port),
                                 .host = entries.host,
                                 .address = entries.address});

@@ -183,6 +183,9 @@ int runTask(const Job &job, int &argc, char **argv)
     if (job.line.demo && !job.line.folder.isEmpty())
         throw PlatformError(
             u"--folder %1: is for the window, and there is no display"_s.arg(job.line.folder));
+    if (job.line.demo && (job.line.channel >= 0 || job.line.connects || !job.line.setups.isEmpty()))
+        throw PlatformError(u"the set-up of a Channel is for the window, and there is no display. "
+                            "--run LIST runs a list on a Channel that is set up."_s);
     if (job.line.demo)
         return runUnattended(job, argc, argv);
     throw PlatformError(u"there is no display. Use --run LIST to run a list, or --demo."_s);

@@ -67,11 +67,18 @@ void ChannelSession::tryToOpen(const std::function<void()> &openIt)
         if (m_light == Light::Hidden)
             setLight(Light::Dark);
     } catch (const PlatformError &error) {
-        if (!m_reconnect->isInCharge())
-            showMessage(channelTexts::connectError + u"\r\n"_s + error.description());
-        Q_EMIT connectFailed(error.description());
+        tellConnectFault(error.description(), channelTexts::connectError + u"\r\n"_s);
     }
     refreshStatus();
+}
+
+void ChannelSession::tellConnectFault(const QString &description, const QString &message)
+{
+    if (!m_reconnect->isInCharge()) {
+        setFault(u"%1: %2"_s.arg(caption(), description));
+        showMessage(message + description);
+    }
+    Q_EMIT connectFailed(description);
 }
 
 void ChannelSession::close()

@@ -17,6 +17,9 @@ Reconnect::Reconnect(ChannelSession &session, const ChannelUsers &users)
     connect(&session, &ChannelSession::connectFailed, this, [this](const QString &reason) {
         if (m_tmrTry.isActive())
             say(trying() + u": "_s + reason);
+        else if (m_isOn)
+            Q_EMIT noted(u"%1: tried again by itself only after it has been connected"_s.arg(
+                m_session.caption()));
     });
 }
 
@@ -53,9 +56,11 @@ void Reconnect::stop()
 
 void Reconnect::openChanged(bool open)
 {
-    if (open && m_tmrTry.isActive())
-        say(u"connected again at "_s + QTime::currentTime().toString());
     if (open) {
+        if (m_tmrTry.isActive())
+            say(u"connected again at "_s + QTime::currentTime().toString());
+        else
+            Q_EMIT noted({});
         m_tmrTry.stop();
         m_isWanted = true;
     } else if (m_isWanted && !m_tmrTry.isActive()) {
@@ -74,8 +79,12 @@ void Reconnect::begin()
 
 void Reconnect::tmrTry_Timer()
 {
-    if (m_session.isOpen() || m_session.isConnecting())
-        return; // one at a time
+    if (m_session.isOpen())
+        return;
+    if (m_session.isConnecting()) { // one at a time
+        say(trying() + u": no answer yet"_s);
+        return;
+    }
     if (m_users.isUsed(m_session.index(), ChannelUse::Board)) {
         say(u"tried again when the VXM250E window has finished"_s);
         return;

@@ -185,11 +185,9 @@ void TcpSession::tcpClient_DataArrival()
 
 void TcpSession::tcpClient_Error(int, const QString &description)
 {
-    if (!reconnect().isInCharge())
-        showMessage(channelTexts::socketError + description);
+    tellConnectFault(description, channelTexts::socketError);
     closeUntilClosed();
     refreshStatus();
-    Q_EMIT connectFailed(description);
 }
 
 void TcpSession::poll()

@@ -7,6 +7,7 @@
 #include "core/lists/ListText.h"
 #include "core/lists/ListTexts.h"
 #include "core/text/Dialogs.h"
+#include "devices/RegularFile.h"
 
 namespace corvane {
 
@@ -71,6 +72,18 @@ ListContents::End CommandList::OpenFile()
         m_dialogs.showMessage(this, text + listTexts::openProcedure);
     }
     return contents.end;
+}
+
+void CommandList::openIfThere(const QString &path)
+{
+    QFile file(path);
+    const QString fault = regularFile::open(file, QIODevice::ReadOnly);
+    if (fault.isEmpty()) {
+        OpenFile(path);
+        return;
+    }
+    Q_EMIT noted(listNotes::ofFault(path, fault));
+    m_dialogs.showMessage(this, listTexts::openFailed + listTexts::openProcedure);
 }
 
 void CommandList::clear()

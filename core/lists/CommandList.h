@@ -45,6 +45,9 @@ public:
     /// message.
     ListContents::End OpenFile(const QString &path);
     ListContents::End OpenFile();
+    /// The same for a file that need not be there (a recent one, one that was dropped): what cannot
+    /// be opened is told, and the list and its run stay as they are.
+    void openIfThere(const QString &path);
     /// The list as at the start: no name, one empty row of chamber settings, the comments kept.
     void clear();
     /// Appends an empty row, unless as many as rows can be added by hand are there.

@@ -54,7 +54,7 @@ RunReport RunRecord::report(const ChannelSession &channel, const QString &fault)
     report.began = m_began;
     report.properties = {{u"channel"_s, channel.caption()},
                          {u"device"_s, channel.place()},
-                         {u"loop-ms"_s, QString::number(channel.periodMs())},
+                         {u"loop-ms"_s, QString::number(channel.TimerTransfer->interval())},
                          {u"version"_s, QString::fromUtf16(productInfo::version)}};
     report.fault = fault;
     report.seconds = secondsOf(m_sinceStart);

@@ -3,6 +3,7 @@
 
 #include "core/channels/ChannelSet.h"
 #include "core/channels/Module1.h"
+#include "core/channels/Reconnect.h"
 #include "core/lists/CommandList.h"
 #include "core/lists/ListKinds.h"
 #include "core/lists/ListTexts.h"
@@ -171,6 +172,12 @@ void TransferEngine::TimerTransfer_Timer(int index)
     m_list.setCurrentCell(next, listKinds::firstColumn);
     if (!m_module.ResponseReady)
         return;
+    if (session().isClosed() && session().reconnect().isInCharge() &&
+        m_rows.step(next).kind == ListStep::Kind::Send) {
+        if (!m_notes.isClosed())
+            showClosed();
+        return; // until the device is back
+    }
     const quint64 start = m_starts;
     finishRow(Verdict::None);
     if (isOn(start))

@@ -113,6 +113,9 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
          "is "
          "used\n1\t? SP x\t9.0\t\n2\t! SP 9 1\tPASSED\tPASSED\n3\t? SP x\t8.0\t\nTest Passed.\n",
          ""},
+        {"$corvane --demo --tcp1 127.0.0.1:1 a.tst", 2, "",
+         "corvane: the set-up of a Channel is for the window, and there is no display. --run LIST "
+         "runs a list on a Channel that is set up.\n"},
         {"cd $folder; $corvane --demo --replay a.kms", 2, "",
          "corvane: --replay a.kms: it is no recording of traffic\n"},
     };

@@ -2,6 +2,7 @@
 #include "windows/main/ConnectHint.h"
 
 #include "core/channels/ChannelSession.h"
+#include "core/channels/Reconnect.h"
 #include "windows/widgets/Controls.h"
 #include "windows/widgets/ResponseView.h"
 
@@ -46,7 +47,8 @@ void ConnectHint::withdrawBench()
 
 void ConnectHint::showWhereEmpty()
 {
-    setVisible(!m_session.isOpen() && m_session.response().bytes().isEmpty());
+    setVisible(!m_session.isOpen() && !m_session.reconnect().isInCharge() &&
+               m_session.response().bytes().isEmpty());
 }
 
 /// It takes all of the box.

@@ -4,6 +4,7 @@
 #include "core/channels/GpibSession.h"
 #include "devices/GpibControl.h"
 #include "windows/widgets/BusyPointer.h"
+#include "windows/widgets/Controls.h"
 #include "windows/widgets/EditableBox.h"
 
 #include <QApplication>
@@ -55,8 +56,9 @@ void GpibTab::buildFields()
         cboIEEEAddress->addItem(QString::number(address));
     lblConnectString = new QLabel(this);
     lblConnectString->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    txtTimeout488 = new QLineEdit(QString::number(GpibControl::defaultTimeoutMs), this);
-    txtTimeout488->setMaximumWidth(70);
+    txtTimeout488 = controls::entry(6, u"txtTimeout488"_s, QString());
+    txtTimeout488->setText(QString::number(GpibControl::defaultTimeoutMs));
+    txtTimeout488->setMaximumWidth(txtTimeout488->minimumWidth());
     cmdSearchGPIB = new QPushButton(u"Searc&h"_s, this);
     cmdAdapter = new QPushButton(u"Adap&ter..."_s, this);
     cmdSearchGPIB->setAccessibleName(u"Search for an instrument"_s);

@@ -213,11 +213,16 @@ void Main::Timer1_Timer(int index)
 void Main::mnuHelp_Click()
 {
     const QWidget *asking = QApplication::activeWindow();
-    if (!m_guide)
-        m_guide = new GuideWindow(this);
-    if (asking && asking != m_guide)
-        m_guide->showChapter(helpChapterOf(*asking));
-    bringToFront(*m_guide);
+    // A dialog that waits for its answer lets nobody reach another window than its own.
+    QWidget *owner = QApplication::activeModalWidget();
+    if (owner == nullptr)
+        owner = this;
+    auto *guide = owner->findChild<GuideWindow *>(QString(), Qt::FindDirectChildrenOnly);
+    if (guide == nullptr)
+        guide = new GuideWindow(owner);
+    bringToFront(*guide);
+    if (asking != nullptr && asking != guide)
+        guide->showChapter(helpChapterOf(*asking));
 }
 
 void Main::mnuTrend_Click()

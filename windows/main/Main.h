@@ -31,7 +31,6 @@ class CommandList;
 class CommandListArea;
 class Dialogs;
 class GpibTab;
-class GuideWindow;
 class Led;
 class SerialTab;
 class TcpTab;
@@ -180,7 +179,6 @@ private:
     const std::array<QIcon, 2> m_tabMarks;
     SetupWindows *m_setup = nullptr;
     BoardWindows *m_board = nullptr;
-    GuideWindow *m_guide = nullptr;
     TrafficWindow *m_trafficWindow = nullptr;
     std::unique_ptr<TrendOpener> m_trend;
     bool m_painted = false;

@@ -33,11 +33,12 @@ namespace corvane {
 
 namespace {
 
-/// The key that closes a window closes each but the main one, dialogs too.
-class CloseKey : public QObject
+/// The key that closes a window closes each but the main one, dialogs too; the key for help opens
+/// the guide over a dialog as well.
+class WindowKeys : public QObject
 {
 public:
-    explicit CloseKey(Main &main)
+    explicit WindowKeys(Main &main)
         : QObject(&main)
         , m_main(main)
     {
@@ -45,18 +46,22 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() != QEvent::KeyPress ||
-            !static_cast<QKeyEvent *>(event)->matches(QKeySequence::Close))
-            return false;
         auto *widget = qobject_cast<QWidget *>(watched);
-        if (!widget || widget->window() == &m_main)
+        if (event->type() != QEvent::KeyPress || !widget || widget->window() == &m_main)
             return false;
-        widget->window()->close();
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->matches(QKeySequence::Close)) {
+            widget->window()->close();
+            return true;
+        }
+        if (!key->matches(QKeySequence::HelpContents) || !QApplication::activeModalWidget())
+            return false;
+        m_main.mnuHelp_Click();
         return true;
     }
 
 private:
-    const Main &m_main;
+    Main &m_main;
 };
 
 } // namespace
@@ -202,7 +207,7 @@ void Main::buildMenus()
     connect(mnuCmdList, &QAction::toggled, this, &Main::mnuCmdList_Click);
     connect(mnuTraffic, &QAction::triggered, this, &Main::mnuTraffic_Click);
     connect(mnuTrend, &QAction::triggered, this, &Main::mnuTrend_Click);
-    qApp->installEventFilter(new CloseKey(*this));
+    qApp->installEventFilter(new WindowKeys(*this));
     connect(mnuHelp, &QAction::triggered, this, &Main::mnuHelp_Click);
 }
 
@@ -225,7 +230,7 @@ void Main::connectWindows()
                 &ChannelTab::applyPendingEntries);
     connect(m_board, &BoardWindows::noted, this, &Main::showNote);
     connect(mnuAboutSC, &QAction::triggered, m_setup, &SetupWindows::mnuAboutSC_Click);
-    new ListDrop(*this, [this](const QString &path) { m_parts.list.OpenFile(path); });
+    new ListDrop(*this, [this](const QString &path) { m_parts.list.openIfThere(path); });
     auto *hold = new InputHold(m_parts.clock, this);
     connect(&m_parts.channels.gpib().control(), &GpibControl::busyChanged, hold,
             &InputHold::setCalling);

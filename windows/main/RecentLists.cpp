@@ -22,8 +22,7 @@ RecentLists::RecentLists(CommandList &list, QMenu &menu, QSettings *settings, QO
     , m_menu(menu)
     , m_settings(settings)
 {
-    if (m_settings != nullptr)
-        m_paths = m_settings->value(key).toStringList().mid(0, most);
+    read();
     connect(&list, &CommandList::named, this, [this](const QString &name) {
         if (!name.isEmpty())
             add(m_list.ListFilePath);
@@ -31,9 +30,18 @@ RecentLists::RecentLists(CommandList &list, QMenu &menu, QSettings *settings, QO
     fillMenu();
 }
 
+void RecentLists::read()
+{
+    if (m_settings == nullptr)
+        return;
+    m_settings->sync();
+    m_paths = m_settings->value(key).toStringList().mid(0, most);
+}
+
 void RecentLists::add(const QString &path)
 {
     const QString whole = QFileInfo(path).absoluteFilePath();
+    read(); // another program may have added to them
     m_paths.removeAll(whole);
     m_paths.prepend(whole);
     m_paths = m_paths.mid(0, most);
@@ -52,8 +60,7 @@ void RecentLists::fillMenu()
             u"%1  (%2)"_s.arg(file.fileName(), QDir::toNativeSeparators(file.absolutePath()));
         QAction *entry = m_menu.addAction(u"&%1  %2"_s.arg(m_menu.actions().size() + 1)
                                               .arg(QString(shown).replace(u'&', u"&&"_s)));
-        // A file that is gone says so as it would from the file dialog.
-        connect(entry, &QAction::triggered, this, [this, path] { m_list.OpenFile(path); });
+        connect(entry, &QAction::triggered, this, [this, path] { m_list.openIfThere(path); });
     }
 }
 

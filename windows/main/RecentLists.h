@@ -22,6 +22,7 @@ public:
     RecentLists(CommandList &list, QMenu &menu, QSettings *settings, QObject *parent);
 
 private:
+    void read();
     void add(const QString &path);
     void fillMenu();
 

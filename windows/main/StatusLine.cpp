@@ -35,8 +35,10 @@ void StatusLine::set(QString &place, const QString &text)
         return;
     place = text;
     QStringList shown(m_notes.front());
-    for (const auto &each : {m_faults, m_reconnects, m_replyNotes})
-        shown.append(QStringList(each.begin(), each.end()));
+    // Of a lost device, what becomes of it says more.
+    for (size_t channel = 0; channel < m_faults.size(); ++channel)
+        shown.append(m_reconnects[channel].isEmpty() ? m_faults[channel] : m_reconnects[channel]);
+    shown.append(QStringList(m_replyNotes.begin(), m_replyNotes.end()));
     shown.append(QStringList(m_notes.begin() + 1, m_notes.end()));
     shown.removeAll(QString());
     m_shown = shown;

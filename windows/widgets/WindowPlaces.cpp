@@ -5,10 +5,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QFileDialog>
 #include <QHeaderView>
-#include <QMessageBox>
-#include <QPointer>
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
@@ -25,12 +22,13 @@ template <class OnSplitter, class OnColumn>
 void forEachPart(const QWidget &window, OnSplitter onSplitter, OnColumn onColumn)
 {
     for (QSplitter *splitter : window.findChildren<QSplitter *>()) {
-        if (!splitter->objectName().isEmpty())
+        if (!splitter->objectName().isEmpty() && splitter->window() == &window)
             onSplitter(u"splitter/"_s + splitter->objectName(), *splitter);
     }
     for (QHeaderView *header : window.findChildren<QHeaderView *>()) {
         const QString table = header->parent()->objectName();
-        if (table.isEmpty() || header->orientation() != Qt::Horizontal)
+        if (table.isEmpty() || header->orientation() != Qt::Horizontal ||
+            header->window() != &window)
             continue;
         for (int column = 0; column < header->count(); ++column) {
             const bool isLast = column + 1 == header->count() && header->stretchLastSection();
@@ -55,6 +53,8 @@ public:
 
     bool eventFilter(QObject *, QEvent *event) override
     {
+        if (!m_window.isWindow()) // it was made before its parent
+            return false;
         if (event->type() == QEvent::Show && !std::exchange(m_isShown, true)) {
             takeWantedSize();
             restore();

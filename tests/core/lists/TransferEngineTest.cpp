@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TransferFixture.h"
 #include "core/channels/ChannelTexts.h"
+#include "core/channels/Reconnect.h"
 #include "core/lists/ListTexts.h"
 
 using namespace corvane;
@@ -254,6 +255,23 @@ TEST_F(Transfer, ALongReplyIsHeldUpToABoundAndPiecesTakenBackCostNoWholeLook)
     EXPECT_FALSE(m_noted.isEmpty()) << "until the next run";
     m_engine.cmdLoadToChmber_Click(0);
     EXPECT_TRUE(m_noted.isEmpty());
+}
+
+TEST_F(Transfer, ARowThatIsNotSentYetWaitsWithoutABoxWhileItsChannelIsTriedAgain)
+{
+    channels.at(3).reconnect().setOn(true);
+    send("a.tst", "? SP x\n= SP 5\n", 3);
+    tick(3);
+    piece("5", 3);
+    tcpClient1.setState(SocketState::Closed);
+    tick(3);
+    tick(3);
+    EXPECT_EQ(m_sent, QStringList(u"? SP x"_s));
+    EXPECT_EQ(m_progress, u"1 of 2 closed");
+    tcpClient1.setState(SocketState::Connected);
+    EXPECT_EQ(m_progress, u"1 of 2");
+    tick(3);
+    EXPECT_EQ(m_sent.last(), u"= SP 5");
 }
 
 TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)

@@ -104,6 +104,7 @@ TEST(GpibChannel, AppliesATimeoutInRangeAndBringsTheControlsBack)
     EXPECT_EQ(desk.control.timeout(), 2500);
     QTest::mouseClick(&entry, Qt::LeftButton);
     EXPECT_TRUE(entry.font().bold());
+    entry.end(false);
     QTest::keyClicks(&entry, u"1"_s);
     desk.channel.cmdConnect_Click(); // by its mnemonic: the entry keeps the focus
     EXPECT_EQ(desk.control.timeout(), 25001);

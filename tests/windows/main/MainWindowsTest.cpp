@@ -296,5 +296,8 @@ TEST(Main, AListThatIsDroppedAnywhereIsLoadedAndComesBackFromTheMenu)
     EXPECT_EQ(desk.list.ListFilePath, first);
     QFile::remove(second);
     desk.dialogs.expectMessage(listTexts::openFailed + listTexts::openProcedure);
+    const QString before = desk.list.text();
     desk.main.mnuRecent->actions().at(1)->trigger();
+    EXPECT_EQ(desk.list.text(), before);
+    EXPECT_EQ(desk.list.ListFilePath, first);
 }
