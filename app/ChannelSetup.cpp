@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ChannelSetup.h"
 
+#include "core/channels/SerialSession.h"
 #include "devices/GpibAddress.h"
 #include "devices/PlatformError.h"
 #include "devices/SerialPortList.h"
@@ -26,8 +27,8 @@ ChannelEntries serialEntries(const QString &text, bool isAddressed)
         entries.settings = SerialSettings::parse(line.sliced(comma + 1)).toString();
     if (at >= 0)
         entries.address = text.sliced(at + 1);
-    if (at >= 0 && !wholeNumber(entries.address, 1, 30))
-        throw PlatformError(u"the address \"%1\" is not one of 1 to 30"_s.arg(entries.address));
+    if (at >= 0)
+        entries.address = SerialSession::knownAddress(entries.address);
     return entries;
 }
 

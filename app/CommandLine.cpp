@@ -2,7 +2,7 @@
 #include "app/CommandLine.h"
 
 #include "app/ChannelSetup.h"
-#include "core/channels/ChannelTraits.h"
+#include "core/channels/ChannelSession.h"
 #include "devices/GpibAdapterChoice.h"
 #include "devices/PlatformError.h"
 #include "devices/WholeNumber.h"
@@ -155,7 +155,8 @@ void readChannel(const QCommandLineParser &parser, CommandLine &line)
         if (!isNamed && (option != u"loop" || line.channel < 0))
             refuse(option, parser.value(option), u"needs --channel NAME"_s);
         if (option == u"loop")
-            line.loopMs = numberOf(parser, option, 10, 3'600'000);
+            line.loopMs =
+                numberOf(parser, option, ChannelSession::minPeriodMs, ChannelSession::maxPeriodMs);
         else if (parser.isSet(channelSetup::optionOf(line.channel)))
             refuse(option, parser.value(option),
                    u"--%1 says it already"_s.arg(channelSetup::optionOf(line.channel)));

@@ -6,7 +6,6 @@
 #include "devices/RegularFile.h"
 #include "devices/WholeFile.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QTextStream>
 

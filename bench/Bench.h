@@ -31,7 +31,6 @@ public:
     [[nodiscard]] quint16 chamberPort() const { return m_chamberTcp.port(); }
     [[nodiscard]] quint16 boardPort() const { return m_boardTcp.port(); }
 
-    [[nodiscard]] ChamberController &chamber() { return m_chamber; }
     [[nodiscard]] Board &board() { return m_board; }
     [[nodiscard]] Meter &meter() { return m_meter; }
 

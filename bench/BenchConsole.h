@@ -12,7 +12,7 @@
 namespace corvane::bench {
 
 /// A bench as a program of its own: prints what is where, reads orders from the standard input
-/// and ends on "quit", SIGINT and SIGTERM.
+/// and ends on "quit", SIGINT, SIGTERM and SIGHUP.
 class BenchConsole : public QObject
 {
 public:

@@ -22,8 +22,6 @@ struct ChamberSetting
     /// The least and the greatest value; of a text nothing and its greatest length.
     double low;
     double high;
-    /// What it is, for the table that people read.
-    const char *about;
 };
 
 /// The settings of a chamber controller that can be changed: their table, values and limits.

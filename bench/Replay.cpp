@@ -5,6 +5,7 @@
 #include "bench/Text.h"
 
 #include <QRegularExpression>
+#include <QTimer>
 
 #include <utility>
 

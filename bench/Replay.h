@@ -6,8 +6,6 @@
 #include "bench/PlusPlusController.h"
 #include "bench/ReplayDevice.h"
 
-#include <QTimer>
-
 namespace corvane::bench {
 
 /// A bench that answers as recorded devices did: each recorded Channel on a transport of its kind,

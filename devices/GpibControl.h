@@ -26,7 +26,7 @@ class GpibControl : public Transport
     Q_OBJECT
 
 public:
-    /// Makes the adapter of a board (0..3); called at its first use and after setAdapterFactory.
+    /// Makes the adapter of a board (0..3); called at its first use, and anew after forgetAdapter.
     using AdapterFactory = std::function<std::unique_ptr<GpibAdapter>(int board)>;
 
     static constexpr int defaultTimeoutMs = 1000;
@@ -61,8 +61,7 @@ public:
     /// Ends the running call and refuses all later ones; the program is closing.
     void shutDown();
 
-    /// The adapter that serves a board, or null for a board without one. For the about box and the
-    /// adapter window; their calls count as uses of the control.
+    /// What serves a board, or why nothing does. For the about box and the adapter window.
     [[nodiscard]] QString adapterDescription(int board);
     /// The adapter's version text. Throws PlatformError.
     QString adapterVersion(int board);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 
 #include <functional>
 #include <future>
@@ -13,7 +12,7 @@ namespace corvane {
 
 class WaitGroup;
 
-/// The one thread beside the user interface's: it makes the blocking calls of a GPIB library, one
+/// A thread beside the user interface's for the blocking calls of a GPIB library, one
 /// after the other, while their caller waits in the event loop. A call that does not come back in
 /// time is left to itself; until it does nothing else is called.
 class LibraryWorker

@@ -9,9 +9,8 @@
 
 namespace corvane {
 
-/// The kinds of receive event, numbered as the serial object numbers them.
+/// The kind of event that says of arrivals, numbered as the serial object numbers them.
 namespace CommEvent {
-inline constexpr int transmit = 1;
 inline constexpr int receive = 2;
 } // namespace CommEvent
 
@@ -52,7 +51,7 @@ public:
     /// Bytes that one input() returns at most; 0 (the default): everything that is buffered.
     [[nodiscard]] int inputLen() const { return m_inputLen; }
     void setInputLen(int bytes) { m_inputLen = bytes; }
-    /// Buffered bytes from which commEvent is signalled; 0 (the default): never.
+    /// Buffered bytes from which onComm is signalled; 0 (the default): never.
     [[nodiscard]] int rThreshold() const { return m_rThreshold; }
     void setRThreshold(int bytes) { m_rThreshold = bytes; }
 

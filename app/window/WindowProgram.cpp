@@ -99,7 +99,7 @@ void WindowProgram::startBench(Dialogs &dialogs)
 
 void WindowProgram::addBenchWindow()
 {
-    m_window->showBench();
+    m_window->withdrawBench();
     m_benchWindow = std::make_unique<BenchWindow>(*m_workbench.desk(), m_workbench.bench());
     auto *mnuView = m_window->findChild<QMenu *>(u"mnuView"_s);
     QAction *mnuBench = mnuView->addAction(u"Simulated &Bench"_s);

@@ -75,7 +75,7 @@ void ChannelSession::tryToOpen(const std::function<void()> &openIt)
 void ChannelSession::tellConnectFault(const QString &description, const QString &message)
 {
     if (!m_reconnect->isInCharge()) {
-        setFault(u"%1: %2"_s.arg(caption(), description));
+        tellFault(u"%1: %2"_s.arg(caption(), description));
         showMessage(message + description);
     }
     Q_EMIT connectFailed(description);
@@ -105,7 +105,7 @@ void ChannelSession::refreshStatus()
     if (isOpen == !connection.isEmpty())
         return;
     if (isOpen)
-        setFault({});
+        tellFault({});
     Q_EMIT openChanged(isOpen);
 }
 
@@ -172,7 +172,7 @@ void ChannelSession::showMessage(const QString &text)
 void ChannelSession::exchangeFailed(const PlatformError &error, const QString &message)
 {
     forgetExchange();
-    setFault(error.description());
+    tellFault(error.description());
     refuseSend(message);
 }
 
@@ -224,7 +224,7 @@ void ChannelSession::deliverReply(qsizetype keep)
     Q_EMIT replied(keep, QByteArrayView(m_response.bytes()).sliced(keep - m_response.dropped()));
 }
 
-void ChannelSession::setFault(const QString &fault)
+void ChannelSession::tellFault(const QString &fault)
 {
     Q_EMIT faultChanged(fault);
 }

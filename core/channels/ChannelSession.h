@@ -205,7 +205,7 @@ protected:
     /// Tells, and shows behind `message`, why the connection failed, unless it is tried again
     /// anyway.
     void tellConnectFault(const QString &description, const QString &message);
-    void setFault(const QString &fault);
+    void tellFault(const QString &fault);
     void setNote(const QString &note);
     void setLight(Light light);
     /// The light, if it is on, is bright no more.

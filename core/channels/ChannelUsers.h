@@ -23,9 +23,9 @@ enum class ChannelUse {
 /// Who uses a Channel now, and who has to wait for whom: the only home of these rules.
 ///
 ///     wants    has to wait while it is used for
-///     Send     Search, Board
+///     Send     Board, Search
 ///     Search   List, Loop, Reply, Board
-///     Board    List, Loop, Reply, Search
+///     Board    List, Loop, Search, Reply
 class ChannelUsers
 {
 public:

@@ -102,7 +102,7 @@ void GpibSession::openTransport()
     m_addressEntry = connectString.section(separator, 1);
     addressControl();
     Q_EMIT entriesChanged();
-    setFault({});
+    tellFault({});
 }
 
 /// A controller that is off takes seconds to be given up.
@@ -121,7 +121,7 @@ void GpibSession::closeTransport()
 {
     Q_EMIT disconnected();
     if (!m_context.waits.isClosed())
-        setFault(channelTexts::nothingToDisconnect);
+        tellFault(channelTexts::nothingToDisconnect);
 }
 
 void GpibSession::transmit(const QByteArray &command)
@@ -172,7 +172,7 @@ void GpibSession::handleResponse()
             Q_EMIT timedOut();
         return;
     }
-    setFault({});
+    tellFault({});
     setResponse(lineEnds::removed(GpibResponse));
     const QString incomplete = m_control.incomplete();
     setNote(incomplete.isEmpty() ? QString() : caption() + u": "_s + incomplete);

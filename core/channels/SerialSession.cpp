@@ -8,19 +8,14 @@
 
 namespace corvane {
 
-namespace {
-
-/// The address as devices are called by it. Throws PlatformError when it is none.
-QString knownAddress(const QString &entry)
+QString SerialSession::knownAddress(const QString &entry)
 {
-    constexpr int last = SerialSession::lastAddress;
-    const auto number = wholeNumber(entry, 1, last);
+    const auto number = wholeNumber(entry, 1, lastAddress);
     if (!number)
-        throw PlatformError(u"%1 is not one of 01 to %2"_s.arg(entry).arg(last));
-    return SerialSession::addressText(*number);
+        throw PlatformError(
+            u"%1 is not one of 01 to %2"_s.arg(entry, QString::number(lastAddress)));
+    return addressText(*number);
 }
-
-} // namespace
 
 SerialSession::SerialSession(int index, SerialPort &port, PortList ports,
                              const ChannelContext &context, const SerialSession *addressed)
@@ -33,7 +28,7 @@ SerialSession::SerialSession(int index, SerialPort &port, PortList ports,
         setAddress(addressText(1));
     connect(&m_port, &SerialPort::onComm, this, &SerialSession::MSComm1_OnComm);
     connect(&m_port, &SerialPort::lost, this, [this](const QString &description) {
-        setFault(description); // before what follows from it
+        tellFault(description); // before what follows from it
         refreshStatus();
     });
 }

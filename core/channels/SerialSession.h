@@ -20,6 +20,8 @@ public:
     using PortList = std::function<QList<SerialPortEntry>()>;
 
     static constexpr int lastAddress = 30;
+    /// An entry as addressText. Throws PlatformError when it is no address.
+    static QString knownAddress(const QString &entry);
     /// An address 1..30 as it is sent: "05".
     static QString addressText(int number) { return u"%1"_s.arg(number, 2, 10, QLatin1Char('0')); }
 

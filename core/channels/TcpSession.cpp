@@ -20,7 +20,7 @@ TcpSession::TcpSession(int index, TcpClient &client, const ChannelContext &conte
         if (!isOpen())
             dropRest(channelTexts::piecesUnsent.arg(channelTexts::connectionEnded));
         if (m_client.wasReset())
-            setFault(channelTexts::wasReset.arg(caption()));
+            tellFault(channelTexts::wasReset.arg(caption()));
         refreshStatus();
     });
     connect(&m_client, &TcpClient::dataArrived, this, &TcpSession::tcpClient_DataArrival);
@@ -114,7 +114,7 @@ void TcpSession::setLooping(bool on)
 {
     ChannelSession::setLooping(on);
     if (isOpen() && isLooping())
-        setFault({});
+        tellFault({});
 }
 
 void TcpSession::transmit(const QByteArray &command)
@@ -127,7 +127,7 @@ void TcpSession::transmit(const QByteArray &command)
         return;
     }
     if (m_pieces.isEmpty() && !m_inLoop)
-        setFault({});
+        tellFault({});
     dropRest(m_inLoop ? channelTexts::loopBeganAnew.arg(QTime::currentTime().toString())
                       : channelTexts::piecesUnsent.arg(channelTexts::anotherFollowed));
     m_answered = true;
@@ -155,7 +155,7 @@ void TcpSession::forgetExchange()
 void TcpSession::dropRest(const QString &fault)
 {
     if (!m_pieces.isEmpty())
-        setFault(fault);
+        tellFault(fault);
     forgetExchange();
 }
 
@@ -178,7 +178,7 @@ void TcpSession::tcpClient_DataArrival()
         // Below this frame is the socket's own: the message waits until it has returned.
         TimerTransfer->stop();
         forgetExchange();
-        setFault(error.description());
+        tellFault(error.description());
         QTimer::singleShot(0, this, [this] { refuseSend(channelTexts::sendError); });
     }
 }

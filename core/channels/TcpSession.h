@@ -27,7 +27,7 @@ public:
     [[nodiscard]] const QString &host() const { return m_host; }
     void setHost(const QString &host);
     [[nodiscard]] const QString &portEntry() const { return m_portEntry; }
-    /// Said with a message box, and without effect, while the socket is connected.
+    /// Said with a message box while the socket is connected: it counts from the next Connect on.
     void setPortEntry(const QString &entry);
 
     void setLooping(bool on) override;
@@ -56,7 +56,7 @@ private:
     void sendNextPiece();
 
     TcpClient &m_client;
-    QString m_host = u"255.255.255.0"_s;
+    QString m_host;
     QString m_portEntry = QString::number(defaultPort);
     QString m_openedHost; ///< of the newest connect
     qint32 m_openedPort = defaultPort;

@@ -9,7 +9,6 @@
 #include "devices/GpibControl.h"
 
 #include <QScopeGuard>
-#include <QStringList>
 
 namespace corvane {
 

@@ -26,7 +26,6 @@ public:
     using Resolver = std::function<hostLookup::Answer(const QString &host)>;
 
     /// The mask that goes with the address.
-    static constexpr auto subnetMask = u"255.255.255.0";
 
     explicit modWinsockAPI(Dialogs &dialogs, Resolver resolve = hostLookup::systemAnswer)
         : m_dialogs(dialogs)

@@ -46,7 +46,7 @@ TEST(CommandLine, SetsChannelsUp)
             .join(u'|')
             .toStdString();
     };
-    EXPECT_EQ(told(0), "/dev/ttyUSB0||5|19200,N,8,1");
+    EXPECT_EQ(told(0), "/dev/ttyUSB0||05|19200,N,8,1");
     EXPECT_EQ(told(1), "COM3|||");
     EXPECT_EQ(told(2), "||GPIB1::9|");
     EXPECT_EQ(told(3), "5001|10.0.0.5||");
@@ -102,7 +102,7 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong)
         {u"--tcp1 h:0", u"--tcp1 h:0: the port \"0\""},
         {u"--tcp1 h:", u"--tcp1 h:: the port"},
         {u"--tcp1 a]", u"--tcp1 a]: HOST"},
-        {u"--rs485 1@31", u"the address \"31\""},
+        {u"--rs485 1@31", u"31 is not one of 01 to 30"},
         {u"--rs232 1,9600,Q,8,1", u"--rs232 1,9600,Q,8,1"},
         {u"--rs232 2x", u"--rs232 2x"},
         {u"--gpib-address 0::31", u"--gpib-address 0::31"},

@@ -5,11 +5,9 @@
 #include "core/board/BoardTexts.h"
 #include "core/board/UnsavedCalibrations.h"
 #include "core/text/Numbers.h"
-#include "core/text/ShownText.h"
 #include "windows/board/ManualCalibrationPanel.h"
 #include "windows/widgets/Controls.h"
 #include "windows/widgets/TextGrid.h"
-#include "windows/widgets/ToolTip.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/main/Main.h"
 
+#include "core/channels/Module1.h"
 #include "core/channels/TrafficLog.h"
 #include "core/lists/TransferEngine.h"
 #include "core/text/Dialogs.h"
@@ -27,7 +28,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSplitter>
-#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -69,12 +69,7 @@ Main::Main(const MainParts &parts, QWidget *parent)
 
 Main::~Main() = default;
 
-void Main::showNote(const QString &note)
-{
-    lblFaults->setNote(StatusLine::About::Board, note);
-}
-
-void Main::showBench()
+void Main::withdrawBench()
 {
     for (ChannelTab *each : m_channels)
         each->withdrawBench();

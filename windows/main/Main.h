@@ -97,10 +97,8 @@ public:
 
     void showChannel(int index);
 
-    /// Says something in the status bar that is no fault of a Channel; empty: no more.
-    void showNote(const QString &note);
     /// The simulated bench is there: it is offered no more.
-    void showBench();
+    void withdrawBench();
     /// Says in the status bar that the recording of the traffic has ended.
     void showRecordingFault(const QString &fault);
 

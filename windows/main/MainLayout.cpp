@@ -22,7 +22,6 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QSplitter>
@@ -228,7 +227,8 @@ void Main::connectWindows()
     for (const int borrowed : {channels::rs232, channels::ieee488, channels::tcpIp1})
         connect(m_board, &BoardWindows::opening, channel(borrowed),
                 &ChannelTab::applyPendingEntries);
-    connect(m_board, &BoardWindows::noted, this, &Main::showNote);
+    connect(m_board, &BoardWindows::noted, lblFaults,
+            [this](const QString &note) { lblFaults->setNote(StatusLine::About::Board, note); });
     connect(mnuAboutSC, &QAction::triggered, m_setup, &SetupWindows::mnuAboutSC_Click);
     new ListDrop(*this, [this](const QString &path) { m_parts.list.openIfThere(path); });
     auto *hold = new InputHold(m_parts.clock, this);

@@ -49,8 +49,8 @@ public:
     void cmdSearchGPIB_Click();
     void cmdAdapter_Click();
     void mnuAboutSC_Click();
-    void showGpibAbout();
     /// The GPIB control's own about box.
+    void showGpibAbout();
     /// Ends what runs in the windows and closes them; the program is closing.
     void cancel();
     /// True while a search or a question to an adapter is on the stack.

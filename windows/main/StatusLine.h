@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/channels/Module1.h"
+#include "core/channels/ChannelTraits.h"
 #include "windows/widgets/ElidedLabel.h"
 
 #include <array>

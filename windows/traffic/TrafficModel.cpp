@@ -5,7 +5,6 @@
 #include "windows/traffic/TrafficTurn.h"
 
 #include <QColor>
-#include <QFont>
 
 #include <algorithm>
 #include <iterator>

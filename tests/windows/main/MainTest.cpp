@@ -187,30 +187,3 @@ TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)
             EXPECT_LT(order.indexOf(expected[place - 1]), order.indexOf(expected[place])) << index;
     }
 }
-
-TEST(Main, NoTwoMnemonicsOfATabClash)
-{
-    MainDesk desk;
-    desk.main.show();
-    for (int index = 0; index < channelCount; ++index) {
-        desk.main.tabChannels->setCurrentIndex(index);
-        QMap<QString, QStringList> users;
-        const auto note = [&users](const QString &text) {
-            const QKeySequence key = QKeySequence::mnemonic(text);
-            if (!key.isEmpty())
-                users[key.toString()].append(text);
-        };
-        for (const QAction *menu : desk.main.menuBar()->actions())
-            note(menu->text());
-        for (const QAbstractButton *button : desk.main.findChildren<QAbstractButton *>()) {
-            if (button->isVisible())
-                note(button->text());
-        }
-        for (const QLabel *label : desk.main.findChildren<QLabel *>()) {
-            if (label->isVisible() && label->buddy())
-                note(label->text());
-        }
-        for (auto it = users.begin(); it != users.end(); ++it)
-            EXPECT_EQ(it.value().size(), 1) << it.value().join(u'|').toStdString();
-    }
-}
