@@ -15,7 +15,8 @@ namespace {
 
 [[noreturn]] void refuse(const QString &option, const QString &value, const QString &expected)
 {
-    throw PlatformError(u"--%1 %2: %3"_s.arg(option, value, expected));
+    const QString given = value.isEmpty() ? option : option + u' ' + value;
+    throw PlatformError(u"--%1: %2"_s.arg(given, expected));
 }
 
 /// The options and what each of them takes; a value's name is empty for a switch.

@@ -338,7 +338,7 @@ void TransferEngine::openChanged(int index)
     const bool isClosed = m_channels.at(index).isClosed();
     if (isClosed)
         m_notes.settle(index);
-    if (index != runningChannel() || !needsChannel())
+    if (index != runningChannel() || !(awaitsReply() || m_rows.isSendBelow(m_row.number)))
         return;
     if (isClosed)
         showClosed();
@@ -354,12 +354,6 @@ void TransferEngine::openChanged(int index)
 bool TransferEngine::awaitsReply() const
 {
     return !m_module.ResponseReady || !session().TimerTransfer->isActive();
-}
-
-/// A reply is awaited, or a row still to come sends something.
-bool TransferEngine::needsChannel() const
-{
-    return awaitsReply() || m_rows.isSendBelow(m_row.number);
 }
 
 // Notes, ends and messages

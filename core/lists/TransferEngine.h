@@ -128,7 +128,6 @@ private:
     /// The Channel of the run.
     [[nodiscard]] ChannelSession &session() const;
     [[nodiscard]] bool isOn(quint64 start) const { return m_run != Run::None && m_starts == start; }
-    [[nodiscard]] bool needsChannel() const;
     [[nodiscard]] bool awaitsReply() const;
 
     ChannelSet &m_channels;

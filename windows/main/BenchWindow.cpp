@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QScreen>
+#include <QShortcut>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -66,6 +67,7 @@ BenchWindow::BenchWindow(bench::Desk &desk, bench::Bench *bench)
     rows->addWidget(createOrders());
     rows->addWidget(lblAnswer);
     ScrollPage::wrap(*this);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     tmrState = new QTimer(this);
     tmrState->setInterval(stateEveryMs);
     connect(tmrState, &QTimer::timeout, this, &BenchWindow::tmrState_Timer);

@@ -36,7 +36,6 @@ ConnectHint::ConnectHint(const QString &text, const ChannelSession &session, Res
     connect(&session, &Session::responseReplaced, this, &ConnectHint::showWhereEmpty);
     connect(&session, &Session::responseAppended, this, &ConnectHint::showWhereEmpty);
     box.viewport()->installEventFilter(this);
-    setGeometry(box.viewport()->rect());
     showWhereEmpty();
 }
 
@@ -49,13 +48,22 @@ void ConnectHint::showWhereEmpty()
 {
     setVisible(!m_session.isOpen() && !m_session.reconnect().isInCharge() &&
                m_session.response().bytes().isEmpty());
+    fill();
 }
 
-/// It takes all of the box.
+/// It takes all of the box, which is high enough for it.
+void ConnectHint::fill()
+{
+    const QRect place = m_box.viewport()->rect();
+    setGeometry(place);
+    const int needed = layout()->heightForWidth(place.width());
+    m_box.setMinimumHeight(isHidden() ? 0 : needed + m_box.height() - place.height());
+}
+
 bool ConnectHint::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Resize)
-        setGeometry(m_box.viewport()->rect());
+        fill();
     return QWidget::eventFilter(watched, event);
 }
 

@@ -35,6 +35,7 @@ protected:
 
 private:
     void showWhereEmpty();
+    void fill();
 
     const ChannelSession &m_session;
     ResponseView &m_box;

@@ -19,6 +19,8 @@ const QHash<QString, QString> chapters{
     {u"frmGpibAdapters"_s, u"Which GPIB adapters work"_s},
     {u"GpibAboutBox"_s, u"Which GPIB adapters work"_s},
     {u"frmSBCPrint"_s, u"The calibration report"_s},
+    {u"frmAbout"_s, u"The window and its five Channels"_s},
+    {u"messageBox"_s, u"What Corvane may say, and what to do"_s},
     {u"TrafficWindow"_s, u"Traffic: what went over the wire"_s},
     {u"TrendWindow"_s, u"Trend: replies over time"_s},
     {u"BenchWindow"_s, u"The bench: trying things without a device"_s},

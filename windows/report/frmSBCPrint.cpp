@@ -100,6 +100,7 @@ QWidget *frmSBCPrint::makeGroup(const QString &title, size_t first, size_t count
     for (size_t i = first; i < first + count; ++i) {
         const FieldRow &row = fieldRows()[i];
         this->*row.box = entry(24, row.name, row.label);
+        connect(this->*row.box, &QLineEdit::returnPressed, this, [this] { cmdAccept->click(); });
         auto *label = new QLabel(row.label);
         label->setMinimumWidth(fontMetrics().horizontalAdvance(fieldRows()[3].label) + 12);
         form->addRow(label, this->*row.box);

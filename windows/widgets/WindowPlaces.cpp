@@ -59,10 +59,12 @@ public:
             takeWantedSize();
             restore();
             fit();
-        } else if (event->type() == QEvent::Paint && !std::exchange(m_isPainted, true)) {
-            // With the frame that it has by now.
+        } else if (m_isShown && !m_isFramed && m_window.frameGeometry() != m_window.geometry()) {
+            // The window manager gives the frame when it likes.
+            m_isFramed = true;
             QMetaObject::invokeMethod(this, &Place::fit, Qt::QueuedConnection);
-        } else if (event->type() == QEvent::Hide && !event->spontaneous()) {
+        }
+        if (m_isShown && event->type() == QEvent::Hide && !event->spontaneous()) {
             save();
         }
         return false;
@@ -135,7 +137,7 @@ private:
     QWidget &m_window;
     QSettings *const m_settings;
     bool m_isShown = false;
-    bool m_isPainted = false;
+    bool m_isFramed = false;
 };
 
 /// Tool tips, menus and the lists of boxes see to themselves.
