@@ -47,6 +47,11 @@ int showWindow(const CommandLine &line)
         if (program.benchWindow())
             program.benchWindow()->openBeside(program.window());
     });
+    const CommandList &list = program.workbench().list();
+    QObject::connect(&list, &CommandList::named, &window, [&](const QString &file) {
+        if (!file.isEmpty())
+            dialogs.noteFolder(&window, list.ListFilePath);
+    });
     program.connectChannels(line);
     if (!line.list.isEmpty())
         program.workbench().list().OpenFile(line.list);

@@ -140,18 +140,27 @@ QString QtDialogs::folderKey(const QObject *asker) const
 Dialogs::FileQuestion QtDialogs::inLastFolder(const QObject *asker, FileQuestion question) const
 {
     const QString key = folderKey(asker);
-    if (m_settings == nullptr || key.isEmpty())
-        return question;
-    const QString last = m_settings->value(key).toString();
+    QString last = m_lastFolders.value(key);
+    if (last.isEmpty() && m_settings != nullptr && !key.isEmpty())
+        last = m_settings->value(key).toString();
     if (!last.isEmpty() && QFileInfo(last).isDir())
         question.folder = last;
     return question;
 }
 
+void QtDialogs::noteFolder(const QObject *asker, const QString &path)
+{
+    const QString key = folderKey(asker);
+    if (key.isEmpty())
+        return;
+    m_lastFolders[key] = QFileInfo(path).absolutePath();
+    if (m_settings != nullptr)
+        m_settings->setValue(key, m_lastFolders[key]);
+}
+
 Dialogs::FileChoice QtDialogs::chosen(const QObject *asker, const QString &path)
 {
-    if (const QString key = folderKey(asker); m_settings != nullptr && !key.isEmpty())
-        m_settings->setValue(key, QFileInfo(path).absolutePath());
+    noteFolder(asker, path);
     return {FileChoice::Outcome::Chosen, path};
 }
 

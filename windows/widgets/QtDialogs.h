@@ -4,6 +4,7 @@
 #include "core/text/Dialogs.h"
 
 #include <QDir>
+#include <QHash>
 #include <QPointer>
 #include <QWidget>
 
@@ -28,9 +29,11 @@ public:
     /// Where a file dialog starts that is asked for no folder; the current one until this is set.
     void setFirstFolder(const QString &folder) { m_firstFolder = folder; }
 
-    /// From now on a file dialog starts in the folder that was chosen last at the same window, also
-    /// in an earlier session. The settings outlive the dialogs' use.
+    /// A file dialog starts in the folder of the file that was chosen last at the same window; from
+    /// now on also in that of an earlier session. The settings outlive the dialogs' use.
     void rememberFoldersIn(QSettings &settings) { m_settings = &settings; }
+    /// A file that came another way counts as chosen there.
+    void noteFolder(const QObject *asker, const QString &path);
 
     Answer showMessage(QObject *asker, const MessageBox &box) override;
     FileChoice openFile(QObject *asker, const FileQuestion &question) override;
@@ -55,6 +58,7 @@ private:
     /// The running dialogs, innermost last; each entry lives in its run's frame.
     std::vector<OpenDialog *> m_open;
     QPointer<const QWidget> m_home;
+    QHash<QString, QString> m_lastFolders; ///< by window
     QSettings *m_settings = nullptr;
     QString m_firstFolder = QDir::currentPath();
 };

@@ -49,7 +49,12 @@ int ScrollPage::heightForWidth(int width) const
 
 void ScrollPage::showFocus(const QWidget *now)
 {
-    if (now && widget()->isAncestorOf(now))
+    if (!now || !widget()->isAncestorOf(now))
+        return;
+    const QPoint from = now->mapTo(widget(), QPoint());
+    if (now->width() > viewport()->width())
+        ensureVisible(from.x(), from.y()); // its middle would hide its beginning
+    else
         ensureWidgetVisible(const_cast<QWidget *>(now));
 }
 

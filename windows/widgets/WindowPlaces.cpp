@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSplitter>
 
@@ -59,6 +61,8 @@ public:
             takeWantedSize();
             restore();
             fit();
+        } else if (event->type() == QEvent::Paint && !std::exchange(m_isPainted, true)) {
+            QMetaObject::invokeMethod(this, &Place::grow, Qt::QueuedConnection);
         } else if (m_isShown && !m_isFramed && m_window.frameGeometry() != m_window.geometry()) {
             // The window manager gives the frame when it likes.
             m_isFramed = true;
@@ -84,12 +88,22 @@ private:
             m_window.resize(m_window.size().expandedTo(m_window.sizeHint()));
     }
 
+    /// The texts of a page may take more than it asked for before they were painted.
+    void grow()
+    {
+        const auto *page = m_window.findChild<QScrollArea *>(QString(), Qt::FindDirectChildrenOnly);
+        if (page == nullptr || m_isRestored)
+            return;
+        m_window.resize(m_window.width(), m_window.height() + page->verticalScrollBar()->maximum());
+        fit();
+    }
+
     void restore()
     {
         if (!isRemembered())
             return;
         m_settings->beginGroup(u"windows/"_s + m_window.objectName());
-        m_window.restoreGeometry(m_settings->value(u"geometry"_s).toByteArray());
+        m_isRestored = m_window.restoreGeometry(m_settings->value(u"geometry"_s).toByteArray());
         forEachPart(
             m_window,
             [this](const QString &key, QSplitter &splitter) {
@@ -137,6 +151,8 @@ private:
     QWidget &m_window;
     QSettings *const m_settings;
     bool m_isShown = false;
+    bool m_isRestored = false;
+    bool m_isPainted = false;
     bool m_isFramed = false;
 };
 
