@@ -27,7 +27,7 @@ std::unique_ptr<TrafficWriter> startRecording(const CommandLine &line, TrafficRe
 
 bool finishRecording(TrafficWriter *recording)
 {
-    return !recording || recording->finish().isEmpty();
+    return recording == nullptr || recording->finish().isEmpty();
 }
 
 } // namespace corvane

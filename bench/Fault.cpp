@@ -28,7 +28,7 @@ const Row rows[] = {
     {{"split"_L1, "[MS] [once]"_L1, "the reply in pieces MS apart, CR and LF each by itself"_L1},
      {.kind = Kind::Split, .ms = 20}},
     {{"garbage"_L1, "[TEXT] [once]"_L1,
-      "TEXT (\\r \\n \\xHH) or all 256 byte values as the reply"_L1},
+      R"(TEXT (\r \n \xHH) or all 256 byte values as the reply)"_L1},
      {.kind = Kind::Garbage}},
     {{"twice"_L1, "[MS] [once]"_L1, "the reply, and again after MS"_L1}, {.kind = Kind::Twice}},
     {{"noend"_L1, "[once]"_L1, "the reply without its line end"_L1}, {.kind = Kind::NoEnd}},

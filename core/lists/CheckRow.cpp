@@ -15,7 +15,7 @@ namespace {
 
 using Cell = CheckRow::Cell;
 
-QString oneLine(QString text)
+QString oneLine(const QString &text)
 {
     return trimBlanks(lineEnds::removed(text));
 }

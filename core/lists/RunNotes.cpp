@@ -17,7 +17,7 @@ void RunNotes::begin(int channel)
 QString RunNotes::setClosed(int channel, int row, bool isSent)
 {
     const QString text = isSent ? listTexts::closedAtRow : listTexts::closedBetweenRows;
-    const QString reason = text.arg(channelCaption(channel), m_rows.name(row));
+    QString reason = text.arg(channelCaption(channel), m_rows.name(row));
     m_closed = reason + (isSent ? listTexts::connectAndSend : listTexts::connectBefore);
     return reason;
 }

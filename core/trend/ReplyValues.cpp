@@ -5,6 +5,8 @@
 #include "core/text/LineEnds.h"
 #include "core/text/Numbers.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace corvane::replyValues {

@@ -7,6 +7,7 @@
 
 #include <QSettings>
 
+#include <algorithm>
 #include <array>
 
 namespace corvane {
@@ -71,12 +72,10 @@ bool SystemInfo::startRegistered()
 
 bool SystemInfo::startInstalled()
 {
-    for (const Tool &tool : knownTools) {
+    return std::ranges::any_of(knownTools, [this](const Tool &tool) {
         const QString program = m_launcher.findProgram(tool.name);
-        if (!program.isEmpty() && m_launcher.start(program, tool.arguments))
-            return true;
-    }
-    return false;
+        return !program.isEmpty() && m_launcher.start(program, tool.arguments);
+    });
 }
 
 bool SystemInfo::GetKeyValue(const QString &key, const QString &name, QString &value) const

@@ -5,6 +5,7 @@
 #include "tests/support/Soon.h"
 #include "tests/windows/main/MainDesk.h"
 #include "windows/lists/CommandListArea.h"
+#include "windows/main/ConnectHint.h"
 #include "windows/main/GpibTab.h"
 #include "windows/main/SerialTab.h"
 #include "windows/main/StatusLine.h"
@@ -169,6 +170,19 @@ TEST(Main, LogsWhileAnyBoxIsCheckedAndSaysAFailureOnce)
     QCoreApplication::processEvents();
     EXPECT_FALSE(desk.main.channel(3)->chkLog->isChecked());
     EXPECT_FALSE(log->TimerLog->isActive() || saysWhere());
+}
+
+TEST(Main, TheHintOfAnEmptyResponseIsWholeInASmallWindow)
+{
+    MainDesk desk;
+    desk.main.tabChannels->setCurrentIndex(channels::ieee488);
+    desk.main.show();
+    desk.main.resize(954, 500);
+    const ChannelTab &tab = *desk.main.channel(channels::ieee488);
+    EXPECT_TRUE(soon([&tab] {
+        return tab.hint != nullptr &&
+               tab.hint->height() >= tab.hint->layout()->heightForWidth(tab.hint->width());
+    }));
 }
 
 TEST(Main, TheTabKeyGoesThroughAChannelAsItIsRead)

@@ -142,6 +142,30 @@ TEST_F(QtDialogsTest, OpeningGivesAnExistingFileOnly)
     EXPECT_EQ(dialogs.openFile(nullptr, {}).outcome, Outcome::Cancelled);
 }
 
+TEST_F(QtDialogsTest, AFileDialogStartsWhereTheLastFileOfItsWindowCameFromAlsoNextTime)
+{
+    QSettings settings(folder.filePath(u"remembered.ini"_s), QSettings::IniFormat);
+    QWidget asker;
+    asker.setObjectName(u"asker"_s);
+    const auto startsIn = [&](QtDialogs &asked) {
+        QString start;
+        whenOpen<QFileDialog>([&start](QFileDialog &dialog) {
+            start = dialog.directory().path();
+            dialog.reject();
+        });
+        asked.openFile(&asker, {});
+        return start;
+    };
+    dialogs.noteFolder(&asker, old); // without settings for this session
+    EXPECT_EQ(startsIn(dialogs), folder.path());
+    dialogs.rememberFoldersIn(settings);
+    dialogs.noteFolder(&asker, old);
+    QtDialogs next;
+    EXPECT_NE(startsIn(next), folder.path());
+    next.rememberFoldersIn(settings);
+    EXPECT_EQ(startsIn(next), folder.path());
+}
+
 TEST_F(QtDialogsTest, SavingAppendsTheExtensionAndAsksBeforeReplacing)
 {
     answerFile(u"new"_s);
