@@ -11,7 +11,7 @@ class BusyPointer;
 class GpibSession;
 
 /// The tab of the IEEE 488 Channel: the board, the address and the time-out.
-class GpibTab : public ChannelTab
+class GpibTab final : public ChannelTab
 {
     Q_OBJECT
 

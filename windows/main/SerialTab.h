@@ -11,7 +11,7 @@ class PortMenu;
 class SerialSession;
 
 /// The tab of a serial Channel: the port, its settings and, on RS-485, the device's address.
-class SerialTab : public ChannelTab
+class SerialTab final : public ChannelTab
 {
     Q_OBJECT
 

@@ -8,7 +8,7 @@ namespace corvane {
 class TcpSession;
 
 /// The tab of a TCP Channel: the host and the port.
-class TcpTab : public ChannelTab
+class TcpTab final : public ChannelTab
 {
     Q_OBJECT
 
