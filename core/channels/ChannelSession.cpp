@@ -74,10 +74,8 @@ void ChannelSession::tryToOpen(const std::function<void()> &openIt)
 
 void ChannelSession::tellConnectFault(const QString &description, const QString &message)
 {
-    if (!m_reconnect->isInCharge()) {
-        tellFault(u"%1: %2"_s.arg(caption(), description));
+    if (!m_reconnect->isInCharge())
         showMessage(message + description);
-    }
     Q_EMIT connectFailed(description);
 }
 

@@ -202,8 +202,7 @@ protected:
     /// A send or a read failed: its cause is in the window and the message in a box; nothing of the
     /// exchange is left.
     void exchangeFailed(const PlatformError &error, const QString &message);
-    /// Tells, and shows behind `message`, why the connection failed, unless it is tried again
-    /// anyway.
+    /// Says why the connection failed; in a box behind `message`, unless it is tried again anyway.
     void tellConnectFault(const QString &description, const QString &message);
     void tellFault(const QString &fault);
     void setNote(const QString &note);

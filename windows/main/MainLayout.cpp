@@ -105,6 +105,10 @@ void Main::watch(ChannelSession &session)
     });
     connect(&session, &Session::faultChanged, this,
             [this, index](const QString &fault) { lblFaults->setFault(index, fault); });
+    connect(&session, &Session::connectFailed, this, [this, &session](const QString &reason) {
+        if (!session.reconnect().isInCharge())
+            lblFaults->setFault(session.index(), u"%1: %2"_s.arg(session.caption(), reason));
+    });
     connect(&session, &Session::noteChanged, this,
             [this, index](const QString &note) { lblFaults->setReplyNote(index, note); });
     connect(&session.reconnect(), &Reconnect::noted, this,
