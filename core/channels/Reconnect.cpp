@@ -18,8 +18,8 @@ Reconnect::Reconnect(ChannelSession &session, const ChannelUsers &users)
         if (m_tmrTry.isActive())
             say(trying() + u": "_s + reason);
         else if (m_isOn)
-            Q_EMIT noted(u"%1: tried again by itself only after it has been connected"_s.arg(
-                m_session.caption()));
+            Q_EMIT noted(u"%1: %2; tried again by itself only after it has been connected"_s.arg(
+                m_session.caption(), reason));
     });
 }
 

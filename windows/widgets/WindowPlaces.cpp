@@ -68,9 +68,8 @@ public:
             m_isFramed = true;
             QMetaObject::invokeMethod(this, &Place::fit, Qt::QueuedConnection);
         }
-        if (m_isShown && event->type() == QEvent::Hide && !event->spontaneous()) {
+        if (m_isShown && event->type() == QEvent::Hide && !event->spontaneous())
             save();
-        }
         return false;
     }
 
