@@ -27,17 +27,17 @@ QString Holder::toString() const
                              : u"%1 (process %2)"_s.arg(program, QString::number(process));
 }
 
-qint64 processIn(const QByteArray &content)
+Note noteIn(const QByteArray &content)
 {
-    // In binary a byte may look like a digit, but the highest one is 0.
+    // In binary a byte may look like a digit or a line's end, but the highest one is 0.
     if (int process = 0; content.size() == sizeof process && content.contains('\0')) {
         std::memcpy(&process, content.constData(), sizeof process);
-        return process;
+        return {process};
     }
     const QByteArray text = content.trimmed();
-    qint64 process = 0;
-    std::from_chars(text.begin(), text.end(), process);
-    return process;
+    Note note{.program = QString::fromLocal8Bit(text.split('\n').value(1)).trimmed()};
+    std::from_chars(text.begin(), text.end(), note.process);
+    return note;
 }
 
 #ifdef Q_OS_UNIX
@@ -72,12 +72,13 @@ QString programOf(qint64 process)
                                           : QString();
 }
 
-/// The toolkit notes its program in the second line: under the same number another one may run now.
-bool isAnotherProgram(const QByteArray &content, const Holder &holder)
+/// Whether another program runs under the number by now.
+bool isAnotherProgram(const Note &note)
 {
-    const QString noted = QString::fromLocal8Bit(content.split('\n').value(1)).trimmed();
-    const QString file = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(holder.process));
-    return !noted.isEmpty() && !file.isEmpty() && file.section(u'/', -1) != noted;
+    QString file = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(note.process));
+    if (constexpr QLatin1String replaced(" (deleted)"); file.endsWith(replaced))
+        file.chop(replaced.size()); // it runs on, under the name that it was started by
+    return !note.program.isEmpty() && !file.isEmpty() && file.section(u'/', -1) != note.program;
 }
 
 /// Who holds the lock file; nothing when it is not there or left over.
@@ -90,14 +91,14 @@ std::optional<Holder> holderOf(const QString &path)
     if (!lock.open(QIODevice::ReadOnly))
         return lock.exists() ? std::optional(holder) : std::nullopt;
     constexpr qint64 longest = 512;
-    const QByteArray content = lock.read(longest);
-    holder.process = processIn(content);
-    if (!isAlive(holder.process) || isAnotherProgram(content, holder)) {
+    const Note note = noteIn(lock.read(longest));
+    if (!isAlive(note.process) || isAnotherProgram(note)) {
         // The toolkit would let a lock that it cannot read stand for half a minute.
-        if (holder.process > 0)
+        if (note.process > 0)
             lock.remove();
         return {};
     }
+    holder.process = note.process;
     holder.program = programOf(holder.process);
     holder.isOwn = holder.process == ::getpid();
     return holder;

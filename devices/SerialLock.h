@@ -21,9 +21,14 @@ struct Holder
     [[nodiscard]] QString toString() const;
 };
 
-/// The process number in a lock file, written as text or as the bytes of an int; 0 when there is
-/// none.
-[[nodiscard]] qint64 processIn(const QByteArray &content);
+/// What a lock file says of its holder.
+struct Note
+{
+    qint64 process = 0; ///< written as text or as the bytes of an int; 0: no number
+    QString program{};  ///< the toolkit writes it in the second line; empty when there is none
+};
+
+[[nodiscard]] Note noteIn(const QByteArray &content);
 
 /// The living process that has locked the device (its real path, without links). A lock whose
 /// process has ended counts as none and is taken away. Systems whose devices are exclusive anyway

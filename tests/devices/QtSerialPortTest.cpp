@@ -160,9 +160,16 @@ TEST_F(QtSerialPortTest, ALockOfALivingProgramIsRespectedAndALeftOverTakenOver)
     QFile lock(u"/var/lock/LCK.."_s + far.device().mid(5).replace(u'/', u'_'));
     if (!QFileInfo(u"/var/lock"_s).isWritable())
         GTEST_SKIP() << "no lock folder";
+    const QTemporaryDir folder;
+    const QString program = folder.filePath(u"sleep"_s);
+    ASSERT_TRUE(QFile::copy(QStandardPaths::findExecutable(u"sleep"_s), program));
     QProcess holder;
-    holder.start(u"sleep"_s, {u"60"_s});
+    holder.start(program, {u"60"_s});
     ASSERT_TRUE(holder.waitForStarted());
+    QFile name(u"/proc/%1/comm"_s.arg(holder.processId()));
+    ASSERT_TRUE(name.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    ASSERT_TRUE(soon([&name] { return name.seek(0) && name.readAll() == "sleep\n"; }));
+    QFile::remove(program); // as when it is replaced by a newer one
     const auto process = static_cast<int>(holder.processId());
     const QByteArray text = QByteArray::number(process).rightJustified(10) + '\n';
     const QByteArray binary(reinterpret_cast<const char *>(&process), sizeof process);
@@ -171,9 +178,11 @@ TEST_F(QtSerialPortTest, ALockOfALivingProgramIsRespectedAndALeftOverTakenOver)
         lock.write(content);
         lock.close();
     };
-    EXPECT_EQ(serialLock::processIn(QByteArray("15\0\0", 4)), '1' + 256 * '5');
+    EXPECT_EQ(serialLock::noteIn(QByteArray("15\0\0", 4)).process, '1' + 256 * '5');
+    EXPECT_EQ(serialLock::noteIn(QByteArray("1\nx\0", 4)).program, QString()); // bytes, no line
     const QByteArray said = "in use by sleep (process " + QByteArray::number(process) + ")";
-    for (const QByteArray &content : {text, binary, text.trimmed() + " sleep tester"}) {
+    for (const QByteArray &content :
+         {text, binary, text.trimmed() + " sleep tester", text.trimmed() + "\nsleep\n"}) {
         write(content);
         EXPECT_TRUE(failsSaying(said.constData(), [this] { port.setPortOpen(true); }));
         EXPECT_TRUE(lock.open(QIODevice::ReadOnly) && lock.readAll() == content);
