@@ -10,11 +10,15 @@ namespace corvane {
 
 namespace {
 
-/// The path of the one file; empty when it is anything else.
-QString fileOf(const QDropEvent &event)
+/// The paths of the files of this computer among what is dropped.
+QStringList filesOf(const QDropEvent &event)
 {
-    const QList<QUrl> urls = event.mimeData()->urls();
-    return urls.size() == 1 ? urls.first().toLocalFile() : QString();
+    QStringList paths;
+    for (const QUrl &each : event.mimeData()->urls()) {
+        if (each.isLocalFile())
+            paths.append(each.toLocalFile());
+    }
+    return paths;
 }
 
 } // namespace
@@ -37,14 +41,17 @@ bool ListDrop::eventFilter(QObject *, QEvent *event)
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
         return false;
     auto &drop = static_cast<QDropEvent &>(*event);
-    const QString path = fileOf(drop);
-    if (path.isEmpty())
+    const QStringList paths = filesOf(drop);
+    if (paths.isEmpty())
         return false;
+    drop.setAccepted(false);
+    if (paths.size() > 1)
+        return true;
     drop.setDropAction(Qt::CopyAction); // the file stays where it is
     drop.accept();
     if (type == QEvent::Drop)
         QMetaObject::invokeMethod(
-            this, [this, path] { m_load(path); }, Qt::QueuedConnection);
+            this, [this, path = paths.first()] { m_load(path); }, Qt::QueuedConnection);
     return true;
 }
 

@@ -8,7 +8,7 @@
 namespace corvane {
 
 /// A file that is dropped on a window, or on any box in it, is loaded: the boxes would take it for
-/// a text. What is not one file of this computer goes its usual way.
+/// a text. Several files are refused; what is no file of this computer goes its usual way.
 class ListDrop : public QObject
 {
     Q_OBJECT

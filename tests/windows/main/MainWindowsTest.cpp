@@ -283,8 +283,11 @@ TEST(Main, AListThatIsDroppedAnywhereIsLoadedAndComesBackFromTheMenu)
     EXPECT_FALSE(desk.main.commandList->txtVDL->toPlainText().contains(u"file:"));
     const QString second = fileOf(u"second.tst"_s);
     drop(desk.main, {QUrl::fromLocalFile(second)});
-    drop(desk.main, {QUrl::fromLocalFile(first), QUrl::fromLocalFile(first)});
-    drop(*desk.main.channel(0)->cboOut->lineEdit(), {}, u"*IDN?"_s);
+    QLineEdit &entry = *desk.main.channel(0)->cboOut->lineEdit();
+    drop(entry, {QUrl::fromLocalFile(first), QUrl::fromLocalFile(first)});
+    EXPECT_FALSE(entry.text().contains(u"file:"));
+    drop(entry, {}, u"*IDN?"_s);
+    EXPECT_TRUE(entry.text().contains(u"*IDN?"));
     EXPECT_EQ(desk.list.ListFilePath, second);
 
     QMenu next;
