@@ -57,7 +57,7 @@ bool parityTaken(const termios2 &line, QSerialPort::Parity parity, bool pseudo)
 
 tcflag_t sizeFlag(QSerialPort::DataBits dataBits)
 {
-    constexpr std::array flags = {CS5, CS6, CS7, CS8};
+    constexpr std::array<tcflag_t, 4> flags = {CS5, CS6, CS7, CS8};
     return flags.at(static_cast<size_t>(dataBits) - QSerialPort::Data5);
 }
 

@@ -122,13 +122,14 @@ std::optional<Holder> user(const QString &device)
 {
     if (auto found = holder(device))
         return found;
-    const QStringList processes = QDir(u"/proc"_s).entryList({u"[1-9]*"_s}, QDir::Dirs);
+    QStringList processes = QDir(u"/proc"_s).entryList({u"[1-9]*"_s}, QDir::Dirs);
+    processes.removeOne(QString::number(::getpid()));
     for (const QString &process : processes) {
         const QDir files(u"/proc/%1/fd"_s.arg(process));
         for (const QString &file : files.entryList(QDir::System | QDir::Files)) {
             if (QFile::symLinkTarget(files.filePath(file)) == device) {
                 const qint64 number = process.toLongLong();
-                return Holder{number, programOf(number), {}, number == ::getpid()};
+                return Holder{number, programOf(number)};
             }
         }
     }

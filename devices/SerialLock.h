@@ -35,8 +35,9 @@ struct Note
 /// have no holders.
 [[nodiscard]] std::optional<Holder> holder(const QString &device);
 
-/// Who uses the device, whether or not it is locked: the holder of its lock, else a process that
-/// has it open, as far as the system lets this one see. Nothing is opened and nothing disturbed.
+/// Who uses the device, whether or not it is locked: the holder of its lock, else another process
+/// that has it open, as far as the system lets this one see; a Channel of this one has a lock.
+/// Nothing is opened and nothing disturbed.
 [[nodiscard]] std::optional<Holder> user(const QString &device);
 
 } // namespace corvane::serialLock

@@ -186,8 +186,9 @@ QString TrendSeries::note() const
     if (m_dropped)
         notes += u"The oldest points have made room for new ones."_s;
     if (m_leftOut > 0)
-        notes += u"%1 numbers are left out: there are %2 curves already."_s.arg(m_leftOut).arg(
-            mostCurves);
+        notes += u"%1 numbers are left out: there are %2 curves already; Clear makes room."_s
+                     .arg(m_leftOut)
+                     .arg(mostCurves);
     return notes.join(u' ');
 }
 

@@ -2,6 +2,7 @@
 // What holds for the look and the keys of every window, tried on all of them.
 #include "tests/e2e/EndToEndDesk.h"
 #include "windows/lists/CommandListArea.h"
+#include "windows/lists/frmList.h"
 #include "windows/main/BenchWindow.h"
 #include "windows/main/GuideWindow.h"
 #include "windows/main/HelpChapters.h"
@@ -246,6 +247,11 @@ TEST(Windows, EachHasItsChapterInTheGuide)
 TEST(Windows, EachIsClosedByItsKeyAndTheMainWindowIsGoneThroughAsItIsRead)
 {
     OpenWindows desk;
+    auto *editor = qobject_cast<frmList *>(OpenWindows::window(u"frmList"_s));
+    editor->txtList->document()->setModified(true);
+    QTest::keyClick(editor, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(editor->isVisible()) << "it has asked first";
+    editor->txtList->document()->setModified(false);
     const QList<QWidget *> open = OpenWindows::windows();
     for (const QPointer<QWidget> &window : QList<QPointer<QWidget>>(open.begin(), open.end())) {
         if (!window || !window->isVisible())
@@ -261,7 +267,11 @@ TEST(Windows, EachIsClosedByItsKeyAndTheMainWindowIsGoneThroughAsItIsRead)
     const QWidget *const expected[] = {desk.main.tabChannels, desk.main.channel(0)->cmdConnect,
                                        desk.main.commandList->cmdLoad,
                                        desk.main.commandList->cmdStopSend};
-    desk.main.showChannel(0);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&desk.main));
+    for (const int index : {channels::tcpIp1, channels::rs485}) {
+        QTest::keyClick(&desk.main, Qt::Key(Qt::Key_1 + index), Qt::ControlModifier);
+        EXPECT_EQ(desk.main.focusWidget(), desk.main.channel(index)->cboOut);
+    }
     QList<const QWidget *> order;
     for (const QWidget *next = desk.main.nextInFocusChain(); next != &desk.main;
          next = next->nextInFocusChain())

@@ -15,6 +15,7 @@
 #include "windows/widgets/TextGrid.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QFocusEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -154,7 +155,9 @@ void CommandListArea::edit(bool readOnly)
         connect(m_editor, &frmList::saveFailed, this, &CommandListArea::noted);
     }
     handOverComments();
-    m_editor->edit(m_list.text(), m_list.kind(), readOnly, m_list.rest());
+    const QString folder =
+        m_list.ListFilePath.isEmpty() ? QString() : QFileInfo(m_list.ListFilePath).absolutePath();
+    m_editor->edit(m_list.text(), m_list.kind(), readOnly, m_list.rest(), folder);
 }
 
 // Rows and columns

@@ -46,9 +46,11 @@ frmList::frmList(Dialogs &dialogs, QWidget *parent)
     connect(cmdCAncel, &QPushButton::clicked, this, &frmList::cmdCAncel_Click);
 }
 
-void frmList::edit(const QString &text, int listKind, bool readOnly, const UnreadRest &rest)
+void frmList::edit(const QString &text, int listKind, bool readOnly, const UnreadRest &rest,
+                   const QString &folder)
 {
     m_listKind = listKind;
+    m_folder = folder;
     m_rest = rest;
     showNote(rest.warning());
     setWindowTitle(readOnly ? u"Save List"_s : u"Edit List"_s);
@@ -67,7 +69,7 @@ void frmList::cmdSave_Click()
 {
     using Outcome = Dialogs::FileChoice::Outcome;
     const Dialogs::FileChoice choice =
-        m_dialogs.saveFile(this, {listKinds::layout(m_listKind).filter, {}, {}});
+        m_dialogs.saveFile(this, {listKinds::layout(m_listKind).filter, m_folder, {}});
     if (choice.outcome == Outcome::Cancelled || !isVisible() ||
         !m_rest.maySaveTo(choice.path, m_dialogs, this))
         return;

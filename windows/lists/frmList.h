@@ -29,8 +29,10 @@ public:
     QPushButton *cmdCAncel;
 
     /// Opens the window, modal, with the text; returns at once. `listKind` chooses the filter of
-    /// the file dialog, `rest` is what the text's own file has beyond the text.
-    void edit(const QString &text, int listKind, bool readOnly, const UnreadRest &rest);
+    /// the file dialog, `rest` is what the text's own file has beyond the text, `folder` is where
+    /// the dialog starts at first; empty: where the log is.
+    void edit(const QString &text, int listKind, bool readOnly, const UnreadRest &rest,
+              const QString &folder);
 
     void cmdSave_Click();
     void cmdCAncel_Click() { close(); }
@@ -54,6 +56,7 @@ private:
 
     Dialogs &m_dialogs;
     int m_listKind = 0;
+    QString m_folder;
     UnreadRest m_rest;
 };
 

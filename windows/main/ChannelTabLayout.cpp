@@ -65,6 +65,7 @@ void ChannelTab::makeControls()
     lblPlace->setContentsMargins(gapBeforePlace, 0, 0, 0);
     lblPlace->setMaximumWidth(0); // while it is empty
     shpComm = named(new Led(this), name("shpComm"), u"Activity"_s);
+    shpComm->setToolTip(u"Blinks with each command of a loop"_s);
     cboOut = named(new CommandBox(this), name("cboOut"), u"Command"_s);
     chkLoop = named(new QCheckBox(u"&Loop"_s, this), name("chkLoop"), u"Loop"_s);
     cboMs = named(new EditableBox(this), name("cboMs"), u"Loop period in milliseconds"_s);
@@ -109,7 +110,7 @@ void ChannelTab::layOut()
     page->addLayout(optionRow);
     page->addWidget(txtIn, 1);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // while it is hidden
-    txtIn->viewport()->installEventFilter(this);
+    cboOut->installEventFilter(this);
 }
 
 void ChannelTab::reserveStatus(const QString &longest)
@@ -150,8 +151,7 @@ void ChannelTab::showEvent(QShowEvent *event)
 
 bool ChannelTab::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == txtIn->viewport() && event->type() == QEvent::Paint &&
-        !std::exchange(m_isPainted, true))
+    if (watched == cboOut && event->type() == QEvent::Paint && !std::exchange(m_isPainted, true))
         QMetaObject::invokeMethod(this, &ChannelTab::addHint, Qt::QueuedConnection);
     return QWidget::eventFilter(watched, event);
 }

@@ -3,6 +3,8 @@
 
 #include "core/channels/Module1.h"
 #include "core/channels/TrafficLog.h"
+#include "core/lists/CommandList.h"
+#include "core/lists/ListKinds.h"
 #include "core/lists/TransferEngine.h"
 #include "core/text/Dialogs.h"
 #include "core/traffic/TrafficRecorder.h"
@@ -252,6 +254,14 @@ void Main::chkLog_Click(int index)
     }
     lblFaults->setNote(StatusLine::About::Log,
                        m_log->isLogging() ? u"Logging into "_s + m_log->place() : QString());
+}
+
+/// The Channels' buttons that fill the list go with the one below it.
+void Main::offerGetList()
+{
+    const bool isOffered = m_parts.list.kind() == listKinds::chamberSettings;
+    for (ChannelTab *each : m_channels)
+        each->cmdLoadFrmChmber->setEnabled(isOffered);
 }
 
 void Main::cmdGetList_Click()

@@ -160,6 +160,7 @@ private:
     void buildCommandList();
     void connectWindows();
     void orderTabs();
+    void offerGetList();
     void watch(ChannelSession &session);
     [[nodiscard]] QList<QLineEdit *> untouchedHosts() const;
     void lookUpOwnAddress();

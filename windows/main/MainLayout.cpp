@@ -21,8 +21,10 @@
 #include "windows/widgets/Naming.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
@@ -50,7 +52,7 @@ public:
             return false;
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->matches(QKeySequence::Close)) {
-            widget->window()->close();
+            closeByKey(*widget->window());
             return true;
         }
         if (!key->matches(QKeySequence::HelpContents) || !QApplication::activeModalWidget())
@@ -60,6 +62,16 @@ public:
     }
 
 private:
+    /// A dialog may ask before it goes, as when Esc is pressed; a box may want one of its answers.
+    static void closeByKey(QWidget &window)
+    {
+        auto *dialog = qobject_cast<QDialog *>(&window);
+        if (dialog == nullptr || qobject_cast<QMessageBox *>(dialog) != nullptr)
+            window.close();
+        else
+            dialog->reject();
+    }
+
     Main &m_main;
 };
 
@@ -79,8 +91,10 @@ void Main::buildChannels()
         const int index = each->index();
         tabChannels->addTab(each, m_tabMarks.front(), each->session().caption());
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)), this);
-        connect(shortcut, &QShortcut::activated, tabChannels,
-                [this, index] { tabChannels->setCurrentIndex(index); });
+        connect(shortcut, &QShortcut::activated, each, [this, each] {
+            tabChannels->setCurrentWidget(each);
+            each->cboOut->setFocus();
+        });
         const auto clicked = [this, each](QPushButton *button, void (Main::*handler)(int)) {
             connect(button, &QPushButton::clicked, this,
                     [this, handler, index = each->index()] { (this->*handler)(index); });
@@ -125,6 +139,7 @@ void Main::buildCommandList()
     connect(commandList->cmdGetList, &QPushButton::clicked, this, &Main::cmdGetList_Click);
     connect(commandList->cmdSendList, &QPushButton::clicked, this, &Main::cmdSendList_Click);
     connect(commandList->cmdStopSend, &QPushButton::clicked, this, &Main::cmdStopSend_Click);
+    connect(&m_parts.list, &CommandList::replaced, this, &Main::offerGetList);
     connect(commandList, &CommandListArea::captioned, this, &QWidget::setWindowTitle);
     const auto source = [](const ChannelSession &session) {
         return TrafficLog::Source{[&session] { return session.isLogged(); },

@@ -130,6 +130,9 @@ void frmGPIB::showButtons(bool searching)
     cmdSearch->setEnabled(!searching);
     cmdCancel->setVisible(searching);
     cmdClose->setVisible(!searching);
+    QPushButton &next = searching ? *cmdCancel : *cmdClose;
+    next.setDefault(true);
+    next.setFocus();
 }
 
 } // namespace corvane

@@ -167,10 +167,14 @@ Dialogs::FileChoice QtDialogs::chosen(const QObject *asker, const QString &path)
 Dialogs::FileChoice QtDialogs::openFile(QObject *asker, const FileQuestion &question)
 {
     FileDialog dialog(inLastFolder(asker, question), m_firstFolder, QFileDialog::AcceptOpen);
+    const QString key = folderKey(asker);
+    dialog.selectNameFilter(m_lastTypes.value(key));
     while (run(dialog, asker) && dialog.result() == QDialog::Accepted) {
         const QString path = dialog.path();
-        if (QFileInfo(path).isFile())
+        if (QFileInfo(path).isFile()) {
+            m_lastTypes[key] = dialog.selectedNameFilter();
             return chosen(asker, path);
+        }
         const MessageBox missing{.text =
                                      u"%1\nFile not found."_s.arg(QDir::toNativeSeparators(path)),
                                  .icon = Icon::Exclamation};

@@ -59,6 +59,7 @@ private:
     std::vector<OpenDialog *> m_open;
     QPointer<const QWidget> m_home;
     QHash<QString, QString> m_lastFolders; ///< by window
+    QHash<QString, QString> m_lastTypes;   ///< of the files that were opened, by window
     QSettings *m_settings = nullptr;
     QString m_firstFolder = QDir::currentPath();
 };

@@ -52,7 +52,7 @@ struct Search : testing::Test
     {
         EXPECT_EQ(window.lblSearch->text().toStdString(), status.toStdString());
         EXPECT_TRUE(window.cmdSearch->isEnabled());
-        EXPECT_TRUE(window.cmdClose->isVisibleTo(&window));
+        EXPECT_TRUE(window.cmdClose->isVisibleTo(&window) && window.cmdClose->isDefault());
         EXPECT_FALSE(window.cmdCancel->isVisibleTo(&window));
         EXPECT_FALSE(search.isRunning());
     }

@@ -127,7 +127,7 @@ TEST(GpibChannel, ThePointerAndTheStatusLineSayThatAConnectTakesItsTime)
         EXPECT_EQ(desk.host.progress.last(), u"IEEE 488: connecting to GPIB0::5 ...");
     };
     const auto isQuiet = [&desk] {
-        return !QGuiApplication::overrideCursor() && desk.host.progress.last().isEmpty();
+        return QGuiApplication::overrideCursor() == nullptr && desk.host.progress.last().isEmpty();
     };
     desk.channel.cmdConnect_Click();
     EXPECT_TRUE(isQuiet());

@@ -25,13 +25,13 @@ TEST(Main, ClosingDisconnectsEveryChannelAndThenUnloadsTheOtherWindows)
     desk.connectAll();
     desk.main.show();
     desk.main.mnuHelp_Click();
-    QWidget *guide = desk.main.findChild<QWidget *>(u"GuideWindow"_s);
+    auto *guide = desk.main.findChild<QWidget *>(u"GuideWindow"_s);
     desk.main.mnuSBC->trigger();
     QWidget &board = *desk.main.boardWindows().boardWindow();
     bool othersOpen = false; // while the last Channel is disconnected
     QObject::connect(&desk.tcpClient2, &TcpClient::stateChanged, &desk.main, [&] {
         EXPECT_EQ(desk.tcpClient1.state(), SocketState::Closed) << "in the order of the Channels";
-        othersOpen = guide && guide->isVisible() && board.isVisible();
+        othersOpen = guide != nullptr && guide->isVisible() && board.isVisible();
     });
     QSignalSpy closed(&desk.main, &Main::closed);
     desk.main.close();
@@ -282,7 +282,9 @@ TEST(Main, AListThatIsDroppedAnywhereIsLoadedAndComesBackFromTheMenu)
     EXPECT_EQ(desk.list.ListFilePath, first);
     EXPECT_FALSE(desk.main.commandList->txtVDL->toPlainText().contains(u"file:"));
     const QString second = fileOf(u"second.tst"_s);
+    EXPECT_TRUE(desk.main.channel(0)->cmdLoadFrmChmber->isEnabled());
     drop(desk.main, {QUrl::fromLocalFile(second)});
+    EXPECT_FALSE(desk.main.channel(0)->cmdLoadFrmChmber->isEnabled());
     QLineEdit &entry = *desk.main.channel(0)->cboOut->lineEdit();
     drop(entry, {QUrl::fromLocalFile(first), QUrl::fromLocalFile(first)});
     EXPECT_FALSE(entry.text().contains(u"file:"));

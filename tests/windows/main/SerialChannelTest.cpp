@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/channels/Reconnect.h"
 #include "core/channels/SerialSession.h"
+#include "devices/QtSerialPort.h"
 #include "tests/devices/Pty.h"
 #include "tests/windows/main/ChannelDesk.h"
 #include "windows/main/PortMenu.h"
@@ -50,8 +51,14 @@ TEST(SerialChannel, ItsPortIsChosenFromThoseThatAreThereNowWithWhoUsesThem)
     const Pty open;
     desk.ports = {{1, u"/dev/none"_s, u"A & B"_s, u"adapter"_s, u"S1"_s},
                   {7, open.device(), {}, {}}};
-    EXPECT_EQ(shown(), "1   /dev/none   A && B adapter, S1|7   " + open.device().toStdString() +
-                           "   open elsewhere in this program");
+    const std::string rows =
+        "1   /dev/none   A && B adapter, S1|7   " + open.device().toStdString();
+    EXPECT_EQ(shown(), rows) << "the bench has its devices open, too";
+    SerialPortList list{[] { return QList<SerialPortEntry>(); }};
+    QtSerialPort channel(list);
+    channel.setDevice(open.device());
+    channel.setPortOpen(true);
+    EXPECT_EQ(shown(), rows + "   open elsewhere in this program");
     menu.actions().at(1)->trigger();
     EXPECT_EQ(desk.channel.txtPort->text(), u"7");
     (void)shown();
