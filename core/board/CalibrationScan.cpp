@@ -76,7 +76,8 @@ bool CalibrationScan::readChannel(int channel)
     return true;
 }
 
-/// The meter is asked through the board link, which reaches it when the method is IEEE.
+/// The meter is asked through the board link, which reaches it when the method is IEEE; by another
+/// one the board is asked, whatever it makes of it.
 bool CalibrationScan::readMeter(int channel, const QString &meterConnectString)
 {
     if (isEnded())
@@ -87,7 +88,8 @@ bool CalibrationScan::readMeter(int channel, const QString &meterConnectString)
         !pause(100))
         return false;
     addressBoardAgain();
-    fillMeterRow(channel, reply, numbers::leadingNumber(reply));
+    fillMeterRow(channel, reply, numbers::leadingNumber(reply),
+                 m_link.method() == BoardLink::Ieee ? QString() : boardTexts::boardForMeter);
     return pause(100);
 }
 

@@ -139,13 +139,14 @@ void CalibrationSequence::fillRows(int firstRow, int channel, const QString &rep
 }
 
 /// A reading without a number counts as 0, and is shown so.
-void CalibrationSequence::fillMeterRow(int channel, const QString &reply, double value)
+void CalibrationSequence::fillMeterRow(int channel, const QString &reply, double value,
+                                       const QString &doubt)
 {
-    QString remark;
-    if (!numbers::startsWithNumber(reply)) {
+    QString remark = doubt;
+    if (remark.isEmpty() && !numbers::startsWithNumber(reply))
         remark = boardTexts::noNumberFrom.arg(u"meter"_s);
+    if (!remark.isEmpty())
         find(channel, remark);
-    }
     setCell(CalibrationTable::Meter, channel, numbers::fixed5(value), remark);
 }
 

@@ -74,8 +74,8 @@ protected:
     /// Puts the reply's first three fields into three rows from `firstRow` on. `sent`: the gain and
     /// offset that the board was given; empty: they are not known.
     void fillRows(int firstRow, int channel, const QString &reply, const QList<double> &sent = {});
-    /// Puts the meter's answer, read as `value`, into its row.
-    void fillMeterRow(int channel, const QString &reply, double value);
+    /// Puts the meter's answer, read as `value`, into its row. `doubt`: why it may be another's.
+    void fillMeterRow(int channel, const QString &reply, double value, const QString &doubt = {});
     [[nodiscard]] QString title(int row) const { return m_table.text(row, 0); }
     void find(int channel, const QString &what) { m_findings.add(channel, what); }
     /// What is computed from now on comes from readings with such findings, if there are any.

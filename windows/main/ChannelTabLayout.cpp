@@ -62,7 +62,7 @@ void ChannelTab::makeControls()
     lblPlace = named(new QLabel(this), name("lblPlace"));
     lblPlace->setTextFormat(Qt::PlainText);
     lblPlace->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    lblPlace->setContentsMargins(gapBeforePlace, 0, 0, 0);
+    lblPlace->setIndent(gapBeforePlace);
     lblPlace->setMaximumWidth(0); // while it is empty
     shpComm = named(new Led(this), name("shpComm"), u"Activity"_s);
     shpComm->setToolTip(u"Blinks with each command of a loop"_s);

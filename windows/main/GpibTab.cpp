@@ -52,6 +52,7 @@ void GpibTab::buildFields()
     for (int board = 0; board < GpibAddress::boardCount; ++board)
         cboIEEEPort->addItem(GpibAddress::boardName(board));
     cboIEEEAddress = new EditableBox(this);
+    cboIEEEAddress->setMinimumContentsLength(5); // with a secondary one: 30::96
     for (int address = 0; address <= GpibSession::lastPrimaryAddress; ++address)
         cboIEEEAddress->addItem(QString::number(address));
     lblConnectString = new QLabel(this);

@@ -372,6 +372,14 @@ TEST_F(CalibrationTest, AScanNamesTheChannelsThatDidNotAnswer)
     EXPECT_EQ(shown(board, "lblProgress"),
               u"Done, but no answer from the DAC (channels 2 to 4); no answer from "
               "the ADC (channels 2 to 4, 6); no number from the meter (channel 5)"_s);
+    board.CallOptSbcCommMeth(BoardLink::TcpIp);
+    answerQueriesWith("1,1,0");
+    for (int i = 0; i < 8; ++i)
+        dialogs.expectMessage(u"Move Keithly sensor to channel %1"_s.arg(i));
+    act(board, "cmdScan");
+    EXPECT_EQ(shown(board, "lblProgress"),
+              u"Done, but not the meter's reading, which Scan All takes by the IEEE method only "
+              "(channels 0 to 7)"_s);
 }
 
 TEST_F(CalibrationTest, TheWindowSaysWhatIsNotInTheEepromUntilItWasSent)
