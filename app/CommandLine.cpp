@@ -281,6 +281,8 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     }
     readDemo(parser, line);
     readSetups(parser, line);
+    if (line.task == Task::ListPorts && parser.isSet(u"run"_s))
+        refuse(u"run"_s, parser.value(u"run"_s), u"--list-ports runs no list"_s);
     if (line.task != Task::Window)
         return line;
 

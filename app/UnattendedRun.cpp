@@ -22,6 +22,8 @@ namespace {
 
 /// How often the patience is looked at.
 constexpr int patienceStepMs = 200;
+/// In patiences: a device that never stops talking holds nobody up for ever.
+constexpr int longestReply = 10;
 
 QString verdictText(GridModel::Verdict verdict)
 {
@@ -49,6 +51,7 @@ UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream
         m_command = command;
         m_fault.clear(); // what was said of a row before has ended nothing
         m_sinceSign.start();
+        m_sinceRow.start();
     });
     connect(&m_channel, &ChannelSession::replied, this, [this] { m_sinceSign.start(); });
     connect(&m_engine, &Engine::rowFinished, this, &UnattendedRun::printRow);
@@ -74,7 +77,7 @@ UnattendedRun::UnattendedRun(Workbench &workbench, CommandLine line, QTextStream
 int UnattendedRun::execute(const std::function<void()> &begun)
 {
     const StopSignal signal([this] { stop(); });
-    m_record.restart();
+    m_record.restart(m_channel);
     if (const QString refusal = m_outputs.refusal(); !refusal.isEmpty()) {
         refuse(refusal);
         return anythingElse;
@@ -161,6 +164,7 @@ bool UnattendedRun::connectChannel()
 void UnattendedRun::run()
 {
     m_sinceSign.start();
+    m_sinceRow.start();
     if (m_line.get)
         m_engine.cmdLoadFrmChmber_Click(m_line.channel);
     else
@@ -171,11 +175,20 @@ void UnattendedRun::run()
             break;
         // A row that has its reply waits for the loop time, which may be longer.
         const bool waitsForReply = !m_channel.TimerTransfer->isActive();
-        if (!m_outcome && waitsForReply && m_sinceSign.hasExpired(patienceMs())) {
-            refuseAtRow(u"no reply within %1 s"_s.arg(m_line.patienceSeconds));
-            m_engine.ResetTransferData(m_line.channel);
-        }
+        if (m_outcome)
+            break;
+        if (waitsForReply && m_sinceSign.hasExpired(patienceMs()))
+            giveUp(u"no reply within %1 s"_s, 1);
+        else if (m_sinceRow.hasExpired(patienceMs() * longestReply +
+                                       m_channel.TimerTransfer->interval()))
+            giveUp(u"the reply has not ended within %1 s"_s, longestReply);
     }
+}
+
+void UnattendedRun::giveUp(const QString &reason, int patiences)
+{
+    refuseAtRow(reason.arg(m_line.patienceSeconds * patiences));
+    m_engine.ResetTransferData(m_line.channel);
 }
 
 /// A GPIB reply is read one period after its command.
@@ -197,8 +210,6 @@ void UnattendedRun::stop()
 
 void UnattendedRun::printRow(int row, const QString &reply, GridModel::Verdict verdict)
 {
-    if (m_line.get && reply.trimmed().isEmpty())
-        m_emptyRows.append(QString::number(row));
     const QString command = m_command.isEmpty() ? m_list.rowText(row) : m_command;
     m_rows << row << '\t' << printableText::field(command) << '\t' << printableText::field(reply)
            << '\t' << verdictText(verdict) << Qt::endl;
@@ -217,8 +228,8 @@ void UnattendedRun::judgeOutcome()
     if (const QString fault = failed ? m_fault : RunRecord::faultOf(*m_outcome);
         !fault.isEmpty() && m_faults.isEmpty())
         refuseAtRow(fault);
-    if (!m_emptyRows.isEmpty())
-        refuse(u"no value came for row %1"_s.arg(m_emptyRows.join(u", "_s)));
+    if (const QString missing = m_record.missingValues(); !missing.isEmpty())
+        refuse(missing);
     if (*m_outcome == TransferEngine::Outcome::Passed && !m_record.hasVerdict())
         m_messages << "corvane: the list holds no check; nothing was judged" << Qt::endl;
 }
@@ -227,9 +238,12 @@ void UnattendedRun::judgeOutcome()
 /// tells what became of the others.
 void UnattendedRun::writeResults()
 {
-    if (&m_rows == &m_out && m_out.status() != QTextStream::Ok)
-        refuse(u"standard output cannot be written"_s);
-    if (m_outcome == TransferEngine::Outcome::Complete) {
+    if (m_rows.status() != QTextStream::Ok)
+        refuse(&m_rows == &m_out ? u"standard output cannot be written"_s
+                                 : u"standard error cannot be written"_s);
+    const bool isFilled =
+        m_outcome == TransferEngine::Outcome::Complete && m_record.missingValues().isEmpty();
+    if (isFilled) {
         write(m_line.saveFile,
               listFile::settingsText(m_list.table(), m_list.comments()).toLatin1());
     } else if (!m_line.saveFile.isEmpty()) {
@@ -250,7 +264,7 @@ void UnattendedRun::write(const QString &path, const QByteArray &bytes)
 
 RunReport UnattendedRun::report() const
 {
-    RunReport report = m_record.report(m_channel, m_faults.join(u"; "_s));
+    RunReport report = m_record.report(m_faults.join(u"; "_s));
     report.listName = listKinds::fileName(m_line.list); // also of one that could not be loaded
     return report;
 }

@@ -55,6 +55,8 @@ private:
     void writeResults();
     void write(const QString &path, const QByteArray &bytes);
     [[nodiscard]] qint64 patienceMs() const;
+    /// Ends the run; "%1" in the reason takes the seconds of so many patiences.
+    void giveUp(const QString &reason, int patiences);
     [[nodiscard]] RunReport report() const;
 
     const CommandLine m_line;
@@ -72,8 +74,8 @@ private:
     QString m_fault;           ///< the Channel's, told already; that of its send ends the run
     int m_row = 0;             ///< the row at hand; 0: none yet
     QString m_command;         ///< what it sends
-    QStringList m_emptyRows;   ///< those of Get list that got no value
     QElapsedTimer m_sinceSign; ///< of life: a command went out, or a piece of a reply came
+    QElapsedTimer m_sinceRow;  ///< its command went out
 };
 
 } // namespace corvane

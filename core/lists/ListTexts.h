@@ -70,6 +70,9 @@ inline const QString reopenedAtRow =
 inline const QString owed =
     u"List run on %1: the reply to %2 of the run before had not come; should "
     "it still come, it stands in a row of this run."_s;
+inline const QString owedByHand =
+    u"List run on %1: the reply to \"%2\", sent before the run, had not come; "
+    "should it still come, it stands in a row of this run."_s;
 /// "%2" is the command, "%3" the row.
 inline const QString sentByHand =
     u"List run on %1: \"%2\" was sent by hand; its reply stands in %3."_s;

@@ -8,10 +8,31 @@
 
 namespace corvane {
 
+namespace {
+
+QString shown(const QString &command)
+{
+    constexpr qsizetype longest = 60;
+    return command.left(longest);
+}
+
+} // namespace
+
 void RunNotes::begin(int channel)
 {
-    const QString owed = std::exchange(m_owed.at(static_cast<size_t>(channel)), {});
-    m_doubt = owed.isEmpty() ? QString() : listTexts::owed.arg(channelCaption(channel), owed);
+    m_doubt = std::exchange(m_owed.at(static_cast<size_t>(channel)), {});
+}
+
+void RunNotes::owe(int channel, int row)
+{
+    m_owed.at(static_cast<size_t>(channel)) =
+        listTexts::owed.arg(channelCaption(channel), m_rows.name(row));
+}
+
+void RunNotes::owe(int channel, const QString &command)
+{
+    m_owed.at(static_cast<size_t>(channel)) =
+        listTexts::owedByHand.arg(channelCaption(channel), shown(command));
 }
 
 QString RunNotes::setClosed(int channel, int row, bool isSent)
@@ -29,9 +50,7 @@ void RunNotes::setReopened(int channel, int row)
 
 void RunNotes::addSentByHand(int channel, int row, const QString &command)
 {
-    constexpr qsizetype longestShown = 60;
-    m_doubt = listTexts::sentByHand.arg(channelCaption(channel), command.left(longestShown),
-                                        m_rows.name(row));
+    m_doubt = listTexts::sentByHand.arg(channelCaption(channel), shown(command), m_rows.name(row));
 }
 
 const QString &RunNotes::addCut(int channel, int row)

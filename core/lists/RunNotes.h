@@ -25,9 +25,14 @@ public:
 
     /// A run begins on the Channel.
     void begin(int channel);
-    /// The run ended while the row's reply was still out; it came, or cannot come any more.
-    void owe(int channel, int row) { m_owed.at(static_cast<size_t>(channel)) = m_rows.name(row); }
+    /// The run ended while the row's reply was still out.
+    void owe(int channel, int row);
+    /// A command went out without a run.
+    void owe(int channel, const QString &command);
+    /// The reply came, or cannot come any more.
     void settle(int channel) { m_owed.at(static_cast<size_t>(channel)).clear(); }
+    /// What makes a reply of the run doubtful; empty: nothing.
+    [[nodiscard]] const QString &doubt() const { return m_doubt; }
 
     /// The run's Channel is closed: the row has been sent, or is not sent yet. Returns the reason
     /// without what can be done.
@@ -45,7 +50,7 @@ private:
     const RunRows &m_rows;
     QString m_closed;
     QString m_doubt;
-    /// By Channel: the row of an earlier run whose reply was still out.
+    /// By Channel: what is to be said of a reply that was still out.
     std::array<QString, channelCount> m_owed;
 };
 

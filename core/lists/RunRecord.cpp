@@ -22,14 +22,17 @@ double secondsOf(const QElapsedTimer &timer)
 RunRecord::RunRecord(const CommandList &list, const TransferEngine &engine, QObject *parent)
     : QObject(parent)
     , m_list(list)
+    , m_engine(engine)
 {
-    connect(
-        &engine, &TransferEngine::rowFinished, this,
-        [this](int row, const QString &, GridModel::Verdict verdict) { finishRow(row, verdict); });
+    connect(&engine, &TransferEngine::rowStarted, this, &RunRecord::notePlace);
+    connect(&engine, &TransferEngine::rowFinished, this, &RunRecord::finishRow);
 }
 
-void RunRecord::restart()
+void RunRecord::restart(const ChannelSession &channel)
 {
+    m_channel = &channel;
+    m_places.clear();
+    m_emptyRows.clear();
     m_judged.clear();
     m_secondsToLastRow = 0;
     m_began = QDateTime::currentDateTimeUtc();
@@ -37,25 +40,43 @@ void RunRecord::restart()
     m_sinceCheck.start();
 }
 
-void RunRecord::finishRow(int row, GridModel::Verdict verdict)
+void RunRecord::notePlace()
+{
+    if (m_channel == nullptr || !m_channel->isOpen())
+        return;
+    if (const QString place = m_channel->place(); m_places.isEmpty() || m_places.last() != place)
+        m_places.append(place);
+}
+
+void RunRecord::finishRow(int row, const QString &reply, GridModel::Verdict verdict)
 {
     m_secondsToLastRow = secondsOf(m_sinceStart);
+    if (m_engine.isGetting() && reply.trimmed().isEmpty())
+        m_emptyRows.append(QString::number(row));
     if (verdict == GridModel::Verdict::None)
         return;
     m_judged[row] = {verdict, secondsOf(m_sinceCheck)};
     m_sinceCheck.start();
 }
 
-RunReport RunRecord::report(const ChannelSession &channel, const QString &fault) const
+QString RunRecord::missingValues() const
+{
+    return m_emptyRows.isEmpty() ? QString()
+                                 : u"no value came for row %1"_s.arg(m_emptyRows.join(u", "_s));
+}
+
+RunReport RunRecord::report(const QString &fault) const
 {
     RunReport report;
     report.listName = m_list.ListFileName;
     report.hostName = QSysInfo::machineHostName();
     report.began = m_began;
-    report.properties = {{u"channel"_s, channel.caption()},
-                         {u"device"_s, channel.place()},
-                         {u"loop-ms"_s, QString::number(channel.TimerTransfer->interval())},
-                         {u"version"_s, QString::fromUtf16(productInfo::version)}};
+    report.properties = {
+        {u"channel"_s, m_channel->caption()},
+        {u"device"_s, m_places.isEmpty() ? m_channel->place() : m_places.join(u", then "_s)},
+        {u"loop-ms"_s, QString::number(m_channel->Timer1->interval())},
+        {u"row-ms"_s, QString::number(m_channel->TimerTransfer->interval())},
+        {u"version"_s, QString::fromUtf16(productInfo::version)}};
     report.fault = fault;
     report.seconds = secondsOf(m_sinceStart);
     const bool isTestList = m_list.kind() == listKinds::testList;
@@ -65,7 +86,8 @@ RunReport RunRecord::report(const ChannelSession &channel, const QString &fault)
             cells.append(m_list.text(row, column));
         if (row > 0 && cells.first().isEmpty())
             continue; // held ready for a list that could not be read to its end
-        if (row > 0 && isTestList && cells.value(listKinds::firstColumn) == u"!")
+        const bool isCheck = cells.value(listKinds::firstColumn) == u"!" || m_judged.contains(row);
+        if (row > 0 && isTestList && isCheck)
             report.checks.push_back(checkAt(row));
         report.rows.push_back(cells);
     }

@@ -19,14 +19,16 @@ public:
     /// The list and the engine must outlive the record.
     RunRecord(const CommandList &list, const TransferEngine &engine, QObject *parent = nullptr);
 
-    /// A run begins: nothing is judged yet.
-    void restart();
+    /// A run begins on the Channel, which must outlive it: nothing is judged yet.
+    void restart(const ChannelSession &channel);
     /// From the run's start to the row that was done last.
     [[nodiscard]] double secondsToLastRow() const { return m_secondsToLastRow; }
     [[nodiscard]] bool hasVerdict() const { return !m_judged.isEmpty(); }
-    /// The run as it is by now, on this Channel. `fault`: what went wrong other than a failed
-    /// check; empty when nothing did.
-    [[nodiscard]] RunReport report(const ChannelSession &channel, const QString &fault) const;
+    /// Which rows Get List has left without a value; empty: none.
+    [[nodiscard]] QString missingValues() const;
+    /// The run as it is by now. `fault`: what went wrong other than a failed check; empty when
+    /// nothing did.
+    [[nodiscard]] RunReport report(const QString &fault) const;
     /// Why an outcome is neither passed nor failed; empty when it is one of them.
     static QString faultOf(TransferEngine::Outcome outcome);
 
@@ -38,10 +40,16 @@ private:
         double seconds = 0;
     };
 
-    void finishRow(int row, GridModel::Verdict verdict);
+    /// A row's command goes out to where the Channel is connected by now.
+    void notePlace();
+    void finishRow(int row, const QString &reply, GridModel::Verdict verdict);
     [[nodiscard]] RunReport::Check checkAt(int row) const;
 
     const CommandList &m_list;
+    const TransferEngine &m_engine;
+    const ChannelSession *m_channel = nullptr;
+    QStringList m_places;       ///< where the devices were that were asked, in turn
+    QStringList m_emptyRows;    ///< those that Get List has left without a value
     QMap<int, Judged> m_judged; ///< by row
     QDateTime m_began;
     QElapsedTimer m_sinceStart;

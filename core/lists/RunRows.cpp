@@ -29,18 +29,19 @@ ListStep RunRows::step(int row) const
                             : ListStep::toSend(m_list.kind(), cells, m_list.stripsOperator());
 }
 
-bool RunRows::isSendBelow(int row) const
+int RunRows::nextSend(int row) const
 {
     for (int below = row + 1; below <= last(); ++below) {
         if (step(below).kind == ListStep::Kind::Send)
-            return true;
+            return below;
     }
-    return false;
+    return 0;
 }
 
 CheckRow::Verdict RunRows::judge(int row) const
 {
-    return CheckRow{m_list.text(row - 1, replyColumn()),
+    // The first row has no reply above, only the column's title.
+    return CheckRow{row > 1 ? m_list.text(row - 1, replyColumn()) : QString(),
                     m_list.text(row, listKinds::valueColumnOfTests),
                     m_list.text(row, listKinds::toleranceColumn)}
         .judge();

@@ -28,7 +28,9 @@ public:
     [[nodiscard]] int replyColumn() const;
     [[nodiscard]] ListStep step(int row) const;
     /// True when a row below this one sends something.
-    [[nodiscard]] bool isSendBelow(int row) const;
+    [[nodiscard]] bool isSendBelow(int row) const { return nextSend(row) > 0; }
+    /// The next row below that sends something; 0: none.
+    [[nodiscard]] int nextSend(int row) const;
     /// Judges a check row by the reply of the row above.
     [[nodiscard]] CheckRow::Verdict judge(int row) const;
     /// Empties the reply cells of rows that send something, and the verdicts: in rows that this run

@@ -11,6 +11,7 @@
 
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -282,11 +283,16 @@ void TransferEngine::complete()
 
 void TransferEngine::commandSent(int index, const QString &command)
 {
-    if (index != runningChannel() || m_inside == Inside::Send || m_row.number == 0 ||
-        command == m_row.command)
-        return;
-    m_notes.addSentByHand(index, m_row.number, command);
-    Q_EMIT noted(m_notes.text());
+    if (index != runningChannel()) {
+        m_notes.owe(index, command);
+    } else if (m_inside == Inside::Send) {
+        return; // the row's own
+    } else if (command == m_row.command && m_notes.isClosed()) {
+        showRow(); // it is sent again
+    } else {
+        m_notes.addSentByHand(index, std::max(1, m_row.number), command);
+        Q_EMIT noted(m_notes.text());
+    }
 }
 
 void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail)
@@ -326,8 +332,13 @@ void TransferEngine::mirror(qsizetype keep, QByteArrayView tail)
 /// The GPIB time-out passed without a reply; the response says so already.
 void TransferEngine::replyTimedOut(int index)
 {
-    if (index != runningChannel() || m_inside == Inside::MessageBox)
+    if (index != runningChannel()) {
+        m_notes.settle(index); // most commands that are sent by hand have no reply there
         return;
+    }
+    if (m_inside == Inside::MessageBox)
+        return;
+    m_notes.owe(index, m_row.number);
     reset(index);
     Q_EMIT runEnded(Outcome::TimedOut);
 }
@@ -361,7 +372,8 @@ bool TransferEngine::awaitsReply() const
 void TransferEngine::showClosed()
 {
     const bool isSent = awaitsReply();
-    const QString reason = m_notes.setClosed(m_channel, m_row.number + (isSent ? 0 : 1), isSent);
+    const int row = isSent ? m_row.number : m_rows.nextSend(m_row.number);
+    const QString reason = m_notes.setClosed(m_channel, row, isSent);
     showProgress(listTexts::closedProgress);
     Q_EMIT troubled(reason);
 }

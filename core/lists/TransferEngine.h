@@ -59,6 +59,10 @@ public:
     /// True while a message box of the run is open or its send has not returned: the window must
     /// not be destroyed.
     [[nodiscard]] bool isBusy() const { return m_inside != Inside::Nothing; }
+    /// A Get List run is on.
+    [[nodiscard]] bool isGetting() const { return m_run == Run::Get; }
+    /// Why a reply of the last run may answer something else; empty: no reason.
+    [[nodiscard]] const QString &doubt() const { return m_notes.doubt(); }
 
 Q_SIGNALS:
     /// A run on the Channel is wanted: what is still being typed into its entries counts.

@@ -3,6 +3,7 @@
 #include "core/traffic/TrafficWriter.h"
 #include "tests/e2e/EndToEndDesk.h"
 #include "windows/lists/CommandListArea.h"
+#include "windows/main/SerialTab.h"
 #include "windows/widgets/TextGrid.h"
 
 #include <csignal>
@@ -244,17 +245,30 @@ TEST(EndToEndLists, NoRunIsDoneThatGotNoReplyAndNoneIsGivenUpThatGoesOn)
 
     line.channel = 3;
     line.get = true;
-    line.list = files.write("a.kms", "SP\r\nTHI\r\n");
+    line.list = line.saveFile = files.write("a.kms", "= SP 50\r\nTHI\r\n");
     desk.order("tcp-chamber garbage \\r\\n once");
     const ListRun empty = run(desk, line);
     EXPECT_EQ(empty.exitCode, 2);
     EXPECT_TRUE(empty.messages.contains(u"no value came for row 1\n"));
+    EXPECT_EQ(files.read("a.kms"), "= SP 50\r\nTHI\r\n") << "the value there is not lost";
+    line.saveFile.clear();
+    desk.dialogs.savePath = files.folder.filePath(u"window.xml"_s);
+    desk.main.commandList->cmdSaveResults->click();
+    EXPECT_TRUE(files.read("window.xml").contains("no value came for row 1\""));
 
     line.channel = 2; // a reply is read one period after its command
     line.loopMs = 1500;
     EXPECT_EQ(run(desk, line).exitCode, 0);
 
     line.loopMs.reset();
+    line.channel = 0;
+    line.junitFile = files.folder.filePath(u"a.xml"_s);
+    QObject::connect(&desk.program.workbench().engine(), &TransferEngine::rowFinished, &context,
+                     [&desk] { desk.main.serialTab(0).cboAddress485->setCurrentText(u"09"_s); });
+    EXPECT_TRUE(run(desk, line).messages.contains(u"row 2: no reply within 1 s"));
+    EXPECT_TRUE(files.read("a.xml").contains("address 05, then /")) << "the second was asked, too";
+
+    line.channel = 2;
     QTimer::singleShot(0, &context, [] { std::raise(SIGHUP); });
     QTimer::singleShot(0, &context, [] { std::raise(SIGTERM); });
     const ListRun stopped = run(desk, line);

@@ -94,6 +94,12 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
         {"$corvane $(printf 'caf\\351')", 2, "",
          "corvane: caf\xef\xbf\xbd: the name is not in the system's character set (UTF-8)\n"},
         {"$corvane --run a.tst --channel tcp1 >&-", 2, "", "corvane: standard output is closed\n"},
+        {"$corvane --list-ports --run a.tst", 2, "",
+         "corvane: --run a.tst: --list-ports runs no list\nSee corvane --help.\n"},
+        {"cd $folder; { $corvane --demo --run a.tst --channel tcp2 --csv - 2>/dev/full; echo $? "
+         ">&2; "
+         "} | head -1 | tr -d '\\r'",
+         0, "Line,Operator,Command,Value,Tolerance,Response\n", "2\n"},
         {"cd $folder; env -u HOME $corvane --demo a.kms <&- | tail -1", 0, "1\t= SP 25\tOK\t\n",
          ""},
         {"cd $folder; ulimit -f 0; $corvane --run n.kms --channel tcp1 --host 127.0.0.1 --port 1 "

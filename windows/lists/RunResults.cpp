@@ -15,6 +15,7 @@ RunResults::RunResults(const ChannelSet &channels, const CommandList &list,
                        const TransferEngine &engine, Dialogs &dialogs, QObject *parent)
     : QObject(parent)
     , m_channels(channels)
+    , m_engine(engine)
     , m_dialogs(dialogs)
     , m_record(list, engine)
 {
@@ -22,27 +23,34 @@ RunResults::RunResults(const ChannelSet &channels, const CommandList &list,
     connect(&engine, &Engine::runStarted, this, &RunResults::begin);
     connect(&engine, &Engine::troubled, this,
             [this](const QString &reason) { m_faults.append(reason); });
+    connect(&engine, &Engine::rowFinished, this, [this] { m_faults.clear(); }); // it went on
     connect(&engine, &Engine::runEnded, this, &RunResults::end);
 }
 
 void RunResults::begin(int channel)
 {
-    m_record.restart();
-    m_channel = channel;
+    m_record.restart(m_channels.at(channel));
+    m_isRunning = true;
     m_faults.clear();
     m_report.reset();
     Q_EMIT changed(false);
 }
 
-/// A message box may have been open since the last row: that is no time of the run.
 void RunResults::end(TransferEngine::Outcome outcome)
 {
-    if (m_channel < 0)
+    if (!std::exchange(m_isRunning, false))
         return; // it has not started
-    m_faults.append(RunRecord::faultOf(outcome));
+    using Outcome = TransferEngine::Outcome;
+    const QString missing = m_record.missingValues();
+    m_faults += {m_engine.doubt(), missing, RunRecord::faultOf(outcome)};
     m_faults.removeAll(QString());
-    m_report = m_record.report(m_channels.at(std::exchange(m_channel, -1)), m_faults.join(u"; "_s));
-    m_report->seconds = m_record.secondsToLastRow();
+    m_faults.removeDuplicates();
+    m_report = m_record.report(m_faults.join(u"; "_s));
+    // A message box has been open since the last row: that is no time of the run.
+    if (outcome == Outcome::Passed || outcome == Outcome::Failed || outcome == Outcome::SyntaxError)
+        m_report->seconds = m_record.secondsToLastRow();
+    if (!missing.isEmpty())
+        Q_EMIT noted(u"Get List: "_s + missing);
     Q_EMIT changed(true);
 }
 

@@ -34,9 +34,10 @@ private:
     void end(TransferEngine::Outcome outcome);
 
     const ChannelSet &m_channels;
+    const TransferEngine &m_engine;
     Dialogs &m_dialogs;
     RunRecord m_record;
-    int m_channel = -1; ///< of the run that is on; -1: none is
+    bool m_isRunning = false;
     QStringList m_faults;
     std::optional<RunReport> m_report;
 };

@@ -27,14 +27,20 @@ FileDialog::FileDialog(const Dialogs::FileQuestion &question, const QString &fir
 QString FileDialog::path() const
 {
     const QString chosen = selectedFiles().value(0);
-    const auto isTyped = [&chosen](const QString &nameFilter) {
-        const QString extension = fileQuestions::extensionOf(nameFilter);
-        return !extension.isEmpty() && chosen.endsWith(u'.' + extension, Qt::CaseInsensitive);
+    QStringList types;
+    for (const QString &each : nameFilters())
+        types.append(fileQuestions::extensionOf(each));
+    const auto isTyped = [&chosen](const QString &type) {
+        return !type.isEmpty() && chosen.endsWith(u'.' + type, Qt::CaseInsensitive);
     };
     // One of the other types is chosen by its extension too, however long that is.
-    if (acceptMode() != AcceptSave || std::ranges::any_of(nameFilters(), isTyped))
+    if (acceptMode() != AcceptSave || std::ranges::any_of(types, isTyped))
         return chosen;
-    return fileQuestions::withExtension(chosen, fileQuestions::extensionOf(selectedNameFilter()));
+    const QString type = fileQuestions::extensionOf(selectedNameFilter());
+    const QString path = fileQuestions::withExtension(chosen, type);
+    // What is written goes by the type: where each has its own, no other is taken.
+    const bool isOther = path == chosen && types.size() > 1 && !types.contains(QString());
+    return isOther && !path.isEmpty() ? path + u'.' + type : path;
 }
 
 void FileDialog::accept()

@@ -87,6 +87,10 @@ TEST_F(Transfer, AFailedCheckIsShownBeforeTheRunStopsAndNothingMovesBehindTheBox
     EXPECT_EQ(m_rows.last(), u"2 < PASSED 2"); // the reply only continues
     EXPECT_EQ(m_list.verdict(2, 5), GridModel::Verdict::Failed);
     expectEnd(Outcome::Failed);
+    send("b.tst", "! ID Response\n", 4);
+    dialogs.expectMessage(u"Test Failed."_s);
+    tick(4);
+    EXPECT_EQ(m_list.verdict(1, 5), GridModel::Verdict::Failed) << "the column's title is no reply";
 }
 
 TEST_F(Transfer, AnEmptyOrIncompleteListIsRefused)
@@ -291,13 +295,15 @@ TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)
     channels.at(3).open();
     EXPECT_TRUE(m_noted.contains(u"connected again, but row 1 of 3 has no whole reply"));
     EXPECT_TRUE(module.SendMode);
-    piece("5", 3); // sent again by hand
-    EXPECT_EQ(m_noted, QString());
-    Q_EMIT channels.at(3).commandSent(u"? SP x"_s);
+    Q_EMIT channels.at(3).commandSent(u"? SP x"_s); // the row's, once more
     Q_EMIT channels.at(4).commandSent(u"B"_s);
     EXPECT_EQ(m_noted, QString());
-    Q_EMIT channels.at(3).commandSent(u"B"_s);
-    EXPECT_TRUE(m_noted.contains(u"\"B\" was sent by hand; its reply stands in row 1 of 3"));
+    piece("5", 3);
+    for (const QString &command : {u"? SP x"_s, u"B"_s}) {
+        Q_EMIT channels.at(3).commandSent(command);
+        EXPECT_TRUE(m_noted.contains(
+            u"\"%1\" was sent by hand; its reply stands in row 1 of 3"_s.arg(command)));
+    }
     EXPECT_EQ(m_progress, u"1 of 3");
     channels.at(3).close();
     EXPECT_TRUE(m_noted.contains(u"row 2 of 3 is not sent yet. Connect"));
@@ -325,5 +331,11 @@ TEST_F(Transfer, AChannelThatClosesIsSaidWithTheWayOnAndTheRunWaits)
         m_engine.cmdLoadToChmber_Click(3);
         EXPECT_EQ(m_noted.contains(u"the reply to row 1 of 3 of the run before"), !came);
         m_engine.ResetTransferData(3);
+        Q_EMIT channels.at(4).commandSent(u"B"_s);
+        if (came)
+            piece("late", 4);
+        m_engine.cmdLoadToChmber_Click(4);
+        EXPECT_EQ(m_engine.doubt().contains(u"the reply to \"B\", sent before the run"), !came);
+        m_engine.ResetTransferData(4);
     }
 }

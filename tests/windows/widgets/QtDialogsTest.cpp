@@ -176,9 +176,13 @@ TEST_F(QtDialogsTest, SavingAppendsTheExtensionAndAsksBeforeReplacing)
           std::pair("a.", "a.kms"), std::pair("A.KMS", "A.KMS"), std::pair("a.kmp", "a.kmp")})
         EXPECT_EQ(fileQuestions::withExtension(QString::fromLatin1(typed), u"kms"_s),
                   QString::fromLatin1(whole));
-    answerFile(u"a.pcapng"_s); // while the first type is chosen
-    EXPECT_EQ(dialogs.saveFile(nullptr, {u"Text|*.txt|Packets|*.pcapng"_s, folder.path(), {}}),
-              (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(u"a.pcapng"_s)}));
+    for (const auto &[typed, whole] :
+         {std::pair("a.pcapng", "a.pcapng"), std::pair("a.b", "a.b.txt")}) {
+        answerFile(QString::fromLatin1(typed)); // while the first type is chosen
+        EXPECT_EQ(
+            dialogs.saveFile(nullptr, {u"Text|*.txt|Packets|*.pcapng"_s, folder.path(), {}}),
+            (Dialogs::FileChoice{Outcome::Chosen, folder.filePath(QString::fromLatin1(whole))}));
+    }
     answerFile(u"old"_s);
     whenOpen<QMessageBox>([&](QMessageBox &box) {
         answerFile(u"x.txt"_s);
