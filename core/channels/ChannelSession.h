@@ -206,6 +206,7 @@ protected:
     void tellConnectFault(const QString &description, const QString &message);
     void tellFault(const QString &fault);
     void setNote(const QString &note);
+    [[nodiscard]] const QString &note() const { return m_note; }
     void setLight(Light light);
     /// The light, if it is on, is bright no more.
     void dimLight();

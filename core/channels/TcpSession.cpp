@@ -10,7 +10,18 @@
 #include <QScopedValueRollback>
 #include <QTime>
 
+#include <algorithm>
+
 namespace corvane {
+
+namespace {
+
+bool isLineEnd(char byte)
+{
+    return byte == '\r' || byte == '\n';
+}
+
+} // namespace
 
 TcpSession::TcpSession(int index, TcpClient &client, const ChannelContext &context)
     : ChannelSession(index, client, context)
@@ -162,14 +173,15 @@ void TcpSession::dropRest(const QString &fault)
 void TcpSession::tcpClient_DataArrival()
 {
     const QByteArray arrival = m_client.getData();
-    if (traits().showsNewestAlone)
-        setResponse({});
     m_answered = true;
     const bool isFirst = !std::exchange(m_arrived, true);
-    appendReply(arrival, {.lineEnds = false, .sequence = "\r\n"},
-                traits().showsNewestAlone && !isFirst
-                    ? channelTexts::newestPieceAlone.arg(caption())
-                    : QString());
+    // The line's end may come by itself: it ends what stands there.
+    const bool isEnd = !isFirst && std::ranges::all_of(arrival, isLineEnd);
+    const bool isNewest = traits().showsNewestAlone && !isEnd;
+    if (isNewest)
+        setResponse({});
+    const QString alone = isFirst ? QString() : channelTexts::newestPieceAlone.arg(caption());
+    appendReply(arrival, {.lineEnds = false, .sequence = "\r\n"}, isNewest ? alone : note());
     if (!std::exchange(TcpSegmentWait, false))
         return;
     try {

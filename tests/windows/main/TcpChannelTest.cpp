@@ -137,6 +137,10 @@ TEST(TcpChannel, TcpIp1SendsOneLineAndShowsTheNewestArrival)
     desk.sendText(u"D"_s);
     EXPECT_EQ(desk.host.faults, QStringList());
     EXPECT_EQ(desk.host.notes.last(), QString()) << "it was about the command before";
+    for (const char *piece : {"1.25\r", "\n", "\r\n"})
+        desk.client.feed(piece);
+    EXPECT_EQ(desk.channel.txtIn->text(), u"1.25") << "the line's end came by itself";
+    EXPECT_EQ(desk.host.notes.last(), QString());
 }
 
 TEST(TcpChannel, TcpIp2SendsEachPieceAfterTheReplyToTheOneBefore)
