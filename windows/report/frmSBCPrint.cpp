@@ -214,6 +214,9 @@ void frmSBCPrint::cmdAccept_Click()
     remember();
     if (refusesToSave())
         return;
+    if (const QString said = statusPanel->text();
+        said == reportTexts::busy || said == reportTexts::notSaved)
+        statusPanel->clear(); // it is over
     PrintCals();
     close();
 }
