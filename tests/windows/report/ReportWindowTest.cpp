@@ -210,6 +210,9 @@ TEST_F(ReportWindowTest, AutoFillDuringACalibrationIsRefusedAndLeavesItAlone)
     });
     board.calibration->cmdCal_Click();
     EXPECT_EQ(window->txtPartNum->text(), u"typed"_s);
+    dialogs.answerSave({});
+    window->cmdAccept_Click();
+    EXPECT_EQ(status(), QString()) << "nothing is at work any more";
 }
 
 TEST_F(ReportWindowTest, ClosedAtAnyMomentOfAutoFillItEndsAtOnceAndTheBoardWindowGoesOn)
