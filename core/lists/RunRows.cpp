@@ -2,8 +2,10 @@
 #include "core/lists/RunRows.h"
 
 #include "core/channels/Module1.h"
+#include "core/lists/CheckRow.h"
 #include "core/lists/CommandList.h"
 #include "core/lists/ListKinds.h"
+#include "core/lists/ListTexts.h"
 
 namespace corvane {
 
@@ -38,13 +40,32 @@ int RunRows::nextSend(int row) const
     return 0;
 }
 
-CheckRow::Verdict RunRows::judge(int row) const
+bool RunRows::isEmpty() const
 {
+    return m_list.text(1, listKinds::firstColumn).isEmpty();
+}
+
+bool RunRows::isIncomplete() const
+{
+    return m_list.textLength(1, 2) == 0 &&
+           ListStep::needsSecondCell(m_list.kind(), m_list.text(1, listKinds::firstColumn));
+}
+
+bool RunRows::judge(int row)
+{
+    using Cell = CheckRow::Cell;
+    using Shown = GridModel::Verdict;
+    const int column = replyColumn();
     // The first row has no reply above, only the column's title.
-    return CheckRow{row > 1 ? m_list.text(row - 1, replyColumn()) : QString(),
-                    m_list.text(row, listKinds::valueColumnOfTests),
-                    m_list.text(row, listKinds::toleranceColumn)}
-        .judge();
+    const auto verdict = CheckRow{row > 1 ? m_list.text(row - 1, column) : QString(),
+                                  m_list.text(row, listKinds::valueColumnOfTests),
+                                  m_list.text(row, listKinds::toleranceColumn)}
+                             .judge();
+    if (verdict.cell != Cell::Untouched)
+        m_list.setText(row, column,
+                       verdict.cell == Cell::Passed ? listTexts::passed : listTexts::failed);
+    m_list.setVerdict(row, column, verdict.passed ? Shown::Passed : Shown::Failed);
+    return verdict.passed;
 }
 
 void RunRows::clearReplies()

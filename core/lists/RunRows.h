@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/lists/CheckRow.h"
 #include "core/lists/ListStep.h"
 
 namespace corvane {
@@ -31,8 +30,12 @@ public:
     [[nodiscard]] bool isSendBelow(int row) const { return nextSend(row) > 0; }
     /// The next row below that sends something; 0: none.
     [[nodiscard]] int nextSend(int row) const;
-    /// Judges a check row by the reply of the row above.
-    [[nodiscard]] CheckRow::Verdict judge(int row) const;
+    /// The list has nothing to run, or nothing to send in its first row.
+    [[nodiscard]] bool isEmpty() const;
+    [[nodiscard]] bool isIncomplete() const;
+    /// Judges a check row by the reply of the row above and shows the verdict in its reply cell.
+    /// Returns whether it has passed.
+    bool judge(int row);
     /// Empties the reply cells of rows that send something, and the verdicts: in rows that this run
     /// does not reach, those of an earlier one would pass for its own.
     void clearReplies();

@@ -11,7 +11,6 @@
 
 #include <QScopedValueRollback>
 
-#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -77,12 +76,10 @@ void TransferEngine::start(int index, Run run)
         return;
     ResetTransferData(index);
     Q_EMIT aboutToStart(index);
-    const QString first = m_list.text(1, listKinds::firstColumn);
     const bool sends = run == Run::Send;
-    if (first.isEmpty())
+    if (m_rows.isEmpty())
         refuse(index, Outcome::Empty, sends ? listTexts::emptyAtSend : listTexts::emptyAtGet);
-    else if (sends && m_list.textLength(1, 2) == 0 &&
-             ListStep::needsSecondCell(m_list.kind(), first))
+    else if (sends && m_rows.isIncomplete())
         refuse(index, Outcome::Incomplete, listTexts::incompleteAtSend);
     else
         begin(index, run);
@@ -236,15 +233,8 @@ void TransferEngine::skip(Verdict verdict)
 
 void TransferEngine::check()
 {
-    using Cell = CheckRow::Cell;
-    const int column = m_rows.replyColumn();
-    const CheckRow::Verdict verdict = m_rows.judge(m_row.number);
     m_row.isJudged = true;
-    if (verdict.cell != Cell::Untouched)
-        m_list.setText(m_row.number, column,
-                       verdict.cell == Cell::Passed ? listTexts::passed : listTexts::failed);
-    m_list.setVerdict(m_row.number, column, verdict.passed ? Verdict::Passed : Verdict::Failed);
-    if (verdict.passed) {
+    if (m_rows.judge(m_row.number)) {
         skip(Verdict::Passed);
         return;
     }
@@ -283,16 +273,15 @@ void TransferEngine::complete()
 
 void TransferEngine::commandSent(int index, const QString &command)
 {
-    if (index != runningChannel()) {
-        m_notes.owe(index, command);
-    } else if (m_inside == Inside::Send) {
+    if (index == runningChannel() && m_inside == Inside::Send)
         return; // the row's own
-    } else if (command == m_row.command && m_notes.isClosed()) {
+    if (index != runningChannel())
+        m_notes.owe(index, command);
+    else if (command == m_row.command && m_notes.isClosed())
         showRow(); // it is sent again
-    } else {
-        m_notes.addSentByHand(index, std::max(1, m_row.number), command);
-        Q_EMIT noted(m_notes.text());
-    }
+    else
+        m_notes.addSentByHand(index, m_row.number > 0 ? m_row.number : 1, command);
+    Q_EMIT noted(m_notes.text());
 }
 
 void TransferEngine::replyArrived(int index, qsizetype keep, QByteArrayView tail)
@@ -332,13 +321,12 @@ void TransferEngine::mirror(qsizetype keep, QByteArrayView tail)
 /// The GPIB time-out passed without a reply; the response says so already.
 void TransferEngine::replyTimedOut(int index)
 {
-    if (index != runningChannel()) {
+    if (index != runningChannel())
         m_notes.settle(index); // most commands that are sent by hand have no reply there
+    if (index != runningChannel() || m_inside == Inside::MessageBox)
         return;
-    }
-    if (m_inside == Inside::MessageBox)
-        return;
-    m_notes.owe(index, m_row.number);
+    if (m_row.number > 0)
+        m_notes.owe(index, m_row.number);
     reset(index);
     Q_EMIT runEnded(Outcome::TimedOut);
 }

@@ -137,6 +137,11 @@ TEST_F(Transfer, TheGpibTimeOutEndsTheRunWithoutABox)
     EXPECT_TRUE(module.GpibTransfer && module.SendMode);
     Q_EMIT channels.at(2).timedOut();
     expectEnd(Outcome::TimedOut);
+    m_engine.cmdLoadToChmber_Click(2);
+    EXPECT_TRUE(m_engine.doubt().contains(u"the reply to row 2 of 2 of the run before"));
+    Q_EMIT channels.at(2).timedOut(); // of a command before the first row
+    m_engine.cmdLoadToChmber_Click(2);
+    EXPECT_EQ(m_engine.doubt(), QString());
 }
 
 TEST_F(Transfer, ARunIsStoppedByItsButtonByAStartElsewhereAndByAnotherList)
