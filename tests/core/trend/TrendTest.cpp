@@ -173,7 +173,8 @@ TEST_F(Trend, StaysInItsMemoryAndSaysWhatIsMissing)
     while (series.follow()) {
     }
     EXPECT_EQ(std::ssize(series.curves()), TrendSeries::mostCurves);
-    EXPECT_EQ(series.note(), u"5 numbers are left out: there are 64 curves already; Clear makes room.");
+    EXPECT_EQ(series.note(),
+              u"5 numbers are left out: there are 64 curves already; Clear makes room.");
     for (int event = 0; event < 30'000; ++event)
         events.sent(channels::rs232, "Q\r");
     events.dropBefore(events.end() - 20'000);
