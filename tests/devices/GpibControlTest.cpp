@@ -83,7 +83,7 @@ TEST_F(GpibControlTest, ASecondUseIsRefusedAndCancellingEndsTheReadAtOnce)
         },
         longMs);
     EXPECT_FALSE(control.isBusy());
-    bus.replies[u"GPIB0::0"_s].push_back("next");
+    bus.replies[u"GPIB0::0"_s].emplace_back("next");
     EXPECT_EQ(control.read(), "next");
     readAnd([this] { control.shutDown(); }, longMs);
     EXPECT_LT(clock.MS_TIMER() - start, quint32{longMs});

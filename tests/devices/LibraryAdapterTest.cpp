@@ -44,7 +44,7 @@ protected:
     {
         QFile file(folder.filePath(u"log"_s));
         EXPECT_TRUE(file.open(QIODevice::ReadWrite));
-        const QByteArrayList lines = file.readAll().trimmed().split('\n');
+        QByteArrayList lines = file.readAll().trimmed().split('\n');
         file.resize(0);
         return lines;
     }

@@ -115,7 +115,7 @@ private:
             m_paused = false;
             append(thenSay);
             if (fault == Fault::Endless)
-                m_todo.push_back("++read eoi");
+                m_todo.emplace_back("++read eoi");
             workOff();
         });
     }

@@ -36,7 +36,8 @@ TEST(SerialSettings, AFaultNamesTheWrongPart)
                                                           {"9600,N,8,3", "stop bits \"3\""},
                                                           {"9600,N,8,", "stop bits \"\""}};
     for (const auto &[text, part] : rows)
-        EXPECT_TRUE(failsSaying(part, [&] { SerialSettings::parse(QLatin1String(text)); }));
+        EXPECT_TRUE(
+            failsSaying(part, [text = text] { SerialSettings::parse(QLatin1String(text)); }));
 }
 
 TEST(SerialPortList, NumbersPortsInNaturalOrderAndPinnedNumbersWin)

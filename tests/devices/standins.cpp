@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -149,7 +148,7 @@ std::int32_t viClose(std::uint32_t session)
 }
 std::int32_t viStatusDesc(std::uint32_t, std::int32_t, char *text)
 {
-    std::strcpy(text, "described by the library");
+    std::snprintf(text, 256, "described by the library");
     return 0;
 }
 }

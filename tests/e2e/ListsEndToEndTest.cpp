@@ -20,8 +20,9 @@ struct ListRun
 };
 
 /// Runs a list unattended on the desk's Channel, as `corvane --demo --run` does.
-ListRun run(EndToEndDesk &desk, CommandLine line)
+ListRun run(EndToEndDesk &desk, const CommandLine &given)
 {
+    CommandLine line = given;
     line.task = CommandLine::Task::Run;
     line.loopMs = line.loopMs.value_or(20);
     ListRun result;
@@ -40,7 +41,7 @@ struct Folder
 {
     QString write(const char *name, const QByteArray &text) const
     {
-        const QString path = folder.filePath(QLatin1String(name));
+        QString path = folder.filePath(QLatin1String(name));
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
         return path;

@@ -127,7 +127,7 @@ TEST(Program, EndsWithAnExitCodeAndPlainWords)
     };
     corvane::bench::RecordingFile recording;
     recording.write({"1 TCP/IP-1 > ? SP x\r", "2 TCP/IP-1 < 9.0\r\n", "3 TCP/IP-1 > ? SP x\r",
-                     "4 TCP/IP-1 < 8.0\r\n", "{\"event\":\"da"});
+                     "4 TCP/IP-1 < 8.0\r\n", R"({"event":"da)"});
     EXPECT_TRUE(QFile::copy(recording.path(), folder.filePath(u"r.jsonl"_s)));
     shell(u"printf '= SP 25\\n' > %1/a.kms; printf '? SP x\\n! SP 25 9\\n' > %1/a.tst; "
           "printf '? SP x\\n! SP 9 1\\n? SP x\\n' > %1/r.tst; truncate -s -1 %1/r.jsonl; "

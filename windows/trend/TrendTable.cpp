@@ -5,6 +5,7 @@
 #include "windows/trend/TrendPlot.h"
 #include "windows/widgets/Naming.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QPainter>
 

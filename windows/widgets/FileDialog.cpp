@@ -26,7 +26,7 @@ FileDialog::FileDialog(const Dialogs::FileQuestion &question, const QString &fir
 
 QString FileDialog::path() const
 {
-    const QString chosen = selectedFiles().value(0);
+    QString chosen = selectedFiles().value(0);
     QStringList types;
     for (const QString &each : nameFilters())
         types.append(fileQuestions::extensionOf(each));

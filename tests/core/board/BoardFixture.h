@@ -82,7 +82,7 @@ private:
     }
     static QByteArray takeFirst(std::deque<QByteArray> &replies)
     {
-        const QByteArray first = replies.front();
+        QByteArray first = replies.front();
         replies.pop_front();
         return first;
     }

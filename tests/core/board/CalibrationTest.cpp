@@ -364,7 +364,7 @@ TEST_F(CalibrationTest, AScanNamesTheChannelsThatDidNotAnswer)
                                                                               : u"1,1,0"_s;
     };
     for (int i = 0; i < 8; ++i) {
-        channels.meter.push_back(i == 5 ? "ERR" : "1");
+        channels.meter.emplace_back(i == 5 ? "ERR" : "1");
         dialogs.expectMessage(u"Move Keithly sensor to channel %1"_s.arg(i));
     }
     channels.meter.erase(channels.meter.begin(), channels.meter.begin() + 3);

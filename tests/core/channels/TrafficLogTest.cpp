@@ -35,7 +35,7 @@ struct LogDesk
                          [this](bool bright) { isBright = bright; });
     }
 
-    QByteArray file() const
+    [[nodiscard]] QByteArray file() const
     {
         QFile written(path);
         return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();

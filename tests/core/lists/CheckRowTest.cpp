@@ -59,7 +59,7 @@ TEST(CheckRow, ATextIsComparedCharacterByCharacterWithoutItsOuterQuotes)
 {
     expectAll(true, Cell::Passed, {
         {"READY", "\"READY\"", ""}, {"READY", "READY", ""}, {"  READY\r\n", "\" READY \"", ""},
-        {"A \"B\" C", "\"A \"B\" C\"", ""}, {"READY", "\"READY", ""}, {"READY", "READY\"", ""}});
+        {"A \"B\" C", R"("A "B" C")", ""}, {"READY", "\"READY", ""}, {"READY", "READY\"", ""}});
     expectAll(false, Cell::Failed, {
         {"ready", "READY", ""}, {"READX", "READY", ""}, {"REA", "READY", ""}, {"", "READY", ""},
         {"X", "", ""}, {"X", "\"\"", ""}});

@@ -54,9 +54,9 @@ TEST(JUnitReport, IsValidWhateverAListAndADeviceHold)
     const QByteArray junit = junitReport(report);
     EXPECT_EQ(findings(junit), "");
     for (const char *part :
-         {"timestamp=\"2026-02-28T23:30:00\" hostname=\"localhost\" tests=\"4\" failures=\"1\" "
-          "errors=\"1\" skipped=\"1\" time=\"3.500\"",
-          "name=\"device\" value=\"10.0.0.5:5000\"", "name=\"row 1: \\x1b[2J&#9;\\uffff\\ud800\"",
-          "time=\"1.250\"", "name=\"run\" time=\"1.250\"", "<error message=\"no reply\""})
+         {R"(timestamp="2026-02-28T23:30:00" hostname="localhost")",
+          R"(hostname="localhost" tests="4" failures="1" errors="1" skipped="1" time="3.500")",
+          R"(name="device" value="10.0.0.5:5000")", R"(name="row 1: \x1b[2J&#9;\uffff\ud800")",
+          R"(time="1.250")", R"(name="run" time="1.250")", R"(<error message="no reply")"})
         EXPECT_TRUE(junit.contains(part)) << part << "\n" << junit.toStdString();
 }

@@ -222,7 +222,7 @@ TEST_F(Transfer, AReplyInPiecesIsFollowedWithoutLookingAtTheWholeAgain)
     m_list.setText(1, 5, u"of the last run"_s);
     tick();
     for (int at = 0; at < 20000; ++at)
-        say(5 * at, "ab\r\n\xff");
+        say(qsizetype{5} * at, "ab\r\n\xff");
     EXPECT_EQ(m_list.text(1, 5), QString::fromLatin1(QByteArray("ab\xff").repeated(20000)));
     say(0, "<05");
     say(0, "A"); // an echo prefix is taken out once it is whole

@@ -20,11 +20,12 @@ protected:
         using Engine = TransferEngine;
         QObject::connect(&m_engine, &Engine::runEnded, &m_engine,
                          [this](Outcome outcome) { m_outcomes.push_back(outcome); });
-        QObject::connect(
-            &m_engine, &Engine::rowStarted, &m_engine,
-            [this](int row, QString command) { m_rows += u"%1 > %2"_s.arg(row).arg(command); });
+        QObject::connect(&m_engine, &Engine::rowStarted, &m_engine,
+                         [this](int row, const QString &command) {
+                             m_rows += u"%1 > %2"_s.arg(row).arg(command);
+                         });
         QObject::connect(&m_engine, &Engine::rowFinished, &m_engine,
-                         [this](int row, QString reply, RowVerdict verdict) {
+                         [this](int row, const QString &reply, RowVerdict verdict) {
                              m_rows += u"%1 < %2 %3"_s.arg(row).arg(reply).arg(int(verdict));
                          });
         QObject::connect(&m_engine, &Engine::progressChanged, &m_engine,
@@ -36,7 +37,7 @@ protected:
         for (ChannelSession *each : channels.all()) {
             each->open();
             QObject::connect(each, &ChannelSession::commandSent, &m_engine,
-                             [this, each](const QString &command) {
+                             [this](const QString &command) {
                                  m_sent += command;
                                  if (m_onSend)
                                      std::exchange(m_onSend, {})();

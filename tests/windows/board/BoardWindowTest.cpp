@@ -61,7 +61,7 @@ bool isInComboBox(const QWidget &part)
     const QWidget *above = part.parentWidget();
     while (above && !qobject_cast<const QComboBox *>(above))
         above = above->parentWidget();
-    return above;
+    return above != nullptr;
 }
 
 bool waitFor(const QSignalSpy &spy)
@@ -89,7 +89,7 @@ TEST_F(BoardWindowTest, FitsItsScreenAndEveryControlHasAName)
     EXPECT_LE(board.minimumSizeHint().height(), 700);
     for (const QWidget *control : board.findChildren<QWidget *>()) {
         const bool isReadOut =
-            qobject_cast<const QLabel *>(control) && !control->objectName().isEmpty();
+            qobject_cast<const QLabel *>(control) != nullptr && !control->objectName().isEmpty();
         const bool isOurs = (isReadOut || control->focusPolicy() != Qt::NoFocus) &&
                             !control->objectName().startsWith(u"qt_") && !isInComboBox(*control);
         EXPECT_FALSE(isOurs && control->accessibleName().isEmpty())

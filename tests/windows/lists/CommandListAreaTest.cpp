@@ -58,7 +58,7 @@ protected:
     }
 
     /// The grid's size and current cell, the name and the caption.
-    QString shown() const
+    [[nodiscard]] QString shown() const
     {
         return u"%1x%2 at %3.%4, %5, %6"_s.arg(m_list.table().rowCount())
             .arg(m_list.columnCount())
@@ -76,7 +76,7 @@ protected:
     }
 
     void key(int code) { QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code)); }
-    bool editing() const { return m_area.txtFlexText->isVisible(); }
+    [[nodiscard]] bool editing() const { return m_area.txtFlexText->isVisible(); }
 
     Module1 m_module;
     ScriptedDialogs m_dialogs;

@@ -86,8 +86,8 @@ TEST_F(TrendWindowTest, ShowsARowACurveAndFollowsTheNewestWithTheValuesFitting)
     EXPECT_GT(window.plot->sight().end, sight.end);
     EXPECT_EQ(cell(0, TrendTable::Last), u"500");
     for (const QWidget *control : window.findChildren<QWidget *>()) {
-        const bool isControl = control->focusPolicy() & Qt::TabFocus && control->isVisible() &&
-                               !control->objectName().startsWith(u"qt_");
+        const bool isControl = (control->focusPolicy() & Qt::TabFocus) != 0 &&
+                               control->isVisible() && !control->objectName().startsWith(u"qt_");
         EXPECT_FALSE(isControl && control->accessibleName().isEmpty())
             << control->metaObject()->className() << control->objectName().toStdString();
     }
@@ -119,7 +119,7 @@ TEST_F(TrendWindowTest, KeysAndMouseZoomAndMoveAndFollowBringsItBack)
     EXPECT_TRUE(window.chkFit->isChecked());
     EXPECT_NEAR(window.plot->sight().begin, 0.02, 0.01);
 
-    QWidget *picture = window.plot->findChild<QWidget *>();
+    auto *picture = window.plot->findChild<QWidget *>();
     const QPoint middle = picture->rect().center();
     QTest::mousePress(picture, Qt::LeftButton, {}, middle);
     QTest::mouseMove(picture, middle + QPoint(50, 0));

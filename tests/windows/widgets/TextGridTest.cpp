@@ -21,7 +21,7 @@ protected:
             m_cells.setText(at / 3, at % 3, u"%1.%2"_s.arg(at / 3).arg(at % 3));
     }
 
-    QString texts() const
+    [[nodiscard]] QString texts() const
     {
         QStringList all;
         for (int at = 0; at < m_cells.table().rowCount() * 3; ++at)
