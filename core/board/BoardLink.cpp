@@ -23,6 +23,8 @@ constexpr qint16 afterSendMs = 100;
 constexpr qint16 secondReadMs = 200;
 /// An answer that has not come this long after its command does not come any more.
 constexpr qint16 lateAnswerMs = 1500;
+/// On the bus it waits to be read for as long as the device takes.
+constexpr qint32 lateOnBusMs = 15'000;
 
 /// An answer is a line; what a device that never stops has sent beyond is none.
 QString answerText(const QByteArray &bytes)
@@ -88,6 +90,8 @@ void BoardLink::OutputToSbc(QString &command, const Clock::Condition &isCancelle
     m_fault.clear();
     m_isSent = false;
     m_droppedLate = false;
+    m_mayBeLate = false;
+    m_isCut = false;
     Q_EMIT commandShown(QString());
     Q_EMIT replyShown(QString(), QString());
     PauseMS(beforeSendMs, isCancelled);
@@ -131,8 +135,22 @@ QString BoardLink::route() const
 void BoardLink::expectLateAnswer()
 {
     Unanswered &route = m_unanswered[this->route()];
-    ++route.count;
-    route.sinceMs = m_waits.clock().MS_TIMER();
+    if (route.count++ == 0)
+        route.sinceMs = m_waits.clock().MS_TIMER();
+}
+
+void BoardLink::settle(const QString &route)
+{
+    if (const auto found = m_unanswered.find(route);
+        found != m_unanswered.end() && --found->count <= 0)
+        m_unanswered.erase(found);
+}
+
+bool BoardLink::isLateOn(const QString &route) const
+{
+    const auto found = m_unanswered.find(route);
+    return found != m_unanswered.end() &&
+           static_cast<qint32>(m_waits.clock().MS_TIMER() - found->sinceMs) < lateOnBusMs;
 }
 
 /// On a receive box it is enough to wait: the box is cleared before the command goes. A device on
@@ -143,21 +161,27 @@ void BoardLink::dropLateAnswers(const Clock::Condition &isEnded)
     if (found == m_unanswered.end())
         return;
     const Unanswered unanswered = *found;
-    m_unanswered.erase(found);
     if (m_sentBy == Ieee) {
-        bool came = true;
-        for (int i = 0; came && i < unanswered.count && !isEnded(); ++i) {
-            came = !onGpib([](GpibControl &control) { return control.read(); }).isEmpty();
-            m_droppedLate = m_droppedLate || came;
+        const auto read = [this] {
+            return onGpib([](GpibControl &control) { return control.read(); });
+        };
+        const bool wasLate = isLateOn(route());
+        for (int i = 0; i < unanswered.count && !isEnded() && !read().isEmpty(); ++i) {
+            m_droppedLate = true;
+            settle(route());
         }
+        if (!wasLate && !isEnded())
+            m_unanswered.remove(route()); // it does not come any more
+        m_mayBeLate = isLateOn(route());
     } else {
+        m_unanswered.erase(found);
         const auto waited = static_cast<qint32>(m_waits.clock().MS_TIMER() - unanswered.sinceMs);
         if (waited < lateAnswerMs)
             PauseMS(static_cast<qint16>(lateAnswerMs - std::max(waited, 0)), isEnded);
         m_droppedLate = !sentOver().response().bytes().isEmpty();
+        if (isEnded())
+            m_unanswered.insert(route(), unanswered); // what has not come yet may still come
     }
-    if (isEnded())
-        m_unanswered.insert(route(), unanswered); // what has not come yet may still come
 }
 
 void BoardLink::send(const QString &text)
@@ -181,10 +205,11 @@ void BoardLink::send(const QString &text)
         onGpib([&](GpibControl &control) { control.write(bytes); });
         break;
     case TcpIp: {
-        TcpClient &client = m_channels.tcp(session.index()).client();
-        client.getData();
-        session.clearResponse();
-        client.sendData(bytes);
+        TcpSession &tcp = m_channels.tcp(session.index());
+        tcp.client().getData();
+        tcp.clearResponse();
+        tcp.forgetArrivals();
+        tcp.client().sendData(bytes);
         break;
     }
     }
@@ -201,12 +226,49 @@ void BoardLink::InputFromSbc(QString &reply)
         PauseMS(secondReadMs);
         reply = readReply();
     }
-    if (!reply.isEmpty())
-        m_unanswered.remove(route());
+    if (!reply.isEmpty()) {
+        settle(route());
+        if (m_sentBy == Ieee)
+            passLateAnswers(reply);
+        else
+            awaitRest(reply);
+    }
     if (isStopped())
         return;
-    const QString note = m_droppedLate && m_fault.isEmpty() ? boardTexts::lateAnswer : m_fault;
+    QString note = m_fault;
+    if (note.isEmpty() && m_isCut)
+        note = boardTexts::cutAnswer;
+    else if (note.isEmpty() && m_droppedLate)
+        note = boardTexts::lateAnswer;
     Q_EMIT replyShown(reply.isEmpty() ? boardTexts::noResponse : reply, note);
+}
+
+void BoardLink::passLateAnswers(QString &reply)
+{
+    while (m_mayBeLate && m_unanswered.contains(route())) {
+        const QString next = readReply();
+        if (next.isEmpty())
+            return;
+        settle(route());
+        reply = next;
+        m_droppedLate = true;
+    }
+}
+
+bool BoardLink::isCut() const
+{
+    return m_endsLines.contains(route()) && !sentOver().endsLine();
+}
+
+void BoardLink::awaitRest(QString &reply)
+{
+    if (sentOver().endsLine())
+        m_endsLines.insert(route());
+    if (!isCut())
+        return;
+    PauseMS(lateAnswerMs, [this] { return !isCut() || !sentOver().isOpen(); });
+    m_isCut = isCut();
+    reply = readReply();
 }
 
 QString BoardLink::ask(QString command, qint16 beforeReadMs, const Clock::Condition &isCancelled)
@@ -222,6 +284,17 @@ QString BoardLink::ask(QString command, qint16 beforeReadMs, const Clock::Condit
     return reply;
 }
 
+/// What the box holds. That of TCP/IP-1 drops the pieces before the newest.
+QByteArray BoardLink::received() const
+{
+    const QByteArray &shown = sentOver().response().bytes();
+    if (m_sentBy != TcpIp)
+        return shown;
+    QByteArray whole = m_channels.tcp(channelOf(m_sentBy)).arrivals();
+    whole.replace("\r\n", "");
+    return whole.endsWith(shown) ? whole : shown;
+}
+
 /// The answer comes from where the last command went: the method may have been changed since. To a
 /// command that did not go out there is none: what a receive box holds answers another one.
 QString BoardLink::readReply()
@@ -232,7 +305,7 @@ QString BoardLink::readReply()
     try {
         reply = answerText(m_sentBy == Ieee
                                ? onGpib([](GpibControl &control) { return control.read(); })
-                               : sentOver().response().bytes());
+                               : received());
     } catch (const PlatformError &error) {
         fail(Exchange::Read, error.description());
     }
@@ -247,13 +320,14 @@ void BoardLink::PauseMS(qint16 ms, const Clock::Condition &endEarly)
 QString BoardLink::readMeter(int address, const Clock::Condition &isCancelled)
 {
     const QString route = u"GPIB0::%1"_s.arg(address);
-    const auto earlier =
-        m_unanswered.contains(route) ? EarlierReading::Unanswered : EarlierReading::Answered;
-    m_unanswered[route] = {.count = 1}; // however this reading ends
+    const bool isLate = isLateOn(route);
+    const auto earlier = isLate ? EarlierReading::Unanswered : EarlierReading::Answered;
+    if (!isLate) // however this reading ends
+        m_unanswered[route] = {.count = 1, .sinceMs = m_waits.clock().MS_TIMER()};
     const QByteArray reply = onGpib([&](GpibControl &control) {
         return askMeter(control, m_waits, address, earlier, isCancelled);
     });
-    if (!reply.isEmpty())
+    if (!reply.isEmpty() && !isLate)
         m_unanswered.remove(route);
     return answerText(reply);
 }

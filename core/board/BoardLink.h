@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 namespace corvane {
@@ -96,12 +97,22 @@ private:
     [[nodiscard]] GpibControl &control() const;
     void send(const QString &text);
     QString readReply();
+    [[nodiscard]] QByteArray received() const;
+    /// On a route whose answers end their lines: this one has not ended yet.
+    [[nodiscard]] bool isCut() const;
+    void awaitRest(QString &reply);
+    /// On the bus an answer that comes late is read for that to the next command, unless another
+    /// one follows.
+    void passLateAnswers(QString &reply);
+    /// One of the answers that stayed out has come.
+    void settle(const QString &route);
+    [[nodiscard]] bool isLateOn(const QString &route) const;
     [[nodiscard]] QString route() const;
     void dropLateAnswers(const Clock::Condition &isEnded);
     void expectLateAnswer();
     void fail(Exchange half, const QString &cause);
 
-    /// Answers that stayed out on one route.
+    /// Answers that stayed out on one route, and since when the oldest has.
     struct Unanswered
     {
         int count = 0;
@@ -117,6 +128,9 @@ private:
     bool m_droppedLate = false;
     /// By route: the Channel, and on the GPIB bus the address.
     QHash<QString, Unanswered> m_unanswered;
+    QSet<QString> m_endsLines; ///< the routes on which an answer has ended its line
+    bool m_mayBeLate = false;  ///< an earlier answer is still out on the bus
+    bool m_isCut = false;
     mutable int m_gpibCalls = 0;
 };
 

@@ -13,6 +13,8 @@ namespace corvane {
 namespace {
 
 constexpr int settleMs = 1000;
+/// Of so many readings that stayed out the answers are passed over.
+constexpr int mostLate = 8;
 
 /// The reading itself was good: a fault of the device addressed before is reported by its own next
 /// use.
@@ -35,12 +37,22 @@ QByteArray askMeter(GpibControl &control, WaitGroup &waits, int address, Earlier
     control.open();
     QByteArray reply;
     waits.waitUntil(isCancelled, settleMs);
-    if (earlier == EarlierReading::Unanswered && !waits.isClosed() && !isCancelled())
-        control.read();
+    const bool isLate = earlier == EarlierReading::Unanswered;
+    for (int i = 0; isLate && i < mostLate && !waits.isClosed() && !isCancelled(); ++i) {
+        if (control.read().isEmpty())
+            break;
+    }
     if (!waits.isClosed() && !isCancelled()) {
         control.write("data?\r");
         if (waits.wait(settleMs) != WaitEnd::Cancelled)
             reply = control.read();
+        // The late one may have come only now: the newest is the answer.
+        for (int i = 0; isLate && i < mostLate && !reply.isEmpty() && !waits.isClosed(); ++i) {
+            const QByteArray next = control.read();
+            if (next.isEmpty())
+                break;
+            reply = next;
+        }
     }
     control.setConnectString(remembered);
     if (!waits.isClosed())

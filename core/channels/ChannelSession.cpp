@@ -194,6 +194,7 @@ void ChannelSession::setResponse(const QByteArray &bytes)
 
 void ChannelSession::clearResponse()
 {
+    m_endsLine = false;
     setResponse({});
     setNote({});
 }
@@ -208,6 +209,7 @@ void ChannelSession::beginReply()
 void ChannelSession::appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning,
                                  const QString &note)
 {
+    m_endsLine = arrival.endsWith('\r') || arrival.endsWith('\n');
     const qsizetype keep = m_response.append(arrival, cleaning);
     Q_EMIT responseAppended(keep);
     setNote(m_response.dropped() > 0 ? channelTexts::oldestDropped.arg(caption()) : note);

@@ -108,6 +108,8 @@ public:
 
     [[nodiscard]] const ResponseText &response() const { return m_response; }
     void setResponse(const QByteArray &bytes);
+    /// What arrived last ended a line.
+    [[nodiscard]] bool endsLine() const { return m_endsLine; }
     /// The box is emptied, and nothing is to be known of its reply any more.
     void clearResponse();
 
@@ -240,6 +242,7 @@ private:
     QStringList m_history;
     ResponseText m_response;
     QString m_note;
+    bool m_endsLine = false;
     int m_periodMs = startPeriodMs;
     bool m_isLogged = false;
     Reconnect *const m_reconnect;

@@ -142,7 +142,7 @@ void TcpSession::transmit(const QByteArray &command)
     dropRest(m_inLoop ? channelTexts::loopBeganAnew.arg(QTime::currentTime().toString())
                       : channelTexts::piecesUnsent.arg(channelTexts::anotherFollowed));
     m_answered = true;
-    m_arrived = false;
+    forgetArrivals();
     beginReply();
     m_pieces = traits().sendsPieces ? command.split(';') : QList{command};
     sendNextPiece();
@@ -174,7 +174,9 @@ void TcpSession::tcpClient_DataArrival()
 {
     const QByteArray arrival = m_client.getData();
     m_answered = true;
-    const bool isFirst = !std::exchange(m_arrived, true);
+    const bool isFirst = m_arrivals.isEmpty();
+    if (constexpr qsizetype most = 65536; m_arrivals.size() < most)
+        m_arrivals += arrival.first(std::min(arrival.size(), most - m_arrivals.size()));
     // The line's end may come by itself: it ends what stands there.
     const bool isEnd = !isFirst && std::ranges::all_of(arrival, isLineEnd);
     const bool isNewest = traits().showsNewestAlone && !isEnd;

@@ -23,6 +23,10 @@ public:
     TcpSession(int index, TcpClient &client, const ChannelContext &context);
 
     [[nodiscard]] TcpClient &client() const { return m_client; }
+    /// All that has arrived since the last command, the first 65,536 bytes of it: the box may show
+    /// its newest piece alone.
+    [[nodiscard]] const QByteArray &arrivals() const { return m_arrivals; }
+    void forgetArrivals() { m_arrivals.clear(); }
     /// The host and the port entry.
     [[nodiscard]] const QString &host() const { return m_host; }
     void setHost(const QString &host);
@@ -69,8 +73,7 @@ private:
     bool m_answered = false;
     /// The loop's tick is sending: what it has lost before stays said.
     bool m_inLoop = false;
-    /// Something has arrived since the last command.
-    bool m_arrived = false;
+    QByteArray m_arrivals;
 };
 
 } // namespace corvane

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/board/BoardTexts.h"
 #include "core/board/MeterReading.h"
 #include "devices/PlatformError.h"
 #include "tests/core/board/BoardFixture.h"
@@ -69,7 +70,11 @@ TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
             clock.after(!isRead       ? 130
                         : method == 1 ? 3200
                                       : 2000,
-                        [this, method] { channels.say(method, "late"); });
+                        [this, method, isRead] {
+                            channels.say(method, "late");
+                            if (isRead && method == 1) // two commands are out
+                                channels.say(method, "later");
+                        });
             QString command = u"ADC?  0"_s;
             board.link().OutputToSbc(command);
             if (isRead) {
@@ -88,6 +93,48 @@ TEST_F(BoardLinkTest, AnAnswerThatComesAfterItsExchangeIsDropped)
     channels.bus.replies[u"GPIB0::16"_s].emplace_back("0.5");
     channels.meter = {"2.0"};
     EXPECT_EQ(board.link().readMeter(16), u"2.0"_s);
+}
+
+TEST_F(BoardLinkTest, AnAnswerThatComesOnlyWithTheNextIsPassedOverForTheNext)
+{
+    board.OptSbcCommMeth_Click(1);
+    answerQueriesWith("");
+    EXPECT_EQ(board.link().ask(u"DAC?  4"_s, 0), QString());
+    answerQueriesWith("2");
+    const auto plainly = std::exchange(channels.bus.onWrite, {});
+    bool isLate = true;
+    channels.bus.onWrite = [&](const QString &to, const QByteArray &text) {
+        if (std::exchange(isLate, false))
+            channels.say(1, "late"); // before its own
+        return plainly(to, text);
+    };
+    EXPECT_EQ(board.link().ask(u"ADC?  4"_s, 0), u"2"_s);
+    EXPECT_EQ(board.link().ask(u"DAC?  5"_s, 0), u"2"_s);
+    EXPECT_TRUE(channels.bus.replies[FakeBoard::address].empty());
+
+    EXPECT_EQ(board.link().readMeter(16), QString());
+    channels.bus.onWrite = [&](const QString &to, const QByteArray &) {
+        channels.bus.replies[to] = {"0.5"};
+        return std::optional<QByteArray>("2.0");
+    };
+    EXPECT_EQ(board.link().readMeter(16), u"2.0"_s);
+}
+
+TEST_F(BoardLinkTest, AnAnswerInPiecesIsReadWhole)
+{
+    for (const int method : {0, 2}) {
+        board.OptSbcCommMeth_Click(method);
+        answerQueriesWith("");
+        clock.after(50, [this, method] { channels.say(method, "1.2"); });
+        clock.after(60, [this, method] { channels.say(method, "5\r\n"); });
+        EXPECT_EQ(board.link().ask(u"ADC?  1"_s, 0), u"1.25"_s) << method;
+        clock.after(50, [this, method] { channels.say(method, "1,"); }); // it ends its lines
+        clock.after(700, [this, method] { channels.say(method, "2\r\n"); });
+        EXPECT_EQ(board.link().ask(u"ADC?  1"_s, 0), u"1,2"_s) << method;
+        answerQueriesWith("25");
+        EXPECT_EQ(board.link().ask(u"ADC?  1"_s, 0), u"25"_s) << method;
+        EXPECT_TRUE(board.statusPanels[1]->toolTip().contains(boardTexts::cutAnswer));
+    }
 }
 
 TEST_F(BoardLinkTest, ALoneLineEndIsNoAnswer)
