@@ -45,6 +45,10 @@ inline const QString leftAsBefore = u", left as it was"_s;
 /// Of a cell or a step.
 inline const QString noAnswer = u"no answer from the %1"_s;
 inline const QString noNumberFrom = u"no number from the %1"_s;
+/// What was measured or tried may be of two boards.
+inline const QString methodChanged = u"the communications method was changed on the way"_s;
+inline const QString calibratedElsewhere =
+    u"what is not saved was calibrated over another communications method"_s;
 inline const QString cutAnswer = u"The answer has no end of line: it may be cut"_s;
 inline const QString boardForMeter =
     u"not the meter's reading, which Scan All takes by the IEEE method only"_s;

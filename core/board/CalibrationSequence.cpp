@@ -29,6 +29,7 @@ void CalibrationSequence::start(std::vector<CalibrationStep> steps)
     m_steps = std::move(steps);
     m_step = 0;
     m_isSilent = false;
+    m_method = m_link.method();
 }
 
 bool CalibrationSequence::isEnded() const
@@ -45,9 +46,13 @@ CalibrationEnd CalibrationSequence::end(const QString &left) const
                 boardTexts::stoppedAt.arg(place() + left, cause.simplified())};
     if (isEnded())
         return {Outcome::Cancelled, {}, boardTexts::cancelledAt.arg(place() + left)};
+    QStringList doubts{m_findings.text()};
+    if (m_link.method() != m_method)
+        doubts << boardTexts::methodChanged;
+    doubts.removeAll(QString());
     return {Outcome::Done,
             {},
-            m_findings.isEmpty() ? boardTexts::done : boardTexts::doneBut.arg(m_findings.text())};
+            doubts.isEmpty() ? boardTexts::done : boardTexts::doneBut.arg(doubts.join(u"; "_s))};
 }
 
 QString CalibrationSequence::place() const

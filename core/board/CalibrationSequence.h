@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/board/BoardLink.h"
 #include "core/board/CalibrationFindings.h"
 #include "core/board/CalibrationTable.h"
 
@@ -82,6 +83,7 @@ protected:
     void computeFromReadings() { m_isDoubtful = !m_findings.isEmpty(); }
 
     BoardLink &m_link;
+    BoardLink::Method m_method = BoardLink::Ieee; ///< at the start
     BoardSession &m_session;
 
 private:

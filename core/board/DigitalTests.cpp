@@ -49,6 +49,7 @@ void DigitalTests::run(int exchanges, std::initializer_list<void (DigitalTests::
     m_exchangesLeft = exchanges;
     m_isSilent = false;
     m_verdicts.clear();
+    m_method = m_link.method();
     for (const auto test : tests)
         (this->*test)();
     const QString fault = m_session.fault().simplified();
@@ -65,6 +66,8 @@ void DigitalTests::noteVerdict()
     QString verdict = (m_passed ? boardTexts::testPassed : boardTexts::testFailed).arg(m_test);
     if (m_unanswered > 0)
         verdict += boardTexts::testUnanswered.arg(m_unanswered);
+    if (m_link.method() != m_method)
+        verdict += u", but "_s + boardTexts::methodChanged;
     m_verdicts << verdict;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/board/BoardLink.h"
+
 #include <QObject>
 #include <QStringList>
 
@@ -75,6 +77,7 @@ private:
               const QString &failed);
 
     BoardLink &m_link;
+    BoardLink::Method m_method = BoardLink::Ieee; ///< at the start
     BoardSession &m_session;
     bool DigTestAbort = false;
     /// The test, port and bit of the running step.

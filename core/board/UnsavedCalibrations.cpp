@@ -15,7 +15,7 @@ void UnsavedCalibrations::set(int channel, State state)
 
 void UnsavedCalibrations::setSaved()
 {
-    m_states = {};
+    std::ranges::replace(m_states, State::Changed, State::Saved);
     Q_EMIT changed(text());
 }
 

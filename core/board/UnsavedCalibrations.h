@@ -20,7 +20,8 @@ public:
     void setUnfinished(int channel) { set(channel, State::Unfinished); }
     /// The channel has its new gain and offset.
     void setChanged(int channel) { set(channel, State::Changed); }
-    /// The board was told to store everything.
+    /// The board was told to store everything. An unfinished channel stays one until it is
+    /// calibrated: what is stored of it is no calibration.
     void setSaved();
 
     [[nodiscard]] bool isEmpty() const;

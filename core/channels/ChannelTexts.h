@@ -31,6 +31,8 @@ inline const QString loopTimedOut = u"Loop timed out: %1 ms."_s;
 inline const QString oldestDropped =
     u"%1: the reply has no end; the box keeps its newest 64 MB, older text was "
     "dropped"_s;
+inline const QString mayBeLate =
+    u"%1: a command before had no reply in time; what came now may be its reply"_s;
 inline const QString newestPieceAlone =
     u"%1: several pieces have arrived since the command; the box shows the newest one alone"_s;
 inline const QString wasReset =

@@ -11,6 +11,8 @@
 
 #include <QScopeGuard>
 
+#include <utility>
+
 namespace corvane {
 
 namespace {
@@ -166,6 +168,7 @@ void GpibSession::handleResponse()
         const bool isLoop = !module.transferRunning() && module.GpibLoopEnabled;
         const QString &text = isLoop ? channelTexts::loopTimedOut : channelTexts::timedOut;
         setResponse(text.arg(m_control.timeout()).toLatin1());
+        m_timedOutAt = m_connectString;
         if (isLoop)
             setLooping(false);
         else
@@ -175,7 +178,11 @@ void GpibSession::handleResponse()
     tellFault({});
     setResponse(lineEnds::removed(GpibResponse));
     const QString incomplete = m_control.incomplete();
-    setNote(incomplete.isEmpty() ? QString() : caption() + u": "_s + incomplete);
+    const bool mayBeLate = std::exchange(m_timedOutAt, {}) == m_connectString;
+    QString note = mayBeLate ? channelTexts::mayBeLate.arg(caption()) : QString();
+    if (!incomplete.isEmpty())
+        note = caption() + u": "_s + incomplete;
+    setNote(note);
     deliverReply(0);
 }
 

@@ -66,6 +66,7 @@ private:
     GpibControl &m_control;
     QString m_boardEntry = u"GPIB0"_s;
     QString m_addressEntry = u"0"_s;
+    QString m_timedOutAt; ///< the device whose reply is still out; empty: none
     QString m_connectString;
     bool GpibReadPending = false;
     bool GpibReadDone = false;

@@ -51,8 +51,10 @@ CalibrationPanel::CalibrationPanel(BoardLink &link, BoardSession &session,
     for (const auto kind : {ManualCalibrationPanel::Dac, ManualCalibrationPanel::Adc}) {
         auto *panel = new ManualCalibrationPanel(kind, link, session);
         manual->addWidget(panel);
-        connect(panel, &ManualCalibrationPanel::calibrationSent, &m_unsaved,
-                &UnsavedCalibrations::setChanged);
+        connect(panel, &ManualCalibrationPanel::calibrationSent, this, [this](int channel) {
+            m_calibratedBy = m_link.method();
+            m_unsaved.setChanged(channel);
+        });
     }
     connectSequences();
 }
@@ -125,7 +127,10 @@ void CalibrationPanel::connectSequences()
                     MSFlexGrid1->cells().setRemark(row, column, remark);
                 });
     }
-    connect(&m_calibration, &Calibration::begun, &m_unsaved, &UnsavedCalibrations::setUnfinished);
+    connect(&m_calibration, &Calibration::begun, this, [this](int channel) {
+        m_calibratedBy = m_link.method();
+        m_unsaved.setUnfinished(channel);
+    });
     connect(&m_calibration, &Calibration::stored, &m_unsaved, &UnsavedCalibrations::setChanged);
 }
 
@@ -234,10 +239,13 @@ void CalibrationPanel::cmdWriteCal_Click()
         showText(*lblProgress, boardTexts::eepromNotSent.arg(m_session.fault().simplified()));
         return;
     }
-    const QString unfinished = m_unsaved.unfinishedText();
-    showText(*lblProgress, unfinished.isEmpty() ? boardTexts::eepromSent
-                                                : boardTexts::eepromSent + u"; "_s + unfinished);
-    m_unsaved.setSaved();
+    QStringList said{boardTexts::eepromSent, m_unsaved.unfinishedText()};
+    if (!m_unsaved.isEmpty() && m_calibratedBy.value_or(m_link.method()) != m_link.method())
+        said << boardTexts::calibratedElsewhere;
+    else
+        m_unsaved.setSaved();
+    said.removeAll(QString());
+    showText(*lblProgress, said.join(u"; "_s));
 }
 
 void CalibrationPanel::showCancel(QStackedLayout *place, bool running)

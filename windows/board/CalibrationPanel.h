@@ -75,6 +75,7 @@ private:
     void showEnd(const CalibrationEnd &end);
 
     UnsavedCalibrations &m_unsaved;
+    std::optional<BoardLink::Method> m_calibratedBy; ///< the newest of them
     CalibrationTable m_table;
     Calibration m_calibration;
     CalibrationScan m_scan;

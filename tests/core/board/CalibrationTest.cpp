@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/board/Calibration.h"
 
+#include "core/board/BoardTexts.h"
 #include "core/text/ShownText.h"
 #include "tests/core/board/BoardFixture.h"
 #include "windows/board/CalibrationPanel.h"
@@ -399,9 +400,19 @@ TEST_F(CalibrationTest, TheWindowSaysWhatIsNotInTheEepromUntilItWasSent)
     act(board, "cmdCal");
     EXPECT_EQ(unsaved(), u"Not saved to EEPROM: channels 0, 4; calibration "
                          "unfinished: channel 3"_s);
+    board.CallOptSbcCommMeth(BoardLink::TcpIp);
     act(board, "cmdWriteCal");
-    EXPECT_EQ(unsaved(), QString());
+    EXPECT_EQ(unsaved(), u"Not saved to EEPROM: channels 0, 4; calibration "
+                         "unfinished: channel 3"_s);
+    EXPECT_TRUE(shown(board, "lblProgress").endsWith(boardTexts::calibratedElsewhere));
+    board.CallOptSbcCommMeth(BoardLink::Ieee);
+    act(board, "cmdWriteCal");
+    EXPECT_EQ(unsaved(), u"Calibration unfinished: channel 3");
     EXPECT_EQ(shown(board, "lblProgress"),
               u"Save to EEPROM: CAL:PIC was sent; the board does not confirm it; "
               "calibration unfinished: channel 3"_s);
+    answerQueriesWith("1,1,0");
+    clock.after(700, [this] { board.CallOptSbcCommMeth(BoardLink::TcpIp); });
+    act(board, "cmdScanCals");
+    EXPECT_EQ(shown(board, "lblProgress"), u"Done, but "_s + boardTexts::methodChanged);
 }

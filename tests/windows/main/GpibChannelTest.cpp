@@ -201,6 +201,12 @@ TEST(GpibChannel, SaysATimeoutAndHandsItToTheRunOrEndsTheLoop)
     EXPECT_FALSE(desk.channel.chkLoop->isChecked());
     EXPECT_FALSE(desk.module.GpibLoopEnabled);
     EXPECT_EQ(desk.host.timeOuts, 0);
+    for (const bool mayBeLate : {true, false}) {
+        desk.bus.replies[desk.session.connectString()].emplace_back("1");
+        desk.channel.cmdSend_Click();
+        desk.session.Timer1_Timer();
+        EXPECT_EQ(desk.host.notes.last().contains(u"no reply in time"), mayBeLate);
+    }
 }
 
 TEST(GpibChannel, AnAdapterThatGoesAwayIsToldOnce)
