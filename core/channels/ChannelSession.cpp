@@ -6,6 +6,7 @@
 #include "core/channels/Reconnect.h"
 #include "core/text/Dialogs.h"
 #include "core/text/Latin1.h"
+#include "core/text/LineEnds.h"
 #include "devices/PlatformError.h"
 #include "devices/WaitGroup.h"
 
@@ -209,7 +210,7 @@ void ChannelSession::beginReply()
 void ChannelSession::appendReply(QByteArrayView arrival, const ResponseText::Cleaning &cleaning,
                                  const QString &note)
 {
-    m_endsLine = arrival.endsWith('\r') || arrival.endsWith('\n');
+    m_endsLine = !arrival.isEmpty() && lineEnds::isOne(arrival.back());
     const qsizetype keep = m_response.append(arrival, cleaning);
     Q_EMIT responseAppended(keep);
     setNote(m_response.dropped() > 0 ? channelTexts::oldestDropped.arg(caption()) : note);

@@ -3,6 +3,7 @@
 
 #include "core/channels/ChannelTexts.h"
 #include "core/channels/Reconnect.h"
+#include "core/text/LineEnds.h"
 #include "devices/PlatformError.h"
 #include "devices/TcpClient.h"
 #include "devices/WholeNumber.h"
@@ -13,15 +14,6 @@
 #include <algorithm>
 
 namespace corvane {
-
-namespace {
-
-bool isLineEnd(char byte)
-{
-    return byte == '\r' || byte == '\n';
-}
-
-} // namespace
 
 TcpSession::TcpSession(int index, TcpClient &client, const ChannelContext &context)
     : ChannelSession(index, client, context)
@@ -178,7 +170,7 @@ void TcpSession::tcpClient_DataArrival()
     if (constexpr qsizetype most = 65536; m_arrivals.size() < most)
         m_arrivals += arrival.first(std::min(arrival.size(), most - m_arrivals.size()));
     // The line's end may come by itself: it ends what stands there.
-    const bool isEnd = !isFirst && std::ranges::all_of(arrival, isLineEnd);
+    const bool isEnd = !isFirst && std::ranges::all_of(arrival, lineEnds::isOne);
     const bool isNewest = traits().showsNewestAlone && !isEnd;
     if (isNewest)
         setResponse({});

@@ -3,53 +3,10 @@
 
 #include "core/board/BoardTexts.h"
 #include "core/text/ShownText.h"
-#include "tests/core/board/BoardFixture.h"
-#include "windows/board/CalibrationPanel.h"
+#include "tests/core/board/CalibrationFixture.h"
 #include "windows/widgets/TextGrid.h"
 
 using namespace corvane;
-
-namespace {
-
-/// A board whose channel 3 reads as scripted, and the panel that calibrates it.
-class CalibrationTest : public BoardTest
-{
-protected:
-    CalibrationTest()
-    {
-        channels.meter = {"0.52", "2.04", "1.9999"};
-        channels.answer = [this](const QString &command) {
-            if (command == u"ADC?  3\r"_s && !adcReplies.isEmpty())
-                return adcReplies.takeFirst();
-            if (command == u"DAC?  3\r"_s)
-                return dacReadBack;
-            return command == u"ADC? 3\r"_s ? adcReadBack : QString();
-        };
-        act(board, "txtChannel=3");
-    }
-
-    [[nodiscard]] QStringList column(int channel) const
-    {
-        QStringList cells;
-        for (int row = 1; row < CalibrationTable::rows; ++row)
-            cells << panel.table().text(row, CalibrationTable::columnOf(channel));
-        return cells;
-    }
-    [[nodiscard]] bool isIdle() const
-    {
-        return !panel.cmdCal->isHidden() && panel.cmdCancelCal->isHidden() &&
-               !panel.cmdScan->isHidden() && panel.cmdCancelScan->isHidden() &&
-               panel.cmdCal->isEnabled() && board.cursor().shape() == Qt::ArrowCursor &&
-               !board.session().isRunning();
-    }
-
-    CalibrationPanel &panel = *board.calibration;
-    QStringList adcReplies = latin({"0.51,1.0,0.0\r\n", "2.01,1.0,0.0\r\n"});
-    QString dacReadBack = u"2,.9901,-.02\r\n"_s;
-    QString adcReadBack = u"1.99,1.0099,.01\r\n"_s;
-};
-
-} // namespace
 
 TEST_F(CalibrationTest, ExchangesWaitsAndReadBackComeInTheirOrder)
 {
@@ -200,53 +157,6 @@ TEST_F(CalibrationTest, ReadBackTakesThreeFieldsAndKeepsWhatIsNoNumber)
     EXPECT_EQ(column(2).join(QString()), QString());
 }
 
-TEST_F(CalibrationTest, ScanAllAsksForTheSensorAndReadsTheMeterThroughTheLink)
-{
-    answerQueriesWith("1,2,3");
-    for (int i = 0; i < 8; ++i) {
-        channels.meter.emplace_back("+2.5E-1V");
-        dialogs.expectMessage(u"Move Keithly sensor to channel %1"_s.arg(i));
-    }
-    board.cboMeasInstAdrGpib->setCurrentText(u" 9 "_s);
-    act(board, "cmdScan");
-    EXPECT_EQ(channels.bus.calls.first(9),
-              latin({"write GPIB0::5 DAC?  0\r", "read GPIB0::5", "write GPIB0::5 ADC?  0\r",
-                     "read GPIB0::5", "open GPIB0::9", "write GPIB0::9 data?\r", "read GPIB0::9",
-                     "open GPIB0::5", "write GPIB0::5 DAC?  1\r"}));
-    EXPECT_EQ(
-        std::vector<int>(clock.waits.begin(), clock.waits.begin() + 15),
-        (std::vector<int>{100, 25, 100, 100, 100, 25, 100, 300, 100, 25, 100, 100, 100, 100, 100}));
-    EXPECT_EQ(column(7),
-              latin({"1.00000", "2.00000", "3.00000", "1.00000", "2.00000", "3.00000", "0.25000"}));
-    EXPECT_TRUE(isIdle());
-}
-
-TEST_F(CalibrationTest, ScanCalibrationsOnlyClearsTheGridAndLeavesTheMeterOut)
-{
-    act(board, "cmdCal");
-    channels.forget();
-    clock.waits.clear();
-    answerQueriesWith("x,,");
-    act(board, "cmdScanCals");
-    EXPECT_EQ(column(3), latin({"x", "", "", "x", "", "", ""}));
-    EXPECT_EQ(channels.commands().size(), 16);
-    EXPECT_EQ(clock.waits.size(), 8U * 8);
-    EXPECT_EQ(std::vector<int>(clock.waits.begin(), clock.waits.begin() + 8),
-              (std::vector<int>{100, 25, 100, 100, 100, 25, 100, 300}));
-}
-
-TEST_F(CalibrationTest, ACancelledScanStopsUnderItsBox)
-{
-    answerQueriesWith("1,2,3");
-    channels.meter = {"1"};
-    dialogs.expectMessage(u"Move Keithly sensor to channel 0"_s, Dialogs::Answer::Ok,
-                          [this] { act(board, "cmdCancelScan"); });
-    act(board, "cmdScan");
-    EXPECT_EQ(channels.bus.calls.size(), 4);
-    EXPECT_TRUE(isIdle());
-    EXPECT_EQ(shown(board, "lblProgress"), u"Cancelled at channel 0: meter"_s);
-}
-
 TEST_F(CalibrationTest, AnEndBeforeTheLastStepTellsTheStepAndHowTheChannelWasLeft)
 {
     const auto neutral = [](const char *volts) {
@@ -357,32 +267,6 @@ TEST_F(CalibrationTest, AnswersThatDidNotComeAndImpossibleFiguresAreNotPassedOff
     }
 }
 
-TEST_F(CalibrationTest, AScanNamesTheChannelsThatDidNotAnswer)
-{
-    channels.answer = [](const QString &command) {
-        const int channel = command.trimmed().right(1).toInt();
-        return (channel >= 2 && channel <= 4) || command.contains(u"ADC?  6") ? QString()
-                                                                              : u"1,1,0"_s;
-    };
-    for (int i = 0; i < 8; ++i) {
-        channels.meter.emplace_back(i == 5 ? "ERR" : "1");
-        dialogs.expectMessage(u"Move Keithly sensor to channel %1"_s.arg(i));
-    }
-    channels.meter.erase(channels.meter.begin(), channels.meter.begin() + 3);
-    act(board, "cmdScan");
-    EXPECT_EQ(shown(board, "lblProgress"),
-              u"Done, but no answer from the DAC (channels 2 to 4); no answer from "
-              "the ADC (channels 2 to 4, 6); no number from the meter (channel 5)"_s);
-    board.CallOptSbcCommMeth(BoardLink::TcpIp);
-    answerQueriesWith("1,1,0");
-    for (int i = 0; i < 8; ++i)
-        dialogs.expectMessage(u"Move Keithly sensor to channel %1"_s.arg(i));
-    act(board, "cmdScan");
-    EXPECT_EQ(shown(board, "lblProgress"),
-              u"Done, but not the meter's reading, which Scan All takes by the IEEE method only "
-              "(channels 0 to 7)"_s);
-}
-
 TEST_F(CalibrationTest, TheWindowSaysWhatIsNotInTheEepromUntilItWasSent)
 {
     const auto unsaved = [this] { return shown(board, "lblUnsaved"); };
@@ -411,8 +295,4 @@ TEST_F(CalibrationTest, TheWindowSaysWhatIsNotInTheEepromUntilItWasSent)
     EXPECT_EQ(shown(board, "lblProgress"),
               u"Save to EEPROM: CAL:PIC was sent; the board does not confirm it; "
               "calibration unfinished: channel 3"_s);
-    answerQueriesWith("1,1,0");
-    clock.after(700, [this] { board.CallOptSbcCommMeth(BoardLink::TcpIp); });
-    act(board, "cmdScanCals");
-    EXPECT_EQ(shown(board, "lblProgress"), u"Done, but "_s + boardTexts::methodChanged);
 }
